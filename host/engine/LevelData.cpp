@@ -110,6 +110,7 @@ bool LevelData::SetParent(SceneObject& object, SceneObject* parent) {
         return true;
     }
     Unlink(object);
+    films->OnStructureChanged();
     if (parent == nullptr) {
         return true;
     }
