@@ -66,6 +66,7 @@ public:
     std::optional<LightProperties> light; ///< set in the two light classes
     /// Kept out of level files: bodies that a plug-in makes anew in each session.
     bool transient = false;
+    int pendingParentId = 0;             ///< parent by the file's id while it was not found
     std::vector<RawChunk> foreignChunks; ///< of the file and known to nobody, in the file's order
 
 private:
