@@ -71,7 +71,8 @@ void IPluginImpl::LoadToolbarAndMenu() {
     toolbar.SetWindowText("Films");
     filmsMenu.LoadMenu(IDR_FILMS_MENU);
     CMenu* popup = filmsMenu.GetSubMenu(0);
-    for (int item = 0; popup != nullptr && item < popup->GetMenuItemCount(); ++item) {
+    const int items = popup != nullptr ? static_cast<int>(popup->GetMenuItemCount()) : 0;
+    for (int item = 0; item < items; ++item) {
         std::string text;
         popup->GetMenuString(static_cast<UINT>(item), text, MF_BYPOSITION);
         popup->ModifyMenu(static_cast<UINT>(item), MF_BYPOSITION | MF_STRING,
@@ -93,7 +94,7 @@ void IPluginImpl::GetCommandText(Word pluginNumber, Word localCommand, char* tex
     for (const CommandResource& entry : kCommandResources) {
         if (entry.local == localCommand && entry.hasText) {
             const ResourceScope resources(PluginResources());
-            const std::string found = LoadResourceString(entry.resource);
+            const std::string found = LoadString(entry.resource);
             std::memcpy(text, found.c_str(), found.size() + 1);
         }
     }

@@ -28,7 +28,8 @@ bool IPluginImpl::OnViewMenu(CMenu* menu) {
     }
     const ResourceScope resources(PluginResources());
     menu->AppendMenu(MF_SEPARATOR);
-    for (int item = PopupItem::FirstOfView; item < popup->GetMenuItemCount(); ++item) {
+    const int items = static_cast<int>(popup->GetMenuItemCount());
+    for (int item = PopupItem::FirstOfView; item < items; ++item) {
         std::string text;
         popup->GetMenuString(static_cast<UINT>(item), text, MF_BYPOSITION);
         menu->AppendMenu(MF_STRING, popup->GetMenuItemID(item), text.c_str());

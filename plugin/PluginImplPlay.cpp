@@ -2,7 +2,7 @@
 
 #include "framework/Pump.h"
 #include "framework/Resource.h"
-#include "framework/Time.h"
+#include "plugin/PluginResources.h"
 
 #include <cstdio>
 
@@ -114,7 +114,7 @@ void IPluginImpl::StopPlaying() {
 }
 
 void IPluginImpl::OnShortcut(Word, int number, Word) {
-    const ResourceScope resources = PluginResources();
+    const ResourceScope resources(PluginResources());
     if (number != kPlayShortcut || currentFilm == nullptr) {
         return;
     }

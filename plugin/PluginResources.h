@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/Resource.h"
+#include "framework/Types.h"
 
-/// The resources of this library: menus, dialogs, toolbars and strings.
-const ResourceModule& PluginResources();
+/// The resources of this library: menus, dialogs, toolbars and strings. Defined by the build.
+HINSTANCE PluginResources();
