@@ -30,6 +30,7 @@ bool Mesh::IsPosable() const {
 void Mesh::Finish() {
     MeshPose pose;
     pose.Evaluate(*this, {});
+    restNodes = pose.nodes;
     const std::vector<glm::vec3> positions = pose.ModelPositions(*this);
     box = MeshBox();
     for (const glm::vec3& position : positions) {

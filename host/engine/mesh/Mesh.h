@@ -20,7 +20,7 @@ public:
     int FindClip(const std::string& name) const;
     /// True when a pose can change the picture: some part hangs on a node or a skin.
     bool IsPosable() const;
-    /// Fills what follows from the vertices: the box and the tree of the rest pose.
+    /// Fills what follows from nodes and vertices: rest matrices, box and tree.
     void Finish();
 
     std::vector<MeshNode> nodes;
@@ -30,6 +30,7 @@ public:
     std::vector<MeshPart> parts;
     std::vector<MeshSkin> skins;
     std::vector<MeshClip> clips;
-    MeshBox box; ///< model space, rest pose
-    MeshBvh bvh; ///< model space, rest pose; over `indices`
+    std::vector<glm::mat4> restNodes; ///< model space, one a node
+    MeshBox box;                      ///< model space, rest pose
+    MeshBvh bvh;                      ///< model space, rest pose; over `indices`
 };
