@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+namespace stage {
+
 /// Members of a registration list in the order of entry. Members may enter and leave during a delivery:
 /// one that has left is not called any more, one that has entered waits for the next delivery.
 template <class Member> class ListenerList {
@@ -30,3 +32,5 @@ public:
 private:
     std::vector<Member*> members;
 };
+
+} // namespace stage

@@ -5,6 +5,8 @@
 #include <dlfcn.h>
 #include <filesystem>
 
+namespace stage {
+
 namespace {
 std::string LastLoaderError() {
     const char* text = dlerror();
@@ -167,3 +169,5 @@ std::vector<PluginEntry*> PluginRegistry::Entries() const {
     }
     return present;
 }
+
+} // namespace stage

@@ -11,6 +11,8 @@
 class IEditor;
 class IEditorView;
 
+namespace stage {
+
 /// A plug-in that the host drives.
 struct PluginEntry {
     std::string name; ///< file name of the library without folder and ending
@@ -64,3 +66,5 @@ private:
     std::vector<std::unique_ptr<PluginEntry>> entries;
     Reporter report;
 };
+
+} // namespace stage

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "host/engine/ViewManager.h"
 #include "host/stage/host/ViewNavigation.h"
-#include "plugin/contract/Level.h"
 
-#include <array>
 #include <glm/glm.hpp>
 #include <memory>
 #include <vector>
+
+namespace stage {
 
 /// A point on the way from the eye into the scene.
 struct ViewRay {
@@ -14,49 +15,53 @@ struct ViewRay {
     glm::vec3 direction{0.0f, 0.0f, -1.0f}; ///< length 1
 };
 
-/// A 3D view without its window: the camera record that plug-ins write, and the user's own camera, which
-/// is kept while a plug-in holds the view.
-class StageView : public IView {
+/// A 3D view without its window, over the engine's view that plug-ins write to. The user's own camera is
+/// kept while a plug-in holds the view.
+class StageView {
 public:
-    StageView();
-
-    void SetProjection(float fieldOfView, float nearPlane, float farPlane, int zero) override;
-    float GetFieldOfView() const override { return fieldOfView; }
+    explicit StageView(engine::View& engineView);
 
     /// Logical pixels.
     void Resize(int newWidth, int newHeight);
-    /// Writes the user's camera into the record. Does nothing while a plug-in holds the view.
+    /// Writes the user's camera into the engine's view. Does nothing while a plug-in holds the view.
     void ApplyNavigation();
-    /// What the renderer needs, from the record: a matrix with a non-finite number falls back to the
-    /// user's camera.
+    /// The camera in the world. A matrix that can't be inverted falls back to the user's camera.
+    glm::mat4 CameraMatrix() const;
     glm::mat4 ViewMatrix() const;
+    /// With the view's own proportions, whatever camera it follows.
     glm::mat4 ProjectionMatrix() const;
+    float FieldOfView() const; ///< radians, vertical
     ViewRay RayAt(float x, float y) const;
     /// Pixels of a world point; false behind the camera.
     bool Project(const glm::vec3& point, glm::vec2& pixel) const;
+    engine::View& Engine() const { return *view; }
 
     ViewNavigation navigation;
     unsigned attachedTo = 0; ///< number of the plug-in that holds the view, 0 for none
-    int width = 640;
+    int width = 640;         ///< logical pixels
     int height = 480;
 
 private:
-    CameraRecord record;
-    float fieldOfView = ViewNavigation::kDefaultFieldOfView;
+    float Aspect() const { return static_cast<float>(width) / static_cast<float>(height); }
+
+    engine::View* view;
 };
 
-/// The views by number. All views exist for the host's life; the window shows the first `shown` of them.
-class StageViews : public IViewManager {
+/// The shown views by number, in step with the engine's.
+class StageViews {
 public:
     static constexpr int kMaxViews = 4;
 
-    StageViews();
+    explicit StageViews(engine::ViewManager& viewManager);
+    /// Adds or drops views at the end; 1 to kMaxViews.
+    void SetCount(int count);
+    int Count() const { return static_cast<int>(views.size()); }
     /// Null for a number that is not shown.
-    IView* GetView(int number) override { return View(number); }
-    StageView* View(int number);
-
-    int shown = 1;
+    StageView* At(int number);
 
 private:
-    std::array<std::unique_ptr<StageView>, kMaxViews> views;
+    engine::ViewManager& manager;
+    std::vector<std::unique_ptr<StageView>> views;
 };
+
+} // namespace stage

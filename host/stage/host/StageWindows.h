@@ -9,6 +9,8 @@
 class CToolBar;
 struct CRuntimeClass;
 
+namespace stage {
+
 /// What the editor host needs of its windows. The main window implements it; tests use a fake.
 /// All calls come on the user-interface thread.
 class IStageWindows {
@@ -54,3 +56,5 @@ public:
     /// Why objects can't be deleted.
     virtual void ShowDeleteRefusals(const std::list<DeleteMessage>& messages) = 0;
 };
+
+} // namespace stage

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace stage {
+
 namespace {
 constexpr float kRadiansPerPixel = 0.006f;
 constexpr float kZoomPerStep = 0.88f;
@@ -92,3 +94,5 @@ void ViewNavigation::SetFromMatrix(const float* matrix) {
         LookAt(eye, eye + forward * (distance / length));
     }
 }
+
+} // namespace stage

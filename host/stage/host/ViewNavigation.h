@@ -2,6 +2,8 @@
 
 #include <glm/glm.hpp>
 
+namespace stage {
+
 /// The user's own camera of a 3D view: a pivot, two angles and a distance. Pure arithmetic.
 /// Right-handed, y up, metres and radians.
 class ViewNavigation {
@@ -40,3 +42,5 @@ public:
 private:
     void ClampPitch();
 };
+
+} // namespace stage
