@@ -1,0 +1,87 @@
+#include "host/engine/ClassDatabase.h"
+
+#include "plugin/contract/ClassIds.h"
+
+namespace engine {
+
+namespace {
+
+struct DefaultClass {
+    const char* name;
+    const char* base;
+    const char* description;
+};
+
+constexpr DefaultClass kDefaultClasses[] = {
+    {"EditorObject", "", "Anything that stands in a level"},
+    {ClassName::Mesh, "EditorObject", "An object with a mesh"},
+    {"SkinnedMeshObject", ClassName::Mesh, "A mesh with bones and animation sequences"},
+    {"EmptyObject", "EditorObject", "A place and a direction without a body"},
+    {"SoundEmitter", "EditorObject", "A place that a sound comes from"},
+    {ClassName::Gizmo, "EditorObject", "A handle that moves other objects"},
+    {ClassName::Helper, "EditorObject", "An object of the editor alone"},
+    {ClassName::HelperCwO, ClassName::Helper, "A helper with objects of its own"},
+    {ClassName::GLLight, ClassName::Helper, "A light of a film"},
+    {ClassName::DynLight, ClassName::Helper, "A dynamic light of a film"},
+    {ClassName::VirtualObject, ClassName::Helper, "An object that exists for films only"},
+    {ClassName::CameraPosition, ClassName::Helper, "The eye of a film camera"},
+    {ClassName::CameraTarget, ClassName::Helper, "What a film camera looks at"},
+    {ClassName::CameraControlPoint, ClassName::Helper, "A handle of a film camera's path"},
+};
+
+} // namespace
+
+ClassDatabase::ClassDatabase() {
+    for (const DefaultClass& entry : kDefaultClasses) {
+        Add(entry.name, entry.base, entry.description);
+    }
+}
+
+ClassDatabase::~ClassDatabase() {
+    for (CClassDefinition* definition : classes) {
+        delete definition;
+    }
+}
+
+CClassDefinition& ClassDatabase::Add(const std::string& name, const std::string& baseName,
+                                     const std::string& description) {
+    auto* definition = new CClassDefinition;
+    classes.push_back(definition);
+    definition->name = name;
+    definition->description = description;
+    if (!baseName.empty()) {
+        definition->baseNames.push_back(baseName);
+    }
+    return *definition;
+}
+
+const CClassDefinition* ClassDatabase::Find(const std::string& name) const {
+    for (const CClassDefinition* definition : classes) {
+        if (definition->name == name) {
+            return definition;
+        }
+    }
+    return nullptr;
+}
+
+bool ClassDatabase::IsDerivedFrom(const std::string& name, const std::string& baseName) const {
+    std::list<std::string> open{name};
+    // A class is reached at most once per entry, so a longer walk means a ring.
+    for (std::size_t steps = 0; !open.empty() && steps <= classes.size(); ++steps) {
+        if (open.front() == baseName) {
+            return true;
+        }
+        if (const CClassDefinition* definition = Find(open.front())) {
+            open.insert(open.end(), definition->baseNames.begin(), definition->baseNames.end());
+        }
+        open.pop_front();
+    }
+    return false;
+}
+
+const ClassDatabase& DefaultClasses() {
+    static const ClassDatabase database;
+    return database;
+}
+
+} // namespace engine

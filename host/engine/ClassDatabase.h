@@ -1,0 +1,28 @@
+#pragma once
+
+#include "plugin/contract/ClassDatabase.h"
+
+#include <string>
+
+namespace engine {
+
+/// The editor's classes with the ones that every level knows. Owns its definitions.
+class ClassDatabase : public IClassDatabase {
+public:
+    ClassDatabase();
+    ~ClassDatabase() override;
+    ClassDatabase(const ClassDatabase&) = delete;
+    ClassDatabase& operator=(const ClassDatabase&) = delete;
+
+    /// Adds a class; the base may be empty.
+    CClassDefinition& Add(const std::string& name, const std::string& baseName,
+                          const std::string& description);
+    const CClassDefinition* Find(const std::string& name) const;
+    /// True for the class itself. Rings among the bases end in false.
+    bool IsDerivedFrom(const std::string& name, const std::string& baseName) const;
+};
+
+/// The database that the engine itself asks, with the default classes.
+const ClassDatabase& DefaultClasses();
+
+} // namespace engine

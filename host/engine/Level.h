@@ -1,0 +1,82 @@
+#pragma once
+
+#include "host/engine/FilmSink.h"
+#include "host/engine/LevelData.h"
+#include "host/engine/ViewManager.h"
+#include "plugin/contract/Level.h"
+
+#include <functional>
+#include <memory>
+
+namespace engine {
+
+class IChunkClient;
+
+/// The level of the editor: one object for the host's life, with or without a level in it.
+class Level : public ILevel {
+public:
+    Level();
+    ~Level() override;
+    Level(const Level&) = delete;
+    Level& operator=(const Level&) = delete;
+
+    void MakeUniqueName(const char* name, EditorObject* object, int zero) override;
+    IViewManager* GetViewManager() override { return &views; }
+    ILevelData* GetLevelData() override { return data.get(); }
+
+    /// Closes what is open and starts an empty level with a sun. `folder` is the level's folder, "" before
+    /// the first save.
+    void New(const std::string& folder);
+    /// Drops the level; GetLevelData is null from then on.
+    void Close();
+    /// Closes what is open and takes this data, which was made for this level.
+    void Replace(std::unique_ptr<LevelData> newData);
+    LevelData* Data() const { return data.get(); }
+    ViewManager& Views() { return views; }
+    /// The level's folder with a separator at its end, or "". It is the root object's name.
+    void SetFolder(const std::string& folder);
+    const std::string& Folder() const { return folder; }
+
+    /// The operations below do nothing, or give null, while no level exists.
+    SceneObject* CreateObject(const ObjectSpec& spec);
+    void DeleteObject(EditorObject* object);
+    /// A name like `name` that no other object has, at once. Empty names become "Object".
+    void Rename(SceneObject* object, const std::string& name);
+    bool SetParent(SceneObject* object, SceneObject* parent);
+    SceneObject* FindObject(int id) const;
+    SceneObject* FindObject(const std::string& name) const;
+    /// All objects in the order of their making, appended to the list.
+    void CollectObjects(ObjectList& objects) const;
+
+    /// The selection: objects stand in it once, and bit 0 of their info's flags tells it.
+    void ClearSelection();
+    void AddToSelection(EditorObject* object);
+    void Deselect(EditorObject* object);
+    void SetSelection(const ObjectList& objects);
+    bool IsSelected(const EditorObject* object) const;
+
+    /// Services of the host; none is owned, each may be null.
+    void SetMeshLibrary(IMeshLibrary* library) { meshLibrary = library; }
+    IMeshLibrary* MeshLibrary() const { return meshLibrary; }
+    void SetChunkClient(IChunkClient* client) { chunkClient = client; }
+    IChunkClient* ChunkClient() const { return chunkClient; }
+    void SetFilmSink(IFilmSink* sink) { filmSink = sink; }
+    IFilmSink* FilmSink() const { return filmSink; }
+    void SetSoundDuration(SoundDurationFunction function) { soundDuration = function; }
+    SoundDurationFunction SoundDuration() const { return soundDuration; }
+    /// Called with each object that is about to go, whatever the reason: plug-ins free their data then.
+    void SetDestroyHook(std::function<void(EditorObject*)> hook) { destroyHook = std::move(hook); }
+    void OnDestroying(EditorObject* object);
+
+private:
+    std::unique_ptr<LevelData> data;
+    ViewManager views;
+    std::string folder;
+    IMeshLibrary* meshLibrary = nullptr;
+    IChunkClient* chunkClient = nullptr;
+    IFilmSink* filmSink = nullptr;
+    SoundDurationFunction soundDuration = nullptr;
+    std::function<void(EditorObject*)> destroyHook;
+};
+
+} // namespace engine

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "host/engine/Group.h"
+#include "host/engine/Light.h"
+#include "host/engine/RawChunk.h"
+#include "host/engine/SceneObject.h"
+#include "plugin/contract/Level.h"
+
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace engine {
+
+class FilmManager;
+class Level;
+class LevelRoot;
+
+/// What a new object is made from.
+struct ObjectSpec {
+    std::string className;
+    std::string name; ///< made unique
+    std::string meshName;
+    Matrix4 matrix;
+    SceneObject* parent = nullptr; ///< the matrix is a world matrix all the same
+    bool active = true;            ///< false for helpers, which wait for EditorObjectInfo::Update
+};
+
+/// Everything of one level: objects, groups, sun and films. Owned by the Level.
+class LevelData : public ILevelData {
+public:
+    explicit LevelData(Level& level);
+    ~LevelData() override;
+    LevelData(const LevelData&) = delete;
+    LevelData& operator=(const LevelData&) = delete;
+
+    int RayCast(const float* from, float* to, int zero) override;
+    EditorObject* FindObject(int id) const override { return Find(id); }
+
+    Level& Owner() const { return level; }
+    LevelRoot& Root() const { return *root; }
+    FilmManager& Films() const { return *films; }
+    SunObject* Sun() const { return sun.get(); }
+    /// Makes or drops the sun.
+    void SetSun(bool present);
+
+    /// Objects in the order of their making.
+    const std::vector<std::unique_ptr<SceneObject>>& Objects() const { return objects; }
+    SceneObject* Find(int id) const;
+    SceneObject* FindByName(const std::string& name) const;
+    SceneObject& Create(const ObjectSpec& spec);
+    /// Films, groups, selection and children forget the object; children keep their world matrices.
+    void Delete(SceneObject* object);
+    /// Keeps the world matrix. False if the parent is the object itself or stands below it.
+    bool SetParent(SceneObject& object, SceneObject* parent);
+
+    /// Null if fewer than two objects remain that are in no group yet.
+    Group* MakeGroup(const std::string& name, const std::vector<SceneObject*>& members);
+    void DissolveGroup(Group* group);
+    Group* GroupOf(const SceneObject* object) const;
+    const std::vector<std::unique_ptr<Group>>& Groups() const { return groups; }
+
+    /// For readers of files: an object of this id, or of a fresh one if the id is taken or not positive.
+    SceneObject& AddLoaded(int id);
+    void RemoveLoaded(SceneObject* object) { Delete(object); }
+    int NextId() const { return nextId; }
+    void SetNextId(int id);
+
+    std::vector<RawChunk> foreignChunks;     ///< of the level's file and known to nobody
+    std::vector<RawChunk> foreignRootChunks; ///< the same inside the root object's part
+
+private:
+    void Unlink(SceneObject& object);
+    void Forget(SceneObject& object);
+
+    Level& level;
+    std::vector<std::unique_ptr<SceneObject>> objects;
+    std::unordered_map<int, SceneObject*> byId;
+    std::vector<std::unique_ptr<Group>> groups;
+    std::unique_ptr<SunObject> sun;
+    std::unique_ptr<LevelRoot> root;
+    std::unique_ptr<FilmManager> films;
+    int nextId = 1;
+};
+
+} // namespace engine

@@ -1,0 +1,127 @@
+#include "host/engine/SceneObject.h"
+
+#include "host/engine/Level.h"
+#include "host/engine/LevelData.h"
+#include "plugin/contract/ClassIds.h"
+
+#include <cstring>
+
+namespace engine {
+
+SceneObject::SceneObject(LevelData& levelData) : data(&levelData) {
+}
+
+SceneObject::~SceneObject() = default;
+
+bool SceneObject::IsA(int classId) const {
+    return classId == ClassId::LevelObject ||
+           (classId == ClassId::EditorObject && objectKind != ObjectKind::MatrixOnly);
+}
+
+void SceneObject::RememberLocal() {
+    Matrix4 inverse;
+    if (Invert(Parent()->world, inverse)) {
+        local = Multiply(world, inverse);
+        localKnown = true;
+    }
+}
+
+void SceneObject::FollowParent() {
+    const Matrix4 next = Multiply(local, Parent()->world);
+    if (localKnown && IsFinite(next)) {
+        // The place relative to the parent stays as remembered, so that repeated moves do not add up errors.
+        SetMatrix(next.m, 0);
+        localKnown = true;
+    }
+}
+
+void SceneObject::SetMatrix(const float* matrix, int) {
+    for (EditorObject* child = firstChild; child != nullptr; child = child->nextSibling) {
+        auto* object = static_cast<SceneObject*>(child);
+        if (!object->localKnown) {
+            object->RememberLocal();
+        }
+    }
+    std::memmove(world.m, matrix, sizeof world.m);
+    localKnown = false;
+    for (EditorObject* child = firstChild; child != nullptr; child = child->nextSibling) {
+        static_cast<SceneObject*>(child)->FollowParent();
+    }
+}
+
+void SceneObject::SetPosition(const float* position, int) {
+    Matrix4 next = world;
+    std::memcpy(next.m + 12, position, 3 * sizeof(float));
+    SetMatrix(next.m, 0);
+}
+
+void SceneObject::SetMeshName(const std::string& meshFile) {
+    meshName = meshFile;
+    mesh = nullptr;
+    meshSought = false;
+    posed = false;
+    pose.clear();
+}
+
+const IMesh* SceneObject::Mesh() const {
+    IMeshLibrary* library = data->Owner().MeshLibrary();
+    if (!meshSought && library != nullptr && !meshName.empty()) {
+        mesh = library->FindMesh(meshName);
+        meshSought = true;
+    }
+    return mesh;
+}
+
+int SceneObject::FindAnimation(const std::string& clip) const {
+    return Mesh() != nullptr ? FindClip(*Mesh(), clip) : -1;
+}
+
+const MeshElement* SceneObject::GetMeshElement(int index) const {
+    if (Mesh() == nullptr || index < 0 || index >= static_cast<int>(Mesh()->Elements().size())) {
+        return nullptr;
+    }
+    return &Mesh()->Elements()[static_cast<std::size_t>(index)];
+}
+
+int SceneObject::FindMeshElement(const std::string& element) const {
+    return Mesh() != nullptr ? FindElement(*Mesh(), element) : -1;
+}
+
+float SceneObject::GetAnimationDuration(int index) const {
+    if (Mesh() == nullptr || index < 0 || index >= static_cast<int>(Mesh()->Clips().size())) {
+        return -1.0f;
+    }
+    return Mesh()->Clips()[static_cast<std::size_t>(index)].duration;
+}
+
+Matrix4 SceneObject::ElementWorld(const std::string& element) const {
+    const int index = element.empty() ? -1 : FindMeshElement(element);
+    if (index < 0) {
+        return world;
+    }
+    if (posed) {
+        return Multiply(pose[static_cast<std::size_t>(index)], world);
+    }
+    // At rest: walk up the element's parents.
+    const auto& elements = Mesh()->Elements();
+    Matrix4 matrix = Mesh()->RestLocals()[static_cast<std::size_t>(index)];
+    for (int parentIndex = elements[static_cast<std::size_t>(index)].parent, child = index;
+         parentIndex >= 0 && parentIndex < child;
+         child = parentIndex, parentIndex = elements[static_cast<std::size_t>(child)].parent) {
+        matrix = Multiply(matrix, Mesh()->RestLocals()[static_cast<std::size_t>(parentIndex)]);
+    }
+    return Multiply(matrix, world);
+}
+
+Matrix4* SceneObject::PreparePose() {
+    const IMesh* own = Mesh();
+    if (own == nullptr || own->Elements().empty()) {
+        return nullptr;
+    }
+    if (pose.size() != own->Elements().size()) {
+        pose.resize(own->Elements().size());
+    }
+    return pose.data();
+}
+
+} // namespace engine
