@@ -14,7 +14,7 @@ using ::testing::Throw;
 class PluginRegistryTest : public ::testing::Test {
 protected:
     std::vector<std::string> reports;
-    PluginRegistry registry{[this](const std::string& text) { reports.push_back(text); }};
+    stage::PluginRegistry registry{[this](const std::string& text) { reports.push_back(text); }};
     NiceMock<MockPlugin> first;
     NiceMock<MockPlugin> second;
 

@@ -4,6 +4,8 @@
 #include <glm/gtc/type_ptr.hpp>
 #include <gtest/gtest.h>
 
+using stage::ViewNavigation;
+
 namespace {
 void ExpectNear(const glm::vec3& got, const glm::vec3& wanted, float tolerance = 1e-4f) {
     EXPECT_NEAR(got.x, wanted.x, tolerance);

@@ -14,7 +14,6 @@ namespace {
 constexpr const char* kControlPlugin = "Control";
 /// Helpers of this type live for the session only; they never enter the level's object list in a file.
 constexpr int kTransientHelper = 2;
-constexpr std::size_t kCommandTextBytes = 256;
 
 engine::Matrix4 MatrixOf(const HelperObjectParams& params) {
     return engine::Compose(params.position, params.rotation, params.scale);
@@ -39,7 +38,6 @@ EditorHost::EditorHost(IStageWindows& stageWindows, HostFolders hostFolders)
 
 EditorHost::~EditorHost() {
     Shutdown();
-    level.SetDestroyHook({});
 }
 
 void EditorHost::MakeEditorClasses() {
@@ -93,9 +91,13 @@ void EditorHost::Select(const ObjectList& objects) {
     windows.SelectionChanged();
 }
 
-void EditorHost::CollectObjects(ObjectList& objects, int /*one*/) { level.CollectObjects(objects); }
+void EditorHost::CollectObjects(ObjectList& objects, int /*one*/) {
+    level.CollectObjects(objects);
+}
 
-void EditorHost::GetAllObjects(ObjectList& objects, int /*one*/) { level.CollectObjects(objects); }
+void EditorHost::GetAllObjects(ObjectList& objects, int /*one*/) {
+    level.CollectObjects(objects);
+}
 
 bool EditorHost::Contains(const EditorObject* object) const {
     const engine::LevelData* data = level.Data();
@@ -138,9 +140,8 @@ void EditorHost::DeleteObjects(const ObjectList& objects) {
 
 void EditorHost::DestroyObjects(const ObjectList& objects) {
     const ObjectList doomed = objects; // the caller's list may be the selection itself
-    const bool selectionShrinks = std::any_of(doomed.begin(), doomed.end(), [this](EditorObject* object) {
-        return level.IsSelected(object);
-    });
+    const bool selectionShrinks = std::any_of(
+        doomed.begin(), doomed.end(), [this](EditorObject* object) { return level.IsSelected(object); });
     WithSelection(doomed, [&] {
         plugins.SendEvent(EventCode::ObjectsDeleting, nullptr);
         for (EditorObject* object : doomed) {
@@ -183,9 +184,13 @@ void EditorHost::ShowPluginPanel(const CRuntimeClass* formClass) {
     windows.ShowPanel(formClass);
 }
 
-void EditorHost::HidePluginPanel() { windows.HidePanel(); }
+void EditorHost::HidePluginPanel() {
+    windows.HidePanel();
+}
 
-void EditorHost::PanelClosed() { plugins.SendEvent(EventCode::PanelTaken, nullptr); }
+void EditorHost::PanelClosed() {
+    plugins.SendEvent(EventCode::PanelTaken, nullptr);
+}
 
 void EditorHost::AddPluginToolbar(CToolBar* toolbar, unsigned resourceId) {
     if (toolbar != nullptr && windows.AddToolbar(toolbar, resourceId)) {
@@ -248,9 +253,13 @@ void EditorHost::GetDataFilePath(std::string& path, const char* fileName) {
     path = (std::filesystem::path(folders.data) / name).string();
 }
 
-void EditorHost::RefreshObjectTree(int /*zero*/) { windows.RefreshObjectTree(); }
+void EditorHost::RefreshObjectTree(int /*zero*/) {
+    windows.RefreshObjectTree();
+}
 
-void EditorHost::RefreshObjectPanel(int /*zero*/) { windows.RefreshObjectPanel(); }
+void EditorHost::RefreshObjectPanel(int /*zero*/) {
+    windows.RefreshObjectPanel();
+}
 
 void EditorHost::AddShortcuts(const std::list<ShortcutRecord>& added) {
     shortcuts.insert(shortcuts.end(), added.begin(), added.end());

@@ -87,6 +87,10 @@ public:
     bool LoadPlugin(const std::string& path);
     /// OnEditorReady and RegisterShortcuts of the plug-ins loaded so far, with the present level.
     void StartPlugins();
+    /// What plug-ins hear before a level goes: the film is left (event 19), all objects are about to be
+    /// deleted (event 4), render resources go (event 15), and a new level starts (OnNew). The level's data
+    /// still stand afterwards; the caller drops or replaces them.
+    void LeaveLevel();
     /// Closes the level, takes leave of the plug-ins and unloads them. Must not run inside a plug-in's call.
     void Shutdown();
     /// The user's selection: event 2 goes out.

@@ -26,7 +26,24 @@ void EditorHost::StartPlugins() {
     plugins.Start();
 }
 
+void EditorHost::LeaveLevel() {
+    if (level.Data() != nullptr) {
+        plugins.SendEvent(EventCode::Suspend, nullptr);
+        ObjectList all;
+        level.CollectObjects(all);
+        level.SetSelection(all);
+        plugins.SendEvent(EventCode::ObjectsDeleting, nullptr);
+        level.ClearSelection();
+        plugins.SendEvent(EventCode::ReleaseRenderResources, nullptr);
+    }
+    plugins.Each([](IPlugin& plugin) { plugin.OnNew(); });
+}
+
 void EditorHost::Shutdown() {
+    if (level.Data() != nullptr) {
+        LeaveLevel();
+        level.Close();
+    }
     for (int view = 0; view < views.Count(); ++view) {
         views.At(view)->attachedTo = 0;
     }
@@ -43,7 +60,8 @@ void EditorHost::Shutdown() {
 
 void EditorHost::RunCommand(PluginCommandId command) {
     if (PluginEntry* entry = plugins.Find(command.PluginNumber())) {
-        plugins.Guarded("OnCommand", [&] { entry->plugin->OnCommand(entry->number, command.LocalCommand()); });
+        plugins.Guarded("OnCommand",
+                        [&] { entry->plugin->OnCommand(entry->number, command.LocalCommand()); });
     }
 }
 
@@ -59,9 +77,8 @@ void EditorHost::RunShortcut(const ShortcutRecord& shortcut) {
 std::string EditorHost::CommandText(PluginCommandId command) {
     char text[kCommandTextBytes] = {};
     if (PluginEntry* entry = plugins.Find(command.PluginNumber())) {
-        plugins.Guarded("GetCommandText", [&] {
-            entry->plugin->GetCommandText(entry->number, command.LocalCommand(), text);
-        });
+        plugins.Guarded("GetCommandText",
+                        [&] { entry->plugin->GetCommandText(entry->number, command.LocalCommand(), text); });
     }
     text[kCommandTextBytes - 1] = '\0';
     return text;

@@ -5,7 +5,9 @@
 
 namespace stage {
 
-void EditorHost::RedrawViews() { RedrawView(-1); }
+void EditorHost::RedrawViews() {
+    RedrawView(-1);
+}
 
 void EditorHost::RedrawView(int view) {
     // A plug-in poses its film while a view is drawn; a redraw asked for by that would never end.
@@ -91,9 +93,8 @@ bool EditorHost::FollowsPlugin(int view) {
     bool follows = false;
     if (owner != nullptr) {
         std::int32_t number = view;
-        plugins.Guarded("OnViewRequest", [&] {
-            owner->plugin->OnViewRequest(ViewRequest::IsAttached, 0, &number, &follows);
-        });
+        plugins.Guarded("OnViewRequest",
+                        [&] { owner->plugin->OnViewRequest(ViewRequest::IsAttached, 0, &number, &follows); });
     }
     return follows;
 }

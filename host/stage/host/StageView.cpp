@@ -20,7 +20,9 @@ bool IsUsable(const float* matrix) {
 }
 } // namespace
 
-StageView::StageView(engine::View& engineView) : view(&engineView) { ApplyNavigation(); }
+StageView::StageView(engine::View& engineView) : view(&engineView) {
+    ApplyNavigation();
+}
 
 void StageView::Resize(int newWidth, int newHeight) {
     width = std::max(1, newWidth);
@@ -43,7 +45,9 @@ glm::mat4 StageView::CameraMatrix() const {
     return IsUsable(world) ? glm::make_mat4(world) : navigation.CameraMatrix();
 }
 
-glm::mat4 StageView::ViewMatrix() const { return glm::inverse(CameraMatrix()); }
+glm::mat4 StageView::ViewMatrix() const {
+    return glm::inverse(CameraMatrix());
+}
 
 float StageView::FieldOfView() const {
     const float angle = view->GetFieldOfView();
@@ -77,7 +81,9 @@ bool StageView::Project(const glm::vec3& point, glm::vec2& pixel) const {
     return true;
 }
 
-StageViews::StageViews(engine::ViewManager& viewManager) : manager(viewManager) { SetCount(1); }
+StageViews::StageViews(engine::ViewManager& viewManager) : manager(viewManager) {
+    SetCount(1);
+}
 
 void StageViews::SetCount(int count) {
     const int wanted = std::clamp(count, 1, kMaxViews);
