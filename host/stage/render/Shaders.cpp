@@ -1,0 +1,285 @@
+#include "host/stage/render/Shaders.h"
+
+namespace Shaders {
+
+const char* const kFramePrelude = R"(
+layout(std140) uniform Frame {
+    mat4 viewProjection;
+    mat4 inverseViewProjection;
+    mat4 shadowMatrix;
+    vec4 eye;
+    vec4 sunDirection;
+    vec4 sunColor;
+    vec4 zenith;
+    vec4 horizon;
+    vec4 ground;
+    vec4 viewport;
+    vec4 lightPosition[8];
+    vec4 lightColor[8];
+};
+
+vec3 SkyColor(vec3 direction) {
+    float up = max(direction.y, 0.0);
+    float haze = exp2(-9.0 * up);
+    vec3 color = mix(zenith.rgb, horizon.rgb, haze);
+    float toSun = max(dot(direction, sunDirection.xyz), 0.0);
+    float glow = toSun * toSun;
+    glow *= glow;
+    float wide = glow * glow;
+    return color + sunColor.rgb * (wide * 0.10 + glow * 0.03 * haze);
+}
+
+// Filmic curve fitted for linear colours, then the display's gamma.
+vec3 ToneMap(vec3 c) {
+    c *= sunColor.w;
+    c = clamp((c * (2.51 * c + 0.03)) / (c * (2.43 * c + 0.59) + 0.14), 0.0, 1.0);
+    return pow(c, vec3(1.0 / 2.2));
+}
+)";
+
+const char* const kMeshVertex = R"(
+layout(location = 0) in vec3 position;
+layout(location = 1) in vec3 normal;
+layout(location = 2) in vec4 color;
+layout(location = 3) in vec4 surface;
+uniform mat4 model;
+uniform mat3 normalModel;
+uniform vec3 tint;
+out vec3 worldPosition;
+out vec3 worldNormal;
+out vec3 albedo;
+out vec4 material;
+out vec3 shadowPosition;
+
+void main() {
+    vec4 world = model * vec4(position, 1.0);
+    worldPosition = world.xyz;
+    worldNormal = normalModel * normal;
+    albedo = color.rgb * tint;
+    material = surface;
+    // Moved along the normal so that a surface does not shade itself.
+    vec3 lifted = world.xyz + normalize(worldNormal) * 0.05;
+    shadowPosition = (shadowMatrix * vec4(lifted, 1.0)).xyz;
+    gl_Position = viewProjection * world;
+}
+)";
+
+const char* const kMeshFragment = R"(
+in vec3 worldPosition;
+in vec3 worldNormal;
+in vec3 albedo;
+in vec4 material;
+in vec3 shadowPosition;
+uniform sampler2DShadow shadowMap;
+uniform int lightMask;
+out vec4 result;
+
+float SunVisible() {
+    if (sunDirection.w == 0.0 || any(greaterThan(abs(shadowPosition - 0.5), vec3(0.5)))) {
+        return 1.0;
+    }
+    const float texel = 1.0 / 2048.0;
+    float sum = texture(shadowMap, shadowPosition + vec3(-0.9, -0.4, 0.0) * texel);
+    sum += texture(shadowMap, shadowPosition + vec3(0.4, -0.9, 0.0) * texel);
+    sum += texture(shadowMap, shadowPosition + vec3(0.9, 0.4, 0.0) * texel);
+    sum += texture(shadowMap, shadowPosition + vec3(-0.4, 0.9, 0.0) * texel);
+    return mix(1.0, sum * 0.25, sunDirection.w);
+}
+
+vec3 Ripple(vec3 n, float distance) {
+    vec2 p = worldPosition.xz;
+    float t = eye.w;
+    vec2 slope = 0.050 * cos(dot(p, vec2(0.9, 0.6)) + t * 1.1) * vec2(0.9, 0.6);
+    slope += 0.045 * cos(dot(p, vec2(-1.3, 1.9)) + t * 1.7) * vec2(-1.3, 1.9) * 0.6;
+    slope += 0.040 * cos(dot(p, vec2(3.1, 2.3)) - t * 2.3) * vec2(3.1, 2.3) * 0.35;
+    slope += 0.030 * cos(dot(p, vec2(-4.3, 5.7)) + t * 3.1) * vec2(-4.3, 5.7) * 0.22;
+    slope *= material.a / (1.0 + distance * 0.03);
+    return normalize(n - vec3(slope.x, 0.0, slope.y));
+}
+
+void main() {
+    vec3 toEye = eye.xyz - worldPosition;
+    float distance = length(toEye);
+    toEye /= distance;
+    vec3 n = normalize(worldNormal);
+    if (material.a > 0.0) {
+        n = Ripple(n, distance);
+    }
+    float roughness = material.r;
+    float facing = max(dot(n, toEye), 0.0);
+    float sun = max(dot(n, sunDirection.xyz), 0.0);
+    float visible = sun > 0.0 ? SunVisible() : 0.0;
+    vec3 ambient = mix(ground.rgb, mix(zenith.rgb, horizon.rgb, 0.55), n.y * 0.5 + 0.5);
+    vec3 light = ambient + sunColor.rgb * (sun * visible);
+    float shine = exp2(10.0 * (1.0 - roughness) + 1.0);
+    vec3 halfway = normalize(toEye + sunDirection.xyz);
+    float gloss = pow(max(dot(n, halfway), 0.0), shine) * (shine + 8.0) * 0.04 * (1.0 - roughness) * (1.0 - roughness);
+    vec3 specular = sunColor.rgb * (min(gloss, 12.0) * sun * visible);
+    int count = int(ground.w);
+    for (int i = 0; i < count; ++i) {
+        if ((lightMask & (1 << i)) == 0) {
+            continue;
+        }
+        vec3 toLight = lightPosition[i].xyz - worldPosition;
+        float squared = dot(toLight, toLight);
+        float range = lightPosition[i].w;
+        float fade = max(1.0 - squared / (range * range), 0.0);
+        vec3 direction = toLight * inversesqrt(squared + 0.0001);
+        float wrap = max(dot(n, direction) * 0.8 + 0.2, 0.0);
+        light += lightColor[i].rgb * (wrap * fade * fade / (0.35 + squared * 0.08));
+    }
+    float fresnel = 1.0 - facing;
+    fresnel = fresnel * fresnel * fresnel * fresnel * fresnel;
+    float metallic = material.g;
+    float smooth_ = (1.0 - roughness) * (1.0 - roughness);
+    vec3 mirror = SkyColor(reflect(-toEye, n)) * mix(0.35, 1.0, visible);
+    vec3 reflectance = mix(vec3(0.04), albedo, metallic);
+    vec3 weight = (reflectance + (1.0 - reflectance) * fresnel) * smooth_;
+    vec3 color = albedo * light * (1.0 - metallic * 0.85) * (1.0 - weight) + mirror * weight + specular * mix(vec3(1.0), albedo, metallic);
+    color += albedo * material.b * 3.2;
+    float fog = 1.0 - exp2(-zenith.w * 1.4427 * max(distance - 6.0, 0.0));
+    vec3 fogColor = SkyColor(normalize(vec3(-toEye.x, max(-toEye.y, 0.0) * 0.4, -toEye.z)));
+    result = vec4(ToneMap(mix(color, fogColor, fog)), 1.0);
+}
+)";
+
+const char* const kDepthVertex = R"(
+layout(location = 0) in vec3 position;
+uniform mat4 model;
+uniform mat4 projection;
+
+void main() { gl_Position = projection * (model * vec4(position, 1.0)); }
+)";
+
+const char* const kDepthFragment = "void main() {}\n";
+
+const char* const kMaskFragment = R"(
+out vec4 result;
+
+void main() { result = vec4(1.0); }
+)";
+
+const char* const kScreenVertex = R"(
+out vec2 place;
+
+void main() {
+    place = vec2(gl_VertexID == 1 ? 3.0 : -1.0, gl_VertexID == 2 ? 3.0 : -1.0);
+    gl_Position = vec4(place, 1.0, 1.0);
+}
+)";
+
+const char* const kSkyFragment = R"(
+in vec2 place;
+out vec4 result;
+
+float Hash(vec2 p) {
+    p = fract(p * vec2(0.1031, 0.1030));
+    p += dot(p, p.yx + 33.33);
+    return fract((p.x + p.y) * p.x);
+}
+
+float Noise(vec2 p) {
+    vec2 cell = floor(p);
+    vec2 f = p - cell;
+    f = f * f * (3.0 - 2.0 * f);
+    float low = mix(Hash(cell), Hash(cell + vec2(1.0, 0.0)), f.x);
+    float high = mix(Hash(cell + vec2(0.0, 1.0)), Hash(cell + vec2(1.0, 1.0)), f.x);
+    return mix(low, high, f.y);
+}
+
+float Clouds(vec2 p) {
+    return Noise(p) * 0.52 + Noise(p * 2.13 + 7.1) * 0.26 + Noise(p * 4.31 + 3.7) * 0.14 + Noise(p * 8.7) * 0.08;
+}
+
+void main() {
+    vec4 far = inverseViewProjection * vec4(place, 1.0, 1.0);
+    vec3 direction = normalize(far.xyz / far.w - eye.xyz);
+    vec3 color = SkyColor(direction);
+    float toSun = max(dot(direction, sunDirection.xyz), 0.0);
+    color += sunColor.rgb * (smoothstep(0.9994, 0.9998, toSun) * 4.0 + pow(toSun, 350.0) * 0.5);
+    if (direction.y > 0.015 && horizon.w > 0.0) {
+        vec2 p = direction.xz / (direction.y + 0.12) * 1.6 + vec2(eye.w * 0.012, eye.w * 0.004);
+        float dense = smoothstep(1.0 - horizon.w * 1.05, 1.35 - horizon.w * 1.05, Clouds(p) + 0.28);
+        float thick = Clouds(p + sunDirection.xz * 0.22);
+        vec3 lit = mix(sunColor.rgb * 0.42 + horizon.rgb * 0.35, horizon.rgb * 0.72, smoothstep(0.30, 0.75, thick));
+        color = mix(color, lit, dense * smoothstep(0.015, 0.22, direction.y) * 0.85);
+    }
+    result = vec4(ToneMap(color), 1.0);
+}
+)";
+
+const char* const kOutlineFragment = R"(
+uniform sampler2D mask;
+uniform vec3 color;
+uniform int radius;
+out vec4 result;
+
+void main() {
+    ivec2 here = ivec2(gl_FragCoord.xy);
+    ivec2 size = textureSize(mask, 0);
+    if (texelFetch(mask, here, 0).r > 0.5) {
+        discard;
+    }
+    for (int y = -radius; y <= radius; ++y) {
+        for (int x = -radius; x <= radius; ++x) {
+            ivec2 there = clamp(here + ivec2(x, y), ivec2(0), size - 1);
+            if (x * x + y * y <= radius * radius + 1 && texelFetch(mask, there, 0).r > 0.5) {
+                result = vec4(color, 1.0);
+                return;
+            }
+        }
+    }
+    discard;
+}
+)";
+
+const char* const kLineVertex = R"(
+layout(location = 0) in vec3 from;
+layout(location = 1) in vec3 to;
+layout(location = 2) in vec4 color;
+layout(location = 3) in float width;
+uniform float scale;
+out vec4 lineColor;
+noperspective out float across;
+flat out float halfWidth;
+
+void main() {
+    vec4 a = viewProjection * vec4(from, 1.0);
+    vec4 b = viewProjection * vec4(to, 1.0);
+    // Cut at the near plane, where z = -w, so that both ends can be divided.
+    float da = a.z + a.w;
+    float db = b.z + b.w;
+    if (da < 0.0 && db < 0.0) {
+        gl_Position = vec4(0.0, 0.0, 2.0, 1.0);
+        return;
+    }
+    vec4 start = da < 0.0 ? mix(a, b, da / (da - db) + 1e-5) : a;
+    vec4 end = db < 0.0 ? mix(b, a, db / (db - da) + 1e-5) : b;
+    vec2 along = (end.xy / end.w - start.xy / start.w) * viewport.xy;
+    float length_ = length(along);
+    vec2 direction = length_ > 1e-6 ? along / length_ : vec2(1.0, 0.0);
+    bool atEnd = gl_VertexID == 1 || gl_VertexID == 2 || gl_VertexID == 4;
+    float side = gl_VertexID == 2 || gl_VertexID == 4 || gl_VertexID == 5 ? 1.0 : -1.0;
+    halfWidth = width * scale * 0.5;
+    float reach = halfWidth + 1.0;
+    vec4 here = atEnd ? end : start;
+    vec2 offset = vec2(-direction.y, direction.x) * side * reach + direction * (atEnd ? 0.5 : -0.5);
+    gl_Position = vec4(here.xy + offset * 2.0 * viewport.zw * here.w, here.zw);
+    across = side * reach;
+    lineColor = color;
+}
+)";
+
+const char* const kLineFragment = R"(
+in vec4 lineColor;
+noperspective in float across;
+flat in float halfWidth;
+out vec4 result;
+
+void main() {
+    float cover = clamp(halfWidth + 0.5 - abs(across), 0.0, 1.0);
+    result = vec4(lineColor.rgb, lineColor.a * cover);
+}
+)";
+
+} // namespace Shaders
