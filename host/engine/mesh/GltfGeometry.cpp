@@ -22,6 +22,9 @@ std::uint8_t ToByte(double value) {
 struct Look {
     glm::vec3 color{0.8f};
     std::uint8_t surface[4] = {204, 0, 0, 0};
+
+    /// Above this roughness a mirror image is too faint to be worth its price.
+    bool IsGlossy() const { return surface[0] < 140 || surface[1] > 0 || surface[3] > 0; }
 };
 
 Look LookOf(const tinygltf::Model& model, int index) {
@@ -100,16 +103,17 @@ public:
         BuildClips(model, order, mesh);
         moved = MovedNodes(mesh);
         rest.Evaluate(mesh, {});
-        for (std::size_t i = 0; i < model.nodes.size(); ++i) {
-            if (order[i] >= 0) {
-                AddNodeMesh(model.nodes[i], order[i]);
+        // All plain surfaces first: a still mesh is then two draws at most.
+        for (const bool glossy : {false, true}) {
+            for (std::size_t i = 0; i < model.nodes.size(); ++i) {
+                AddNodeMesh(model.nodes[i], order[i], glossy);
             }
         }
         mesh.Finish();
     }
 
 private:
-    void AddNodeMesh(const tinygltf::Node& node, int index) {
+    void AddNodeMesh(const tinygltf::Node& node, int index, bool glossy) {
         if (node.mesh < 0) {
             return;
         }
@@ -120,24 +124,28 @@ private:
         if (skin >= static_cast<int>(mesh.skins.size())) {
             throw MeshError("node \"" + node.name + "\" names a skin that does not exist");
         }
-        MeshPart& part =
-            PartFor(skin >= 0 || !moved[static_cast<std::size_t>(index)] ? -1 : index, std::max(skin, -1));
+        const int carrier = skin >= 0 || !moved[static_cast<std::size_t>(index)] ? -1 : index;
         for (const tinygltf::Primitive& primitive :
              model.meshes[static_cast<std::size_t>(node.mesh)].primitives) {
-            if (primitive.mode == TINYGLTF_MODE_TRIANGLES || primitive.mode == -1) {
-                AddPrimitive(primitive, part, index);
+            const bool triangles = primitive.mode == TINYGLTF_MODE_TRIANGLES || primitive.mode == -1;
+            const Look look = LookOf(model, primitive.material);
+            if (triangles && look.IsGlossy() == glossy) {
+                MeshPart& part = PartFor(carrier, std::max(skin, -1), glossy);
+                AddPrimitive(primitive, look, part, index);
+                part.vertexCount = static_cast<std::uint32_t>(mesh.vertices.size()) - part.firstVertex;
+                part.indexCount = static_cast<std::uint32_t>(mesh.indices.size()) - part.firstIndex;
             }
         }
-        part.vertexCount = static_cast<std::uint32_t>(mesh.vertices.size()) - part.firstVertex;
-        part.indexCount = static_cast<std::uint32_t>(mesh.indices.size()) - part.firstIndex;
     }
 
     /// The last part if it moves in the same way, otherwise a new one behind it.
-    MeshPart& PartFor(int node, int skin) {
-        if (mesh.parts.empty() || mesh.parts.back().node != node || mesh.parts.back().skin != skin) {
+    MeshPart& PartFor(int node, int skin, bool glossy) {
+        const MeshPart* last = mesh.parts.empty() ? nullptr : &mesh.parts.back();
+        if (last == nullptr || last->node != node || last->skin != skin || last->glossy != glossy) {
             MeshPart part;
             part.node = node;
             part.skin = skin;
+            part.glossy = glossy;
             part.firstVertex = static_cast<std::uint32_t>(mesh.vertices.size());
             part.firstIndex = static_cast<std::uint32_t>(mesh.indices.size());
             mesh.parts.push_back(part);
@@ -145,7 +153,8 @@ private:
         return mesh.parts.back();
     }
 
-    void AddPrimitive(const tinygltf::Primitive& primitive, const MeshPart& part, int node) {
+    void AddPrimitive(const tinygltf::Primitive& primitive, const Look& look, const MeshPart& part,
+                      int node) {
         const std::vector<glm::vec4> positions = ReadVectors(model, Attribute(primitive, "POSITION"), 3);
         const std::vector<std::uint32_t> indices = PrimitiveIndices(model, primitive, positions.size());
         if (positions.size() > kMaxVertices - mesh.vertices.size() ||
@@ -153,7 +162,7 @@ private:
             throw MeshError("more than 4 million vertices");
         }
         const auto base = static_cast<std::uint32_t>(mesh.vertices.size());
-        AddVertices(primitive, positions, indices,
+        AddVertices(primitive, look, positions, indices,
                     part.node < 0 && part.skin < 0 ? rest.nodes[static_cast<std::size_t>(node)]
                                                    : glm::mat4(1.0f));
         AddWeights(primitive, positions.size(), part.skin);
@@ -162,8 +171,9 @@ private:
         }
     }
 
-    void AddVertices(const tinygltf::Primitive& primitive, const std::vector<glm::vec4>& positions,
-                     const std::vector<std::uint32_t>& indices, const glm::mat4& matrix) {
+    void AddVertices(const tinygltf::Primitive& primitive, const Look& look,
+                     const std::vector<glm::vec4>& positions, const std::vector<std::uint32_t>& indices,
+                     const glm::mat4& matrix) {
         const int normalIndex = Attribute(primitive, "NORMAL");
         const std::vector<glm::vec4> normals =
             normalIndex >= 0 ? ReadVectors(model, normalIndex, 3) : MakeNormals(positions, indices);
@@ -173,7 +183,6 @@ private:
                                                   ? ReadVectors(model, colorIndex, 3)
                                                   : std::vector<glm::vec4>(positions.size(), glm::vec4(1.0f));
         RequireCount(colors.size(), positions.size(), "colours");
-        const Look look = LookOf(model, primitive.material);
         const glm::mat3 normalMatrix = glm::transpose(glm::inverse(glm::mat3(matrix)));
         for (std::size_t i = 0; i < positions.size(); ++i) {
             MeshVertex vertex{};

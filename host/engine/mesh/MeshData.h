@@ -18,6 +18,11 @@ struct MeshBox {
         max = glm::max(max, point);
     }
     glm::vec3 Center() const { return (min + max) * 0.5f; }
+    /// One of 8; bits 0, 1, 2 of the number take the high side of x, y, z.
+    glm::vec3 Corner(int number) const {
+        return {(number & 1) != 0 ? max.x : min.x, (number & 2) != 0 ? max.y : min.y,
+                (number & 4) != 0 ? max.z : min.z};
+    }
     glm::vec3 Extent() const { return max - min; }
 };
 
@@ -47,8 +52,9 @@ struct MeshWeights {
 
 /// A run of triangles that moves as one.
 struct MeshPart {
-    int node = -1; ///< node that carries the part; -1 when the vertices stand in model space
-    int skin = -1; ///< skin that bends the part, -1 for none
+    int node = -1;       ///< node that carries the part; -1 when the vertices stand in model space
+    int skin = -1;       ///< skin that bends the part, -1 for none
+    bool glossy = false; ///< some surface of the part mirrors its surroundings
     std::uint32_t firstVertex = 0;
     std::uint32_t vertexCount = 0;
     std::uint32_t firstIndex = 0;

@@ -17,12 +17,21 @@ bool IsFinite(const glm::mat4& matrix) {
 MeshBox TransformBox(const MeshBox& box, const glm::mat4& matrix) {
     MeshBox result;
     for (int corner = 0; corner < 8; ++corner) {
-        const glm::vec3 point((corner & 1) != 0 ? box.max.x : box.min.x,
-                              (corner & 2) != 0 ? box.max.y : box.min.y,
-                              (corner & 4) != 0 ? box.max.z : box.min.z);
-        result.Add(glm::vec3(matrix * glm::vec4(point, 1.0f)));
+        result.Add(glm::vec3(matrix * glm::vec4(box.Corner(corner), 1.0f)));
     }
     return result;
+}
+
+void AddScreenBox(const MeshBox& box, const glm::mat4& viewProjection, MeshBox& seen) {
+    for (int corner = 0; corner < 8; ++corner) {
+        const glm::vec4 point = viewProjection * glm::vec4(box.Corner(corner), 1.0f);
+        if (point.w <= 1e-4f) {
+            seen.Add(glm::vec3(-1.0f));
+            seen.Add(glm::vec3(1.0f));
+        } else {
+            seen.Add(glm::vec3(point) / point.w);
+        }
+    }
 }
 
 namespace {
@@ -57,15 +66,15 @@ std::vector<FrameItem> CollectItems(const RenderScene& scene) {
     return result;
 }
 
-int LightsReaching(const RenderScene& scene, const glm::vec3& center, float radius) {
-    int mask = 0;
+ItemLights LightsReaching(const RenderScene& scene, const glm::vec3& center, float radius) {
+    ItemLights result;
     const std::size_t count = std::min(scene.lights.size(), RenderScene::kMaxLights);
     for (std::size_t i = 0; i < count; ++i) {
         if (glm::distance(scene.lights[i].position, center) < scene.lights[i].range + radius) {
-            mask |= 1 << i;
+            result.index[result.count++] = static_cast<int>(i);
         }
     }
-    return mask;
+    return result;
 }
 
 std::array<glm::vec4, 6> FrustumPlanes(const glm::mat4& viewProjection) {

@@ -6,10 +6,10 @@
 
 namespace {
 
-GLuint Compile(GLenum stage, const char* prelude, const char* source) {
+GLuint Compile(GLenum stage, const char* define, const char* prelude, const char* source) {
     const GLuint shader = glCreateShader(stage);
-    const char* texts[] = {"#version 330 core\n", prelude, source};
-    glShaderSource(shader, 3, texts, nullptr);
+    const char* texts[] = {"#version 330 core\n", define, prelude, source};
+    glShaderSource(shader, 4, texts, nullptr);
     glCompileShader(shader);
     GLint good = 0;
     glGetShaderiv(shader, GL_COMPILE_STATUS, &good);
@@ -24,9 +24,9 @@ GLuint Compile(GLenum stage, const char* prelude, const char* source) {
 
 } // namespace
 
-GlProgram::GlProgram(const char* prelude, const char* vertex, const char* fragment) {
-    const GLuint vertexShader = Compile(GL_VERTEX_SHADER, prelude, vertex);
-    const GLuint fragmentShader = Compile(GL_FRAGMENT_SHADER, prelude, fragment);
+GlProgram::GlProgram(const char* prelude, const char* vertex, const char* fragment, const char* define) {
+    const GLuint vertexShader = Compile(GL_VERTEX_SHADER, define, prelude, vertex);
+    const GLuint fragmentShader = Compile(GL_FRAGMENT_SHADER, define, prelude, fragment);
     program = glCreateProgram();
     glAttachShader(program, vertexShader);
     glAttachShader(program, fragmentShader);

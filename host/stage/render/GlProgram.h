@@ -5,8 +5,9 @@
 /// A linked shader program. Created and destroyed with its context current.
 class GlProgram {
 public:
-    /// `prelude` is put in front of both shaders. Throws std::runtime_error with the compiler's text.
-    GlProgram(const char* prelude, const char* vertex, const char* fragment);
+    /// `prelude` and then `define` are put in front of both shaders. Throws std::runtime_error with the
+    /// compiler's text.
+    GlProgram(const char* prelude, const char* vertex, const char* fragment, const char* define = "");
     ~GlProgram();
     GlProgram(const GlProgram&) = delete;
     GlProgram& operator=(const GlProgram&) = delete;

@@ -26,30 +26,52 @@ void SetMatrix(const GlProgram& program, const char* name, const glm::mat4& matr
 } // namespace
 
 MeshPass::MeshPass()
-    : lit(Shaders::kFramePrelude, Shaders::kMeshVertex, Shaders::kMeshFragment),
+    : plain(Shaders::kFramePrelude, Shaders::kMeshVertex, Shaders::kMeshFragment),
+      glossy(Shaders::kFramePrelude, Shaders::kMeshVertex, Shaders::kMeshFragment, "#define GLOSSY\n"),
       depth(Shaders::kFramePrelude, Shaders::kDepthVertex, Shaders::kDepthFragment),
       mask(Shaders::kFramePrelude, Shaders::kDepthVertex, Shaders::kMaskFragment) {
 }
 
 void MeshPass::Prepare(const std::vector<FrameItem>& items) {
-    std::vector<const RenderItem*> plain;
-    plain.reserve(items.size());
+    std::vector<const RenderItem*> sources;
+    sources.reserve(items.size());
     for (const FrameItem& entry : items) {
-        plain.push_back(entry.item);
+        sources.push_back(entry.item);
     }
-    buffers.Prepare(plain);
+    buffers.Prepare(sources);
 }
 
-void MeshPass::DrawLitItem(const FrameItem& entry, int lights) {
-    glUniform3fv(lit.Location("tint"), 1, &entry.item->tint.x);
-    glUniform1i(lit.Location("lightMask"), lights);
-    for (const MeshPart& part : entry.item->mesh->parts) {
-        const glm::mat4 matrix = PartMatrix(*entry.item, part);
-        const glm::mat3 normalMatrix = glm::transpose(glm::inverse(glm::mat3(matrix)));
-        SetMatrix(lit, "model", matrix);
-        glUniformMatrix3fv(lit.Location("normalModel"), 1, GL_FALSE, &normalMatrix[0][0]);
-        FaceFront(matrix);
-        buffers.Draw(entry.index, part);
+void MeshPass::DrawLitPart(const GlProgram& program, const FrameItem& entry, const MeshPart& part) {
+    const glm::mat4 matrix = PartMatrix(*entry.item, part);
+    const glm::mat3 normalMatrix = glm::transpose(glm::inverse(glm::mat3(matrix)));
+    SetMatrix(program, "model", matrix);
+    glUniformMatrix3fv(program.Location("normalModel"), 1, GL_FALSE, &normalMatrix[0][0]);
+    FaceFront(matrix);
+    buffers.Draw(entry.index, part);
+}
+
+void MeshPass::DrawLitParts(const GlProgram& program, bool isGlossy, const RenderScene& scene,
+                            unsigned shadowTexture) {
+    program.Use();
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, shadowTexture);
+    glUniform1i(program.Location("shadowMap"), 0);
+    for (const FrameItem* entry : order) {
+        const std::vector<MeshPart>& meshParts = entry->item->mesh->parts;
+        if (std::none_of(meshParts.begin(), meshParts.end(),
+                         [&](const MeshPart& part) { return part.glossy == isGlossy; })) {
+            continue;
+        }
+        const ItemLights lights = LightsReaching(scene, entry->center, entry->radius);
+        glUniform3fv(program.Location("tint"), 1, &entry->item->tint.x);
+        glUniform1i(program.Location("lightCount"), lights.count);
+        glUniform1iv(program.Location("lightIndex"), static_cast<GLsizei>(RenderScene::kMaxLights),
+                     lights.index);
+        for (const MeshPart& part : meshParts) {
+            if (part.glossy == isGlossy) {
+                DrawLitPart(program, *entry, part);
+            }
+        }
     }
 }
 
@@ -67,15 +89,10 @@ void MeshPass::DrawLit(const std::vector<FrameItem>& items, const RenderScene& s
     };
     std::stable_sort(order.begin(), order.end(),
                      [&](const FrameItem* a, const FrameItem* b) { return nearness(a) < nearness(b); });
-    lit.Use();
-    glActiveTexture(GL_TEXTURE0);
-    glBindTexture(GL_TEXTURE_2D, shadowTexture);
-    glUniform1i(lit.Location("shadowMap"), 0);
     glEnable(GL_DEPTH_TEST);
     glEnable(GL_CULL_FACE);
-    for (const FrameItem* entry : order) {
-        DrawLitItem(*entry, LightsReaching(scene, entry->center, entry->radius));
-    }
+    DrawLitParts(plain, /*isGlossy*/ false, scene, shadowTexture);
+    DrawLitParts(glossy, /*isGlossy*/ true, scene, shadowTexture);
     glDisable(GL_CULL_FACE);
 }
 

@@ -17,13 +17,17 @@ public:
     void DrawDepth(const std::vector<FrameItem>& items, const glm::mat4& projection);
     /// The outlined items in white.
     void DrawMask(const std::vector<FrameItem>& items, const glm::mat4& viewProjection);
-    const GlProgram& LitProgram() const { return lit; }
+    const GlProgram& PlainProgram() const { return plain; }
+    const GlProgram& GlossyProgram() const { return glossy; }
 
 private:
     void DrawFlat(const GlProgram& program, const FrameItem& entry);
-    void DrawLitItem(const FrameItem& entry, int lights);
+    void DrawLitParts(const GlProgram& program, bool isGlossy, const RenderScene& scene,
+                      unsigned shadowTexture);
+    void DrawLitPart(const GlProgram& program, const FrameItem& entry, const MeshPart& part);
 
-    GlProgram lit;
+    GlProgram plain;  ///< for rough surfaces: no mirror and no gleam
+    GlProgram glossy; ///< for all others
     GlProgram depth;
     GlProgram mask;
     MeshBuffers buffers;

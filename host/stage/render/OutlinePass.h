@@ -10,10 +10,20 @@ public:
     OutlinePass(const OutlinePass&) = delete;
     OutlinePass& operator=(const OutlinePass&) = delete;
 
-    /// Binds an empty mask of this size; whatever is drawn next gets the rim.
-    void BeginMask(int width, int height);
+    /// A part of a frame in its pixels, counted from the lower left.
+    struct Area {
+        int x = 0;
+        int y = 0;
+        int width = 0;
+        int height = 0;
+    };
+
+    /// Binds a mask of this size, empty in the area; whatever is drawn next gets the rim. Until Draw,
+    /// drawing is cut to the area.
+    void BeginMask(int width, int height, const Area& area);
     /// Into the bound frame, `radius` pixels of it wide.
-    void Draw(const glm::vec3& color, int radius) const;
+    void Draw(const glm::vec3& color, float radius) const;
+    const GlProgram& Program() const { return program; }
 
 private:
     GlProgram program;

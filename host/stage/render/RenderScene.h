@@ -36,13 +36,13 @@ struct RenderLight {
 
 struct RenderSun {
     glm::vec3 direction{0.4f, 0.8f, 0.45f}; ///< from the ground towards the sun, any length
-    glm::vec3 color{2.6f, 2.35f, 2.0f};
+    glm::vec3 color{1.55f, 1.38f, 1.14f};
 };
 
 struct RenderSky {
-    glm::vec3 zenith{0.16f, 0.33f, 0.62f};
-    glm::vec3 horizon{0.62f, 0.72f, 0.80f};
-    glm::vec3 ground{0.20f, 0.19f, 0.18f}; ///< light that comes from below
+    glm::vec3 zenith{0.10f, 0.22f, 0.44f};
+    glm::vec3 horizon{0.42f, 0.50f, 0.56f};
+    glm::vec3 ground{0.13f, 0.12f, 0.11f}; ///< light that comes from below
     float fog = 0.006f;                    ///< share of light lost a metre
     float clouds = 0.45f;                  ///< 0 clear to 1 overcast
 };

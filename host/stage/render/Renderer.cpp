@@ -8,8 +8,8 @@
 #include "host/stage/render/MeshPass.h"
 #include "host/stage/render/OutlinePass.h"
 #include "host/stage/render/RenderTarget.h"
-#include "host/stage/render/Shaders.h"
 #include "host/stage/render/ShadowMap.h"
+#include "host/stage/render/SkyPass.h"
 
 #include <algorithm>
 #include <epoxy/gl.h>
@@ -72,28 +72,26 @@ MeshBox CasterBox(const std::vector<FrameItem>& items) {
 struct Renderer::Parts {
     GlContext context;
     struct Passes {
-        Passes() : sky(Shaders::kFramePrelude, Shaders::kScreenVertex, Shaders::kSkyFragment) {
-            BindFrameBlock(sky);
+        Passes() {
+            BindFrameBlock(sky.CloudProgram());
+            BindFrameBlock(sky.SkyProgram());
             BindFrameBlock(lines.Program());
-            BindFrameBlock(meshes.LitProgram());
+            BindFrameBlock(outline.Program());
+            BindFrameBlock(meshes.PlainProgram());
+            BindFrameBlock(meshes.GlossyProgram());
             glGenBuffers(1, &frameBuffer);
-            glGenVertexArrays(1, &emptyArray);
         }
-        ~Passes() {
-            glDeleteBuffers(1, &frameBuffer);
-            glDeleteVertexArrays(1, &emptyArray);
-        }
+        ~Passes() { glDeleteBuffers(1, &frameBuffer); }
         Passes(const Passes&) = delete;
         Passes& operator=(const Passes&) = delete;
 
-        GlProgram sky;
+        SkyPass sky;
         MeshPass meshes;
         LinePass lines;
         OutlinePass outline;
         ShadowMap shadow;
         RenderTarget target;
         unsigned frameBuffer = 0;
-        unsigned emptyArray = 0;
     };
     std::unique_ptr<Passes> passes;
     const RenderScene* scene = nullptr;
@@ -106,26 +104,37 @@ struct Renderer::Parts {
         glBindBufferBase(GL_UNIFORM_BUFFER, kFrameBinding, passes->frameBuffer);
     }
 
-    void DrawSky() const {
-        passes->sky.Use();
-        glBindVertexArray(passes->emptyArray);
-        glEnable(GL_DEPTH_TEST);
-        glDepthFunc(GL_LEQUAL);
-        glDepthMask(GL_FALSE);
-        glDrawArrays(GL_TRIANGLES, 0, 3);
-        glDepthMask(GL_TRUE);
-        glDepthFunc(GL_LESS);
-        glBindVertexArray(0);
+    /// The pixels that the rims can reach; empty when nothing is outlined.
+    OutlinePass::Area OutlineArea(const glm::mat4& viewProjection, int margin) const {
+        MeshBox seen;
+        for (const FrameItem& entry : items) {
+            if (entry.item->outline) {
+                AddScreenBox(entry.box, viewProjection, seen);
+            }
+        }
+        if (seen.IsEmpty()) {
+            return {};
+        }
+        const glm::vec2 size(passes->target.Width(), passes->target.Height());
+        const glm::vec2 edge(static_cast<float>(margin));
+        const glm::vec2 low =
+            glm::clamp((glm::vec2(seen.min) * 0.5f + 0.5f) * size - edge, glm::vec2(0.0f), size);
+        const glm::vec2 high =
+            glm::clamp((glm::vec2(seen.max) * 0.5f + 0.5f) * size + edge, glm::vec2(0.0f), size);
+        return {static_cast<int>(low.x), static_cast<int>(low.y), static_cast<int>(high.x - low.x) + 1,
+                static_cast<int>(high.y - low.y) + 1};
     }
 
     void DrawOutline(const glm::mat4& viewProjection, int supersample) const {
-        if (std::none_of(items.begin(), items.end(), [](const FrameItem& e) { return e.item->outline; })) {
+        const int radius = 2 * supersample;
+        const OutlinePass::Area area = OutlineArea(viewProjection, radius + 1);
+        if (area.width == 0) {
             return;
         }
-        passes->outline.BeginMask(passes->target.Width(), passes->target.Height());
+        passes->outline.BeginMask(passes->target.Width(), passes->target.Height(), area);
         passes->meshes.DrawMask(items, viewProjection);
         passes->target.Bind();
-        passes->outline.Draw(kOutlineColor, 2 * supersample);
+        passes->outline.Draw(kOutlineColor, static_cast<float>(radius));
     }
 
     void DrawLines(const RenderCamera& camera, int supersample) const {
@@ -145,8 +154,10 @@ struct Renderer::Parts {
         block.shadow = passes->shadow.TextureMatrix();
         block.sunDirection.w = hasShadow ? 1.0f : 0.0f;
         UploadBlock(block);
+        passes->sky.DrawClouds(passes->target.Width(), passes->target.Height());
+        passes->target.Bind();
         passes->meshes.DrawLit(items, *scene, viewProjection, glm::vec3(block.eye), passes->shadow.Texture());
-        DrawSky();
+        passes->sky.Draw();
         DrawOutline(viewProjection, supersample);
         DrawLines(camera, supersample);
     }

@@ -29,11 +29,17 @@ vec3 SkyColor(vec3 direction) {
     return color + sunColor.rgb * (wide * 0.10 + glow * 0.03 * haze);
 }
 
-// Filmic curve fitted for linear colours, then the display's gamma.
+// Filmic curve fitted for linear colours, then a gamma of 2: a root is many times cheaper than a power
+// where the processor draws.
 vec3 ToneMap(vec3 c) {
     c *= sunColor.w;
     c = clamp((c * (2.51 * c + 0.03)) / (c * (2.43 * c + 0.59) + 0.14), 0.0, 1.0);
-    return pow(c, vec3(1.0 / 2.2));
+    return sqrt(c);
+}
+
+float FogShare(float distance) {
+    float f = zenith.w * max(distance - 6.0, 0.0);
+    return 1.0 - 1.0 / (1.0 + f + 0.5 * f * f);
 }
 )";
 
@@ -71,7 +77,8 @@ in vec3 albedo;
 in vec4 material;
 in vec3 shadowPosition;
 uniform sampler2DShadow shadowMap;
-uniform int lightMask;
+uniform int lightCount;
+uniform int lightIndex[8];
 out vec4 result;
 
 float SunVisible() {
@@ -86,6 +93,7 @@ float SunVisible() {
     return mix(1.0, sum * 0.25, sunDirection.w);
 }
 
+#ifdef GLOSSY
 vec3 Ripple(vec3 n, float distance) {
     vec2 p = worldPosition.xz;
     float t = eye.w;
@@ -96,50 +104,52 @@ vec3 Ripple(vec3 n, float distance) {
     slope *= material.a / (1.0 + distance * 0.03);
     return normalize(n - vec3(slope.x, 0.0, slope.y));
 }
+#endif
 
 void main() {
     vec3 toEye = eye.xyz - worldPosition;
     float distance = length(toEye);
     toEye /= distance;
     vec3 n = normalize(worldNormal);
-    if (material.a > 0.0) {
-        n = Ripple(n, distance);
-    }
-    float roughness = material.r;
-    float facing = max(dot(n, toEye), 0.0);
+#ifdef GLOSSY
+    n = Ripple(n, distance);
+#endif
     float sun = max(dot(n, sunDirection.xyz), 0.0);
-    float visible = sun > 0.0 ? SunVisible() : 0.0;
-    vec3 ambient = mix(ground.rgb, mix(zenith.rgb, horizon.rgb, 0.55), n.y * 0.5 + 0.5);
+    float visible = SunVisible();
+    vec3 ambient = mix(ground.rgb, zenith.rgb * 0.45 + horizon.rgb * 0.55, n.y * 0.5 + 0.5);
     vec3 light = ambient + sunColor.rgb * (sun * visible);
-    float shine = exp2(10.0 * (1.0 - roughness) + 1.0);
-    vec3 halfway = normalize(toEye + sunDirection.xyz);
-    float gloss = pow(max(dot(n, halfway), 0.0), shine) * (shine + 8.0) * 0.04 * (1.0 - roughness) * (1.0 - roughness);
-    vec3 specular = sunColor.rgb * (min(gloss, 12.0) * sun * visible);
-    int count = int(ground.w);
-    for (int i = 0; i < count; ++i) {
-        if ((lightMask & (1 << i)) == 0) {
-            continue;
-        }
-        vec3 toLight = lightPosition[i].xyz - worldPosition;
+    for (int i = 0; i < lightCount; ++i) {
+        int which = lightIndex[i];
+        vec3 toLight = lightPosition[which].xyz - worldPosition;
         float squared = dot(toLight, toLight);
-        float range = lightPosition[i].w;
+        float range = lightPosition[which].w;
         float fade = max(1.0 - squared / (range * range), 0.0);
         vec3 direction = toLight * inversesqrt(squared + 0.0001);
         float wrap = max(dot(n, direction) * 0.8 + 0.2, 0.0);
-        light += lightColor[i].rgb * (wrap * fade * fade / (0.35 + squared * 0.08));
+        light += lightColor[which].rgb * (wrap * fade * fade / (0.35 + squared * 0.08));
     }
+    vec3 color = albedo * (light + material.b * 3.2);
+#ifdef GLOSSY
+    float roughness = material.r;
+    float metallic = material.g;
+    float polish = (1.0 - roughness) * (1.0 - roughness);
+    float facing = max(dot(n, toEye), 0.0);
     float fresnel = 1.0 - facing;
     fresnel = fresnel * fresnel * fresnel * fresnel * fresnel;
-    float metallic = material.g;
-    float smooth_ = (1.0 - roughness) * (1.0 - roughness);
-    vec3 mirror = SkyColor(reflect(-toEye, n)) * mix(0.35, 1.0, visible);
     vec3 reflectance = mix(vec3(0.04), albedo, metallic);
-    vec3 weight = (reflectance + (1.0 - reflectance) * fresnel) * smooth_;
-    vec3 color = albedo * light * (1.0 - metallic * 0.85) * (1.0 - weight) + mirror * weight + specular * mix(vec3(1.0), albedo, metallic);
-    color += albedo * material.b * 3.2;
-    float fog = 1.0 - exp2(-zenith.w * 1.4427 * max(distance - 6.0, 0.0));
-    vec3 fogColor = SkyColor(normalize(vec3(-toEye.x, max(-toEye.y, 0.0) * 0.4, -toEye.z)));
-    result = vec4(ToneMap(mix(color, fogColor, fog)), 1.0);
+    vec3 weight = (reflectance + (1.0 - reflectance) * fresnel) * polish;
+    vec3 mirror = SkyColor(reflect(-toEye, n)) * mix(0.35, 1.0, visible);
+    float shine = exp2(10.0 * (1.0 - roughness) + 1.0);
+    vec3 halfway = normalize(toEye + sunDirection.xyz);
+    float gloss = pow(max(dot(n, halfway), 0.0), shine) * (shine + 8.0) * 0.04 * polish;
+    color = mix(color * (1.0 - metallic * 0.85), mirror, weight);
+    color += sunColor.rgb * mix(vec3(1.0), albedo, metallic) * (min(gloss, 12.0) * visible);
+#endif
+    float toSun = max(-dot(toEye, sunDirection.xyz), 0.0);
+    toSun *= toSun;
+    toSun *= toSun;
+    vec3 fogColor = horizon.rgb + sunColor.rgb * (toSun * toSun * 0.10 + toSun * 0.03);
+    result = vec4(ToneMap(mix(color, fogColor, FogShare(distance))), 1.0);
 }
 )";
 
@@ -168,7 +178,7 @@ void main() {
 }
 )";
 
-const char* const kSkyFragment = R"(
+const char* const kCloudFragment = R"(
 in vec2 place;
 out vec4 result;
 
@@ -191,45 +201,51 @@ float Clouds(vec2 p) {
     return Noise(p) * 0.52 + Noise(p * 2.13 + 7.1) * 0.26 + Noise(p * 4.31 + 3.7) * 0.14 + Noise(p * 8.7) * 0.08;
 }
 
+// Light of the clouds and how much they cover, at a fraction of the picture's size.
+void main() {
+    vec4 far = inverseViewProjection * vec4(place, 1.0, 1.0);
+    vec3 direction = normalize(far.xyz / far.w - eye.xyz);
+    float height = max(direction.y, 0.015);
+    vec2 p = direction.xz / (height + 0.12) * 1.6 + vec2(eye.w * 0.012, eye.w * 0.004);
+    float dense = smoothstep(1.0 - horizon.w * 1.05, 1.35 - horizon.w * 1.05, Clouds(p) + 0.28);
+    float thick = Clouds(p + sunDirection.xz * 0.22);
+    float lit = 1.0 - smoothstep(0.30, 0.75, thick);
+    result = vec4(lit, dense * smoothstep(0.015, 0.22, direction.y) * 0.85, 0.0, 1.0);
+}
+)";
+
+const char* const kSkyFragment = R"(
+in vec2 place;
+uniform sampler2D clouds;
+out vec4 result;
+
 void main() {
     vec4 far = inverseViewProjection * vec4(place, 1.0, 1.0);
     vec3 direction = normalize(far.xyz / far.w - eye.xyz);
     vec3 color = SkyColor(direction);
     float toSun = max(dot(direction, sunDirection.xyz), 0.0);
-    color += sunColor.rgb * (smoothstep(0.9994, 0.9998, toSun) * 4.0 + pow(toSun, 350.0) * 0.5);
-    if (direction.y > 0.015 && horizon.w > 0.0) {
-        vec2 p = direction.xz / (direction.y + 0.12) * 1.6 + vec2(eye.w * 0.012, eye.w * 0.004);
-        float dense = smoothstep(1.0 - horizon.w * 1.05, 1.35 - horizon.w * 1.05, Clouds(p) + 0.28);
-        float thick = Clouds(p + sunDirection.xz * 0.22);
-        vec3 lit = mix(sunColor.rgb * 0.42 + horizon.rgb * 0.35, horizon.rgb * 0.72, smoothstep(0.30, 0.75, thick));
-        color = mix(color, lit, dense * smoothstep(0.015, 0.22, direction.y) * 0.85);
-    }
-    result = vec4(ToneMap(color), 1.0);
+    float disc = clamp((toSun - 0.9992) * 2500.0, 0.0, 1.0);
+    float halo = max(toSun - 0.985, 0.0) * (1.0 / 0.015);
+    halo *= halo;
+    color += sunColor.rgb * (disc * disc * 4.0 + halo * halo * 0.4);
+    vec2 cover = texture(clouds, place * 0.5 + 0.5).rg;
+    vec3 shade = mix(horizon.rgb * 0.72, sunColor.rgb * 0.42 + horizon.rgb * 0.35, cover.r);
+    result = vec4(ToneMap(mix(color, shade, cover.g)), 1.0);
 }
 )";
 
 const char* const kOutlineFragment = R"(
 uniform sampler2D mask;
 uniform vec3 color;
-uniform int radius;
+uniform float radius;
 out vec4 result;
 
+float Mask(vec2 place) { return texture(mask, (gl_FragCoord.xy + place * radius) * viewport.zw).r; }
+
 void main() {
-    ivec2 here = ivec2(gl_FragCoord.xy);
-    ivec2 size = textureSize(mask, 0);
-    if (texelFetch(mask, here, 0).r > 0.5) {
-        discard;
-    }
-    for (int y = -radius; y <= radius; ++y) {
-        for (int x = -radius; x <= radius; ++x) {
-            ivec2 there = clamp(here + ivec2(x, y), ivec2(0), size - 1);
-            if (x * x + y * y <= radius * radius + 1 && texelFetch(mask, there, 0).r > 0.5) {
-                result = vec4(color, 1.0);
-                return;
-            }
-        }
-    }
-    discard;
+    float around = max(max(Mask(vec2(1.0, 0.0)), Mask(vec2(-1.0, 0.0))), max(Mask(vec2(0.0, 1.0)), Mask(vec2(0.0, -1.0))));
+    float corners = max(max(Mask(vec2(0.7, 0.7)), Mask(vec2(-0.7, 0.7))), max(Mask(vec2(0.7, -0.7)), Mask(vec2(-0.7, -0.7))));
+    result = vec4(color, max(around, corners) - Mask(vec2(0.0)));
 }
 )";
 

@@ -10,6 +10,7 @@ extern const char* const kDepthVertex;
 extern const char* const kDepthFragment;
 extern const char* const kMaskFragment;
 extern const char* const kScreenVertex;
+extern const char* const kCloudFragment;
 extern const char* const kSkyFragment;
 extern const char* const kOutlineFragment;
 extern const char* const kLineVertex;

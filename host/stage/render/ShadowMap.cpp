@@ -10,10 +10,7 @@ glm::mat4 ShadowProjection(const MeshBox& world, const glm::vec3& toSun) {
     const glm::mat4 view = glm::lookAt(center + toSun, center, up);
     MeshBox seen;
     for (int corner = 0; corner < 8; ++corner) {
-        const glm::vec3 point((corner & 1) != 0 ? world.max.x : world.min.x,
-                              (corner & 2) != 0 ? world.max.y : world.min.y,
-                              (corner & 4) != 0 ? world.max.z : world.min.z);
-        seen.Add(glm::vec3(view * glm::vec4(point, 1.0f)));
+        seen.Add(glm::vec3(view * glm::vec4(world.Corner(corner), 1.0f)));
     }
     constexpr float kMargin = 0.5f;
     return glm::ortho(seen.min.x - kMargin, seen.max.x + kMargin, seen.min.y - kMargin, seen.max.y + kMargin,
