@@ -39,8 +39,7 @@ MainWindow::MainWindow(HostFolders folders)
     connect(&refreshTimer, &QTimer::timeout, this, &MainWindow::FlushRefresh);
     connect(views, &ViewArea::MenuRequested, this, &MainWindow::ShowMenu);
     resize(1360, 860);
-    host.level.New("");
-    LevelChanged();
+    session.New();
     UpdateActions();
 }
 
@@ -73,7 +72,10 @@ void MainWindow::MakeDocks() {
     addDockWidget(Qt::RightDockWidgetArea, pluginPanel);
     pluginPanel->hide();
     resizeDocks({treeDock, panelDock}, {240, 300}, Qt::Horizontal);
-    connect(pluginPanel, &PluginPanel::ClosedByUser, this, [this] { host.PanelClosed(); });
+    connect(pluginPanel, &PluginPanel::ClosedByUser, this, [this] {
+        HidePanel();
+        host.PanelClosed();
+    });
     connect(tree->tree, &ObjectTreeWidget::FocusRequested, views, &ViewArea::FocusSelection);
     connect(tree->tree, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) {
         EditorObject* object = tree->tree->ObjectOf(tree->tree->itemAt(place));

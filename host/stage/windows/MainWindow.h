@@ -11,10 +11,13 @@
 #include <QTimer>
 
 class CMenu;
+class CToolBar;
+class CWnd;
 class QActionGroup;
 class QDockWidget;
 class QLabel;
 class QShortcut;
+class QToolBar;
 
 namespace stage {
 
@@ -37,6 +40,8 @@ public:
     bool MayLoseChanges();
     bool OpenLevel(const QString& path);
     bool SaveLevelAs(const QString& path);
+    /// Loads plug-in libraries and starts them with a new level. Failures are reported.
+    void LoadPlugins(const QStringList& libraries);
     /// Takes leave of the plug-ins. Call it when no plug-in's call is under way.
     void ShutdownHost();
 
@@ -91,6 +96,7 @@ private:
     void FillRecentMenu();
     void FillMeshMenu();
     void FillPluginMenu();
+    void NamePluginButtons();
     void UpdateActions();
     void FlushRefresh();
 
@@ -116,6 +122,9 @@ private:
     QLabel* selectionLabel = nullptr;
     QList<QAction*> selectionActions; ///< enabled while something is selected
     QList<QShortcut*> pluginShortcuts;
+    /// The plug-ins own the first, the window the second.
+    std::vector<std::pair<CToolBar*, QPointer<QToolBar>>> pluginToolbars;
+    CWnd* panelForm = nullptr; ///< deletes itself with its window
     QTimer refreshTimer;
     bool treeStale = false;
     bool panelStale = false;
