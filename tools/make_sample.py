@@ -10,7 +10,7 @@ import sys
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 sys.dont_write_bytecode = True
 
-from sample import character, glb, props  # noqa: E402
+from sample import character, glb, props, sounds  # noqa: E402
 
 
 def main(arguments):
@@ -19,12 +19,15 @@ def main(arguments):
         return 2
     folder = arguments[1]
     os.makedirs(os.path.join(folder, "models"), exist_ok=True)
+    os.makedirs(os.path.join(folder, "sounds"), exist_ok=True)
     for name, make in props.MAKERS.items():
         nodes, clips = make()
         glb.write(os.path.join(folder, "models", name + ".glb"), nodes, clips)
     for name in character.LOOKS:
         nodes, clips, bones = character.make(name)
         glb.write(os.path.join(folder, "models", name + ".glb"), nodes, clips, bones)
+    for name, make in sounds.MAKERS.items():
+        sounds.save(os.path.join(folder, "sounds", name + ".wav"), make())
     return 0
 
 

@@ -157,7 +157,7 @@ def arm(s, look, at, letter, side):
     def down(point, y):
         return v.add(point, (0, -y, 0))
 
-    s.ball(v.add(top, (-side * 0.015, -0.01, 0)), (0.078, 0.070, 0.076), look.coat, 12, {upper: 0.6, clavicle: 0.4})
+    s.ball(v.add(top, (-side * 0.015, -0.01, 0)), (0.072, 0.064, 0.072), look.coat, 12, {upper: 0.6, clavicle: 0.4})
     limb(s, [(down(top, 0.0), 0.064, 1.05, {upper: 1}), (down(top, 0.10), 0.060, 1.05, {upper: 1}),
              (down(top, 0.21), 0.054, 1.05, {upper: 1}), (down(elbow, -0.02), 0.051, 1.05, {upper: 0.75, fore: 0.25}),
              (down(elbow, 0.02), 0.051, 1.05, {upper: 0.25, fore: 0.75}), (down(elbow, 0.09), 0.050, 1.05, {fore: 1}),

@@ -179,6 +179,9 @@ MeshClip ToClip(const tinygltf::Model& model, const tinygltf::Animation& source,
         }
         clip.duration = std::max(clip.duration, clip.channels.back().times.back());
     }
+    // Channels of one node stand together, so that a node is composed once.
+    std::stable_sort(clip.channels.begin(), clip.channels.end(),
+                     [](const MeshChannel& a, const MeshChannel& b) { return a.node < b.node; });
     return clip;
 }
 

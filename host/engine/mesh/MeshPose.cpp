@@ -3,17 +3,29 @@
 #include "host/engine/mesh/Mesh.h"
 
 #include <algorithm>
+#include <cstring>
 #include <glm/gtc/matrix_transform.hpp>
 
 namespace {
 
-glm::mat4 LocalMatrix(const MeshNode& node) {
+/// A node's place without its name, so that copying it allocates nothing.
+struct Transform {
+    glm::vec3 translation;
+    glm::quat rotation;
+    glm::vec3 scale;
+};
+
+template <class Placed> glm::mat4 LocalMatrix(const Placed& node) {
     glm::mat4 matrix = glm::mat4_cast(node.rotation);
     matrix[0] *= node.scale.x;
     matrix[1] *= node.scale.y;
     matrix[2] *= node.scale.z;
     matrix[3] = glm::vec4(node.translation, 1.0f);
     return matrix;
+}
+
+void Store(const glm::mat4& matrix, float* to) {
+    std::memcpy(to, &matrix[0][0], sizeof(matrix));
 }
 
 glm::quat ToQuat(const glm::vec4& v) {
@@ -58,7 +70,7 @@ bool IsBelow(const Mesh& mesh, int node, int root) {
     return node == root;
 }
 
-void Blend(MeshNode& node, MeshPath path, const glm::vec4& value, float weight) {
+template <class Placed> void Blend(Placed& node, MeshPath path, const glm::vec4& value, float weight) {
     switch (path) {
     case MeshPath::Translation:
         node.translation = glm::mix(node.translation, glm::vec3(value), weight);
@@ -105,6 +117,25 @@ glm::vec4 SampleChannel(const MeshChannel& channel, float seconds) {
         value = channel.curve == MeshCurve::Step ? keyValue(i) : Between(channel, i, seconds);
     }
     return channel.path == MeshPath::Rotation ? Unit(value) : value;
+}
+
+void SampleLocals(const Mesh& mesh, int clip, float seconds, float* locals) {
+    for (std::size_t i = 0; i < mesh.nodes.size(); ++i) {
+        Store(LocalMatrix(mesh.nodes[i]), locals + 16 * i);
+    }
+    if (clip < 0 || clip >= static_cast<int>(mesh.clips.size())) {
+        return;
+    }
+    const std::vector<MeshChannel>& channels = mesh.clips[static_cast<std::size_t>(clip)].channels;
+    for (std::size_t i = 0; i < channels.size();) {
+        const int index = channels[i].node;
+        const MeshNode& rest = mesh.nodes[static_cast<std::size_t>(index)];
+        Transform moved{rest.translation, rest.rotation, rest.scale};
+        for (; i < channels.size() && channels[i].node == index; ++i) {
+            Blend(moved, channels[i].path, SampleChannel(channels[i], seconds), 1.0f);
+        }
+        Store(LocalMatrix(moved), locals + 16 * static_cast<std::size_t>(index));
+    }
 }
 
 void MeshPose::ApplyLayer(const Mesh& mesh, const MeshLayer& layer) {

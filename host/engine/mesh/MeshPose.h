@@ -35,5 +35,9 @@ private:
     std::vector<MeshNode> local;
 };
 
+/// Parent-space matrices of all nodes at `seconds` of a clip; an unknown clip gives the rest pose. `locals`
+/// has room for 16 floats a node, column by column. Allocates nothing.
+void SampleLocals(const Mesh& mesh, int clip, float seconds, float* locals);
+
 /// Value of a channel at a time: xyz for translation and scale, xyzw of a unit quaternion for rotation.
 glm::vec4 SampleChannel(const MeshChannel& channel, float seconds);
