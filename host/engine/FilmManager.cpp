@@ -1,42 +1,135 @@
 #include "host/engine/FilmManager.h"
 
+#include "host/engine/Film.h"
+#include "host/engine/Level.h"
+#include "host/engine/LevelData.h"
+#include "host/engine/ObjectTrack.h"
+#include "host/engine/SoundDuration.h"
 #include "plugin/contract/ClassIds.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
 namespace engine {
 
-FilmManager::FilmManager(LevelData& levelData) : data(levelData) {
+FilmManager::FilmManager(LevelData& levelData) : data(levelData), factory(*this) {
+    keyFactory = &factory;
 }
 
-FilmManager::~FilmManager() = default;
+FilmManager::~FilmManager() {
+    for (IFilm* film : films) {
+        delete film;
+    }
+}
 
 bool FilmManager::IsA(int classId) const {
     return classId == ClassId::FilmManager;
 }
 
-char* FilmManager::NewFilmName() const {
-    char* name = new char[16];
-    std::strcpy(name, "Film 1");
-    return name;
+Film* FilmManager::FilmAt(int index) const {
+    return index >= 0 && index < kFilms ? static_cast<Film*>(films[index]) : nullptr;
 }
 
-int FilmManager::AllocateFilm() {
-    return -1;
+IFilm* FilmManager::GetFilm(int index) const {
+    return FilmAt(index);
 }
 
-void FilmManager::DeleteFilm(int) {
-}
-
-IFilm* FilmManager::GetFilm(int) const {
+Film* FilmManager::FindFilm(const std::string& name) const {
+    for (IFilm* film : films) {
+        if (film != nullptr && name == film->name) {
+            return static_cast<Film*>(film);
+        }
+    }
     return nullptr;
 }
 
-void FilmManager::OnObjectsDeleted(const ObjectList&) {
+char* FilmManager::NewFilmName() const {
+    std::string name;
+    int number = 1;
+    do {
+        name = "Film " + std::to_string(number++);
+    } while (FindFilm(name) != nullptr);
+    char* copy = new char[name.size() + 1];
+    std::memcpy(copy, name.c_str(), name.size() + 1);
+    return copy;
 }
 
-void FilmManager::ReleaseVirtualObjects(const ObjectList&, int) {
+Film& FilmManager::MakeFilm(int index) {
+    auto* film = new Film(*this, index);
+    films[index] = film;
+    return *film;
+}
+
+int FilmManager::AllocateFilm() {
+    for (int i = 0; i < kFilms; ++i) {
+        if (films[i] == nullptr) {
+            MakeFilm(i);
+            return i;
+        }
+    }
+    return -1;
+}
+
+void FilmManager::DeleteFilm(int index) {
+    Film* film = FilmAt(index);
+    if (film == nullptr) {
+        return;
+    }
+    if (currentFilm == film) {
+        currentFilm = nullptr;
+    }
+    film->Deactivate();
+    films[index] = nullptr;
+    delete film;
+}
+
+void FilmManager::OnObjectsDeleted(const ObjectList& objects) {
+    const DoomedObjects doomed(objects);
+    for (IFilm* film : films) {
+        if (film != nullptr) {
+            static_cast<Film*>(film)->Forget(doomed);
+        }
+    }
+}
+
+void FilmManager::ReleaseVirtualObjects(const ObjectList& objects, int) {
+    const DoomedObjects released(objects);
+    for (IFilm* film : films) {
+        for (TrackBase* base :
+             film != nullptr ? static_cast<Film*>(film)->Tracks() : std::vector<TrackBase*>{}) {
+            if (base->TrackClass() == ClassId::ObjectTrack) {
+                auto* track = static_cast<ObjectTrack*>(base);
+                track->actorIsVirtual = track->actorIsVirtual && !released.Has(track->actor);
+                track->parentIsVirtual = track->parentIsVirtual && !released.Has(track->parentObject);
+            }
+        }
+    }
+}
+
+float FilmManager::SoundSeconds(const std::string& path) const {
+    const SoundDurationFunction function = data.Owner().SoundDuration();
+    if (function != nullptr) {
+        return function(path);
+    }
+    const bool absolute = !path.empty() && path.front() == '/';
+    return SoundFileSeconds(absolute ? path : data.Owner().Folder() + path);
+}
+
+void FilmManager::OnStructureChanged() {
+    for (IFilm* film : films) {
+        if (film != nullptr) {
+            static_cast<Film*>(film)->OnStructureChanged();
+        }
+    }
+}
+
+void FilmManager::Relink(std::vector<std::string>& messages) {
+    for (IFilm* film : films) {
+        if (film != nullptr) {
+            static_cast<Film*>(film)->Relink(messages);
+        }
+    }
 }
 
 } // namespace engine

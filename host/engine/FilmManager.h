@@ -1,10 +1,16 @@
 #pragma once
 
+#include "host/engine/KeyFactory.h"
+#include "host/engine/RawChunk.h"
 #include "host/engine/SceneObjectInfo.h"
+#include "host/engine/SlabPool.h"
 #include "plugin/contract/FilmManager.h"
+
+#include <vector>
 
 namespace engine {
 
+class Film;
 class LevelData;
 
 /// All films of a level. Owned by the level data.
@@ -12,6 +18,8 @@ class FilmManager : public IFilmManager {
 public:
     explicit FilmManager(LevelData& levelData);
     ~FilmManager() override;
+    FilmManager(const FilmManager&) = delete;
+    FilmManager& operator=(const FilmManager&) = delete;
 
     bool IsA(int classId) const override;
     EditorObjectInfo* GetInfo() override { return &info; }
@@ -25,10 +33,27 @@ public:
 
     LevelData& Data() const { return data; }
     int FramesPerSecond() const { return framesPerSecond; }
+    KeyFactory& Keys() { return factory; }
+    SlabPool& Pool() { return pool; }
+    Film* FilmAt(int index) const;
+    /// A new film in this slot, which must be free.
+    Film& MakeFilm(int index);
+    Film* FindFilm(const std::string& name) const;
+    /// Seconds of a sound file by the host's duration function or, without one, read from the file beside
+    /// the level; -1.0 if it can't be read.
+    float SoundSeconds(const std::string& path) const;
+    /// Objects were attached, parented or set: films pose in another order.
+    void OnStructureChanged();
+    /// Finds the objects that films know by id.
+    void Relink(std::vector<std::string>& messages);
+
+    std::vector<RawChunk> foreignChunks; ///< in the manager's part of the file and known to nobody
 
 private:
     LevelData& data;
     SceneObjectInfo info;
+    SlabPool pool; ///< outlives the keys and the lists of all films
+    KeyFactory factory;
     int framesPerSecond = 30;
 };
 

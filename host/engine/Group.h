@@ -7,10 +7,11 @@ namespace engine {
 
 class SceneObject;
 
-/// Objects that are selected and moved as one. Owned by the level data; never empty.
+/// Objects that are selected and moved as one. Owned by the level data.
 struct Group {
     std::string name;
     std::vector<SceneObject*> members;
+    std::vector<int> missingIds; ///< of a file, for objects that are not there
 };
 
 } // namespace engine

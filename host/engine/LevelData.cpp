@@ -7,6 +7,7 @@
 #include "plugin/contract/ClassIds.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace engine {
 
@@ -15,6 +16,15 @@ namespace {
 bool IsLightClass(const std::string& className) {
     return DefaultClasses().IsDerivedFrom(className, ClassName::GLLight) ||
            DefaultClasses().IsDerivedFrom(className, ClassName::DynLight);
+}
+
+/// Levels of objects from this one down.
+int HeightOf(const EditorObject& object) {
+    int height = 0;
+    for (const EditorObject* child = object.firstChild; child != nullptr; child = child->nextSibling) {
+        height = std::max(height, HeightOf(*child));
+    }
+    return height + 1;
 }
 
 } // namespace
@@ -57,14 +67,14 @@ SceneObject& LevelData::AddLoaded(int id) {
     SceneObject& object = *objects.back();
     object.id = taken;
     byId[taken] = &object;
-    SetNextId(taken + 1);
+    SetNextId(taken);
     return object;
 }
 
 void LevelData::SetNextId(int id) {
     nextId = std::max(nextId, id);
     while (byId.count(nextId) != 0) {
-        ++nextId;
+        nextId = nextId == std::numeric_limits<int>::max() ? 1 : nextId + 1;
     }
 }
 
@@ -101,15 +111,22 @@ void LevelData::Unlink(SceneObject& object) {
 }
 
 bool LevelData::SetParent(SceneObject& object, SceneObject* parent) {
+    int depth = 0;
     for (EditorObject* above = parent; above != nullptr; above = above->parent) {
         if (above == &object) {
             return false;
         }
+        ++depth;
     }
+    if (depth + HeightOf(object) > kDeepestChild) {
+        return false;
+    }
+    object.pendingParentId = 0;
     if (object.parent == parent) {
         return true;
     }
     Unlink(object);
+    films->OnStructureChanged();
     if (parent == nullptr) {
         return true;
     }
@@ -147,6 +164,79 @@ void LevelData::Delete(SceneObject* object) {
     Forget(*object);
     byId.erase(object->id);
     objects.erase(found);
+}
+
+void LevelData::RelinkParents(std::vector<std::string>& messages) {
+    std::unordered_map<SceneObject*, SceneObject*> lastChild;
+    for (const auto& owned : objects) {
+        SceneObject& object = *owned;
+        SceneObject* parent = object.parent == nullptr ? Find(object.pendingParentId) : nullptr;
+        if (object.pendingParentId == 0 || object.parent != nullptr) {
+            continue;
+        }
+        if (parent == nullptr) {
+            messages.push_back("\"" + object.name + "\" hangs on object " +
+                               std::to_string(object.pendingParentId) + ", which is not in the level.");
+            continue;
+        }
+        int depth = 0;
+        for (const SceneObject* above = parent; above != nullptr && depth <= kDeepestChild; ++depth) {
+            const SceneObject* next =
+                above->Parent() != nullptr ? above->Parent() : Find(above->pendingParentId);
+            above = next;
+        }
+        object.pendingParentId = depth > kDeepestChild ? 0 : object.pendingParentId;
+        if (depth > kDeepestChild) {
+            messages.push_back("\"" + object.name + "\" hangs on itself or too deep and is set free.");
+            continue;
+        }
+        object.parent = parent;
+        SceneObject*& last = lastChild[parent];
+        if (last == nullptr) {
+            last = static_cast<SceneObject*>(parent->firstChild);
+            while (last != nullptr && last->nextSibling != nullptr) {
+                last = static_cast<SceneObject*>(last->nextSibling);
+            }
+        }
+        (last != nullptr ? last->nextSibling : parent->firstChild) = &object;
+        last = &object;
+    }
+    for (const auto& object : objects) {
+        object->pendingParentId = object->parent != nullptr ? 0 : object->pendingParentId;
+    }
+}
+
+void LevelData::RelinkGroups(std::vector<std::string>& messages) {
+    std::unordered_map<const SceneObject*, const Group*> taken;
+    for (const auto& group : groups) {
+        for (const SceneObject* member : group->members) {
+            taken[member] = group.get();
+        }
+    }
+    for (const auto& group : groups) {
+        std::vector<int> missing;
+        for (const int id : group->missingIds) {
+            SceneObject* member = Find(id);
+            if (member == nullptr) {
+                missing.push_back(id);
+            } else if (taken.emplace(member, group.get()).second) {
+                group->members.push_back(member);
+            }
+        }
+        if (!missing.empty()) {
+            messages.push_back("Group \"" + group->name + "\" lacks " + std::to_string(missing.size()) +
+                               " objects that are not in the level.");
+        }
+        group->missingIds = std::move(missing);
+    }
+    std::erase_if(groups,
+                  [](const auto& group) { return group->members.empty() && group->missingIds.empty(); });
+}
+
+void LevelData::Relink(std::vector<std::string>& messages) {
+    RelinkParents(messages);
+    RelinkGroups(messages);
+    films->OnStructureChanged();
 }
 
 Group* LevelData::MakeGroup(const std::string& name, const std::vector<SceneObject*>& members) {

@@ -26,6 +26,14 @@ struct ObjectSpec {
     bool active = true;            ///< false for helpers, which wait for EditorObjectInfo::Update
 };
 
+/// A view's camera as a level file keeps it.
+struct SavedView {
+    Matrix4 camera;                 ///< in the world, row 2 backwards
+    float fieldOfView = 1.0471976f; ///< radians
+    float nearPlane = 0.1f;
+    float farPlane = 1000.0f;
+};
+
 /// Everything of one level: objects, groups, sun and films. Owned by the Level.
 class LevelData : public ILevelData {
 public:
@@ -62,15 +70,24 @@ public:
 
     /// For readers of files: an object of this id, or of a fresh one if the id is taken or not positive.
     SceneObject& AddLoaded(int id);
-    void RemoveLoaded(SceneObject* object) { Delete(object); }
+    /// The members stand in the group's missingIds until Relink.
+    void AddLoadedGroup(std::unique_ptr<Group> group) { groups.push_back(std::move(group)); }
     int NextId() const { return nextId; }
     void SetNextId(int id);
+    /// Finds the parents and group members that a file knows by id. Rings and chains deeper than
+    /// kDeepestChild are cut and told.
+    void Relink(std::vector<std::string>& messages);
 
+    static constexpr int kDeepestChild = 200;
+
+    std::vector<SavedView> savedViews;
     std::vector<RawChunk> foreignChunks;     ///< of the level's file and known to nobody
     std::vector<RawChunk> foreignRootChunks; ///< the same inside the root object's part
 
 private:
     void Unlink(SceneObject& object);
+    void RelinkParents(std::vector<std::string>& messages);
+    void RelinkGroups(std::vector<std::string>& messages);
     void Forget(SceneObject& object);
 
     Level& level;

@@ -1,11 +1,20 @@
 #pragma once
 
+#include "host/engine/LevelFormat.h"
 #include "plugin/contract/EditorObject.h"
+
+#include <vector>
 
 namespace engine {
 
 class LevelData;
 class SceneObject;
+
+/// A chunk of an object that is not the engine's, with the number of engine chunks in front of it.
+struct ObjectExtra {
+    FoundChunk chunk;
+    int place = 0;
+};
 
 /// Writes what SceneObject::Save writes: the object's own parts and the plug-ins' chunks for it.
 void SaveSceneObject(SceneObject& object, fs::file& file);
@@ -13,5 +22,8 @@ void SaveSceneObject(SceneObject& object, fs::file& file);
 /// object, if they make no object. Throws fs::file_exception as the file does.
 EditorObject* LoadSceneObject(LevelData& data, fs::file& file, std::uint32_t dataSize, int classId,
                               EditorObject* owner);
+/// Makes an object from the parts that SaveSceneObject wrote. Throws ChunkError, and then made none.
+SceneObject& ParseObject(LevelData& data, std::string_view parts, std::size_t offset,
+                         std::vector<ObjectExtra>& extras);
 
 } // namespace engine

@@ -95,22 +95,28 @@ float SceneObject::GetAnimationDuration(int index) const {
 }
 
 Matrix4 SceneObject::ElementWorld(const std::string& element) const {
-    const int index = element.empty() ? -1 : FindMeshElement(element);
+    return element.empty() ? world : Multiply(ElementMatrix(element), world);
+}
+
+Matrix4 SceneObject::ElementMatrix(const std::string& element) const {
+    const int index = FindMeshElement(element);
     if (index < 0) {
-        return world;
+        return {};
     }
     if (posed) {
-        return Multiply(pose[static_cast<std::size_t>(index)], world);
+        return pose[static_cast<std::size_t>(index)];
     }
     // At rest: walk up the element's parents.
     const auto& elements = Mesh()->Elements();
     Matrix4 matrix = Mesh()->RestLocals()[static_cast<std::size_t>(index)];
-    for (int parentIndex = elements[static_cast<std::size_t>(index)].parent, child = index;
-         parentIndex >= 0 && parentIndex < child;
-         child = parentIndex, parentIndex = elements[static_cast<std::size_t>(child)].parent) {
-        matrix = Multiply(matrix, Mesh()->RestLocals()[static_cast<std::size_t>(parentIndex)]);
+    int child = index;
+    int above = elements[static_cast<std::size_t>(index)].parent;
+    while (above >= 0 && above < child) {
+        matrix = Multiply(matrix, Mesh()->RestLocals()[static_cast<std::size_t>(above)]);
+        child = above;
+        above = elements[static_cast<std::size_t>(child)].parent;
     }
-    return Multiply(matrix, world);
+    return matrix;
 }
 
 Matrix4* SceneObject::PreparePose() {

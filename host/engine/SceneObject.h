@@ -56,6 +56,8 @@ public:
     const Matrix4* Pose() const { return posed ? pose.data() : nullptr; }
     /// World matrix of an element at the present pose; the object's own matrix for an unknown element.
     Matrix4 ElementWorld(const std::string& element) const;
+    /// Mesh-space matrix of an element at the present pose, the identity for an unknown element.
+    Matrix4 ElementMatrix(const std::string& element) const;
     /// Makes room for a pose, so that posing allocates nothing. Null without a mesh.
     Matrix4* PreparePose();
     /// Shows or drops what was written to PreparePose's matrices.
@@ -64,6 +66,7 @@ public:
     std::optional<LightProperties> light; ///< set in the two light classes
     /// Kept out of level files: bodies that a plug-in makes anew in each session.
     bool transient = false;
+    int pendingParentId = 0;             ///< parent by the file's id while it was not found
     std::vector<RawChunk> foreignChunks; ///< of the file and known to nobody, in the file's order
 
 private:

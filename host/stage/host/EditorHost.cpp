@@ -30,6 +30,7 @@ EditorHost::EditorHost(IStageWindows& stageWindows, HostFolders hostFolders)
     : plugins([this](const std::string& text) { windows.ReportError(text); }), views(level.Views()),
       windows(stageWindows), folders(std::move(hostFolders)) {
     MakeEditorClasses();
+    level.SetMeshLibrary(&meshes);
     level.SetChunkClient(&chunkClient);
     level.SetDestroyHook([this](EditorObject* object) {
         plugins.Each([object](IPlugin& plugin) { plugin.OnObjectDestroyed(object); });

@@ -3,6 +3,7 @@
 #include "host/engine/ChunkClient.h"
 #include "host/engine/ClassDatabase.h"
 #include "host/engine/Level.h"
+#include "host/engine/mesh/GltfMeshLibrary.h"
 #include "host/stage/host/PluginRegistry.h"
 #include "host/stage/host/StageView.h"
 #include "host/stage/host/StageWindows.h"
@@ -119,6 +120,8 @@ public:
     /// Deletes objects that nobody refused: event 4, then the objects go.
     void DestroyObjects(const ObjectList& objects);
 
+    /// Longer than the level, whose objects hold its meshes.
+    GltfMeshLibrary meshes;
     engine::Level level;
     PluginRegistry plugins;
     StageViews views;

@@ -34,6 +34,7 @@ LevelSession::LevelSession(EditorHost& editorHost) : host(editorHost) {
 void LevelSession::New() {
     host.LeaveLevel();
     host.level.New("");
+    host.meshes.SetFolder("");
     Arrive("", {});
 }
 
@@ -46,6 +47,8 @@ bool LevelSession::Open(const std::string& newPath) {
         return false;
     }
     host.LeaveLevel();
+    host.level.Close(); // before its meshes go
+    host.meshes.SetFolder(FolderOf(newPath));
     std::vector<std::string> messages;
     try {
         messages = engine::InstallLevel(host.level, std::move(*pending));
@@ -88,8 +91,7 @@ bool LevelSession::Save(const std::string& newPath) {
     bool saved = false;
     try {
         const std::string folder = FolderOf(newPath);
-        RebaseMeshes(folder);
-        host.level.SetFolder(folder);
+        MoveTo(folder);
         const std::vector<std::string> messages = engine::SaveLevel(host.level, newPath);
         path = newPath;
         objectsChanged = false;
@@ -107,20 +109,22 @@ bool LevelSession::Save(const std::string& newPath) {
     return saved;
 }
 
-// Mesh names are relative to the level's folder; in another folder the same files have other names.
-void LevelSession::RebaseMeshes(const std::string& newFolder) {
+void LevelSession::MoveTo(const std::string& newFolder) {
     namespace fs = std::filesystem;
-    const std::string& oldFolder = host.level.Folder();
-    if (oldFolder.empty() ||
-        fs::path(oldFolder).lexically_normal() == fs::path(newFolder + "/").lexically_normal()) {
+    const fs::path oldFolder = fs::path(host.level.Folder()).lexically_normal();
+    host.level.SetFolder(newFolder);
+    if (oldFolder == fs::path(host.level.Folder()).lexically_normal()) {
         return;
     }
+    host.meshes.SetFolder(newFolder);
     for (const auto& object : host.level.Data()->Objects()) {
-        if (!object->meshName.empty() && fs::path(object->meshName).is_relative()) {
-            const fs::path file = fs::path(oldFolder) / object->meshName;
-            object->SetMeshName(file.lexically_relative(newFolder).generic_string());
-        }
+        const fs::path mesh = object->meshName;
+        const bool moves = !mesh.empty() && mesh.is_relative() && !oldFolder.empty();
+        // Set also where the name stays: the mesh behind it was dropped with the folder.
+        object->SetMeshName(moves ? (oldFolder / mesh).lexically_relative(newFolder).generic_string()
+                                  : object->meshName);
     }
+    host.plugins.SendEvent(EventCode::ObjectSetChanged, nullptr);
 }
 
 bool LevelSession::IsChanged() const {

@@ -33,7 +33,8 @@ public:
 
 private:
     void Arrive(const std::string& newPath, const std::vector<std::string>& messages);
-    void RebaseMeshes(const std::string& newFolder);
+    /// Mesh names are relative to the level's folder: in another folder the same files get other names.
+    void MoveTo(const std::string& newFolder);
     std::uint64_t Fingerprint() const;
 
     EditorHost& host;

@@ -1,0 +1,372 @@
+#include "host/engine/Film.h"
+
+#include "host/engine/CameraTrack.h"
+#include "host/engine/FilmManager.h"
+#include "host/engine/Level.h"
+#include "host/engine/LevelData.h"
+#include "host/engine/LevelTrack.h"
+#include "host/engine/LightTrack.h"
+#include "host/engine/ObjectTrack.h"
+
+#include <algorithm>
+
+namespace engine {
+
+namespace {
+
+/// Attachments and parents deeper than this are taken for a ring.
+constexpr int kDeepest = 64;
+
+TrackBase* BaseOf(CFilmTrack* track) {
+    switch (track->IsA(ClassId::ObjectTrack)     ? ClassId::ObjectTrack
+            : track->IsA(ClassId::CameraTrack)   ? ClassId::CameraTrack
+            : track->IsA(ClassId::GLLightTrack)  ? ClassId::GLLightTrack
+            : track->IsA(ClassId::DynLightTrack) ? ClassId::DynLightTrack
+                                                 : ClassId::LevelTrack) {
+    case ClassId::ObjectTrack:
+        return static_cast<ObjectTrack*>(track);
+    case ClassId::CameraTrack:
+        return static_cast<CameraTrack*>(track);
+    case ClassId::GLLightTrack:
+        return static_cast<GLLightTrack*>(track);
+    case ClassId::DynLightTrack:
+        return static_cast<DynLightTrack*>(track);
+    default:
+        return static_cast<LevelTrack*>(track);
+    }
+}
+
+/// Place of a track class in the order of posing. Object tracks come first, in an order of their own.
+int PosingRank(int classId) {
+    switch (classId) {
+    case ClassId::ObjectTrack:
+        return 0;
+    case ClassId::CameraTrack:
+        return 2;
+    case ClassId::LevelTrack:
+        return 3;
+    default:
+        return 1;
+    }
+}
+
+} // namespace
+
+Matrix4 PresentPose::WorldOf(const SceneObject& object, const std::string& element) const {
+    return object.ElementWorld(element);
+}
+
+Matrix4 PoseAtTime::WorldOf(const SceneObject& object, const std::string& element) const {
+    return Place(object, element, kDeepest);
+}
+
+Matrix4 PoseAtTime::Place(const SceneObject& object, const std::string& element, int depth) const {
+    const Matrix4 world = Place(object, depth);
+    if (element.empty()) {
+        return world;
+    }
+    const ObjectTrack* track = static_cast<ObjectTrack*>(AsObjectTrack(film.FindObjectTrack(&object)));
+    return Multiply(track != nullptr ? track->ElementAt(element, time) : object.ElementMatrix(element),
+                    world);
+}
+
+Matrix4 PoseAtTime::Place(const SceneObject& object, int depth) const {
+    const ObjectTrack* track = static_cast<ObjectTrack*>(AsObjectTrack(film.FindObjectTrack(&object)));
+    if (depth == 0) {
+        return object.World();
+    }
+    if (track != nullptr) {
+        const Matrix4 local = track->LocalAt(time);
+        const SceneObject* parent = track->AttachedTo();
+        return parent != nullptr && parent != &object
+                   ? Multiply(local, Place(*parent, track->parentElement, depth - 1))
+                   : local;
+    }
+    Matrix4 inverse;
+    if (object.Parent() == nullptr || !Invert(object.Parent()->World(), inverse)) {
+        return object.World();
+    }
+    return Multiply(Multiply(object.World(), inverse), Place(*object.Parent(), depth - 1));
+}
+
+Film::Film(FilmManager& filmManager, int slot) : manager(filmManager) {
+    index = slot;
+    name = nameText.c_str();
+}
+
+Film::~Film() {
+    for (CFilmTrack* track : tracks) {
+        delete track;
+    }
+}
+
+void Film::SetName(const char* text) {
+    nameText = text != nullptr ? text : "";
+    name = nameText.c_str();
+}
+
+void Film::AddTrack(CFilmTrack* track) {
+    if (track == nullptr || track->film != nullptr) {
+        return;
+    }
+    tracks.push_back(track);
+    bases.push_back(BaseOf(track));
+    order.reserve(bases.size());
+    track->film = this;
+    orderKnown = false;
+    if (mainTrack == nullptr && track->IsA(ClassId::LevelTrack)) {
+        mainTrack = track;
+    }
+}
+
+CFilmTrack* Film::CreateLevelTrack() {
+    return new LevelTrack(manager);
+}
+CFilmTrack* Film::CreateObjectTrack() {
+    return new ObjectTrack(manager);
+}
+CFilmTrack* Film::CreateGLLightTrack() {
+    return new GLLightTrack(manager);
+}
+CFilmTrack* Film::CreateDynLightTrack() {
+    return new DynLightTrack(manager);
+}
+CFilmTrack* Film::CreateCameraTrack() {
+    return new CameraTrack(manager);
+}
+
+CFilmTrack* Film::CreateTrack(int classId) {
+    switch (classId) {
+    case ClassId::LevelTrack:
+        return CreateLevelTrack();
+    case ClassId::ObjectTrack:
+        return CreateObjectTrack();
+    case ClassId::GLLightTrack:
+        return CreateGLLightTrack();
+    case ClassId::DynLightTrack:
+        return CreateDynLightTrack();
+    case ClassId::CameraTrack:
+        return CreateCameraTrack();
+    default:
+        return nullptr;
+    }
+}
+
+void Film::RemoveTrack(CFilmTrack* track, int) {
+    const auto found = std::find(tracks.begin(), tracks.end(), track);
+    if (track == nullptr || found == tracks.end()) {
+        return;
+    }
+    BaseOf(track)->Rest();
+    bases.erase(bases.begin() + std::distance(tracks.begin(), found));
+    tracks.erase(found);
+    order.clear();
+    orderKnown = false;
+    if (mainTrack == track) {
+        mainTrack = nullptr;
+    }
+    for (CFilmTrack* other : tracks) {
+        if (CFilmLevelTrack* level = AsLevelTrack(other); level != nullptr &&
+                                                          level->cameraHolder != nullptr &&
+                                                          level->cameraHolder->activeCamera == track) {
+            level->cameraHolder->activeCamera = nullptr;
+        }
+    }
+    delete track;
+}
+
+ObjectTrack* Film::TrackOfActor(const EditorObject* object) const {
+    for (TrackBase* base : bases) {
+        if (object != nullptr && base->TrackClass() == ClassId::ObjectTrack) {
+            auto* track = static_cast<ObjectTrack*>(base);
+            if (track->actor == object) {
+                return track;
+            }
+        }
+    }
+    return nullptr;
+}
+
+CFilmTrack* Film::FindObjectTrack(const EditorObject* object) const {
+    return TrackOfActor(object);
+}
+
+void Film::Activate() {
+    for (TrackBase* base : bases) {
+        base->Begin();
+    }
+}
+
+void Film::Deactivate() {
+    for (TrackBase* base : bases) {
+        base->Rest();
+    }
+    playing = false;
+    startFired = false;
+}
+
+void Film::PlaceInOrder(ObjectTrack& track, int depth) {
+    if (track.order != 0 || depth == 0) {
+        return;
+    }
+    track.order = 1;
+    if (ObjectTrack* parent = TrackOfActor(track.parentObject)) {
+        PlaceInOrder(*parent, depth - 1);
+    }
+    // Objects below another in the level move with it, so what drives the upper one goes first. What a
+    // posing parent hangs on counts too.
+    for (const EditorObject* start : {track.parentObject, track.actor}) {
+        int steps = kDeepest;
+        for (const EditorObject* above = start != nullptr ? start->parent : nullptr;
+             above != nullptr && steps > 0; above = above->parent, --steps) {
+            if (ObjectTrack* upper = TrackOfActor(above)) {
+                PlaceInOrder(*upper, depth - 1);
+            }
+        }
+    }
+    order.push_back(&track);
+}
+
+void Film::MakeOrder() {
+    order.clear();
+    for (TrackBase* base : bases) {
+        if (base->TrackClass() == ClassId::ObjectTrack) {
+            static_cast<ObjectTrack*>(base)->order = 0;
+        }
+    }
+    for (TrackBase* base : bases) {
+        if (base->TrackClass() == ClassId::ObjectTrack) {
+            PlaceInOrder(*static_cast<ObjectTrack*>(base), kDeepest);
+        }
+    }
+    for (int rank = 1; rank <= 3; ++rank) {
+        std::copy_if(bases.begin(), bases.end(), std::back_inserter(order),
+                     [rank](const TrackBase* base) { return PosingRank(base->TrackClass()) == rank; });
+    }
+    orderKnown = true;
+}
+
+void Film::SetTime(float time, float previousTime) {
+    const float now = SafeTime(time);
+    if (!orderKnown) {
+        MakeOrder();
+    }
+    for (TrackBase* base : order) {
+        base->Pose(now);
+    }
+    if (previousTime == -1.0f) {
+        startFired = false;
+        return;
+    }
+    playing = true;
+    const float previous = SafeTime(previousTime);
+    const bool fromStart = previous == 0.0f && !startFired;
+    startFired = startFired || fromStart;
+    // By index: a sink must not change tracks, yet a bad one shall not bring the loop down.
+    for (std::size_t i = 0; i < bases.size(); ++i) {
+        bases[i]->Fire(previous, now, fromStart);
+    }
+}
+
+void Film::Stop() {
+    if (playing) {
+        playing = false;
+        for (std::size_t i = 0; i < bases.size(); ++i) {
+            bases[i]->FireAtStop();
+        }
+    }
+    startFired = false;
+    if (IFilmSink* sink = manager.Data().Owner().FilmSink()) {
+        sink->OnFilmStopped(*this);
+    }
+}
+
+void Film::OnLevelLoaded() {
+    std::vector<std::string> messages;
+    Relink(messages);
+    for (TrackBase* base : bases) {
+        base->Refresh();
+    }
+}
+
+void Film::Relink(std::vector<std::string>& messages) {
+    std::vector<std::string> found;
+    for (TrackBase* base : bases) {
+        base->Relink(manager.Data(), found);
+    }
+    for (const std::string& message : found) {
+        messages.push_back("Film \"" + nameText + "\": " + message);
+    }
+    orderKnown = false;
+}
+
+void Film::Forget(const DoomedObjects& doomed) {
+    for (TrackBase* base : bases) {
+        base->Forget(doomed);
+    }
+    orderKnown = false;
+}
+
+void Film::NewCameraName(std::string& cameraName) const {
+    int number = 1;
+    do {
+        cameraName = "Camera " + std::to_string(number++);
+    } while (FindCamera(cameraName) != nullptr);
+}
+
+CFilmTrack* Film::FindCamera(const std::string& cameraName) const {
+    for (TrackBase* base : bases) {
+        if (base->TrackClass() == ClassId::CameraTrack) {
+            auto* camera = static_cast<CameraTrack*>(base);
+            if (camera->cameraName == cameraName) {
+                return camera;
+            }
+        }
+    }
+    return nullptr;
+}
+
+Vector3 Film::CameraPoint(CFilmTrack* camera, int kind, float time) {
+    const auto* track = static_cast<CameraTrack*>(AsCameraTrack(camera));
+    if (track == nullptr) {
+        return {};
+    }
+    const float safe = SafeTime(time);
+    return track->PointAt(kind, safe, PoseAtTime(*this, safe));
+}
+
+Vector3 Film::GetCameraPosition(CFilmTrack* camera, float time) {
+    return CameraPoint(camera, KeyKind::CameraPosition, time);
+}
+
+Vector3 Film::GetCameraTarget(CFilmTrack* camera, float time) {
+    return CameraPoint(camera, KeyKind::CameraTarget, time);
+}
+
+void Film::SampleStrip(const CameraTrack& camera, int kind, int detail, PointStrip& strip) {
+    const KeyChannel* channel = camera.Channel(kind);
+    const auto times = channel != nullptr ? channel->Times() : std::span<const float>{};
+    int count = 0;
+    for (std::size_t i = 0; i < times.size(); ++i) {
+        const bool last = i + 1 == times.size();
+        for (int step = 0; step < (last ? 1 : detail); ++step) {
+            const float share = static_cast<float>(step) / static_cast<float>(detail);
+            const float time = SafeTime(last ? times[i] : times[i] + (times[i + 1] - times[i]) * share);
+            *strip.At(count++) = camera.CurvePointAt(kind, time, PoseAtTime(*this, time));
+        }
+    }
+    // The strip itself never shrinks; what a former sampling left behind the end does not belong to the path.
+    strip.count = count;
+}
+
+void Film::SampleCameraPath(TrackRenderData* data, int) {
+    const auto* camera = data != nullptr ? static_cast<CameraTrack*>(AsCameraTrack(data->track)) : nullptr;
+    if (camera == nullptr) {
+        return;
+    }
+    const int detail = std::clamp(data->detail, 1, 1000);
+    SampleStrip(*camera, KeyKind::CameraPosition, detail, data->strips[0]);
+    SampleStrip(*camera, KeyKind::CameraTarget, detail, data->strips[1]);
+}
+
+} // namespace engine

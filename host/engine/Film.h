@@ -1,0 +1,86 @@
+#pragma once
+
+#include "host/engine/TrackBase.h"
+#include "plugin/contract/Film.h"
+
+#include <vector>
+
+namespace engine {
+
+class CameraTrack;
+class ObjectTrack;
+
+/// Link space of things as they are posed now.
+class PresentPose : public ILinkSpace {
+public:
+    Matrix4 WorldOf(const SceneObject& object, const std::string& element) const override;
+};
+
+/// Link space of another time of a film, worked out from the keys without posing anything.
+class PoseAtTime : public ILinkSpace {
+public:
+    PoseAtTime(const Film& ownFilm, float filmTime) : film(ownFilm), time(filmTime) {}
+    Matrix4 WorldOf(const SceneObject& object, const std::string& element) const override;
+
+private:
+    Matrix4 Place(const SceneObject& object, int depth) const;
+    Matrix4 Place(const SceneObject& object, const std::string& element, int depth) const;
+
+    const Film& film;
+    float time;
+};
+
+/// A film. Owned by its manager.
+class Film final : public IFilm {
+public:
+    Film(FilmManager& filmManager, int slot);
+    ~Film() override;
+    Film(const Film&) = delete;
+    Film& operator=(const Film&) = delete;
+
+    void SetName(const char* text) override;
+    void AddTrack(CFilmTrack* track) override;
+    CFilmTrack* CreateLevelTrack() override;
+    CFilmTrack* CreateObjectTrack() override;
+    CFilmTrack* CreateGLLightTrack() override;
+    CFilmTrack* CreateDynLightTrack() override;
+    CFilmTrack* CreateCameraTrack() override;
+    void RemoveTrack(CFilmTrack* track, int one) override;
+    CFilmTrack* FindObjectTrack(const EditorObject* object) const override;
+    void Activate() override;
+    void Deactivate() override;
+    /// The film's start counts as passed by the first step forward from it, so that keys at time 0 fire.
+    void SetTime(float time, float previousTime) override;
+    void Stop() override;
+    void OnLevelLoaded() override;
+    void NewCameraName(std::string& cameraName) const override;
+    CFilmTrack* FindCamera(const std::string& cameraName) const override;
+    Vector3 GetCameraPosition(CFilmTrack* camera, float time) override;
+    Vector3 GetCameraTarget(CFilmTrack* camera, float time) override;
+    void SampleCameraPath(TrackRenderData* data, int one) override;
+
+    FilmManager& Manager() const { return manager; }
+    /// A track of this class, not yet added; null for another number.
+    CFilmTrack* CreateTrack(int classId);
+    const std::vector<TrackBase*>& Tracks() const { return bases; }
+    void Forget(const DoomedObjects& doomed);
+    void Relink(std::vector<std::string>& messages);
+    void OnStructureChanged() { orderKnown = false; }
+
+private:
+    Vector3 CameraPoint(CFilmTrack* camera, int kind, float time);
+    void SampleStrip(const CameraTrack& camera, int kind, int detail, PointStrip& strip);
+    void MakeOrder();
+    void PlaceInOrder(ObjectTrack& track, int depth);
+    ObjectTrack* TrackOfActor(const EditorObject* object) const;
+
+    FilmManager& manager;
+    std::string nameText;
+    std::vector<TrackBase*> bases; ///< of `tracks`, in their order
+    std::vector<TrackBase*> order; ///< posing parents first, then lights, cameras and the level track
+    bool orderKnown = false;
+    bool playing = false;    ///< some step was fired since the last Stop
+    bool startFired = false; ///< the keys at the start were
+};
+
+} // namespace engine

@@ -1,0 +1,209 @@
+#include "host/engine/FilmFile.h"
+
+#include "host/engine/ByteStream.h"
+#include "host/engine/CameraTrack.h"
+#include "host/engine/Film.h"
+#include "host/engine/FilmManager.h"
+#include "host/engine/KeyFormat.h"
+#include "host/engine/LightTrack.h"
+#include "host/engine/ObjectTrack.h"
+
+#include <memory>
+
+namespace engine {
+
+namespace {
+
+/// Bytes that a chunk header is written over later.
+std::size_t BeginChunkIn(std::string& bytes, std::uint16_t id) {
+    AppendChunk(bytes, id, {});
+    return bytes.size();
+}
+
+void EndChunkIn(std::string& bytes, std::size_t begin) {
+    const auto size = static_cast<std::uint32_t>(bytes.size() - begin);
+    std::memcpy(bytes.data() + begin - sizeof size, &size, sizeof size);
+}
+
+void WriteObjectHead(ByteWriter& out, const ObjectTrack& track) {
+    out.I32(ObjectLink::IdOf(track.actor, track.actorLink.pendingId));
+    out.U8(track.actorIsVirtual ? 1 : 0);
+    out.I32(ObjectLink::IdOf(track.parentObject, track.parentLink.pendingId));
+    out.U8(track.parentIsVirtual ? 1 : 0);
+    out.Text(track.parentElement);
+}
+
+void ReadObjectHead(ByteReader& in, ObjectTrack& track) {
+    track.actorLink.pendingId = in.I32();
+    track.actorIsVirtual = in.U8() != 0;
+    track.parentLink.pendingId = in.I32();
+    track.parentIsVirtual = in.U8() != 0;
+    track.parentElement = in.Text();
+}
+
+void WriteCameraHead(ByteWriter& out, const CameraTrack& track) {
+    for (int i = 0; i < CFilmCameraTrack::kSubTracks; ++i) {
+        out.I32(track.loopMode[i]);
+        out.F32(track.subTrackLength[i]);
+    }
+    out.F32(track.fieldOfView);
+    out.F32(track.nearPlane);
+    out.F32(track.farPlane);
+    out.Text(track.cameraName);
+}
+
+void ReadCameraHead(ByteReader& in, CameraTrack& track) {
+    for (int i = 0; i < CFilmCameraTrack::kSubTracks; ++i) {
+        track.loopMode[i] = in.I32();
+        track.subTrackLength[i] = in.F32();
+    }
+    track.fieldOfView = in.F32();
+    track.nearPlane = in.F32();
+    track.farPlane = in.F32();
+    track.cameraName = in.Text();
+}
+
+void WriteTrack(const TrackBase& track, std::string& bytes) {
+    const std::size_t whole = BeginChunkIn(bytes, LevelChunk::Track);
+    const std::size_t head = BeginChunkIn(bytes, LevelChunk::TrackHead);
+    ByteWriter out(bytes);
+    out.I32(track.TrackClass());
+    if (track.TrackClass() == ClassId::ObjectTrack) {
+        WriteObjectHead(out, static_cast<const ObjectTrack&>(track));
+    } else if (track.TrackClass() == ClassId::CameraTrack) {
+        WriteCameraHead(out, static_cast<const CameraTrack&>(track));
+    } else if (track.TrackClass() == ClassId::GLLightTrack) {
+        out.U8(static_cast<const GLLightTrack&>(track).isFixedLight);
+        out.U8(static_cast<const GLLightTrack&>(track).isSun);
+    }
+    EndChunkIn(bytes, head);
+    for (int kind = 0; kind < KeyKind::Count; ++kind) {
+        const KeyChannel* channel = track.Channel(kind);
+        if (channel != nullptr && !channel->Empty()) {
+            const std::size_t keys = BeginChunkIn(bytes, LevelChunk::TrackKeys);
+            out.U8(static_cast<std::uint8_t>(kind));
+            WriteKeys(channel->Keys(), kind, bytes);
+            EndChunkIn(bytes, keys);
+        }
+    }
+    EndChunkIn(bytes, whole);
+}
+
+/// Null for a class that no track has.
+std::unique_ptr<CFilmTrack> ReadTrackHead(Film& film, const FoundChunk& chunk) {
+    ByteReader in(chunk.data);
+    const int classId = in.I32();
+    std::unique_ptr<CFilmTrack> track(film.CreateTrack(classId));
+    if (CFilmObjectTrack* object = AsObjectTrack(track.get())) {
+        ReadObjectHead(in, static_cast<ObjectTrack&>(*object));
+    } else if (CFilmCameraTrack* camera = AsCameraTrack(track.get())) {
+        ReadCameraHead(in, static_cast<CameraTrack&>(*camera));
+    } else if (CFilmGLLightTrack* light = AsGLLightTrack(track.get())) {
+        light->isFixedLight = in.U8();
+        light->isSun = in.U8();
+    }
+    return in.Good() ? std::move(track) : nullptr;
+}
+
+void ReadTrackKeys(TrackBase& track, const FoundChunk& chunk) {
+    ByteReader in(chunk.data);
+    const int kind = in.U8();
+    std::vector<IFilmKey*> keys;
+    const bool good =
+        in.Good() && track.Holds(kind) && ReadKeys(chunk.data.substr(1), kind, track.Manager(), keys);
+    if (!good) {
+        for (IFilmKey* key : keys) {
+            track.Manager().Keys().DestroyKey(key);
+        }
+        throw ChunkError(chunk.offset,
+                         "the keys of kind " + std::to_string(kind) + " of a track are damaged");
+    }
+    for (IFilmKey* key : keys) {
+        key->track = &track.Self();
+        track.Self().keys.push_back(key);
+    }
+    track.Require(kind).Append(keys);
+}
+
+void ReadTrack(Film& film, const FoundChunk& chunk, std::vector<std::string>& messages) {
+    ChunkCursor cursor(chunk.data, chunk.offset);
+    FoundChunk part;
+    TrackBase* track = nullptr;
+    while (cursor.Next(part)) {
+        if (part.id == LevelChunk::TrackHead && track == nullptr) {
+            std::unique_ptr<CFilmTrack> made = ReadTrackHead(film, part);
+            if (made == nullptr) {
+                throw ChunkError(part.offset, "a track is damaged");
+            }
+            film.AddTrack(made.release());
+            track = film.Tracks().back();
+        } else if (part.id == LevelChunk::TrackKeys && track != nullptr) {
+            try {
+                ReadTrackKeys(*track, part);
+            } catch (const ChunkError& error) {
+                messages.push_back(std::string(error.what()) + " at byte " + std::to_string(error.offset));
+            }
+        }
+    }
+    if (track != nullptr) {
+        track->FinishKeys();
+    }
+}
+
+Film& ReadFilmHead(FilmManager& films, const FoundChunk& chunk) {
+    ByteReader in(chunk.data);
+    const int slot = in.U16();
+    const std::string name = in.Text();
+    const float length = in.F32();
+    const std::uint8_t validated = in.U8();
+    if (!in.Good() || slot >= IFilmManager::kFilms || films.FilmAt(slot) != nullptr) {
+        throw ChunkError(chunk.offset, "a film is damaged");
+    }
+    Film& film = films.MakeFilm(slot);
+    film.SetName(name.c_str());
+    film.length = length;
+    film.validated = validated;
+    return film;
+}
+
+} // namespace
+
+void WriteFilms(const FilmManager& films, std::string& bytes) {
+    ByteWriter out(bytes);
+    for (int slot = 0; slot < IFilmManager::kFilms; ++slot) {
+        const Film* film = films.FilmAt(slot);
+        if (film == nullptr) {
+            continue;
+        }
+        const std::size_t whole = BeginChunkIn(bytes, LevelChunk::Film);
+        const std::size_t head = BeginChunkIn(bytes, LevelChunk::FilmHead);
+        out.U16(static_cast<std::uint16_t>(slot));
+        out.Text(film->name);
+        out.F32(film->length);
+        out.U8(film->validated);
+        EndChunkIn(bytes, head);
+        for (const TrackBase* track : film->Tracks()) {
+            WriteTrack(*track, bytes);
+        }
+        EndChunkIn(bytes, whole);
+    }
+}
+
+void ReadFilm(FilmManager& films, const FoundChunk& chunk, std::vector<std::string>& messages) {
+    try {
+        ChunkCursor cursor(chunk.data, chunk.offset);
+        FoundChunk part;
+        Film* film = nullptr;
+        while (cursor.Next(part)) {
+            if (part.id == LevelChunk::FilmHead && film == nullptr) {
+                film = &ReadFilmHead(films, part);
+            } else if (part.id == LevelChunk::Track && film != nullptr) {
+                ReadTrack(*film, part, messages);
+            }
+        }
+    } catch (const ChunkError& error) {
+        messages.push_back(std::string(error.what()) + " at byte " + std::to_string(error.offset));
+    }
+}
+
+} // namespace engine

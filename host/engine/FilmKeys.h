@@ -1,0 +1,206 @@
+#pragma once
+
+#include "host/engine/KeyChannel.h"
+#include "host/engine/Math.h"
+#include "plugin/contract/FilmKey.h"
+
+namespace engine {
+
+/// What the key records have in common. Each setter tells the key's channel.
+template <class Base> class KeyRecord : public Base {
+public:
+    void SetTime(float newTime) override {
+        this->time = newTime;
+        Changed();
+    }
+    void SetEndTime(float newTime) override {
+        this->endTime = newTime;
+        Changed();
+    }
+    float GetTime() const override { return this->time; }
+    float GetNaturalDuration() const override { return -1.0f; }
+    void Describe(char* buffer, int framesPerSecond) const override;
+    void CopyFrom(const IFilmKey& other, int) override {
+        if (&other != this && other.kind == this->kind) {
+            CopyContent(static_cast<const Base&>(other));
+            Changed();
+        }
+    }
+    bool Equals(const IFilmKey& other, bool compareTime) const override;
+    void SetValue(const void*) override {}
+    void SetInHandle(const void*) override {}
+    void SetOutHandle(const void*) override {}
+    void SetInMethod(int) override {}
+    void SetOutMethod(int) override {}
+    void SetLinkElement(const std::string&) override {}
+    void SetLinkObject(EditorObject*) override {}
+
+protected:
+    /// `other` is of the same kind.
+    virtual void CopyContent(const Base& other) = 0;
+    virtual bool SameContent(const Base& other) const = 0;
+    /// One or more lines, each with its end.
+    virtual std::string DescribeContent() const = 0;
+    void Changed() { MarkChannelDirty(*this); }
+};
+
+class CameraKey final : public KeyRecord<CFilmCameraKey> {
+public:
+    void SetValue(const void* value) override;
+
+private:
+    /// Required: the priority is the key's row and stays.
+    void CopyContent(const CFilmCameraKey& other) override;
+    bool SameContent(const CFilmCameraKey& other) const override;
+    std::string DescribeContent() const override;
+};
+
+class AnimationKey final : public KeyRecord<CFilmAnimationKey> {
+public:
+    /// Clip seconds times repeats over frequency; -1.0 without a known clip, a frequency or a last repeat.
+    float GetNaturalDuration() const override;
+    void SetValue(const void* value) override;
+    void SetInHandle(const void* value) override;
+
+private:
+    void CopyContent(const CFilmAnimationKey& other) override;
+    bool SameContent(const CFilmAnimationKey& other) const override;
+    std::string DescribeContent() const override;
+};
+
+class FxKey final : public KeyRecord<CFilmFxKey> {
+public:
+    void SetValue(const void* value) override;
+    void SetOutHandle(const void* value) override;
+    void SetLinkElement(const std::string& element) override;
+    void SetLinkObject(EditorObject* object) override;
+
+private:
+    void CopyContent(const CFilmFxKey& other) override;
+    bool SameContent(const CFilmFxKey& other) const override;
+    std::string DescribeContent() const override;
+};
+
+class FilmManager;
+
+class SpeechKey final : public KeyRecord<CFilmSpeechKey> {
+public:
+    explicit SpeechKey(const FilmManager& filmManager) : manager(&filmManager) {}
+    float GetNaturalDuration() const override;
+    void SetValue(const void* value) override;
+
+private:
+    void CopyContent(const CFilmSpeechKey& other) override;
+    bool SameContent(const CFilmSpeechKey& other) const override;
+    std::string DescribeContent() const override;
+
+    const FilmManager* manager;
+};
+
+class SoundKey final : public KeyRecord<CFilmSoundKey> {
+public:
+    explicit SoundKey(const FilmManager& filmManager) : manager(&filmManager) {}
+    /// -1.0 for a looped sound.
+    float GetNaturalDuration() const override;
+    void SetValue(const void* value) override;
+
+private:
+    void CopyContent(const CFilmSoundKey& other) override;
+    bool SameContent(const CFilmSoundKey& other) const override;
+    std::string DescribeContent() const override;
+
+    const FilmManager* manager;
+};
+
+template <class Base> class VectorRecord : public KeyRecord<Base> {
+public:
+    void SetValue(const void* vector) override { Store(vector, this->value); }
+    void SetInHandle(const void* handle) override { Store(handle, this->inHandle); }
+    void SetOutHandle(const void* handle) override { Store(handle, this->outHandle); }
+    void SetInMethod(int method) override {
+        this->inMethod = method;
+        this->Changed();
+    }
+    void SetOutMethod(int method) override {
+        this->outMethod = method;
+        this->Changed();
+    }
+
+protected:
+    void CopyContent(const Base& other) override;
+    bool SameContent(const Base& other) const override;
+    std::string DescribeContent() const override;
+    void Store(const void* source, Vector3& target);
+};
+
+class VectorKey final : public VectorRecord<CFilmVectorKey> {};
+
+/// The setters take world points and store them in the space of the link. A new link keeps the world
+/// points, as things stand at that moment; writing the fields does not.
+class LinkedKey final : public VectorRecord<CFilmLinkedKey> {
+public:
+    void SetValue(const void* point) override;
+    void SetInHandle(const void* handle) override;
+    void SetOutHandle(const void* handle) override;
+    void SetLinkElement(const std::string& element) override;
+    void SetLinkObject(EditorObject* object) override;
+    void GetInPoint(Vector3& point) const override;
+    void GetOutPoint(Vector3& point) const override;
+
+private:
+    void CopyContent(const CFilmLinkedKey& other) override;
+    bool SameContent(const CFilmLinkedKey& other) const override;
+    std::string DescribeContent() const override;
+    Matrix4 LinkSpace() const;
+    void StoreWorld(const void* source, Vector3& target);
+    void MoveTo(EditorObject* object, const std::string& element);
+};
+
+class JavaKey final : public KeyRecord<CFilmJavaKey> {
+public:
+    void SetValue(const void* value) override;
+
+private:
+    void CopyContent(const CFilmJavaKey& other) override;
+    bool SameContent(const CFilmJavaKey& other) const override;
+    std::string DescribeContent() const override;
+};
+
+/// The flags' names depend on the class of the track that holds the key.
+class FlagsKey final : public KeyRecord<CFilmFlagsKey> {
+public:
+    int GetFlagCount() const override;
+    const char* GetFlagName(int index) const override;
+
+private:
+    void CopyContent(const CFilmFlagsKey& other) override;
+    bool SameContent(const CFilmFlagsKey& other) const override;
+    std::string DescribeContent() const override;
+};
+
+class ScalarKey final : public KeyRecord<CFilmScalarKey> {
+public:
+    void SetValue(const void* number) override;
+    void SetInHandle(const void* number) override;
+    void SetOutHandle(const void* number) override;
+    void SetInMethod(int method) override;
+    void SetOutMethod(int method) override;
+
+private:
+    void CopyContent(const CFilmScalarKey& other) override;
+    bool SameContent(const CFilmScalarKey& other) const override;
+    std::string DescribeContent() const override;
+    void Store(const void* source, float& target);
+};
+
+/// A kind's name as the user reads it; "" for a kind without a record.
+const char* KeyKindTitle(int kind);
+
+/// Bits of CFilmFlagsKey::keyFlags by track class.
+namespace TrackFlag {
+constexpr unsigned LightOn = 1;      ///< on light tracks
+constexpr unsigned ObjectHidden = 1; ///< on object tracks
+constexpr unsigned BlackBars = 1;    ///< on the level track: the picture is drawn in the wide format
+} // namespace TrackFlag
+
+} // namespace engine

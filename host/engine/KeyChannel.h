@@ -1,0 +1,83 @@
+#pragma once
+
+#include "plugin/contract/FilmKey.h"
+#include "plugin/contract/FilmTrack.h"
+
+#include <span>
+#include <vector>
+
+namespace engine {
+
+class FilmManager;
+
+/// The keys of one kind of one track, in the order of time. Owns them; the track's list only refers to them.
+/// Lives as long as its track.
+class KeyChannel : public MKTrack {
+public:
+    KeyChannel(CFilmTrack& owner, int kind, FilmManager& manager);
+    ~KeyChannel() override;
+    KeyChannel(const KeyChannel&) = delete;
+    KeyChannel& operator=(const KeyChannel&) = delete;
+
+    /// The keys' `track` is set, but the track's list is left to the caller. A body that is cut short throws
+    /// fs::file_exception and adds nothing; an empty rest of file is a body without keys.
+    void Import(fs::file& file, int zero, int kind) override;
+    void Export(fs::file& file, int zero) override;
+    void CollectKeys(KeyList& list) const override;
+
+    void Insert(IFilmKey* key);
+    /// Adds many keys at once; their order is made at the next use.
+    void Append(std::span<IFilmKey* const> added);
+    /// Makes room for so many more keys.
+    void Reserve(std::size_t more);
+    /// Gives up memory beyond what the keys need.
+    void Trim();
+    /// Takes the key out without destroying it; false if it is not here.
+    bool Remove(IFilmKey* key);
+    void DestroyAll();
+    /// Keys were written to: times and order are read anew before the next use.
+    void MarkDirty() { dirty = true; }
+
+    int Kind() const { return kind; }
+    bool Empty() const { return sortedKeys.empty(); }
+    std::size_t Size() const { return sortedKeys.size(); }
+    std::span<IFilmKey* const> Keys() const {
+        Refresh();
+        return sortedKeys;
+    }
+    std::span<const float> Times() const {
+        Refresh();
+        return sortedTimes;
+    }
+    /// Index of the last key with a time not after `time`, -1 if there is none.
+    int LastAtOrBefore(float time) const;
+    /// Bytes of the two arrays.
+    std::size_t ArrayBytes() const;
+
+protected:
+    void Refresh() const {
+        if (dirty || stale) {
+            Rebuild();
+        }
+    }
+    /// Times and order are good again; what is derived from them goes here.
+    virtual void OnRebuilt() const {}
+
+    CFilmTrack& track;
+    FilmManager& manager;
+
+private:
+    void Rebuild() const;
+    void Sort() const;
+
+    int kind;
+    mutable bool dirty = false;             ///< times or order may be wrong
+    mutable bool stale = false;             ///< only what is derived from them is
+    mutable std::vector<float> sortedTimes; ///< of the keys; not-a-number counts as the end of time
+    mutable std::vector<IFilmKey*> sortedKeys;
+};
+
+/// Tells the key's channel, if the key stands in a track.
+void MarkChannelDirty(const IFilmKey& key);
+
+} // namespace engine

@@ -1,0 +1,192 @@
+#include "host/engine/KeyFormat.h"
+
+#include "host/engine/ByteStream.h"
+#include "host/engine/FilmManager.h"
+
+#include <cmath>
+#include <type_traits>
+
+namespace engine {
+
+namespace {
+
+constexpr std::uint8_t kHasEndTime = 1;
+constexpr std::uint8_t kHasFlags = 2;
+/// Method byte that says: 32 bits follow. Only numbers outside the six methods need it.
+constexpr std::uint8_t kWideMethod = 255;
+/// Marks and time.
+constexpr std::size_t kSmallestKey = 5;
+
+void WriteMethod(ByteWriter& out, std::int32_t method) {
+    if (method >= 0 && method < kWideMethod) {
+        out.U8(static_cast<std::uint8_t>(method));
+    } else {
+        out.U8(kWideMethod);
+        out.I32(method);
+    }
+}
+
+std::int32_t ReadMethod(ByteReader& in) {
+    const std::uint8_t method = in.U8();
+    return method == kWideMethod ? in.I32() : method;
+}
+
+/// Visits a record's fields in the file's order, for writing and for reading alike.
+struct Writing {
+    ByteWriter& out;
+    void operator()(const std::string& text) { out.Text(text); }
+    void operator()(const Vector3& vector) { out.Floats(vector.Data(), 3); }
+    void operator()(float number) { out.F32(number); }
+    void operator()(std::int32_t number) { out.I32(number); }
+    void operator()(std::uint32_t number) { out.U32(number); }
+    void operator()(std::uint8_t number) { out.U8(number); }
+    void Method(std::int32_t method) { WriteMethod(out, method); }
+};
+
+struct Reading {
+    ByteReader& in;
+    void operator()(std::string& text) { text = in.Text(); }
+    void operator()(Vector3& vector) { in.Floats(vector.Data(), 3); }
+    void operator()(float& number) { number = in.F32(); }
+    void operator()(std::int32_t& number) { number = in.I32(); }
+    void operator()(std::uint32_t& number) { number = in.U32(); }
+    void operator()(std::uint8_t& number) { number = in.U8(); }
+    void Method(std::int32_t& method) { method = ReadMethod(in); }
+};
+
+template <class Visit, class Key> void VisitVector(Visit& visit, Key& key) {
+    visit(key.value);
+    visit(key.inHandle);
+    visit(key.outHandle);
+    visit.Method(key.inMethod);
+    visit.Method(key.outMethod);
+}
+
+template <class To, class From> auto& As(From& key) {
+    using Target = std::conditional_t<std::is_const_v<From>, const To, To>;
+    return static_cast<Target&>(key);
+}
+
+template <class Visit, class Key> void VisitTimed(Visit& visit, Key& key) {
+    if (key.kind == KeyKind::Camera) {
+        auto& record = As<CFilmCameraKey>(key);
+        visit(record.cameraName);
+        visit(record.priority);
+        visit(record.delayTime);
+    } else if (key.kind == KeyKind::Animation) {
+        auto& record = As<CFilmAnimationKey>(key);
+        visit(record.meshElement);
+        visit(record.animationName);
+        visit(record.frequency);
+        visit(record.repeats);
+        visit(record.startFrame);
+    } else if (key.kind == KeyKind::Speech) {
+        auto& record = As<CFilmSpeechKey>(key);
+        visit(record.speechPath);
+        visit(record.speechText);
+    } else if (key.kind == KeyKind::Sound) {
+        auto& record = As<CFilmSoundKey>(key);
+        visit(record.wavPath);
+        visit(record.soundPosition);
+        visit(record.followObject);
+        visit(record.looped);
+    } else {
+        auto& record = As<CFilmFxKey>(key);
+        visit(record.fxName);
+        visit(record.deleteFlag);
+        visit(record.objectId);
+        visit(record.linkElement);
+        visit(record.position);
+        visit(record.normal);
+        visit(record.forward);
+    }
+}
+
+template <class Visit, class Key> void VisitContent(Visit& visit, Key& key) {
+    switch (key.kind) {
+    case KeyKind::Position:
+    case KeyKind::Rotation:
+    case KeyKind::Scale:
+    case KeyKind::Color:
+        return VisitVector(visit, As<CFilmVectorKey>(key));
+    case KeyKind::CameraPosition:
+    case KeyKind::CameraTarget: {
+        auto& record = As<CFilmLinkedKey>(key);
+        VisitVector(visit, record);
+        visit(record.linkObjectId);
+        visit(record.linkElement);
+        return;
+    }
+    case KeyKind::JavaMethod: {
+        auto& record = As<CFilmJavaKey>(key);
+        visit(record.methodName);
+        visit(record.callAfterStop);
+        return;
+    }
+    case KeyKind::Flags:
+        return visit(As<CFilmFlagsKey>(key).keyFlags);
+    case KeyKind::Roll:
+    case KeyKind::FieldOfView: {
+        auto& record = As<CFilmScalarKey>(key);
+        visit(record.value);
+        visit(record.inValue);
+        visit(record.outValue);
+        visit.Method(record.inMethod);
+        visit.Method(record.outMethod);
+        return;
+    }
+    default:
+        return VisitTimed(visit, key);
+    }
+}
+
+std::uint32_t OwnFlags(int kind) {
+    return kind >= KeyKind::Position ? KeyFlag::NoDuration : 0u;
+}
+
+} // namespace
+
+void WriteKeys(std::span<IFilmKey* const> keys, int kind, std::string& bytes) {
+    ByteWriter out(bytes);
+    out.U32(static_cast<std::uint32_t>(keys.size()));
+    Writing visit{out};
+    for (const IFilmKey* key : keys) {
+        // Compared by bits, so that a negative zero and not-a-number come back as they were.
+        const bool hasEnd = !(key->endTime == 0.0f) || std::signbit(key->endTime);
+        const bool hasFlags = key->flags != OwnFlags(kind);
+        out.U8(static_cast<std::uint8_t>((hasEnd ? kHasEndTime : 0) | (hasFlags ? kHasFlags : 0)));
+        out.F32(key->time);
+        if (hasEnd) {
+            out.F32(key->endTime);
+        }
+        if (hasFlags) {
+            out.U32(key->flags);
+        }
+        VisitContent(visit, *key);
+    }
+}
+
+bool ReadKeys(std::string_view bytes, int kind, FilmManager& manager, std::vector<IFilmKey*>& keys) {
+    ByteReader in(bytes);
+    Reading visit{in};
+    const std::uint32_t count = in.U32();
+    if (count > in.Left() / kSmallestKey) {
+        return false;
+    }
+    keys.reserve(keys.size() + count);
+    for (std::uint32_t i = 0; i < count && in.Good(); ++i) {
+        IFilmKey* key = manager.Keys().CreateKey(kind);
+        if (key == nullptr) {
+            return false;
+        }
+        keys.push_back(key);
+        const std::uint8_t marks = in.U8();
+        key->time = in.F32();
+        key->endTime = (marks & kHasEndTime) != 0 ? in.F32() : 0.0f;
+        key->flags = (marks & kHasFlags) != 0 ? in.U32() : OwnFlags(kind);
+        VisitContent(visit, *key);
+    }
+    return in.Good() && in.Left() == 0;
+}
+
+} // namespace engine

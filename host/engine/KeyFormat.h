@@ -1,0 +1,23 @@
+#pragma once
+
+#include "plugin/contract/FilmKey.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace engine {
+
+class FilmManager;
+
+// Keys in files: a 32-bit count, then each key as a byte of marks, its time and its kind's fields. End time
+// and flags stand there only where they differ from the kind's own, so that a vector key takes 43 bytes.
+
+/// Appends the keys, which are all of this kind.
+void WriteKeys(std::span<IFilmKey* const> keys, int kind, std::string& bytes);
+/// Makes the keys in `bytes`, which must hold nothing else. On false those made so far stand in `keys`.
+/// Linked objects are known by their ids only.
+bool ReadKeys(std::string_view bytes, int kind, FilmManager& manager, std::vector<IFilmKey*>& keys);
+
+} // namespace engine

@@ -1,0 +1,257 @@
+#include "host/engine/TrackBase.h"
+
+#include "host/engine/Film.h"
+#include "host/engine/FilmManager.h"
+#include "host/engine/Level.h"
+#include "host/engine/LevelData.h"
+
+#include <algorithm>
+
+namespace engine {
+
+namespace {
+
+constexpr std::uint32_t Bit(int kind) {
+    return 1u << kind;
+}
+
+constexpr std::uint32_t kFiredKinds = 0x3FCu | Bit(KeyKind::JavaMethod); ///< 2 to 9 and 13
+constexpr std::uint32_t kSharedFx =
+    Bit(KeyKind::FxSequence) | Bit(KeyKind::FxParticle) | Bit(KeyKind::FxTrace) | Bit(KeyKind::FxFlare);
+constexpr std::uint32_t kTransform = Bit(KeyKind::Position) | Bit(KeyKind::Rotation) | Bit(KeyKind::Scale);
+
+struct ClassKinds {
+    int classId;
+    std::uint32_t kinds;
+};
+
+constexpr ClassKinds kClassKinds[] = {
+    {ClassId::LevelTrack, Bit(KeyKind::Camera) | kSharedFx | Bit(KeyKind::FxRain) | Bit(KeyKind::FxBlind) |
+                              Bit(KeyKind::Sound) | Bit(KeyKind::JavaMethod) | Bit(KeyKind::Flags)},
+    {ClassId::ObjectTrack, Bit(KeyKind::Animation) | kSharedFx | Bit(KeyKind::Speech) | Bit(KeyKind::Sound) |
+                               kTransform | Bit(KeyKind::JavaMethod) | Bit(KeyKind::Flags)},
+    {ClassId::GLLightTrack, Bit(KeyKind::Position) | Bit(KeyKind::Color) | Bit(KeyKind::Flags)},
+    {ClassId::DynLightTrack, kTransform | Bit(KeyKind::Color) | Bit(KeyKind::Flags)},
+    {ClassId::CameraTrack, Bit(KeyKind::CameraPosition) | Bit(KeyKind::CameraTarget) | Bit(KeyKind::Roll) |
+                               Bit(KeyKind::FieldOfView)},
+};
+
+std::uint32_t KindsOf(int classId) {
+    for (const ClassKinds& entry : kClassKinds) {
+        if (entry.classId == classId) {
+            return entry.kinds;
+        }
+    }
+    return 0;
+}
+
+bool ByTime(const IFilmKey* a, const IFilmKey* b) {
+    const bool aLast = std::isnan(a->time);
+    const bool bLast = std::isnan(b->time);
+    return aLast || bLast ? !aLast && bLast : a->time < b->time;
+}
+
+} // namespace
+
+bool DoomedObjects::Has(const EditorObject* object) const {
+    return object != nullptr && std::find(list.begin(), list.end(), object) != list.end();
+}
+
+bool DoomedObjects::HasId(int id) const {
+    return id != 0 && std::any_of(list.begin(), list.end(), [id](const EditorObject* object) {
+               return object != nullptr && object->id == id;
+           });
+}
+
+TrackBase::TrackBase(CFilmTrack& track, int trackClass, FilmManager& filmManager)
+    : self(track), manager(filmManager), classId(trackClass), kinds(KindsOf(trackClass)) {
+}
+
+Film* TrackBase::OwnFilm() const {
+    return static_cast<Film*>(self.film);
+}
+
+KeyChannel& TrackBase::Require(int kind) {
+    std::unique_ptr<KeyChannel>& channel = channels[kind];
+    if (channel == nullptr) {
+        channel = MakeChannel(self, kind, manager);
+        self.subTracks[kind] = channel.get();
+        hasEvents = hasEvents || (kFiredKinds & Bit(kind)) != 0;
+    }
+    return *channel;
+}
+
+bool TrackBase::Add(IFilmKey* key) {
+    if (key == nullptr || key->track != nullptr || !Holds(key->kind)) {
+        return false;
+    }
+    self.keys.push_back(key);
+    Require(key->kind).Insert(key);
+    key->track = &self;
+    return true;
+}
+
+void TrackBase::Remove(IFilmKey* key, bool destroy) {
+    if (key == nullptr || key->track != &self || !Holds(key->kind) || Channel(key->kind) == nullptr) {
+        return;
+    }
+    Channel(key->kind)->Remove(key);
+    const auto found = std::find(self.keys.begin(), self.keys.end(), key);
+    if (found != self.keys.end()) {
+        self.keys.erase(found);
+    }
+    key->track = nullptr;
+    if (destroy) {
+        manager.Keys().DestroyKey(key);
+    }
+}
+
+void TrackBase::Clear(int kind) {
+    if (!Holds(kind) || Channel(kind) == nullptr) {
+        return;
+    }
+    self.keys.remove_if([kind](const IFilmKey* key) { return key->kind == kind; });
+    Channel(kind)->DestroyAll();
+}
+
+void TrackBase::MarkChanged(int kind) {
+    if (Holds(kind) && Channel(kind) != nullptr) {
+        Channel(kind)->MarkDirty();
+    }
+}
+
+void TrackBase::MarkAllChanged() {
+    for (const auto& channel : channels) {
+        if (channel != nullptr) {
+            channel->MarkDirty();
+        }
+    }
+}
+
+void TrackBase::FinishKeys() {
+    // A key may have been put into the list directly.
+    for (IFilmKey* key : self.keys) {
+        if (key->track == nullptr && Holds(key->kind)) {
+            key->track = &self;
+            Require(key->kind).Insert(key);
+        }
+    }
+    if (!std::is_sorted(self.keys.begin(), self.keys.end(), ByTime)) {
+        self.keys.sort(ByTime);
+    }
+    MarkAllChanged();
+}
+
+Vector3 TrackBase::VectorAt(int kind, float time) const {
+    Vector3 result;
+    if (const auto* channel = ChannelAs<VectorChannel>(kind)) {
+        channel->Evaluate(time, result.Data());
+    }
+    return result;
+}
+
+std::uint32_t TrackBase::FlagsAt(float time, std::uint32_t missing) const {
+    const KeyChannel* channel = Channel(KeyKind::Flags);
+    const int index = channel != nullptr ? channel->LastAtOrBefore(time) : -1;
+    return index < 0 ? missing
+                     : static_cast<const CFilmFlagsKey*>(channel->Keys()[static_cast<std::size_t>(index)])
+                           ->keyFlags;
+}
+
+void TrackBase::Fire(float previous, float time, bool fromStart) {
+    for (int kind = KeyKind::FxSequence; hasEvents && kind <= KeyKind::JavaMethod; ++kind) {
+        if ((kFiredKinds & Bit(kind)) != 0 && channels[kind] != nullptr && !channels[kind]->Empty()) {
+            FireChannel(*channels[kind], previous, time, fromStart);
+        }
+    }
+}
+
+void TrackBase::FireChannel(KeyChannel& channel, float previous, float time, bool fromStart) {
+    IFilmSink* sink = manager.Data().Owner().FilmSink();
+    if (sink == nullptr || self.film == nullptr || !(time >= previous)) {
+        return;
+    }
+    const auto& times = channel.Times();
+    const auto first = fromStart ? std::lower_bound(times.begin(), times.end(), previous)
+                                 : std::upper_bound(times.begin(), times.end(), previous);
+    for (auto i = static_cast<std::size_t>(first - times.begin()); i < channel.Size(); ++i) {
+        const IFilmKey& key = *channel.Keys()[i];
+        if (channel.Times()[i] > time) {
+            return;
+        }
+        const bool waits =
+            key.kind == KeyKind::JavaMethod && static_cast<const CFilmJavaKey&>(key).callAfterStop != 0;
+        if (!waits) {
+            sink->OnKeyFired(*self.film, self, key, time - key.time);
+        }
+    }
+}
+
+void TrackBase::FireAtStop() {
+    IFilmSink* sink = manager.Data().Owner().FilmSink();
+    KeyChannel* channel = channels[KeyKind::JavaMethod].get();
+    if (sink == nullptr || channel == nullptr || self.film == nullptr) {
+        return;
+    }
+    for (const IFilmKey* key : channel->Keys()) {
+        if (static_cast<const CFilmJavaKey*>(key)->callAfterStop != 0) {
+            sink->OnKeyFired(*self.film, self, *key, 0.0f);
+        }
+    }
+}
+
+void TrackBase::Forget(const DoomedObjects& doomed) {
+    for (int kind = KeyKind::FxSequence; kind <= KeyKind::FxFlare; ++kind) {
+        for (IFilmKey* key :
+             channels[kind] != nullptr ? channels[kind]->Keys() : std::span<IFilmKey* const>{}) {
+            auto& record = static_cast<CFilmFxKey&>(*key);
+            record.objectId = doomed.HasId(record.objectId) ? 0 : record.objectId;
+        }
+    }
+    for (const int kind : {KeyKind::CameraPosition, KeyKind::CameraTarget}) {
+        for (IFilmKey* key :
+             channels[kind] != nullptr ? channels[kind]->Keys() : std::span<IFilmKey* const>{}) {
+            auto& record = static_cast<CFilmLinkedKey&>(*key);
+            if (doomed.Has(record.linkObject)) {
+                record.SetLinkObject(nullptr);
+            }
+        }
+    }
+}
+
+void TrackBase::Relink(const LevelData& data, std::vector<std::string>& messages) {
+    for (const int kind : {KeyKind::CameraPosition, KeyKind::CameraTarget}) {
+        for (IFilmKey* key :
+             channels[kind] != nullptr ? channels[kind]->Keys() : std::span<IFilmKey* const>{}) {
+            auto& record = static_cast<CFilmLinkedKey&>(*key);
+            if (record.linkObject == nullptr && record.linkObjectId != 0) {
+                record.linkObject = data.Find(record.linkObjectId);
+                if (record.linkObject == nullptr) {
+                    messages.push_back("A camera key follows object " + std::to_string(record.linkObjectId) +
+                                       ", which is not in the level.");
+                }
+            }
+        }
+        MarkChanged(kind);
+    }
+}
+
+template <class Base, int Id>
+TrackOf<Base, Id>::TrackOf(FilmManager& filmManager)
+    : Base(&filmManager.Pool()), TrackBase(*this, Id, filmManager) {
+    // The two kinds that are imported from files have their channels from the start, so that a track
+    // without such keys can take a file.
+    for (const int kind : {KeyKind::Position, KeyKind::Rotation}) {
+        if (Holds(kind)) {
+            Require(kind);
+        }
+    }
+}
+
+template class TrackOf<CFilmLevelTrack, ClassId::LevelTrack>;
+template class TrackOf<CFilmObjectTrack, ClassId::ObjectTrack>;
+template class TrackOf<CFilmGLLightTrack, ClassId::GLLightTrack>;
+template class TrackOf<CFilmDynLightTrack, ClassId::DynLightTrack>;
+template class TrackOf<CFilmCameraTrack, ClassId::CameraTrack>;
+
+} // namespace engine
