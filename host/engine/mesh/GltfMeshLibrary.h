@@ -1,0 +1,27 @@
+#pragma once
+
+#include "host/engine/mesh/MeshStore.h"
+#include "host/engine/MeshLibrary.h"
+
+#include <map>
+#include <memory>
+
+/// The engine's meshes from glTF files. One serves a level; the host installs it at the level and keeps it
+/// longer than the level. SetFolder when the level's folder changes: meshes given out before are dropped.
+class GltfMeshLibrary : public engine::IMeshLibrary {
+public:
+    GltfMeshLibrary();
+    ~GltfMeshLibrary() override;
+    const engine::IMesh* FindMesh(const std::string& meshName) override;
+    /// The loaded file behind a mesh name, null if it can't be used.
+    std::shared_ptr<const Mesh> FindFile(const std::string& meshName) { return store.Find(meshName); }
+    void SetFolder(const std::string& path);
+    /// Why a name has no mesh, for the host's messages; empty for good names.
+    std::string ErrorOf(const std::string& meshName) const { return store.ErrorOf(meshName); }
+
+private:
+    class Entry;
+
+    MeshStore store;
+    std::map<std::string, std::unique_ptr<Entry>> entries;
+};

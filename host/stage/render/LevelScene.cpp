@@ -1,0 +1,144 @@
+#include "host/stage/render/LevelScene.h"
+
+#include "host/stage/render/HelperShapes.h"
+#include "host/stage/render/ShapeMeshes.h"
+#include "host/stage/render/SkyLight.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+/// Things larger than this are scenery: the shadow map would be too coarse if it covered them.
+constexpr float kLargestCaster = 150.0f;
+/// Light of a film light of full colour and intensity 1.
+constexpr float kLightStrength = 2.2f;
+
+glm::vec3 ToGlm(const Vector3& v) {
+    return {v.x, v.y, v.z};
+}
+
+glm::mat4 ToGlm(const engine::Matrix4& matrix) {
+    glm::mat4 result;
+    std::memcpy(&result[0][0], matrix.m, sizeof(result));
+    return result;
+}
+
+float LargestScale(const glm::mat4& world) {
+    return std::max({glm::length(glm::vec3(world[0])), glm::length(glm::vec3(world[1])),
+                     glm::length(glm::vec3(world[2]))});
+}
+
+bool IsSelected(const engine::SceneObject& object) {
+    return (object.Info().flags & engine::SceneObjectInfo::kSelected) != 0;
+}
+
+RenderLight ToLight(const engine::SceneObject& object) {
+    const engine::LightProperties& light = *object.light;
+    const glm::mat4 world = ToGlm(object.World());
+    return {glm::vec3(world[3]), ToGlm(light.color) * light.intensity * kLightStrength,
+            light.range * LargestScale(world)};
+}
+
+} // namespace
+
+LevelScene::LevelScene(GltfMeshLibrary& library)
+    : meshes(library), lightBody(ShapeMeshes::MakeOctahedron(0.12f, glm::vec3(1.0f), 1.0f)),
+      plainBody(ShapeMeshes::MakeBox(0.25f, {0.35f, 0.55f, 0.80f}, 0.1f)),
+      missingBody(ShapeMeshes::MakeBox(0.6f, {0.80f, 0.10f, 0.55f}, 0.1f)) {
+}
+
+void LevelScene::Update(const engine::Level& level, const LevelSceneOptions& options) {
+    scene = RenderScene();
+    scene.grid = options.grid;
+    scene.seconds = options.seconds;
+    const engine::LevelData* data = level.Data();
+    if (data == nullptr) {
+        poses.clear();
+        return;
+    }
+    DropOldPoses(*data);
+    TakeSun(*data);
+    for (const auto& object : data->Objects()) {
+        if (object->IsShown()) {
+            object->IsLight() ? AddLight(*object, options) : AddObject(*object, options);
+        }
+    }
+}
+
+void LevelScene::DropOldPoses(const engine::LevelData& data) {
+    std::erase_if(poses, [&](const auto& entry) { return data.Find(entry.first) == nullptr; });
+}
+
+void LevelScene::TakeSun(const engine::LevelData& data) {
+    const engine::SunObject* sun = data.Sun();
+    if (sun == nullptr) {
+        scene.sun.color = glm::vec3(0.0f);
+        scene.sky = SkyForSun({0.0f, -1.0f, 0.0f}, glm::vec3(1.0f));
+        return;
+    }
+    const glm::vec3 color = ToGlm(sun->light.color) * (sun->light.on ? sun->light.intensity : 0.0f);
+    scene.sun = SunLight(ToGlm(sun->direction), color);
+    scene.sky = SkyForSun(ToGlm(sun->direction), color);
+}
+
+const MeshPose* LevelScene::PoseFor(const engine::SceneObject& object, const Mesh& mesh) {
+    const engine::Matrix4* matrices = object.Pose();
+    if (!mesh.IsPosable() || mesh.nodes.empty()) {
+        return nullptr;
+    }
+    std::unique_ptr<MeshPose>& pose = poses[object.id];
+    if (pose == nullptr) {
+        pose = std::make_unique<MeshPose>();
+    }
+    pose->nodes = mesh.restNodes;
+    if (matrices != nullptr) {
+        for (std::size_t i = 0; i < pose->nodes.size(); ++i) {
+            pose->nodes[i] = ToGlm(matrices[i]);
+        }
+    }
+    pose->SkinVertices(mesh);
+    return pose.get();
+}
+
+void LevelScene::AddObject(const engine::SceneObject& object, const LevelSceneOptions& options) {
+    RenderItem item;
+    item.objectId = object.id;
+    item.world = ToGlm(object.World());
+    item.mesh = meshes.FindFile(object.meshName);
+    if (item.mesh != nullptr) {
+        item.pose = PoseFor(object, *item.mesh);
+        const glm::vec3 size = item.mesh->box.IsEmpty() ? glm::vec3(0.0f) : item.mesh->box.Extent();
+        item.castsShadow = std::max({size.x, size.y, size.z}) * LargestScale(item.world) < kLargestCaster;
+    } else if (!options.editor) {
+        return;
+    } else {
+        item.mesh = object.meshName.empty() || object.transient ? plainBody : missingBody;
+        item.castsShadow = false;
+    }
+    if (object.transient && !options.editor) {
+        return;
+    }
+    item.outline = options.editor && IsSelected(object);
+    scene.items.push_back(std::move(item));
+}
+
+void LevelScene::AddLight(const engine::SceneObject& object, const LevelSceneOptions& options) {
+    const RenderLight light = ToLight(object);
+    if (object.light->on) {
+        scene.lights.push_back(light);
+    }
+    if (!options.editor) {
+        return;
+    }
+    RenderItem item;
+    item.objectId = object.id;
+    item.world = glm::mat4(1.0f);
+    item.world[3] = glm::vec4(light.position, 1.0f);
+    item.mesh = lightBody;
+    item.tint = object.light->on ? ToGlm(object.light->color) : glm::vec3(0.25f);
+    item.castsShadow = false;
+    item.outline = IsSelected(object);
+    HelperShapes::AddPointLight(scene.lines, light, item.outline);
+    scene.items.push_back(std::move(item));
+}

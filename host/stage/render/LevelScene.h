@@ -1,0 +1,39 @@
+#pragma once
+
+#include "host/engine/Level.h"
+#include "host/engine/mesh/GltfMeshLibrary.h"
+#include "host/stage/render/RenderScene.h"
+
+#include <map>
+
+/// What of a level its scene shows besides the objects with meshes.
+struct LevelSceneOptions {
+    bool editor = true; ///< bodies of lights, helpers and objects without a mesh, rims of what is selected
+    bool grid = false;
+    float seconds = 0.0f; ///< moves water and clouds
+};
+
+/// Turns a level as it stands into a scene. Keeps poses from frame to frame; the scene stays good until the
+/// next Update. Neither level nor library is owned.
+class LevelScene {
+public:
+    explicit LevelScene(GltfMeshLibrary& library);
+
+    /// Rebuilds `scene`. Without a level the scene is empty. Lines that views add come after it.
+    void Update(const engine::Level& level, const LevelSceneOptions& options);
+
+    RenderScene scene;
+
+private:
+    void AddObject(const engine::SceneObject& object, const LevelSceneOptions& options);
+    void AddLight(const engine::SceneObject& object, const LevelSceneOptions& options);
+    const MeshPose* PoseFor(const engine::SceneObject& object, const Mesh& mesh);
+    void TakeSun(const engine::LevelData& data);
+    void DropOldPoses(const engine::LevelData& data);
+
+    GltfMeshLibrary& meshes;
+    std::map<int, std::unique_ptr<MeshPose>> poses; ///< by object id
+    std::shared_ptr<const Mesh> lightBody;
+    std::shared_ptr<const Mesh> plainBody;
+    std::shared_ptr<const Mesh> missingBody;
+};

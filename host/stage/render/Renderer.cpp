@@ -1,0 +1,224 @@
+#include "host/stage/render/Renderer.h"
+
+#include "host/stage/render/FrameBlock.h"
+#include "host/stage/render/FrameItems.h"
+#include "host/stage/render/GlContext.h"
+#include "host/stage/render/GroundGrid.h"
+#include "host/stage/render/LinePass.h"
+#include "host/stage/render/MeshPass.h"
+#include "host/stage/render/OutlinePass.h"
+#include "host/stage/render/RenderTarget.h"
+#include "host/stage/render/ShadowMap.h"
+#include "host/stage/render/SkyPass.h"
+
+#include <algorithm>
+#include <epoxy/gl.h>
+#include <stdexcept>
+
+namespace {
+
+constexpr glm::vec3 kOutlineColor(1.0f, 0.62f, 0.10f);
+constexpr unsigned kFrameBinding = 0;
+/// Shadows reach this far around what the first casters span; beyond, texels would grow too coarse.
+constexpr float kMaxShadowExtent = 160.0f;
+
+void BindFrameBlock(const GlProgram& program) {
+    const GLuint index = glGetUniformBlockIndex(program.Id(), "Frame");
+    if (index != GL_INVALID_INDEX) {
+        glUniformBlockBinding(program.Id(), index, kFrameBinding);
+    }
+}
+
+glm::vec3 SunDirection(const RenderSun& sun) {
+    const float length = glm::length(sun.direction);
+    return length > 0.0f && std::isfinite(length) ? sun.direction / length : glm::vec3(0.0f, 1.0f, 0.0f);
+}
+
+FrameBlock MakeBlock(const RenderScene& scene, const RenderCamera& camera) {
+    FrameBlock block{};
+    block.viewProjection = camera.projection * camera.view;
+    block.inverseViewProjection = glm::inverse(block.viewProjection);
+    block.eye = glm::vec4(glm::vec3(glm::inverse(camera.view)[3]), scene.seconds);
+    block.sunDirection = glm::vec4(SunDirection(scene.sun), 0.0f);
+    block.sunColor = glm::vec4(scene.sun.color, scene.exposure);
+    block.zenith = glm::vec4(scene.sky.zenith, scene.sky.fog);
+    block.horizon = glm::vec4(scene.sky.horizon, scene.sky.clouds);
+    const std::size_t lights = std::min(scene.lights.size(), RenderScene::kMaxLights);
+    block.ground = glm::vec4(scene.sky.ground, static_cast<float>(lights));
+    for (std::size_t i = 0; i < lights; ++i) {
+        block.lightPosition[i] = glm::vec4(scene.lights[i].position, std::max(scene.lights[i].range, 0.01f));
+        block.lightColor[i] = glm::vec4(scene.lights[i].color, 0.0f);
+    }
+    return block;
+}
+
+MeshBox CasterBox(const std::vector<FrameItem>& items) {
+    MeshBox box;
+    for (const FrameItem& entry : items) {
+        if (entry.item->castsShadow) {
+            box.Add(entry.box.min);
+            box.Add(entry.box.max);
+        }
+    }
+    const glm::vec3 center = box.IsEmpty() ? glm::vec3(0.0f) : box.Center();
+    box.min = glm::max(box.min, center - glm::vec3(kMaxShadowExtent * 0.5f));
+    box.max = glm::min(box.max, center + glm::vec3(kMaxShadowExtent * 0.5f));
+    return box;
+}
+
+} // namespace
+
+/// Everything that lives in the context; destroyed while it is current.
+struct Renderer::Parts {
+    GlContext context;
+    struct Passes {
+        Passes() {
+            BindFrameBlock(sky.CloudProgram());
+            BindFrameBlock(sky.SkyProgram());
+            BindFrameBlock(lines.Program());
+            BindFrameBlock(outline.Program());
+            BindFrameBlock(meshes.PlainProgram());
+            BindFrameBlock(meshes.GlossyProgram());
+            glGenBuffers(1, &frameBuffer);
+        }
+        ~Passes() { glDeleteBuffers(1, &frameBuffer); }
+        Passes(const Passes&) = delete;
+        Passes& operator=(const Passes&) = delete;
+
+        SkyPass sky;
+        MeshPass meshes;
+        LinePass lines;
+        OutlinePass outline;
+        ShadowMap shadow;
+        RenderTarget target;
+        unsigned frameBuffer = 0;
+    };
+    std::unique_ptr<Passes> passes;
+    const RenderScene* scene = nullptr;
+    std::vector<FrameItem> items;
+    bool hasShadow = false;
+
+    void UploadBlock(const FrameBlock& block) const {
+        glBindBuffer(GL_UNIFORM_BUFFER, passes->frameBuffer);
+        glBufferData(GL_UNIFORM_BUFFER, sizeof(block), &block, GL_STREAM_DRAW);
+        glBindBufferBase(GL_UNIFORM_BUFFER, kFrameBinding, passes->frameBuffer);
+    }
+
+    /// The pixels that the rims can reach; empty when nothing is outlined.
+    OutlinePass::Area OutlineArea(const glm::mat4& viewProjection, int margin) const {
+        MeshBox seen;
+        for (const FrameItem& entry : items) {
+            if (entry.item->outline) {
+                AddScreenBox(entry.box, viewProjection, seen);
+            }
+        }
+        if (seen.IsEmpty()) {
+            return {};
+        }
+        const glm::vec2 size(passes->target.Width(), passes->target.Height());
+        const glm::vec2 edge(static_cast<float>(margin));
+        const glm::vec2 low =
+            glm::clamp((glm::vec2(seen.min) * 0.5f + 0.5f) * size - edge, glm::vec2(0.0f), size);
+        const glm::vec2 high =
+            glm::clamp((glm::vec2(seen.max) * 0.5f + 0.5f) * size + edge, glm::vec2(0.0f), size);
+        return {static_cast<int>(low.x), static_cast<int>(low.y), static_cast<int>(high.x - low.x) + 1,
+                static_cast<int>(high.y - low.y) + 1};
+    }
+
+    void DrawOutline(const glm::mat4& viewProjection, int supersample) const {
+        const int radius = 2 * supersample;
+        const OutlinePass::Area area = OutlineArea(viewProjection, radius + 1);
+        if (area.width == 0) {
+            return;
+        }
+        passes->outline.BeginMask(passes->target.Width(), passes->target.Height(), area);
+        passes->meshes.DrawMask(items, viewProjection);
+        passes->target.Bind();
+        passes->outline.Draw(kOutlineColor, static_cast<float>(radius));
+    }
+
+    void DrawLines(const RenderCamera& camera, int supersample) const {
+        const auto scale = static_cast<float>(supersample);
+        if (scene->grid) {
+            passes->lines.Draw(GroundGrid(glm::vec3(glm::inverse(camera.view)[3])), scale,
+                               /*depthTest*/ true);
+        }
+        passes->lines.Draw(scene->lines, scale, /*depthTest*/ true);
+        passes->lines.Draw(scene->overlay, scale, /*depthTest*/ false);
+    }
+
+    void DrawScene(const RenderCamera& camera, const glm::mat4& viewProjection, int supersample) const {
+        FrameBlock block = MakeBlock(*scene, camera);
+        const glm::vec2 size(passes->target.Width(), passes->target.Height());
+        block.viewport = glm::vec4(size, 1.0f / size);
+        block.shadow = passes->shadow.TextureMatrix();
+        block.sunDirection.w = hasShadow ? 1.0f : 0.0f;
+        UploadBlock(block);
+        passes->sky.DrawClouds(passes->target.Width(), passes->target.Height());
+        passes->target.Bind();
+        passes->meshes.DrawLit(items, *scene, viewProjection, glm::vec3(block.eye), passes->shadow.Texture());
+        passes->sky.Draw();
+        DrawOutline(viewProjection, supersample);
+        DrawLines(camera, supersample);
+    }
+};
+
+Renderer::Renderer(std::unique_ptr<Parts> made) : parts(std::move(made)) {
+}
+
+Renderer::~Renderer() {
+    if (parts->context.MakeCurrent()) {
+        parts->passes.reset();
+    }
+}
+
+std::unique_ptr<Renderer> Renderer::Create(std::string& error) {
+    auto parts = std::make_unique<Parts>();
+    if (!parts->context.Create(error)) {
+        return nullptr;
+    }
+    try {
+        parts->passes = std::make_unique<Parts::Passes>();
+    } catch (const std::runtime_error& failure) {
+        error = failure.what();
+        return nullptr;
+    }
+    return std::unique_ptr<Renderer>(new Renderer(std::move(parts)));
+}
+
+void Renderer::BeginFrame(const RenderScene& scene) {
+    parts->scene = &scene;
+    parts->items = CollectItems(scene);
+    if (!parts->context.MakeCurrent()) {
+        return;
+    }
+    parts->passes->meshes.Prepare(parts->items);
+    const MeshBox box = CasterBox(parts->items);
+    parts->hasShadow = !box.IsEmpty();
+    if (parts->hasShadow) {
+        parts->passes->shadow.Begin(box, SunDirection(scene.sun));
+        parts->passes->meshes.DrawDepth(parts->items, parts->passes->shadow.Projection());
+        ShadowMap::End();
+    }
+}
+
+bool Renderer::DrawView(const RenderCamera& camera, int width, int height, RenderImage& image,
+                        int supersample) {
+    image = RenderImage();
+    const int factor = std::clamp(supersample, 1, 2);
+    if (parts->scene == nullptr || !parts->context.MakeCurrent() ||
+        !parts->passes->target.Resize(width, height, factor)) {
+        return false;
+    }
+    const glm::mat4 viewProjection = camera.projection * camera.view;
+    parts->passes->target.Bind();
+    const glm::vec3& horizon = parts->scene->sky.horizon;
+    glClearColor(horizon.r, horizon.g, horizon.b, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    if (IsFinite(viewProjection) && IsFinite(glm::inverse(viewProjection)) &&
+        IsFinite(glm::inverse(camera.view))) {
+        parts->DrawScene(camera, viewProjection, factor);
+    }
+    parts->passes->target.Read(image);
+    return true;
+}

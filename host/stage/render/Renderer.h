@@ -1,0 +1,31 @@
+#pragma once
+
+#include "host/stage/render/RenderScene.h"
+
+#include <memory>
+#include <string>
+
+/// Draws scenes into pictures, without a window. One renderer serves all views: it owns one GL context,
+/// which it makes current in each operation. One thread. The same scene gives the same bytes.
+class Renderer {
+public:
+    /// Null, with a reason in `error`, on a machine without a usable GL driver.
+    static std::unique_ptr<Renderer> Create(std::string& error);
+    ~Renderer();
+    Renderer(const Renderer&) = delete;
+    Renderer& operator=(const Renderer&) = delete;
+
+    /// Takes the scene of the next views and draws its shadow map. The scene must stay as it is until the
+    /// last of them is drawn.
+    void BeginFrame(const RenderScene& scene);
+    /// Draws the frame's scene as a camera sees it. `supersample` is 1, or 2 for smooth edges at four
+    /// times the work. A camera that is not finite gives a plain picture. False, with an empty picture, for
+    /// a size that the driver refuses.
+    bool DrawView(const RenderCamera& camera, int width, int height, RenderImage& image, int supersample = 1);
+
+private:
+    struct Parts;
+    explicit Renderer(std::unique_ptr<Parts> made);
+
+    std::unique_ptr<Parts> parts;
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "host/engine/mesh/MeshData.h"
+
+/// The sun's depth map. Used and destroyed with its context current.
+class ShadowMap {
+public:
+    static constexpr int kSize = 2048;
+
+    ShadowMap();
+    ~ShadowMap();
+    ShadowMap(const ShadowMap&) = delete;
+    ShadowMap& operator=(const ShadowMap&) = delete;
+
+    /// Starts a map of this box under a unit direction towards the sun; `Projection` holds from then on.
+    void Begin(const MeshBox& world, const glm::vec3& toSun);
+    static void End();
+    /// World to the map's clip space.
+    const glm::mat4& Projection() const { return projection; }
+    /// World to texture coordinates and depth, 0 to 1.
+    glm::mat4 TextureMatrix() const;
+    unsigned Texture() const { return texture; }
+
+private:
+    unsigned frame = 0;
+    unsigned texture = 0;
+    glm::mat4 projection{1.0f};
+};
+
+/// Orthographic world to clip matrix of a light that shines on the box; depth -1 to 1.
+glm::mat4 ShadowProjection(const MeshBox& world, const glm::vec3& toSun);
