@@ -2,11 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <unistd.h>
 
 namespace {
@@ -46,6 +47,13 @@ protected:
             names.push_back(entry.path().string());
         }
         return names;
+    }
+
+    /// The text with each digit replaced by a 9.
+    static std::string Digits(std::string text) {
+        std::replace_if(
+            text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; }, '9');
+        return text;
     }
 
     stdfs::path home;
@@ -113,9 +121,7 @@ TEST_F(LogTest, FileDebugFntSwitchesToADatedLogInLogs) {
     OpenCrashLog(false);
     CrashLog("x");
     ASSERT_EQ(DatedLogs().size(), 1u);
-    EXPECT_TRUE(std::regex_match(DatedLogs()[0],
-                                 std::regex(R"(logs/crash_\d{4}-\d\d-\d\d_(0[1-9]|1[0-2])[0-5]\d\.log)")))
-        << DatedLogs()[0];
+    EXPECT_EQ(Digits(DatedLogs()[0]), "logs/crash_9999-99-99_9999.log");
     EXPECT_EQ(Content(DatedLogs()[0]), "x");
     EXPECT_FALSE(stdfs::exists("crash.log"));
 }
