@@ -4,6 +4,7 @@
 #include "host/engine/LevelData.h"
 
 #include <cmath>
+#include <ctime>
 #include <random>
 
 namespace films_bench {
@@ -11,6 +12,12 @@ namespace films_bench {
 float KeyValue(int object, int channel, int key, int axis) {
     const float wave = std::sin(static_cast<float>(object * 7 + channel * 3 + key * (axis + 1)) * 0.37f);
     return channel == 2 ? 1.0f + 0.1f * wave : 20.0f * wave;
+}
+
+double ProcessorSeconds() {
+    timespec now = {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
 }
 
 std::vector<float> RandomTimes(const Case& size) {

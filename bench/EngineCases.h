@@ -30,6 +30,8 @@ inline int KeyCount(const Case& size) {
 }
 /// The value of component `axis` of a key, the same for the engine and for the bare loops.
 float KeyValue(int object, int channel, int key, int axis);
+/// Processor time of this thread: other programs hardly count in it.
+double ProcessorSeconds();
 /// 300 times in no order over the film of a case.
 std::vector<float> RandomTimes(const Case& size);
 

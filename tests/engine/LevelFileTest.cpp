@@ -173,16 +173,19 @@ TEST_F(LevelFileTest, SavingWhatWasLoadedGivesTheSameBytes) {
     EXPECT_EQ(Saved(), first);
 }
 
-TEST_F(LevelFileTest, PlayedFilmIsSavedAsItsKeysAre) {
-    MakeSample();
-    CFilmTrack& actor = **std::next(film->tracks.begin());
-    AddVector(actor, KeyKind::Position, 0.5f, {9.0f, 9.0f, 9.0f}); // the list is not in the order of time now
-    Reload();
-    float last = -1.0f;
-    for (const IFilmKey* key : (*std::next(Films().FilmAt(0)->tracks.begin()))->keys) {
-        EXPECT_GE(key->time, last);
-        last = key->time;
+TEST_F(LevelFileTest, KeysOutOfOrderAreSavedInTheOrderOfTime) {
+    CFilmObjectTrack& track = AddActor(MakeObject("Box"));
+    for (const float time : {3.0f, 1.0f, 2.0f}) {
+        AddVector(track, KeyKind::Position, time, {time, 0.0f, 0.0f});
     }
+    Reload();
+    CFilmTrack& back = *Films().FilmAt(0)->tracks.back();
+    std::vector<float> times;
+    for (const IFilmKey* key : back.keys) {
+        times.push_back(key->time);
+    }
+    EXPECT_THAT(times, ElementsAre(1.0f, 2.0f, 3.0f));
+    EXPECT_FLOAT_EQ(back.GetPositionAt(2.0f).x, 2.0f);
 }
 
 TEST_F(LevelFileTest, FilmsKeepTheirSlots) {
