@@ -6,8 +6,8 @@
 #include <map>
 #include <optional>
 
-struct ALCcontext;
-struct ALCdevice;
+typedef struct ALCcontext_struct ALCcontext;
+typedef struct ALCdevice_struct ALCdevice;
 
 /// How a sound is played.
 struct SoundRequest {
