@@ -1,0 +1,82 @@
+#include "framework/private/NativeWindow.h"
+
+#include "framework/Pump.h"
+
+#include <QCoreApplication>
+
+#include <vector>
+
+namespace messages {
+namespace {
+
+std::vector<MessageFrame*>& Stack() {
+    static std::vector<MessageFrame*> stack;
+    return stack;
+}
+
+struct FrameScope {
+    explicit FrameScope(MessageFrame& frame) { Stack().push_back(&frame); }
+    ~FrameScope() { Stack().pop_back(); }
+    FrameScope(const FrameScope&) = delete;
+    FrameScope& operator=(const FrameScope&) = delete;
+};
+
+} // namespace
+
+MessageFrame* Top() {
+    return Stack().empty() ? nullptr : Stack().back();
+}
+
+MessageFrame* Of(const CWnd* wnd) {
+    for (auto i = Stack().rbegin(); i != Stack().rend(); ++i) {
+        if ((*i)->wnd == wnd) {
+            return *i;
+        }
+    }
+    return nullptr;
+}
+
+void Forget(const CWnd* wnd) {
+    for (MessageFrame* frame : Stack()) {
+        if (frame->wnd == wnd) {
+            frame->wnd = nullptr;
+        }
+    }
+}
+
+bool InPaint() {
+    for (const MessageFrame* frame : Stack()) {
+        if (frame->event && frame->event->type() == QEvent::Paint) {
+            return true;
+        }
+    }
+    return false;
+}
+
+QInputEvent* CurrentInput() {
+    for (auto i = Stack().rbegin(); i != Stack().rend(); ++i) {
+        if ((*i)->event && (*i)->event->isInputEvent()) {
+            return static_cast<QInputEvent*>((*i)->event);
+        }
+    }
+    return nullptr;
+}
+
+LRESULT Send(CWnd& wnd, UINT message, WPARAM wParam, LPARAM lParam, QEvent* event) {
+    MessageFrame frame;
+    frame.native = wnd.GetSafeHwnd();
+    frame.wnd = &wnd;
+    frame.message.hwnd = frame.native;
+    frame.message.message = message;
+    frame.message.wParam = wParam;
+    frame.message.lParam = lParam;
+    frame.event = event;
+    const FrameScope scope(frame);
+    return wnd.WindowProc(message, wParam, lParam);
+}
+
+} // namespace messages
+
+bool QtAlive() {
+    return QCoreApplication::instance() && !QCoreApplication::closingDown();
+}

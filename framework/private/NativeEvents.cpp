@@ -1,0 +1,193 @@
+#include "framework/private/Capture.h"
+#include "framework/private/Input.h"
+#include "framework/private/NativeWindow.h"
+
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QWheelEvent>
+
+#include <cmath>
+
+bool NativeWindow::HandleEvent(QEvent* event) {
+    if (!wnd || (event->isInputEvent() && !widget->isEnabled())) {
+        // Input of a disabled window goes to its parent.
+        return BaseEvent(event);
+    }
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+        return HandleMouse(event);
+    case QEvent::Wheel:
+        return HandleWheel(event);
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        return HandleKey(event);
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        return HandleFocus(event);
+    case QEvent::Paint:
+        return HandlePaint(event);
+    case QEvent::Resize:
+    case QEvent::Move:
+    case QEvent::WindowStateChange:
+        return HandleGeometry(event);
+    case QEvent::Timer:
+        return HandleTimer(event);
+    case QEvent::Close:
+        // The window decides; by default it destroys itself.
+        event->ignore();
+        Send(WM_CLOSE, 0, 0);
+        return true;
+    case QEvent::Leave:
+        BaseEvent(event);
+        Send(WM_MOUSELEAVE, 0, 0);
+        return true;
+    case QEvent::WindowDeactivate:
+        BaseEvent(event);
+        if (capture::Get()) {
+            messages::Send(*capture::Get(), WM_CANCELMODE, 0, 0);
+        }
+        return true;
+    case QEvent::PaletteChange:
+        BaseEvent(event);
+        Send(WM_PALETTECHANGED, 0, 0);
+        return true;
+    case QEvent::StyleChange:
+        BaseEvent(event);
+        Send(WM_WININICHANGE, 0, 0);
+        return true;
+    case QEvent::ToolTip:
+        return HandleToolTip(event) || BaseEvent(event);
+    case QEvent::ContextMenu:
+        if (!IsControl()) {
+            // Menus belong to the right button's press.
+            event->accept();
+            return true;
+        }
+        return BaseEvent(event);
+    default:
+        return BaseEvent(event);
+    }
+}
+
+bool NativeWindow::HandleMouse(QEvent* event) {
+    auto* mouse = static_cast<QMouseEvent*>(event);
+    const UINT message = event->type() == QEvent::MouseMove
+                             ? WM_MOUSEMOVE
+                             : input::ButtonMessage(event->type(), mouse->button());
+    if (message == 0) {
+        event->accept();
+        return true;
+    }
+    CPoint p(static_cast<int>(std::floor(mouse->position().x())),
+             static_cast<int>(std::floor(mouse->position().y())));
+    NativeWindow* target = this;
+    CWnd* holder = capture::Get();
+    if (holder && holder != wnd && holder->GetSafeHwnd()) {
+        target = holder->GetSafeHwnd();
+        const QPoint mapped = target->Client()->mapFromGlobal(Client()->mapToGlobal(QPoint(p.x, p.y)));
+        p = {mapped.x(), mapped.y()};
+    }
+    target->Send(message, input::MouseFlags(mouse->buttons(), mouse->modifiers()), MAKELPARAM(p.x, p.y),
+                 target == this ? event : nullptr);
+    if (event->type() == QEvent::MouseButtonRelease && mouse->buttons() == Qt::NoButton && capture::Get()) {
+        // A window that forgot to release must not keep the mouse for ever.
+        capture::Set(nullptr);
+    }
+    event->accept();
+    return true;
+}
+
+bool NativeWindow::HandleWheel(QEvent* event) {
+    auto* wheel = static_cast<QWheelEvent*>(event);
+    const int delta = wheel->angleDelta().y();
+    if (delta == 0) {
+        return BaseEvent(event);
+    }
+    const QPoint screen = wheel->globalPosition().toPoint();
+    const WPARAM flags =
+        MAKEWPARAM(input::MouseFlags(wheel->buttons(), wheel->modifiers()), static_cast<UINT>(delta));
+    Send(WM_MOUSEWHEEL, flags, MAKELPARAM(screen.x(), screen.y()), event);
+    event->accept();
+    return true;
+}
+
+bool NativeWindow::HandleKey(QEvent* event) {
+    auto* key = static_cast<QKeyEvent*>(event);
+    Send(input::KeyMessage(*key), static_cast<WPARAM>(input::VirtualKey(*key)), input::KeyData(*key), event);
+    // A key belongs to the window with the focus alone.
+    event->accept();
+    return true;
+}
+
+bool NativeWindow::HandleFocus(QEvent* event) {
+    if (static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason) {
+        // A menu or drop-down list only borrows the keyboard.
+        return BaseEvent(event);
+    }
+    Send(event->type() == QEvent::FocusIn ? WM_SETFOCUS : WM_KILLFOCUS, 0, 0, event);
+    return true;
+}
+
+bool NativeWindow::HandlePaint(QEvent* event) {
+    const QRegion& asked = static_cast<QPaintEvent*>(event)->region();
+    // What nobody invalidated was uncovered, and needs its background too.
+    eraseAsked = eraseAsked || !(asked - updateRegion).isEmpty();
+    updateRegion = QRegion();
+    Send(WM_PAINT, 0, 0, event);
+    eraseAsked = false;
+    return true;
+}
+
+namespace {
+
+// The side of a window that a user drags, from the rect before and after.
+UINT SizingSide(const QRect& before, const QRect& after) {
+    constexpr UINT kSides[3][3] = {{8, 6, 7}, {2, 8, 1}, {5, 3, 4}};
+    const int vertical = before.top() != after.top() ? 2 : before.bottom() != after.bottom() ? 0 : 1;
+    const int horizontal = before.left() != after.left() ? 2 : before.right() != after.right() ? 0 : 1;
+    return kSides[vertical][horizontal];
+}
+
+} // namespace
+
+bool NativeWindow::HandleGeometry(QEvent* event) {
+    const QRect before = lastGeometry;
+    lastGeometry = widget->geometry();
+    BaseEvent(event);
+    if (event->type() == QEvent::Move) {
+        Send(WM_MOVE, 0, MAKELPARAM(widget->x(), widget->y()));
+        return true;
+    }
+    if (event->type() == QEvent::Resize) {
+        lastLaidOut = widget->size();
+        if (widget->isWindow() && event->spontaneous() && before.isValid() && !widget->isMaximized()) {
+            const QRect g = widget->geometry();
+            const CRect now(g.x(), g.y(), g.x() + g.width(), g.y() + g.height());
+            CRect wanted = now;
+            Send(WM_SIZING, SizingSide(before, g), reinterpret_cast<LPARAM>(&wanted));
+            if (wnd && wanted != now) {
+                widget->setGeometry(wanted.left, wanted.top, wanted.Width(), wanted.Height());
+            }
+        }
+    }
+    SendSizeIfChanged();
+    return true;
+}
+
+bool NativeWindow::HandleTimer(QEvent* event) {
+    const int timerId = static_cast<QTimerEvent*>(event)->timerId();
+    for (const auto& [timer, native] : timers) {
+        if (native == timerId) {
+            Send(WM_TIMER, UINT_PTR{timer}, 0);
+            return true;
+        }
+    }
+    return BaseEvent(event);
+}
+
+bool NativeWindow::HandleToolTip(QEvent* /*event*/) {
+    return false;
+}

@@ -1,0 +1,271 @@
+#include "framework/private/NativeWindow.h"
+
+#include "framework/private/Capture.h"
+
+#include <QCoreApplication>
+#include <QResizeEvent>
+
+#include <unordered_map>
+#include <utility>
+
+namespace {
+
+using Registry = std::unordered_map<const QWidget*, NativeWindow*>;
+
+// Never destroyed: windows may die after the statics of this library.
+Registry& AllWindows() {
+    static auto* all = new Registry;
+    return *all;
+}
+
+void DeleteAllWindows() {
+    while (!AllWindows().empty()) {
+        NativeWindow* native = AllWindows().begin()->second;
+        native->AnnounceEnd();
+        native->DeleteNow();
+    }
+}
+
+} // namespace
+
+NativeWindow::NativeWindow(QWidget* w) : widget(w) {
+    static bool registered = false;
+    if (!registered) {
+        registered = true;
+        qAddPostRoutine([] {
+            registered = false;
+            DeleteAllWindows();
+        });
+    }
+    AllWindows()[w] = this;
+    w->setAttribute(Qt::WA_QuitOnClose, false);
+}
+
+NativeWindow::~NativeWindow() {
+    AllWindows().erase(widget);
+    CWnd* object = wnd;
+    Detach();
+    if (ownsWnd) {
+        delete object;
+    }
+}
+
+void NativeWindow::DeleteNow() {
+    delete widget;
+}
+void NativeWindow::DeleteLater() {
+    widget->deleteLater();
+}
+
+NativeWindow* NativeWindow::Of(const QWidget* widget) {
+    const auto found = AllWindows().find(widget);
+    return found == AllWindows().end() ? nullptr : found->second;
+}
+
+NativeWindow* NativeWindow::Around(const QWidget* widget) {
+    for (; widget; widget = widget->parentWidget()) {
+        if (NativeWindow* native = Of(widget)) {
+            return native;
+        }
+    }
+    return nullptr;
+}
+
+bool NativeWindow::Exists(const NativeWindow* native) {
+    for (const auto& entry : AllWindows()) {
+        if (entry.second == native) {
+            return true;
+        }
+    }
+    return false;
+}
+
+NativeWindow* NativeWindow::Parent() const {
+    return Around(widget->parentWidget());
+}
+
+std::vector<NativeWindow*> NativeWindow::Children() const {
+    std::vector<NativeWindow*> children;
+    for (QObject* object : Client()->children()) {
+        if (auto* child = object->isWidgetType() ? Of(static_cast<QWidget*>(object)) : nullptr) {
+            children.push_back(child);
+        }
+    }
+    return children;
+}
+
+void NativeWindow::SetText(const QString& newText) {
+    text = newText;
+    widget->setWindowTitle(newText);
+}
+
+QString NativeWindow::Text() const {
+    return text;
+}
+
+std::optional<LRESULT> NativeWindow::ControlMessage(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {
+    return std::nullopt;
+}
+
+LRESULT NativeWindow::Send(UINT message, WPARAM wParam, LPARAM lParam, QEvent* event) {
+    return wnd ? messages::Send(*wnd, message, wParam, lParam, event) : 0;
+}
+
+void NativeWindow::NotifyParent(UINT code) {
+    NativeWindow* parent = Parent();
+    if (parent && parent->wnd && wnd) {
+        parent->Send(WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(this));
+    }
+}
+
+LRESULT NativeWindow::NotifyParent(NMHDR& header) {
+    NativeWindow* parent = Parent();
+    return parent ? parent->Send(WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header)) : 0;
+}
+
+void NativeWindow::Attach(CWnd* object) {
+    wnd = object;
+    object->native = this;
+}
+
+void NativeWindow::Detach() {
+    if (wnd) {
+        capture::Forget(wnd);
+        wnd->native = nullptr;
+        wnd = nullptr;
+    }
+}
+
+void NativeWindow::AnnounceEnd() {
+    if (ending) {
+        return;
+    }
+    ending = true;
+    Send(WM_DESTROY, 0, 0);
+    for (NativeWindow* child : Children()) {
+        if (Exists(child)) {
+            child->AnnounceEnd();
+        }
+    }
+    Send(WM_NCDESTROY, 0, 0);
+    CWnd* object = wnd;
+    const bool owned = std::exchange(ownsWnd, false);
+    Detach();
+    if (owned) {
+        delete object;
+    } else if (object) {
+        object->PostNcDestroy();
+    }
+}
+
+CRect NativeWindow::Geometry() const {
+    if (pendingGeometry) {
+        return *pendingGeometry;
+    }
+    const QRect g = widget->geometry();
+    return {g.x(), g.y(), g.x() + g.width(), g.y() + g.height()};
+}
+
+CSize NativeWindow::ClientSize() const {
+    if (pendingGeometry) {
+        return pendingGeometry->Size();
+    }
+    return {Client()->width(), Client()->height()};
+}
+
+bool NativeWindow::IsShown() const {
+    return pendingShown.value_or(!widget->isHidden());
+}
+
+void NativeWindow::SetGeometry(const CRect& rect, bool sendSize) {
+    const CRect r(rect.left, rect.top, std::max(rect.left, rect.right), std::max(rect.top, rect.bottom));
+    if (messages::InPaint()) {
+        // The toolkit must not move windows while it paints; the new place already counts, the move follows.
+        pendingGeometry = r;
+        SchedulePending();
+    } else {
+        pendingGeometry.reset();
+        widget->setGeometry(r.left, r.top, r.Width(), r.Height());
+    }
+    if (sendSize) {
+        SendSizeIfChanged();
+    }
+}
+
+void NativeWindow::SendSizeIfChanged() {
+    if (!widget->isVisible() && !pendingGeometry && widget->size() != lastLaidOut) {
+        // The toolkit tells hidden windows late; their insides are laid out now.
+        QResizeEvent event(widget->size(), lastLaidOut);
+        lastLaidOut = widget->size();
+        BaseEvent(&event);
+    }
+    const CSize size = ClientSize();
+    if (size == lastSize) {
+        return;
+    }
+    lastSize = size;
+    const UINT type = widget->isMinimized()   ? SIZE_MINIMIZED
+                      : widget->isMaximized() ? SIZE_MAXIMIZED
+                                              : SIZE_RESTORED;
+    Send(WM_SIZE, type, MAKELPARAM(size.cx, size.cy));
+}
+
+void NativeWindow::SetShown(bool shown, bool activate) {
+    if (shown == IsShown()) {
+        if (shown && activate && widget->isWindow()) {
+            widget->activateWindow();
+        }
+        return;
+    }
+    Send(WM_SHOWWINDOW, shown ? 1 : 0, 0);
+    if (!shown && wnd) {
+        capture::Lose(wnd);
+    }
+    if (messages::InPaint()) {
+        pendingShown = shown;
+        SchedulePending();
+        return;
+    }
+    pendingShown.reset();
+    if (widget->isWindow()) {
+        widget->setAttribute(Qt::WA_ShowWithoutActivating, !activate);
+    }
+    widget->setVisible(shown);
+    if (shown && activate && widget->isWindow()) {
+        widget->raise();
+        widget->activateWindow();
+    }
+}
+
+void NativeWindow::SchedulePending() {
+    if (!pendingScheduled) {
+        pendingScheduled = true;
+        QMetaObject::invokeMethod(
+            widget, [this] { ApplyPending(); }, Qt::QueuedConnection);
+    }
+}
+
+void NativeWindow::ApplyPending() {
+    pendingScheduled = false;
+    if (messages::InPaint()) {
+        SchedulePending();
+        return;
+    }
+    if (pendingGeometry) {
+        const CRect r = *std::exchange(pendingGeometry, std::nullopt);
+        widget->setGeometry(r.left, r.top, r.Width(), r.Height());
+        SendSizeIfChanged();
+    }
+    if (pendingShown) {
+        widget->setVisible(*std::exchange(pendingShown, std::nullopt));
+    }
+}
+
+void NativeWindow::Invalidate(const QRegion& region, bool erase) {
+    if (!widget->isVisible()) {
+        return;
+    }
+    updateRegion += region;
+    eraseAsked = eraseAsked || erase;
+    Client()->update(region);
+}

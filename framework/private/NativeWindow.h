@@ -1,0 +1,129 @@
+#pragma once
+
+#include "framework/Wnd.h"
+
+#include <QEvent>
+#include <QInputEvent>
+#include <QPointer>
+#include <QRegion>
+#include <QWidget>
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+// The window behind a CWnd: a widget that turns each of its events into a message. It outlives its CWnd (the
+// widget is deleted late) and the CWnd outlives it (the host may delete widgets); each forgets the other.
+class NativeWindow {
+public:
+    explicit NativeWindow(QWidget* w);
+    virtual ~NativeWindow();
+    NativeWindow(const NativeWindow&) = delete;
+    NativeWindow& operator=(const NativeWindow&) = delete;
+
+    static NativeWindow* Of(const QWidget* widget);
+    // The nearest one at or above the widget.
+    static NativeWindow* Around(const QWidget* widget);
+    static bool Exists(const NativeWindow* native);
+
+    // Where children stand and painting happens; a scrolling control has a viewport.
+    virtual QWidget* Client() const { return widget; }
+    // The toolkit's own handling of an event.
+    virtual bool BaseEvent(QEvent* event) = 0;
+    virtual void SetText(const QString& text);
+    virtual QString Text() const;
+    // Standard messages of the kind of control. Nothing when it is not one of them.
+    virtual std::optional<LRESULT> ControlMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    // True for a control that is drawn by the toolkit.
+    virtual bool IsControl() const { return true; }
+
+    bool HandleEvent(QEvent* event);
+    // Sends a message to the CWnd; `event` is what Default() hands to the toolkit.
+    LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam, QEvent* event = nullptr);
+    // WM_COMMAND with this control's number and a notification code.
+    void NotifyParent(UINT code);
+    LRESULT NotifyParent(NMHDR& header);
+    NativeWindow* Parent() const;
+    std::vector<NativeWindow*> Children() const;
+
+    void Attach(CWnd* object);
+    // Cuts the tie without messages.
+    void Detach();
+    virtual void DeleteNow();
+    virtual void DeleteLater();
+    // The messages at the end of a window's life, for it and its children.
+    void AnnounceEnd();
+
+    void SetGeometry(const CRect& rect, bool sendSize);
+    CRect Geometry() const;
+    CSize ClientSize() const;
+    void SetShown(bool shown, bool activate);
+    bool IsShown() const;
+    void SendSizeIfChanged();
+    void Invalidate(const QRegion& region, bool erase);
+
+    CWnd* wnd = nullptr;
+    bool ownsWnd = false; // made for a dialog's control, until someone subclasses it
+    QWidget* widget;
+    UINT id = 0;
+    DWORD style = 0;
+    DWORD exStyle = 0;
+    WNDPROC classProc = nullptr;
+    QRegion updateRegion;
+    bool eraseAsked = false;
+    std::map<UINT_PTR, int> timers;
+
+protected:
+    // True when the control showed a tip of its own.
+    virtual bool HandleToolTip(QEvent* event);
+
+    QString text;
+
+private:
+    bool HandleMouse(QEvent* event);
+    bool HandleWheel(QEvent* event);
+    bool HandleKey(QEvent* event);
+    bool HandleFocus(QEvent* event);
+    bool HandlePaint(QEvent* event);
+    bool HandleGeometry(QEvent* event);
+    bool HandleTimer(QEvent* event);
+    void SchedulePending();
+    void ApplyPending();
+
+    CSize lastSize{-1, -1};
+    QSize lastLaidOut;
+    QRect lastGeometry;
+    bool ending = false;
+    std::optional<CRect> pendingGeometry;
+    std::optional<bool> pendingShown;
+    bool pendingScheduled = false;
+};
+
+// The message being handled and the event behind it.
+struct MessageFrame {
+    NativeWindow* native = nullptr;
+    CWnd* wnd = nullptr;
+    MSG message;
+    QEvent* event = nullptr;
+    bool baseDone = false;
+};
+
+namespace messages {
+
+MessageFrame* Top();
+// The innermost frame of this object.
+MessageFrame* Of(const CWnd* wnd);
+// Called when an object dies inside its own message.
+void Forget(const CWnd* wnd);
+bool InPaint();
+// The mouse or key event behind the innermost message that has one.
+QInputEvent* CurrentInput();
+// Sends to a CWnd with or without a window.
+LRESULT Send(CWnd& wnd, UINT message, WPARAM wParam, LPARAM lParam, QEvent* event = nullptr);
+
+} // namespace messages
+
+// True while widgets may be made and used.
+bool QtAlive();

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "host/engine/Level.h"
+#include "host/engine/SceneObject.h"
+
+#include <string>
+#include <vector>
+
+namespace stage {
+
+class EditorHost;
+class LevelSession;
+
+/// A new world matrix for an object.
+struct ObjectMove {
+    engine::SceneObject* object = nullptr;
+    engine::Matrix4 world;
+};
+
+/// The user's commands on level objects. Each tells the plug-ins what happened and marks the level changed.
+class ObjectCommands {
+public:
+    ObjectCommands(EditorHost& editorHost, LevelSession& levelSession);
+
+    /// Makes an object and selects it alone: event 3. Null without a level.
+    engine::SceneObject* Create(const engine::ObjectSpec& spec);
+    /// Copies of the selected objects, selected instead of them: event 3. Bodies of a plug-in's own are
+    /// left out. The number of copies.
+    int Duplicate();
+    /// Deletes the selected objects, unless a plug-in refuses. Camera points belong to their film and are
+    /// refused by the editor itself.
+    void DeleteSelected();
+    /// A name like this that nobody has: event 7. False for an empty name.
+    bool Rename(engine::SceneObject& object, const std::string& name);
+    /// False if fewer than two of the selected objects are free to be grouped.
+    bool GroupSelected();
+    bool UngroupSelected();
+    /// Keeps the world matrix: event 8. False if the parent stands below the object.
+    bool SetParent(engine::SceneObject& object, engine::SceneObject* parent);
+    /// Event 14 if exactly the selected objects move, else request 10 with them. Matrices that are not
+    /// finite are left out.
+    void Move(std::vector<ObjectMove> moves);
+    void SetMesh(engine::SceneObject& object, const std::string& meshName);
+    void SetVisible(engine::SceneObject& object, bool visible);
+    void SetLight(engine::SceneObject& object, const engine::LightProperties& light);
+    void SetSun(const Vector3& direction, const engine::LightProperties& light);
+    /// The objects and all that are in a group with one of them, each once.
+    ObjectList WithGroups(const ObjectList& objects) const;
+    /// The level's objects that the user sees in lists: not the bodies that a plug-in hides.
+    std::vector<engine::SceneObject*> Selected() const;
+
+private:
+    engine::SceneObject* Copy(const engine::SceneObject& source);
+    void Changed();
+    void TellMoved(const std::vector<ObjectMove>& moves);
+
+    EditorHost& host;
+    LevelSession& session;
+};
+
+} // namespace stage

@@ -1,0 +1,129 @@
+#include "host/stage/host/ScenePicker.h"
+
+#include <algorithm>
+#include <cmath>
+#include <glm/gtc/type_ptr.hpp>
+#include <limits>
+
+namespace stage {
+
+namespace {
+constexpr float kReach = 2000.0f; ///< metres that a pick looks ahead
+constexpr float kMarkerRadius = 0.5f;
+constexpr float kNothing = std::numeric_limits<float>::infinity();
+
+Vector3 ToVector(const glm::vec3& v) {
+    return {v.x, v.y, v.z};
+}
+glm::vec3 ToGlm(const Vector3& v) {
+    return {v.x, v.y, v.z};
+}
+
+bool IsPickable(const engine::SceneObject& object) {
+    return object.IsShown() && engine::IsFinite(object.World());
+}
+} // namespace
+
+float ScenePicker::MeshDistance(const engine::SceneObject& object, const ViewRay& ray) const {
+    const engine::IMesh* mesh = object.Mesh();
+    engine::Matrix4 inverse;
+    float fraction = 0.0f;
+    if (mesh == nullptr || !engine::Invert(object.World(), inverse)) {
+        return kNothing;
+    }
+    const Vector3 from = engine::TransformPoint(ToVector(ray.origin), inverse);
+    const Vector3 to = engine::TransformPoint(ToVector(ray.origin + ray.direction * kReach), inverse);
+    return mesh->RayCast(from, to, object.Pose(), fraction) ? fraction * kReach : kNothing;
+}
+
+engine::SceneObject* ScenePicker::At(const StageView& view, float x, float y) const {
+    if (level.Data() == nullptr) {
+        return nullptr;
+    }
+    const ViewRay ray = view.RayAt(x, y);
+    engine::SceneObject* nearest = nullptr;
+    float nearestDistance = kNothing;
+    for (const auto& object : level.Data()->Objects()) {
+        if (!IsPickable(*object)) {
+            continue;
+        }
+        float distance = kNothing;
+        glm::vec2 pixel;
+        if (object->Mesh() != nullptr) {
+            distance = MeshDistance(*object, ray);
+        } else if (view.Project(ToGlm(object->World().Translation()), pixel) &&
+                   glm::distance(pixel, glm::vec2(x, y)) <= kMarkerPixels) {
+            distance = glm::distance(ToGlm(object->World().Translation()), ray.origin);
+        }
+        if (distance < nearestDistance) {
+            nearestDistance = distance;
+            nearest = object.get();
+        }
+    }
+    return nearest;
+}
+
+ObjectList ScenePicker::InRectangle(const StageView& view, float left, float top, float right,
+                                    float bottom) const {
+    ObjectList found;
+    if (level.Data() == nullptr) {
+        return found;
+    }
+    for (const auto& object : level.Data()->Objects()) {
+        glm::vec2 pixel;
+        if (IsPickable(*object) && view.Project(BoundsOf(*object).center, pixel) && pixel.x >= left &&
+            pixel.x <= right && pixel.y >= top && pixel.y <= bottom) {
+            found.push_back(object.get());
+        }
+    }
+    return found;
+}
+
+glm::vec3 ScenePicker::PlaceAt(const ViewRay& ray, float fallbackDistance) const {
+    const glm::vec3 far = ray.origin + ray.direction * kReach;
+    float to[3] = {far.x, far.y, far.z};
+    if (level.Data() != nullptr && level.Data()->RayCast(glm::value_ptr(ray.origin), to, 0) != 0) {
+        return glm::make_vec3(to);
+    }
+    const float distance = -ray.origin.y / ray.direction.y;
+    const bool meetsGround = std::isfinite(distance) && distance > 0.0f && distance < kReach;
+    return ray.origin + ray.direction * (meetsGround ? distance : fallbackDistance);
+}
+
+Sphere ScenePicker::BoundsOf(const engine::SceneObject& object) const {
+    Vector3 low;
+    Vector3 high;
+    const engine::IMesh* mesh = object.Mesh();
+    if (mesh != nullptr) {
+        mesh->Bounds(low, high);
+    }
+    const glm::vec3 middle = (ToGlm(low) + ToGlm(high)) * 0.5f;
+    const float scale =
+        std::max({engine::Length(object.World().Axis(0)), engine::Length(object.World().Axis(1)),
+                  engine::Length(object.World().Axis(2))});
+    const float radius = glm::distance(ToGlm(low), ToGlm(high)) * 0.5f * scale;
+    return {ToGlm(engine::TransformPoint(ToVector(middle), object.World())),
+            radius > 0.0f ? radius : kMarkerRadius};
+}
+
+Sphere ScenePicker::BoundsOf(const ObjectList& objects) const {
+    ObjectList all = objects;
+    if (all.empty()) {
+        level.CollectObjects(all);
+    }
+    glm::vec3 low(kNothing);
+    glm::vec3 high(-kNothing);
+    for (EditorObject* object : all) {
+        const Sphere ball = BoundsOf(*static_cast<engine::SceneObject*>(object));
+        if (std::isfinite(ball.center.x + ball.center.y + ball.center.z + ball.radius)) {
+            low = glm::min(low, ball.center - ball.radius);
+            high = glm::max(high, ball.center + ball.radius);
+        }
+    }
+    if (low.x > high.x) {
+        return {{0.0f, 0.0f, 0.0f}, 6.0f};
+    }
+    return {(low + high) * 0.5f, glm::length(high - low) * 0.5f};
+}
+
+} // namespace stage

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "host/engine/Level.h"
+#include "host/stage/host/StageView.h"
+
+namespace stage {
+
+/// A ball around something in the level.
+struct Sphere {
+    glm::vec3 center{0.0f};
+    float radius = 0.0f; ///< metres
+};
+
+/// What the mouse meets in a view. Objects with a mesh are met at their triangles, as posed; the others
+/// within a few pixels of their place.
+class ScenePicker {
+public:
+    static constexpr float kMarkerPixels = 14.0f;
+
+    explicit ScenePicker(engine::Level& sceneLevel) : level(sceneLevel) {}
+
+    /// The nearest object under a pixel, null for none.
+    engine::SceneObject* At(const StageView& view, float x, float y) const;
+    /// The objects whose middle lies in a rectangle of pixels, in level order.
+    ObjectList InRectangle(const StageView& view, float left, float top, float right, float bottom) const;
+    /// Where a ray meets a mesh, else the ground y = 0, else the point `fallbackDistance` metres on.
+    glm::vec3 PlaceAt(const ViewRay& ray, float fallbackDistance) const;
+    /// A ball around an object's mesh, or a small one around a place.
+    Sphere BoundsOf(const engine::SceneObject& object) const;
+    /// A ball around objects; around the whole level for an empty list.
+    Sphere BoundsOf(const ObjectList& objects) const;
+
+private:
+    float MeshDistance(const engine::SceneObject& object, const ViewRay& ray) const;
+
+    engine::Level& level;
+};
+
+} // namespace stage

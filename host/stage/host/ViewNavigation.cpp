@@ -1,0 +1,98 @@
+#include "host/stage/host/ViewNavigation.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace stage {
+
+namespace {
+constexpr float kRadiansPerPixel = 0.006f;
+constexpr float kZoomPerStep = 0.88f;
+constexpr float kMinDistance = 0.05f;
+constexpr float kMaxDistance = 5000.0f;
+// Short of straight up, where right and up would swap.
+constexpr float kMaxPitch = 1.55f;
+} // namespace
+
+void ViewNavigation::ClampPitch() {
+    pitch = std::clamp(pitch, -kMaxPitch, kMaxPitch);
+}
+
+glm::vec3 ViewNavigation::Forward() const {
+    return {-std::sin(yaw) * std::cos(pitch), std::sin(pitch), -std::cos(yaw) * std::cos(pitch)};
+}
+
+glm::vec3 ViewNavigation::Right() const {
+    return {std::cos(yaw), 0.0f, -std::sin(yaw)};
+}
+
+glm::vec3 ViewNavigation::Up() const {
+    return glm::cross(Right(), Forward());
+}
+
+glm::vec3 ViewNavigation::Eye() const {
+    return pivot - Forward() * distance;
+}
+
+glm::mat4 ViewNavigation::CameraMatrix() const {
+    return {glm::vec4(Right(), 0.0f), glm::vec4(Up(), 0.0f), glm::vec4(-Forward(), 0.0f),
+            glm::vec4(Eye(), 1.0f)};
+}
+
+void ViewNavigation::Orbit(float dx, float dy) {
+    yaw -= dx * kRadiansPerPixel;
+    pitch -= dy * kRadiansPerPixel;
+    ClampPitch();
+}
+
+void ViewNavigation::Look(float dx, float dy) {
+    const glm::vec3 eye = Eye();
+    Orbit(dx, dy);
+    pivot = eye + Forward() * distance;
+}
+
+void ViewNavigation::Pan(float dx, float dy, int viewHeight) {
+    if (viewHeight <= 0) {
+        return;
+    }
+    const float metresPerPixel =
+        2.0f * distance * std::tan(fieldOfView * 0.5f) / static_cast<float>(viewHeight);
+    pivot += (Up() * dy - Right() * dx) * metresPerPixel;
+}
+
+void ViewNavigation::Zoom(float steps) {
+    distance = std::clamp(distance * std::pow(kZoomPerStep, steps), kMinDistance, kMaxDistance);
+}
+
+void ViewNavigation::Fly(const glm::vec3& move) {
+    pivot += Right() * move.x + Up() * move.y + Forward() * move.z;
+}
+
+void ViewNavigation::Focus(const glm::vec3& center, float radius) {
+    pivot = center;
+    distance = std::clamp(std::max(radius, 0.25f) / std::sin(fieldOfView * 0.5f), kMinDistance, kMaxDistance);
+}
+
+void ViewNavigation::LookAt(const glm::vec3& eye, const glm::vec3& target) {
+    const glm::vec3 way = target - eye;
+    const float length = glm::length(way);
+    if (!(length > 0.0f) || !std::isfinite(length)) {
+        return;
+    }
+    distance = std::clamp(length, kMinDistance, kMaxDistance);
+    pitch = std::asin(std::clamp(way.y / length, -1.0f, 1.0f));
+    ClampPitch();
+    yaw = std::atan2(-way.x, -way.z);
+    pivot = eye + Forward() * distance;
+}
+
+void ViewNavigation::SetFromMatrix(const float* matrix) {
+    const glm::vec3 eye(matrix[12], matrix[13], matrix[14]);
+    const glm::vec3 forward(-matrix[8], -matrix[9], -matrix[10]);
+    const float length = glm::length(forward);
+    if (std::isfinite(length) && length > 0.0f && std::isfinite(eye.x + eye.y + eye.z)) {
+        LookAt(eye, eye + forward * (distance / length));
+    }
+}
+
+} // namespace stage

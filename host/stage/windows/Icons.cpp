@@ -1,0 +1,247 @@
+#include "host/stage/windows/Icons.h"
+
+#include "host/stage/windows/Theme.h"
+
+#include <cmath>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace stage {
+
+namespace {
+
+// All pictures are drawn on a field of 16 by 16.
+using Draw = void (*)(QPainter&);
+
+void Line(QPainter& p, double x1, double y1, double x2, double y2) {
+    p.drawLine(QPointF(x1, y1), QPointF(x2, y2));
+}
+
+void Fill(QPainter& p, const QPolygonF& shape) {
+    p.save();
+    p.setBrush(p.pen().color());
+    p.setPen(Qt::NoPen);
+    p.drawPolygon(shape);
+    p.restore();
+}
+
+void Accent(QPainter& p) {
+    QPen pen = p.pen();
+    pen.setColor(QColor::fromRgb(Color::kAccent));
+    p.setPen(pen);
+}
+
+void Page(QPainter& p) {
+    p.drawPolygon(QPolygonF({{3.5, 1.5}, {9.5, 1.5}, {12.5, 4.5}, {12.5, 14.5}, {3.5, 14.5}}));
+    p.drawPolyline(QPolygonF({{9.5, 1.5}, {9.5, 4.5}, {12.5, 4.5}}));
+}
+
+void DrawNew(QPainter& p) {
+    Page(p);
+    Accent(p);
+    Line(p, 8, 7, 8, 12);
+    Line(p, 5.5, 9.5, 10.5, 9.5);
+}
+
+void DrawOpen(QPainter& p) {
+    p.drawPolyline(QPolygonF({{2.5, 13.5}, {2.5, 3.5}, {6.5, 3.5}, {8, 5.5}, {13.5, 5.5}, {13.5, 7.5}}));
+    p.drawPolygon(QPolygonF({{2.5, 13.5}, {5, 7.5}, {15, 7.5}, {12.5, 13.5}}));
+}
+
+void DrawSave(QPainter& p) {
+    p.drawPolygon(QPolygonF({{2.5, 2.5}, {11.5, 2.5}, {13.5, 4.5}, {13.5, 13.5}, {2.5, 13.5}}));
+    p.drawRect(QRectF(5, 2.5, 5, 3.5));
+    Accent(p);
+    p.drawRect(QRectF(4.5, 9, 7, 4.5));
+}
+
+void DrawSelect(QPainter& p) {
+    p.drawPolygon(QPolygonF({{4, 2}, {4, 12.5}, {6.7, 10}, {8.6, 14}, {10.4, 13.2}, {8.5, 9.3}, {12, 9}}));
+}
+
+void DrawMove(QPainter& p) {
+    Line(p, 8, 2.5, 8, 13.5);
+    Line(p, 2.5, 8, 13.5, 8);
+    Fill(p, QPolygonF({{8, 0.8}, {10, 4}, {6, 4}}));
+    Fill(p, QPolygonF({{8, 15.2}, {10, 12}, {6, 12}}));
+    Fill(p, QPolygonF({{0.8, 8}, {4, 6}, {4, 10}}));
+    Fill(p, QPolygonF({{15.2, 8}, {12, 6}, {12, 10}}));
+}
+
+void DrawRotate(QPainter& p) {
+    p.drawArc(QRectF(2.5, 2.5, 11, 11), 60 * 16, 270 * 16);
+    Fill(p, QPolygonF({{9, 0.4}, {13.4, 2.6}, {9.6, 5.6}}));
+}
+
+void DrawScale(QPainter& p) {
+    p.drawRect(QRectF(2.5, 8.5, 5, 5));
+    Accent(p);
+    p.drawPolyline(QPolygonF({{9, 2.5}, {13.5, 2.5}, {13.5, 7}}));
+    Line(p, 13.2, 2.8, 8.5, 7.5);
+}
+
+void DrawOneView(QPainter& p) {
+    p.drawRoundedRect(QRectF(2.5, 3.5, 11, 9), 1, 1);
+}
+
+void DrawTwoViews(QPainter& p) {
+    DrawOneView(p);
+    Line(p, 8, 3.5, 8, 12.5);
+}
+
+void DrawFourViews(QPainter& p) {
+    DrawTwoViews(p);
+    Line(p, 2.5, 8, 13.5, 8);
+}
+
+void DrawGrid(QPainter& p) {
+    p.drawPolygon(QPolygonF({{5, 4}, {11, 4}, {15, 12.5}, {1, 12.5}}));
+    Line(p, 8, 4, 8, 12.5);
+    Line(p, 3.5, 7.3, 12.5, 7.3);
+}
+
+void DrawFocus(QPainter& p) {
+    for (int corner = 0; corner < 4; ++corner) {
+        p.save();
+        p.translate(8, 8);
+        p.rotate(90.0 * corner);
+        p.drawPolyline(QPolygonF({{-5.5, -2.5}, {-5.5, -5.5}, {-2.5, -5.5}}));
+        p.restore();
+    }
+    Accent(p);
+    p.drawEllipse(QPointF(8, 8), 2, 2);
+}
+
+void DrawDuplicate(QPainter& p) {
+    p.drawPolyline(QPolygonF({{5, 11.5}, {2.5, 11.5}, {2.5, 2.5}, {11.5, 2.5}, {11.5, 5}}));
+    Accent(p);
+    p.drawRect(QRectF(5.5, 5.5, 8, 8));
+}
+
+void DrawDelete(QPainter& p) {
+    QPen pen = p.pen();
+    pen.setColor(QColor::fromRgb(Color::kDanger));
+    p.setPen(pen);
+    Line(p, 4, 4, 12, 12);
+    Line(p, 12, 4, 4, 12);
+}
+
+void DrawGroup(QPainter& p) {
+    p.drawRect(QRectF(3.5, 3.5, 5, 5));
+    p.drawEllipse(QPointF(10.5, 10.5), 2.5, 2.5);
+    Accent(p);
+    QPen pen = p.pen();
+    pen.setStyle(Qt::DotLine);
+    p.setPen(pen);
+    p.drawRect(QRectF(1.5, 1.5, 13, 13));
+}
+
+void DrawMesh(QPainter& p) {
+    p.drawPolygon(QPolygonF({{8, 1.8}, {13.5, 4.6}, {13.5, 11.2}, {8, 14.2}, {2.5, 11.2}, {2.5, 4.6}}));
+    p.drawPolyline(QPolygonF({{2.5, 4.6}, {8, 7.6}, {13.5, 4.6}}));
+    Line(p, 8, 7.6, 8, 14.2);
+}
+
+void DrawCharacter(QPainter& p) {
+    p.drawEllipse(QPointF(8, 3.6), 2.1, 2.1);
+    p.drawPolyline(QPolygonF({{3.5, 8.2}, {8, 6.8}, {12.5, 8.2}}));
+    Line(p, 8, 6.8, 8, 10);
+    p.drawPolyline(QPolygonF({{5, 14.5}, {8, 10}, {11, 14.5}}));
+}
+
+void DrawLight(QPainter& p) {
+    p.drawEllipse(QPointF(8, 6.5), 4, 4);
+    p.drawPolyline(QPolygonF({{6.2, 10.2}, {6.2, 12.5}, {9.8, 12.5}, {9.8, 10.2}}));
+    Line(p, 6.8, 14.4, 9.2, 14.4);
+}
+
+void DrawDynamicLight(QPainter& p) {
+    QPen pen = p.pen();
+    pen.setColor(QColor::fromRgb(Color::kFilm));
+    p.setPen(pen);
+    DrawLight(p);
+}
+
+void DrawSun(QPainter& p) {
+    p.drawEllipse(QPointF(8, 8), 3, 3);
+    for (int ray = 0; ray < 8; ++ray) {
+        const double angle = ray * M_PI / 4;
+        Line(p, 8 + 4.8 * std::cos(angle), 8 + 4.8 * std::sin(angle), 8 + 6.8 * std::cos(angle),
+             8 + 6.8 * std::sin(angle));
+    }
+}
+
+void DrawEmpty(QPainter& p) {
+    Line(p, 8, 2, 8, 14);
+    Line(p, 2, 8, 14, 8);
+    Line(p, 4, 12, 12, 4);
+}
+
+void DrawSound(QPainter& p) {
+    p.drawPolygon(QPolygonF({{2.5, 6}, {5, 6}, {8.5, 3}, {8.5, 13}, {5, 10}, {2.5, 10}}));
+    p.drawArc(QRectF(7, 5, 5, 6), -60 * 16, 120 * 16);
+    p.drawArc(QRectF(6, 3, 8.5, 10), -55 * 16, 110 * 16);
+}
+
+void DrawCameraPoint(QPainter& p) {
+    p.drawRoundedRect(QRectF(1.5, 5, 8.5, 7), 1, 1);
+    p.drawPolygon(QPolygonF({{10, 8.5}, {14.5, 5.5}, {14.5, 11.5}}));
+    p.drawEllipse(QPointF(4, 3), 1.3, 1.3);
+    p.drawEllipse(QPointF(7.6, 3), 1.3, 1.3);
+}
+
+void DrawFilm(QPainter& p) {
+    p.drawRect(QRectF(2.5, 2.5, 11, 11));
+    Line(p, 5, 2.5, 5, 13.5);
+    Line(p, 11, 2.5, 11, 13.5);
+    for (const double y : {5.2, 8.0, 10.8}) {
+        Line(p, 2.5, y, 5, y);
+        Line(p, 11, y, 13.5, y);
+    }
+}
+
+constexpr Draw kDrawings[] = {
+    DrawNew,          DrawOpen,    DrawSave,     DrawSelect,    DrawMove,        DrawRotate,
+    DrawScale,        DrawOneView, DrawTwoViews, DrawFourViews, DrawGrid,        DrawFocus,
+    DrawDuplicate,    DrawDelete,  DrawGroup,    DrawMesh,      DrawCharacter,   DrawLight,
+    DrawDynamicLight, DrawSun,     DrawEmpty,    DrawSound,     DrawCameraPoint, DrawFilm,
+};
+static_assert(std::size(kDrawings) == static_cast<std::size_t>(IconId::Film) + 1);
+
+class VectorIcon : public QIconEngine {
+public:
+    explicit VectorIcon(Draw drawing) : draw(drawing) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->translate(rect.topLeft());
+        painter->scale(rect.width() / 16.0, rect.height() / 16.0);
+        painter->setOpacity(mode == QIcon::Disabled ? 0.35 : 1.0);
+        const QColor color = mode == QIcon::Selected ? QColor(Qt::white) : QColor::fromRgb(Color::kIcon);
+        painter->setPen(QPen(color, 1.25, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter->setBrush(Qt::NoBrush);
+        draw(*painter);
+        painter->restore();
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap picture(size);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+        return picture;
+    }
+    QIconEngine* clone() const override { return new VectorIcon(draw); }
+
+private:
+    Draw draw;
+};
+
+} // namespace
+
+QIcon MakeIcon(IconId id) {
+    return QIcon(new VectorIcon(kDrawings[static_cast<std::size_t>(id)]));
+}
+
+} // namespace stage

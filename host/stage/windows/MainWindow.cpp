@@ -1,0 +1,202 @@
+#include "host/stage/windows/MainWindow.h"
+
+#include "host/stage/windows/Icons.h"
+#include "host/stage/windows/ObjectLook.h"
+#include "host/stage/windows/ObjectPanel.h"
+#include "host/stage/windows/ObjectTree.h"
+#include "host/stage/windows/PluginPanel.h"
+#include "host/stage/windows/ViewArea.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QLabel>
+#include <QSettings>
+#include <QStatusBar>
+
+namespace stage {
+
+namespace {
+constexpr int kMessageMs = 6000;
+}
+
+MainWindow::MainWindow(HostFolders folders)
+    : host(*this, std::move(folders)), session(host), commands(host, session) {
+    setObjectName("Stage");
+    views = new ViewArea(host, commands, this);
+    setCentralWidget(views);
+    MakeDocks();
+    MakeFileMenu();
+    MakeEditMenu();
+    MakeCreateMenu();
+    MakeViewMenu();
+    MakePluginMenu();
+    MakeHelpMenu();
+    MakeToolBar();
+    MakeStatusBar();
+    refreshTimer.setSingleShot(true);
+    refreshTimer.setInterval(0);
+    connect(&refreshTimer, &QTimer::timeout, this, &MainWindow::FlushRefresh);
+    connect(views, &ViewArea::MenuRequested, this, &MainWindow::ShowMenu);
+    resize(1360, 860);
+    session.New();
+    UpdateActions();
+}
+
+MainWindow::~MainWindow() {
+    ShutdownHost();
+    // The views draw the host's level; they must go before it.
+    delete takeCentralWidget();
+    qDeleteAll(findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly));
+}
+
+void MainWindow::ShutdownHost() {
+    closing = true;
+    refreshTimer.stop();
+    host.Shutdown();
+}
+
+void MainWindow::MakeDocks() {
+    setDockNestingEnabled(true);
+    tree = new ObjectTree(host, commands, this);
+    treeDock = new QDockWidget(tr("Objects"), this);
+    treeDock->setObjectName("ObjectsDock");
+    treeDock->setWidget(tree);
+    addDockWidget(Qt::LeftDockWidgetArea, treeDock);
+    panel = new ObjectPanel(host, commands, this);
+    panelDock = new QDockWidget(tr("Properties"), this);
+    panelDock->setObjectName("PropertiesDock");
+    panelDock->setWidget(panel);
+    addDockWidget(Qt::RightDockWidgetArea, panelDock);
+    pluginPanel = new PluginPanel(this);
+    addDockWidget(Qt::RightDockWidgetArea, pluginPanel);
+    pluginPanel->hide();
+    resizeDocks({treeDock, panelDock}, {240, 300}, Qt::Horizontal);
+    connect(pluginPanel, &PluginPanel::ClosedByUser, this, [this] {
+        HidePanel();
+        host.PanelClosed();
+    });
+    connect(tree->tree, &ObjectTreeWidget::FocusRequested, views, &ViewArea::FocusSelection);
+    connect(tree->tree, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) {
+        EditorObject* object = tree->tree->ObjectOf(tree->tree->itemAt(place));
+        ShowMenu(-1, object, tree->tree->viewport()->mapToGlobal(place));
+    });
+}
+
+void MainWindow::MakeStatusBar() {
+    selectionLabel = new QLabel(this);
+    selectionLabel->setProperty("role", "hint");
+    rateLabel = new QLabel(this);
+    rateLabel->setProperty("role", "hint");
+    rateLabel->setMinimumWidth(60);
+    rateLabel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    statusBar()->addPermanentWidget(selectionLabel);
+    statusBar()->addPermanentWidget(rateLabel);
+    statusBar()->showMessage(tr("Right mouse: look and fly with WASD. Alt+left or middle: orbit. F: focus."));
+    connect(views, &ViewArea::FrameRate, this, [this](double rate) {
+        rateLabel->setText(rate > 0.0 ? tr("%1 fps").arg(rate, 0, 'f', 0) : QString());
+    });
+    connect(views, &ViewArea::StatusText, this,
+            [this](const QString& text) { statusBar()->showMessage(text, kMessageMs); });
+}
+
+int MainWindow::ActiveView() {
+    return views != nullptr ? views->ActiveView() : -1;
+}
+
+void MainWindow::RedrawView(int view) {
+    if (views != nullptr && !closing) {
+        views->Redraw(view);
+    }
+}
+
+void MainWindow::AttachmentChanged(int view) {
+    RedrawView(view);
+}
+
+void MainWindow::SelectionChanged() {
+    panelStale = true;
+    refreshTimer.start();
+    if (tree != nullptr && !closing) {
+        tree->tree->ShowSelection();
+    }
+    RedrawView(-1);
+}
+
+void MainWindow::ObjectsChanged() {
+    treeStale = panelStale = true;
+    refreshTimer.start();
+    RedrawView(-1);
+}
+
+void MainWindow::ObjectsMoved() {
+    transformStale = true;
+    if (!refreshTimer.isActive()) {
+        refreshTimer.start();
+    }
+}
+
+void MainWindow::RefreshObjectTree() {
+    treeStale = true;
+    refreshTimer.start();
+}
+
+void MainWindow::RefreshObjectPanel() {
+    panelStale = true;
+    refreshTimer.start();
+}
+
+void MainWindow::FlushRefresh() {
+    if (closing) {
+        return;
+    }
+    if (treeStale) {
+        tree->tree->Rebuild();
+    }
+    if (panelStale) {
+        panel->Refresh();
+    } else if (transformStale) {
+        panel->RefreshTransform();
+    }
+    treeStale = panelStale = transformStale = false;
+    const int selected = static_cast<int>(host.level.selection.size());
+    selectionLabel->setText(selected == 1   ? QString::fromStdString(host.level.selection.front()->name)
+                            : selected == 0 ? QString()
+                                            : tr("%1 objects selected").arg(selected));
+    UpdateActions();
+}
+
+void MainWindow::LevelChanged() {
+    if (closing) {
+        return;
+    }
+    setWindowTitle(tr("%1[*] - Stage").arg(QString::fromStdString(session.Title())));
+    setWindowModified(session.IsChanged());
+    setWindowFilePath(QString::fromStdString(session.Path()));
+}
+
+void MainWindow::UpdateActions() {
+    const bool any = !host.level.selection.empty();
+    for (QAction* action : selectionActions) {
+        action->setEnabled(any);
+    }
+}
+
+void MainWindow::Report(const std::string& text) {
+    statusBar()->showMessage(QString::fromStdString(text), kMessageMs);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (!MayLoseChanges()) {
+        event->ignore();
+        return;
+    }
+    QSettings settings;
+    settings.setValue("window/geometry", saveGeometry());
+    settings.setValue("window/state", saveState());
+    // A film that plays is left here; its loop then ends, and the plug-ins are unloaded after it.
+    session.Close();
+    event->accept();
+}
+
+} // namespace stage

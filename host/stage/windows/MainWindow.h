@@ -1,0 +1,135 @@
+#pragma once
+
+#include "host/stage/host/EditorHost.h"
+#include "host/stage/host/LevelSession.h"
+#include "host/stage/host/ObjectCommands.h"
+
+#include <memory>
+#include <QElapsedTimer>
+#include <QMainWindow>
+#include <QPointer>
+#include <QTimer>
+
+class CMenu;
+class CToolBar;
+class CWnd;
+class QActionGroup;
+class QDockWidget;
+class QLabel;
+class QShortcut;
+class QToolBar;
+
+namespace stage {
+
+class ObjectPanel;
+class ObjectTree;
+class PluginPanel;
+class ViewArea;
+enum class IconId;
+enum class ToolMode;
+
+/// The editor's main window: views in the middle, lists and panels around them. It owns the host, the level
+/// session and the object commands.
+class MainWindow : public QMainWindow, public IStageWindows {
+    Q_OBJECT
+public:
+    explicit MainWindow(HostFolders folders);
+    ~MainWindow() override;
+
+    /// False if the user chose to keep working on unsaved changes, or if saving them failed.
+    bool MayLoseChanges();
+    bool OpenLevel(const QString& path);
+    bool SaveLevelAs(const QString& path);
+    /// Loads plug-in libraries and starts them with a new level. Failures are reported.
+    void LoadPlugins(const QStringList& libraries);
+    /// Takes leave of the plug-ins. Call it when no plug-in's call is under way.
+    void ShutdownHost();
+
+    // IStageWindows
+    int ActiveView() override;
+    void RedrawView(int view) override;
+    void AttachmentChanged(int view) override;
+    void SelectionChanged() override;
+    void ObjectsChanged() override;
+    void ObjectsMoved() override;
+    void RefreshObjectTree() override;
+    void RefreshObjectPanel() override;
+    void LevelChanged() override;
+    void ShowPanel(const CRuntimeClass* formClass) override;
+    void HidePanel() override;
+    bool IsPanelShown() override;
+    bool AddToolbar(CToolBar* toolbar, unsigned resourceId) override;
+    void RemoveToolbar(CToolBar* toolbar) override;
+    void ShortcutsChanged() override;
+    std::optional<std::string> BrowseMeshElement(EditorObject* object, const std::string& present) override;
+    std::optional<std::string> BrowseMeshAnimation(EditorObject* object, const std::string& present) override;
+    std::optional<std::string> BrowseFx(int fxKind, const std::string& present) override;
+    std::optional<float> InputNumber(float present, const std::string& title,
+                                     const std::string& prompt) override;
+    void Report(const std::string& text) override;
+    void ReportError(const std::string& text) override;
+    void ShowDeleteRefusals(const std::list<DeleteMessage>& messages) override;
+
+    EditorHost host;
+    LevelSession session;
+    ObjectCommands commands;
+    ViewArea* views = nullptr;
+    ObjectTree* tree = nullptr;
+    ObjectPanel* panel = nullptr;
+    PluginPanel* pluginPanel = nullptr;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    QAction* AddAction(QMenu& menu, const QString& text, const QKeySequence& keys,
+                       const std::function<void()>& run, const char* name);
+    void MakeFileMenu();
+    void MakeEditMenu();
+    void MakeCreateMenu();
+    void MakeViewMenu();
+    void MakePluginMenu();
+    void MakeHelpMenu();
+    void MakeToolBar();
+    void MakeDocks();
+    void MakeStatusBar();
+    void FillRecentMenu();
+    void FillMeshMenu();
+    void FillPluginMenu();
+    void NamePluginButtons();
+    void UpdateActions();
+    void FlushRefresh();
+
+    void NewLevel();
+    void OpenDialog();
+    bool Save();
+    bool SaveAsDialog();
+    void RememberRecent(const QString& path);
+
+    void CreateObject(const char* className, const QString& name, const QString& meshName);
+    void RenameSelected();
+    void SelectAll();
+    void ShowMenu(int view, EditorObject* object, const QPoint& screen);
+    void ShowKeys();
+
+    QMenu* recentMenu = nullptr;
+    QMenu* meshMenu = nullptr;
+    QMenu* pluginMenu = nullptr;
+    QToolBar* tools = nullptr;
+    QDockWidget* treeDock = nullptr;
+    QDockWidget* panelDock = nullptr;
+    QLabel* rateLabel = nullptr;
+    QLabel* selectionLabel = nullptr;
+    QList<QAction*> selectionActions; ///< enabled while something is selected
+    QList<QShortcut*> pluginShortcuts;
+    /// The plug-ins own the first, the window the second.
+    std::vector<std::pair<CToolBar*, QPointer<QToolBar>>> pluginToolbars;
+    CWnd* panelForm = nullptr; ///< deletes itself with its window
+    QTimer refreshTimer;
+    bool treeStale = false;
+    bool panelStale = false;
+    bool transformStale = false;
+    bool closing = false;
+};
+
+} // namespace stage

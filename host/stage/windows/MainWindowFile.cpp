@@ -1,0 +1,149 @@
+#include "host/stage/windows/Icons.h"
+#include "host/stage/windows/MainWindow.h"
+
+#include <QAction>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QSettings>
+#include <QStatusBar>
+
+namespace stage {
+
+namespace {
+constexpr int kRecentFiles = 10;
+constexpr const char* kRecentKey = "files/recent";
+constexpr const char* kFilter = "Levels (*.level)";
+} // namespace
+
+QAction* MainWindow::AddAction(QMenu& menu, const QString& text, const QKeySequence& keys,
+                               const std::function<void()>& run, const char* name) {
+    QAction* action = menu.addAction(text);
+    action->setShortcut(keys);
+    action->setObjectName(name);
+    connect(action, &QAction::triggered, this, [run] { run(); });
+    return action;
+}
+
+void MainWindow::MakeFileMenu() {
+    QMenu* menu = menuBar()->addMenu(tr("&File"));
+    AddAction(
+        *menu, tr("&New level"), QKeySequence::New, [this] { NewLevel(); }, "FileNew")
+        ->setIcon(MakeIcon(IconId::New));
+    AddAction(
+        *menu, tr("&Open..."), QKeySequence::Open, [this] { OpenDialog(); }, "FileOpen")
+        ->setIcon(MakeIcon(IconId::Open));
+    recentMenu = menu->addMenu(tr("Open &recent"));
+    connect(recentMenu, &QMenu::aboutToShow, this, &MainWindow::FillRecentMenu);
+    menu->addSeparator();
+    AddAction(
+        *menu, tr("&Save"), QKeySequence::Save, [this] { Save(); }, "FileSave")
+        ->setIcon(MakeIcon(IconId::Save));
+    AddAction(
+        *menu, tr("Save &as..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), [this] { SaveAsDialog(); },
+        "FileSaveAs");
+    menu->addSeparator();
+    AddAction(
+        *menu, tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); }, "FileQuit");
+}
+
+bool MainWindow::MayLoseChanges() {
+    if (!session.IsChanged()) {
+        return true;
+    }
+    QMessageBox box(QMessageBox::Question, tr("Stage"),
+                    tr("Save the changes to \"%1\"?").arg(QString::fromStdString(session.Title())),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    box.setObjectName("LoseChanges");
+    box.setInformativeText(tr("They are lost otherwise."));
+    switch (box.exec()) {
+    case QMessageBox::Save:
+        return Save();
+    case QMessageBox::Discard:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void MainWindow::NewLevel() {
+    if (MayLoseChanges()) {
+        session.New();
+        Report(tr("New level").toStdString());
+    }
+}
+
+void MainWindow::OpenDialog() {
+    if (!MayLoseChanges()) {
+        return;
+    }
+    const QString folder = QFileInfo(QString::fromStdString(session.Path())).path();
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open level"), folder, tr(kFilter));
+    if (!path.isEmpty()) {
+        OpenLevel(path);
+    }
+}
+
+bool MainWindow::OpenLevel(const QString& path) {
+    if (!session.Open(path.toStdString())) {
+        return false;
+    }
+    RememberRecent(path);
+    Report(tr("Opened %1").arg(path).toStdString());
+    return true;
+}
+
+bool MainWindow::Save() {
+    return session.Path().empty() ? SaveAsDialog() : SaveLevelAs(QString::fromStdString(session.Path()));
+}
+
+bool MainWindow::SaveAsDialog() {
+    QString path = QFileDialog::getSaveFileName(this, tr("Save level"),
+                                                QString::fromStdString(session.Path()), tr(kFilter));
+    if (path.isEmpty()) {
+        return false;
+    }
+    if (QFileInfo(path).suffix().isEmpty()) {
+        path += ".level";
+    }
+    return SaveLevelAs(path);
+}
+
+bool MainWindow::SaveLevelAs(const QString& path) {
+    if (!session.Save(path.toStdString())) {
+        return false;
+    }
+    RememberRecent(path);
+    Report(tr("Saved %1").arg(path).toStdString());
+    return true;
+}
+
+void MainWindow::RememberRecent(const QString& path) {
+    QSettings settings;
+    QStringList recent = settings.value(kRecentKey).toStringList();
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    recent.removeAll(absolute);
+    recent.prepend(absolute);
+    settings.setValue(kRecentKey, recent.mid(0, kRecentFiles));
+}
+
+void MainWindow::FillRecentMenu() {
+    recentMenu->clear();
+    const QStringList recent = QSettings().value(kRecentKey).toStringList();
+    for (const QString& path : recent) {
+        QAction* action = recentMenu->addAction(QFileInfo(path).fileName());
+        action->setToolTip(path);
+        action->setEnabled(QFileInfo::exists(path));
+        connect(action, &QAction::triggered, this, [this, path] {
+            if (MayLoseChanges()) {
+                OpenLevel(path);
+            }
+        });
+    }
+    if (recent.isEmpty()) {
+        recentMenu->addAction(tr("No levels yet"))->setEnabled(false);
+    }
+}
+
+} // namespace stage

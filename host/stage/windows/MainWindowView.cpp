@@ -1,0 +1,145 @@
+#include "host/stage/windows/Icons.h"
+#include "host/stage/windows/MainWindow.h"
+#include "host/stage/windows/ScenePictures.h"
+#include "host/stage/windows/ViewArea.h"
+#include "host/stage/windows/ViewTool.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QDockWidget>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QToolBar>
+
+namespace stage {
+
+namespace {
+
+struct ToolEntry {
+    ToolMode mode;
+    const char* text;
+    Qt::Key key;
+    IconId icon;
+    const char* name;
+};
+
+constexpr ToolEntry kTools[] = {
+    {ToolMode::Select, QT_TR_NOOP("&Select"), Qt::Key_Q, IconId::Select, "ToolSelect"},
+    {ToolMode::Move, QT_TR_NOOP("&Move"), Qt::Key_W, IconId::Move, "ToolMove"},
+    {ToolMode::Rotate, QT_TR_NOOP("&Rotate"), Qt::Key_E, IconId::Rotate, "ToolRotate"},
+    {ToolMode::Scale, QT_TR_NOOP("S&cale"), Qt::Key_R, IconId::Scale, "ToolScale"},
+};
+
+struct LayoutEntry {
+    int views;
+    const char* text;
+    Qt::Key key;
+    IconId icon;
+    const char* name;
+};
+
+constexpr LayoutEntry kLayouts[] = {
+    {1, QT_TR_NOOP("&One view"), Qt::Key_1, IconId::OneView, "Views1"},
+    {2, QT_TR_NOOP("&Two views"), Qt::Key_2, IconId::TwoViews, "Views2"},
+    {3, QT_TR_NOOP("T&hree views"), Qt::Key_3, IconId::FourViews, "Views3"},
+    {4, QT_TR_NOOP("&Four views"), Qt::Key_4, IconId::FourViews, "Views4"},
+};
+
+struct KeyLine {
+    const char* keys;
+    const char* meaning;
+};
+
+constexpr KeyLine kKeys[] = {
+    {"Left click, drag", QT_TR_NOOP("Select an object, or all in a rectangle (Ctrl toggles, Shift adds)")},
+    {"Alt + left, middle", QT_TR_NOOP("Orbit around what the view looks at")},
+    {"Shift + middle", QT_TR_NOOP("Pan")},
+    {"Right drag", QT_TR_NOOP("Look around; W A S D Q E fly, Shift is faster")},
+    {"Wheel", QT_TR_NOOP("Closer or farther")},
+    {"F", QT_TR_NOOP("Show the selection whole")},
+    {"Q  W  E  R", QT_TR_NOOP("Select, move, rotate, scale; Ctrl snaps while dragging, Esc cancels")},
+    {"Right click", QT_TR_NOOP("Menu of an object or of the view")},
+};
+
+} // namespace
+
+void MainWindow::MakeViewMenu() {
+    QMenu* menu = menuBar()->addMenu(tr("&View"));
+    auto* toolGroup = new QActionGroup(this);
+    for (const ToolEntry& tool : kTools) {
+        QAction* action = AddAction(
+            *menu, tr(tool.text), QKeySequence(tool.key),
+            [this, mode = tool.mode] {
+                views->tool->SetMode(mode);
+                RedrawView(-1);
+            },
+            tool.name);
+        action->setCheckable(true);
+        action->setIcon(MakeIcon(tool.icon));
+        action->setChecked(views->tool->Mode() == tool.mode);
+        toolGroup->addAction(action);
+    }
+    menu->addSeparator();
+    AddAction(
+        *menu, tr("F&ocus"), QKeySequence(Qt::Key_F), [this] { views->FocusSelection(); }, "ViewFocus")
+        ->setIcon(MakeIcon(IconId::Focus));
+    QAction* grid = AddAction(
+        *menu, tr("&Grid"), QKeySequence(Qt::Key_G), [] {}, "ViewGrid");
+    grid->setCheckable(true);
+    grid->setChecked(true);
+    grid->setIcon(MakeIcon(IconId::Grid));
+    connect(grid, &QAction::toggled, this, [this](bool shown) {
+        views->pictures->showGrid = shown;
+        RedrawView(-1);
+    });
+    menu->addSeparator();
+    auto* layoutGroup = new QActionGroup(this);
+    for (const LayoutEntry& layout : kLayouts) {
+        QAction* action = AddAction(
+            *menu, tr(layout.text), QKeySequence(Qt::CTRL | layout.key),
+            [this, count = layout.views] { views->SetViewCount(count); }, layout.name);
+        action->setCheckable(true);
+        action->setChecked(layout.views == 1);
+        action->setIcon(MakeIcon(layout.icon));
+        layoutGroup->addAction(action);
+    }
+    menu->addSeparator();
+    menu->addAction(treeDock->toggleViewAction());
+    menu->addAction(panelDock->toggleViewAction());
+}
+
+void MainWindow::MakeToolBar() {
+    constexpr const char* kButtons[] = {
+        "FileNew",   "FileOpen", "FileSave",      "",          "ToolSelect", "ToolMove", "ToolRotate",
+        "ToolScale", "",         "EditDuplicate", "EditGroup", "EditDelete", "",         "ViewFocus",
+        "ViewGrid",  "",         "Views1",        "Views2",    "Views4",
+    };
+    tools = addToolBar(tr("Tools"));
+    tools->setObjectName("ToolsBar");
+    tools->setIconSize(QSize(20, 20));
+    tools->setMovable(true);
+    for (const char* name : kButtons) {
+        if (QAction* action = *name != '\0' ? findChild<QAction*>(name) : nullptr) {
+            tools->addAction(action);
+        } else {
+            tools->addSeparator();
+        }
+    }
+}
+
+void MainWindow::MakeHelpMenu() {
+    QMenu* menu = menuBar()->addMenu(tr("&Help"));
+    AddAction(
+        *menu, tr("&Mouse and keys"), QKeySequence(Qt::Key_F1), [this] { ShowKeys(); }, "HelpKeys");
+}
+
+void MainWindow::ShowKeys() {
+    QString text = "<table cellpadding=4>";
+    for (const KeyLine& line : kKeys) {
+        text += QString("<tr><td><b>%1</b></td><td>%2</td></tr>").arg(line.keys, tr(line.meaning));
+    }
+    QMessageBox box(QMessageBox::NoIcon, tr("Mouse and keys"), text + "</table>", QMessageBox::Close, this);
+    box.exec();
+}
+
+} // namespace stage

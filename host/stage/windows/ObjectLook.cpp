@@ -1,0 +1,55 @@
+#include "host/stage/windows/ObjectLook.h"
+
+#include "host/engine/ClassDatabase.h"
+#include "host/engine/SceneObject.h"
+#include "plugin/contract/ClassIds.h"
+
+namespace stage {
+
+namespace {
+struct ClassLook {
+    const char* className;
+    IconId icon;
+    const char* text;
+};
+
+constexpr ClassLook kLooks[] = {
+    {ClassName::Mesh, IconId::Mesh, "Mesh"},
+    {"SkinnedMeshObject", IconId::Character, "Character"},
+    {"EmptyObject", IconId::Empty, "Empty"},
+    {"SoundEmitter", IconId::Sound, "Sound emitter"},
+    {ClassName::GLLight, IconId::Light, "Light"},
+    {ClassName::DynLight, IconId::DynamicLight, "Dynamic light"},
+    {ClassName::VirtualObject, IconId::Film, "Virtual object"},
+    {ClassName::CameraPosition, IconId::CameraPoint, "Camera eye"},
+    {ClassName::CameraTarget, IconId::CameraPoint, "Camera target"},
+    {ClassName::CameraControlPoint, IconId::CameraPoint, "Camera path handle"},
+};
+
+const ClassLook* LookOf(const engine::SceneObject& object) {
+    for (const ClassLook& look : kLooks) {
+        if (object.Info().className == look.className) {
+            return &look;
+        }
+    }
+    return nullptr;
+}
+} // namespace
+
+IconId IconOf(const engine::SceneObject& object) {
+    const ClassLook* look = LookOf(object);
+    return look != nullptr ? look->icon : IconId::Mesh;
+}
+
+QString ClassText(const engine::SceneObject& object) {
+    const ClassLook* look = LookOf(object);
+    return look != nullptr ? QString(look->text) : QString::fromStdString(object.Info().className);
+}
+
+bool IsListed(const engine::SceneObject& object) {
+    const std::string& name = object.Info().className;
+    return name != ClassName::CameraPosition && name != ClassName::CameraTarget &&
+           name != ClassName::CameraControlPoint;
+}
+
+} // namespace stage

@@ -1,0 +1,189 @@
+#include "host/stage/windows/ObjectTree.h"
+
+#include "host/stage/host/EditorHost.h"
+#include "host/stage/host/ObjectCommands.h"
+#include "host/stage/windows/ObjectLook.h"
+#include "host/stage/windows/Theme.h"
+
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace stage {
+
+namespace {
+constexpr int kIdRole = Qt::UserRole;
+}
+
+ObjectTreeWidget::ObjectTreeWidget(EditorHost& editorHost, ObjectCommands& objectCommands, QWidget* parent)
+    : QTreeWidget(parent), host(editorHost), commands(objectCommands) {
+    setObjectName("ObjectTree");
+    setHeaderHidden(true);
+    setSelectionMode(ExtendedSelection);
+    setDragDropMode(InternalMove);
+    setEditTriggers(EditKeyPressed);
+    setUniformRowHeights(true);
+    setIndentation(16);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(this, &QTreeWidget::itemSelectionChanged, this, &ObjectTreeWidget::TakeSelection);
+    connect(this, &QTreeWidget::itemChanged, this, &ObjectTreeWidget::TakeName);
+    connect(this, &QTreeWidget::itemDoubleClicked, this, &ObjectTreeWidget::FocusRequested);
+}
+
+engine::SceneObject* ObjectTreeWidget::ObjectOf(const QTreeWidgetItem* item) const {
+    return item != nullptr ? host.level.FindObject(item->data(0, kIdRole).toInt()) : nullptr;
+}
+
+QTreeWidgetItem* ObjectTreeWidget::ItemOf(const EditorObject* object) const {
+    const auto found = object != nullptr ? items.find(object->id) : items.end();
+    return found != items.end() ? found->second : nullptr;
+}
+
+QTreeWidgetItem* ObjectTreeWidget::AddItem(engine::SceneObject& object, QTreeWidgetItem* above) {
+    auto* item = above != nullptr ? new QTreeWidgetItem(above) : new QTreeWidgetItem(this);
+    item->setText(0, QString::fromStdString(object.name));
+    item->setIcon(0, MakeIcon(IconOf(object)));
+    item->setData(0, kIdRole, object.id);
+    item->setFlags(item->flags() | Qt::ItemIsEditable | Qt::ItemIsDragEnabled | Qt::ItemIsDropEnabled);
+    item->setToolTip(0, ClassText(object) + QString(" (%1)").arg(object.id));
+    if (object.visible == 0) {
+        item->setForeground(0, QColor::fromRgb(Color::kMuted));
+    }
+    items[object.id] = item;
+    for (EditorObject* child = object.firstChild; child != nullptr; child = child->nextSibling) {
+        auto& scene = static_cast<engine::SceneObject&>(*child);
+        if (IsListed(scene)) {
+            AddItem(scene, item);
+        }
+    }
+    return item;
+}
+
+void ObjectTreeWidget::Rebuild() {
+    updating = true;
+    std::unordered_map<int, bool> closed;
+    for (const auto& [id, item] : items) {
+        closed[id] = item->childCount() > 0 && !item->isExpanded();
+    }
+    const QTreeWidgetItem* first = itemAt(0, 0);
+    const int firstId = first != nullptr ? first->data(0, kIdRole).toInt() : 0;
+    clear();
+    items.clear();
+    if (const engine::LevelData* levelData = host.level.Data()) {
+        for (const auto& object : levelData->Objects()) {
+            if (object->parent == nullptr && IsListed(*object)) {
+                AddItem(*object, nullptr);
+            }
+        }
+    }
+    for (const auto& [id, item] : items) {
+        item->setExpanded(!closed[id]);
+    }
+    ApplyFilter();
+    updating = false;
+    ShowSelection();
+    if (items.count(firstId) != 0) {
+        scrollToItem(items[firstId], PositionAtTop);
+    }
+}
+
+void ObjectTreeWidget::ShowSelection() {
+    updating = true;
+    clearSelection();
+    QTreeWidgetItem* last = nullptr;
+    for (const EditorObject* object : host.level.selection) {
+        if (QTreeWidgetItem* item = ItemOf(object)) {
+            item->setSelected(true);
+            last = item;
+        }
+    }
+    if (last != nullptr) {
+        setCurrentItem(last, 0, QItemSelectionModel::NoUpdate);
+        scrollToItem(last);
+    }
+    updating = false;
+}
+
+void ObjectTreeWidget::TakeSelection() {
+    if (updating) {
+        return;
+    }
+    ObjectList chosen;
+    for (const QTreeWidgetItem* item : selectedItems()) {
+        if (engine::SceneObject* object = ObjectOf(item)) {
+            chosen.push_back(object);
+        }
+    }
+    host.Select(commands.WithGroups(chosen));
+}
+
+void ObjectTreeWidget::TakeName(QTreeWidgetItem* item) {
+    engine::SceneObject* object = updating ? nullptr : ObjectOf(item);
+    if (object == nullptr) {
+        return;
+    }
+    const std::string name = item->text(0).trimmed().toStdString();
+    if (name.empty() || !commands.Rename(*object, name)) {
+        updating = true;
+        item->setText(0, QString::fromStdString(object->name));
+        updating = false;
+    }
+}
+
+void ObjectTreeWidget::dropEvent(QDropEvent* event) {
+    QTreeWidgetItem* target = itemAt(event->position().toPoint());
+    const bool besides = dropIndicatorPosition() == AboveItem || dropIndicatorPosition() == BelowItem;
+    engine::SceneObject* parent = ObjectOf(besides && target != nullptr ? target->parent() : target);
+    // The level decides; the tree is built anew from it, whatever the view would have done.
+    event->setDropAction(Qt::IgnoreAction);
+    event->accept();
+    for (engine::SceneObject* object : commands.Selected()) {
+        if (object != parent) {
+            commands.SetParent(*object, parent);
+        }
+    }
+}
+
+void ObjectTreeWidget::SetFilter(const QString& text) {
+    filter = text.trimmed();
+    ApplyFilter();
+}
+
+void ObjectTreeWidget::ApplyFilter() {
+    for (const auto& [id, item] : items) {
+        item->setHidden(!filter.isEmpty());
+    }
+    for (const auto& [id, item] : items) {
+        if (!filter.isEmpty() && item->text(0).contains(filter, Qt::CaseInsensitive)) {
+            for (QTreeWidgetItem* above = item; above != nullptr; above = above->parent()) {
+                above->setHidden(false);
+            }
+        }
+    }
+}
+
+void ObjectTreeWidget::paintEvent(QPaintEvent* event) {
+    QTreeWidget::paintEvent(event);
+    if (topLevelItemCount() == 0) {
+        QPainter painter(viewport());
+        painter.setPen(QColor::fromRgb(Color::kMuted));
+        painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap,
+                         tr("The level is empty.\nAdd objects with the Create menu."));
+    }
+}
+
+ObjectTree::ObjectTree(EditorHost& host, ObjectCommands& commands, QWidget* parent) : QWidget(parent) {
+    tree = new ObjectTreeWidget(host, commands, this);
+    search = new QLineEdit(this);
+    search->setPlaceholderText(tr("Search objects"));
+    search->setClearButtonEnabled(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(6, 6, 6, 6);
+    layout->setSpacing(6);
+    layout->addWidget(search);
+    layout->addWidget(tree);
+    connect(search, &QLineEdit::textChanged, tree, &ObjectTreeWidget::SetFilter);
+}
+
+} // namespace stage

@@ -1,0 +1,98 @@
+#include "host/stage/windows/TransformFields.h"
+
+#include <cmath>
+#include <QDoubleSpinBox>
+#include <QGridLayout>
+#include <QLabel>
+
+namespace stage {
+
+namespace {
+struct RowLook {
+    const char* label;
+    double step;
+    double limit;
+    int decimals;
+};
+
+constexpr RowLook kRows[] = {
+    {"Position", 0.1, 100000.0, 3},
+    {"Rotation", 5.0, 3600.0, 2},
+    {"Scale", 0.1, 1000.0, 3},
+};
+constexpr const char* kAxes[] = {"X", "Y", "Z"};
+
+bool Same(const engine::Matrix4& a, const engine::Matrix4& b) {
+    for (int i = 0; i < 16; ++i) {
+        // The fields round to three decimals.
+        const float tolerance = 0.002f * std::max(1.0f, std::abs(b.m[i]));
+        if (!(std::abs(a.m[i] - b.m[i]) <= tolerance)) {
+            return false;
+        }
+    }
+    return true;
+}
+} // namespace
+
+TransformFields::TransformFields(QWidget* parent) : QWidget(parent) {
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(4);
+    for (int axis = 0; axis < 3; ++axis) {
+        auto* head = new QLabel(kAxes[axis], this);
+        head->setProperty("role", "hint");
+        head->setAlignment(Qt::AlignCenter);
+        grid->addWidget(head, 0, axis + 1);
+    }
+    for (int row = 0; row < 3; ++row) {
+        grid->addWidget(new QLabel(tr(kRows[row].label), this), row + 1, 0);
+        for (int axis = 0; axis < 3; ++axis) {
+            auto* field = new QDoubleSpinBox(this);
+            field->setObjectName(QString("%1%2").arg(kRows[row].label, kAxes[axis]));
+            field->setRange(-kRows[row].limit, kRows[row].limit);
+            field->setDecimals(kRows[row].decimals);
+            field->setSingleStep(kRows[row].step);
+            field->setButtonSymbols(QAbstractSpinBox::NoButtons);
+            field->setKeyboardTracking(false);
+            field->setMinimumWidth(58);
+            field->setAlignment(Qt::AlignRight);
+            fields[row][axis] = field;
+            grid->addWidget(field, row + 1, axis + 1);
+            connect(field, &QDoubleSpinBox::valueChanged, this, [this] {
+                if (!showing) {
+                    emit Changed();
+                }
+            });
+        }
+    }
+    for (int axis = 1; axis <= 3; ++axis) {
+        grid->setColumnStretch(axis, 1);
+    }
+    Show(engine::Matrix4());
+}
+
+Vector3 TransformFields::Row(int row) const {
+    return {static_cast<float>(fields[row][0]->value()), static_cast<float>(fields[row][1]->value()),
+            static_cast<float>(fields[row][2]->value())};
+}
+
+engine::Matrix4 TransformFields::Matrix() const {
+    return engine::Compose(Row(kPosition), Row(kRotation), Row(kScale));
+}
+
+void TransformFields::Show(const engine::Matrix4& matrix) {
+    if (!engine::IsFinite(matrix) || Same(Matrix(), matrix)) {
+        return;
+    }
+    Vector3 rows[3];
+    engine::Decompose(matrix, rows[kPosition], rows[kRotation], rows[kScale]);
+    showing = true;
+    for (int row = 0; row < 3; ++row) {
+        for (int axis = 0; axis < 3; ++axis) {
+            fields[row][axis]->setValue(rows[row].Data()[axis]);
+        }
+    }
+    showing = false;
+}
+
+} // namespace stage

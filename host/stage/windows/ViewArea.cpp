@@ -1,0 +1,124 @@
+#include "host/stage/windows/ViewArea.h"
+
+#include "host/stage/host/EditorHost.h"
+#include "host/stage/host/ObjectCommands.h"
+#include "host/stage/windows/ScenePictures.h"
+#include "host/stage/windows/ViewTool.h"
+#include "host/stage/windows/ViewWidget.h"
+
+#include <QGridLayout>
+
+namespace stage {
+
+namespace {
+constexpr qint64 kRateIntervalMs = 500;
+constexpr int kFramesForARate = 5; ///< fewer in an interval are single repaints, not a film
+} // namespace
+
+ViewArea::ViewArea(EditorHost& editorHost, ObjectCommands& objectCommands, QWidget* parent)
+    : QWidget(parent), host(editorHost), commands(objectCommands), picker(editorHost.level),
+      pictures(std::make_unique<ScenePictures>(*this)), tool(std::make_unique<ViewTool>(*this)),
+      grid(new QGridLayout(this)) {
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(3);
+    SetViewCount(1);
+    rateClock.start();
+}
+
+ViewArea::~ViewArea() = default;
+
+void ViewArea::SetViewCount(int count) {
+    host.SetViewCount(count);
+    const auto wanted = static_cast<std::size_t>(host.views.Count());
+    while (widgets.size() > wanted) {
+        delete widgets.back();
+        widgets.pop_back();
+    }
+    while (widgets.size() < wanted) {
+        widgets.push_back(new ViewWidget(*this, static_cast<int>(widgets.size())));
+        widgets.back()->show();
+    }
+    Layout();
+    if (activeView >= host.views.Count()) {
+        Activate(0);
+    }
+    Redraw(-1);
+}
+
+void ViewArea::Layout() {
+    for (ViewWidget* widget : widgets) {
+        grid->removeWidget(widget);
+    }
+    const int count = static_cast<int>(widgets.size());
+    for (int i = 0; i < count; ++i) {
+        // Three views: one over the whole left side, two above each other beside it.
+        const bool tall = count == 3 && i == 0;
+        const int row = count == 3 ? std::max(0, i - 1) : i / 2;
+        const int column = count == 3 ? std::min(1, i) : i % 2;
+        grid->addWidget(widgets[static_cast<std::size_t>(i)], row, column, tall ? 2 : 1, 1);
+    }
+    for (int line = 0; line < 2; ++line) {
+        grid->setRowStretch(line, line == 0 || count > 2 ? 1 : 0);
+        grid->setColumnStretch(line, line == 0 || count > 1 ? 1 : 0);
+    }
+}
+
+ViewWidget* ViewArea::Widget(int number) const {
+    return number >= 0 && number < static_cast<int>(widgets.size())
+               ? widgets[static_cast<std::size_t>(number)]
+               : nullptr;
+}
+
+void ViewArea::Activate(int number) {
+    if (number != activeView && host.views.At(number) != nullptr) {
+        activeView = number;
+        Redraw(-1);
+        emit ActiveViewChanged(number);
+    }
+}
+
+void ViewArea::Redraw(int number) {
+    for (ViewWidget* widget : widgets) {
+        if (number < 0 || widget->number == number) {
+            widget->update();
+        }
+    }
+}
+
+void ViewArea::FocusSelection() {
+    StageView* view = host.views.At(activeView);
+    if (view == nullptr) {
+        return;
+    }
+    if (view->attachedTo != 0) {
+        emit StatusText(tr("This view shows the film's camera. Click its badge to take it back."));
+        return;
+    }
+    const Sphere ball = picker.BoundsOf(host.level.selection);
+    view->navigation.Focus(ball.center, ball.radius);
+    view->ApplyNavigation();
+    Redraw(activeView);
+}
+
+Vector3 ViewArea::PlaceForNew() const {
+    const StageView* view = host.views.At(activeView);
+    if (view == nullptr) {
+        return {};
+    }
+    const ViewRay ray =
+        view->RayAt(static_cast<float>(view->width) * 0.5f, static_cast<float>(view->height) * 0.5f);
+    const glm::vec3 place = picker.PlaceAt(ray, view->navigation.distance);
+    return {place.x, place.y, place.z};
+}
+
+void ViewArea::CountFrame() {
+    ++frames;
+    const qint64 elapsed = rateClock.elapsed();
+    if (elapsed >= kRateIntervalMs) {
+        emit FrameRate(frames >= kFramesForARate ? 1000.0 * frames / static_cast<double>(elapsed) : 0.0);
+        frames = 0;
+        rateClock.restart();
+    }
+}
+
+} // namespace stage

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "host/stage/host/ScenePicker.h"
+
+#include <memory>
+#include <QElapsedTimer>
+#include <QWidget>
+#include <vector>
+
+class QGridLayout;
+
+namespace stage {
+
+class EditorHost;
+class ObjectCommands;
+class ScenePictures;
+class ViewTool;
+class ViewWidget;
+
+/// The one to four 3D views of the main window, with the tool that their left button works with.
+class ViewArea : public QWidget {
+    Q_OBJECT
+public:
+    ViewArea(EditorHost& editorHost, ObjectCommands& objectCommands, QWidget* parent);
+    ~ViewArea() override;
+
+    void SetViewCount(int count);
+    int ActiveView() const { return activeView; }
+    void Activate(int number);
+    /// Queues a repaint; a negative number is all views.
+    void Redraw(int number);
+    ViewWidget* Widget(int number) const;
+    /// Shows the selected objects whole in the active view; the whole level without a selection.
+    void FocusSelection();
+    /// A place for a new object: what the middle of the active view looks at.
+    Vector3 PlaceForNew() const;
+
+    EditorHost& host;
+    ObjectCommands& commands;
+    ScenePicker picker;
+    std::unique_ptr<ScenePictures> pictures;
+    std::unique_ptr<ViewTool> tool;
+
+signals:
+    void ActiveViewChanged(int number);
+    /// Asked for with the right button; the object under the mouse, null for none, in screen coordinates.
+    void MenuRequested(int view, EditorObject* object, const QPoint& screen);
+    void StatusText(const QString& text);
+    /// Frames a second, while pictures follow each other quickly.
+    void FrameRate(double rate);
+
+private:
+    friend class ViewWidget;
+    void Layout();
+    void CountFrame();
+
+    std::vector<ViewWidget*> widgets;
+    QGridLayout* grid;
+    int activeView = 0;
+    QElapsedTimer rateClock;
+    int frames = 0;
+};
+
+} // namespace stage

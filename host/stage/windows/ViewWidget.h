@@ -1,0 +1,64 @@
+#pragma once
+
+#include "host/stage/host/StageView.h"
+
+#include <functional>
+#include <QElapsedTimer>
+#include <QPoint>
+#include <QTimer>
+#include <QWidget>
+
+namespace stage {
+
+class ViewArea;
+
+/// One 3D view: shows the picture of its number and turns the mouse into gestures.
+class ViewWidget : public QWidget {
+    Q_OBJECT
+public:
+    ViewWidget(ViewArea& viewArea, int viewNumber);
+
+    const int number;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    enum class Gesture { None, Select, Gizmo, Orbit, Pan, Look };
+
+    StageView* View() const;
+    void BeginLeft(const QMouseEvent& event);
+    void FinishSelect(const QMouseEvent& event);
+    void Navigate(const QPointF& delta);
+    bool MayNavigate();
+    void EndGesture();
+    void Fly();
+    QRect Band() const;
+    QRect BadgeRect() const;
+    void PaintChrome(QPainter& painter);
+    void PaintBadge(QPainter& painter);
+    void PaintHint(QPainter& painter);
+
+    ViewArea& area;
+    Gesture gesture = Gesture::None;
+    Qt::MouseButton button = Qt::NoButton; ///< the one that holds the gesture
+    QPointF pressed;
+    QPointF last;
+    bool moved = false; ///< farther than a shaky click
+    QTimer flyTimer;
+    QElapsedTimer flyClock;
+    unsigned flyKeys = 0; ///< bits in the order of the fly key table
+};
+
+} // namespace stage
