@@ -89,13 +89,14 @@ void FilmMaker::Vector(CFilmTrack* track, int kind, float time, const Vector3& v
 void FilmMaker::Point(CFilmTrack* camera, int kind, float time, const Vector3& value, Ease ease,
                       const char* follows, const char* element) {
     auto* key = Make<CFilmLinkedKey>(kind, time, time);
-    key->value = key->inHandle = key->outHandle = value;
-    key->SetInMethod(ease.in);
-    key->SetOutMethod(ease.out);
     if (follows != nullptr) {
         key->SetLinkObject(Find(follows));
         key->SetLinkElement(element);
     }
+    // Tying a key keeps its world point, so the value in the new space comes after it.
+    key->value = key->inHandle = key->outHandle = value;
+    key->SetInMethod(ease.in);
+    key->SetOutMethod(ease.out);
     Add(camera, key);
 }
 

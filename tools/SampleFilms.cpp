@@ -181,17 +181,17 @@ void IntroCameras(FilmMaker& film) {
     film.Scalar(close, KeyKind::FieldOfView, 11.4f, 27);
 
     CFilmTrack* meeting = film.Camera("Meeting");
-    film.Point(meeting, KeyKind::CameraPosition, 14.4f, {1.2f, 1.75f, 3.7f}, FilmMaker::kSoft);
-    film.Point(meeting, KeyKind::CameraPosition, 17.2f, {1.6f, 1.65f, 3.2f}, FilmMaker::kSoft);
-    film.Point(meeting, KeyKind::CameraTarget, 14.4f, {4.1f, 1.25f, -0.1f});
-    film.Point(meeting, KeyKind::CameraTarget, 17.2f, {4.3f, 1.35f, 0.2f});
+    film.Point(meeting, KeyKind::CameraPosition, 14.4f, {8.3f, 1.55f, -2.3f}, FilmMaker::kSoft);
+    film.Point(meeting, KeyKind::CameraPosition, 17.2f, {7.5f, 1.6f, -2.6f}, FilmMaker::kSoft);
+    film.Point(meeting, KeyKind::CameraTarget, 14.4f, {4.0f, 1.2f, 0.2f});
+    film.Point(meeting, KeyKind::CameraTarget, 17.2f, {4.1f, 1.3f, 0.2f});
     film.Scalar(meeting, KeyKind::FieldOfView, 14.4f, 44);
 
     CFilmTrack* last = film.Camera("Evening");
-    film.Point(last, KeyKind::CameraPosition, 17.2f, {6.6f, 1.9f, 2.9f}, FilmMaker::kSoft);
-    film.Point(last, KeyKind::CameraPosition, 19.6f, {7.2f, 2.1f, 3.6f}, FilmMaker::kSmooth);
+    film.Point(last, KeyKind::CameraPosition, 17.2f, {6.2f, 1.75f, 1.5f}, FilmMaker::kSoft);
+    film.Point(last, KeyKind::CameraPosition, 19.6f, {6.9f, 2.0f, 2.2f}, FilmMaker::kSmooth);
     film.Point(last, KeyKind::CameraPosition, 24, {17, 9.5f, 18}, FilmMaker::kSoft);
-    film.Point(last, KeyKind::CameraTarget, 17.2f, {3.8f, 1.35f, -0.4f});
+    film.Point(last, KeyKind::CameraTarget, 17.2f, {3.7f, 1.35f, -0.5f});
     film.Point(last, KeyKind::CameraTarget, 24, {0, 2.4f, -3}, FilmMaker::kSoft);
     film.Scalar(last, KeyKind::FieldOfView, 17.2f, 40);
     film.Scalar(last, KeyKind::FieldOfView, 24, 46, FilmMaker::kSoft);
