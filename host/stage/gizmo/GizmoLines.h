@@ -1,0 +1,11 @@
+#pragma once
+
+#include "host/stage/gizmo/Gizmo.h"
+
+/// Appends the gizmo as a camera sees it; the handle `hot` (under the mouse or gripped) is bright. During a
+/// drag the handles stand where the drag has brought them.
+class GizmoLines {
+public:
+    static void Append(const Gizmo& gizmo, const RenderCamera& camera, GizmoPart hot,
+                       std::vector<RenderLine>& lines);
+};
