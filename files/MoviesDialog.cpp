@@ -1,0 +1,102 @@
+#include "files/MoviesDialog.h"
+
+#include "plugin/PluginImpl.h"
+#include "resources/resource.h"
+
+BEGIN_MESSAGE_MAP(CMoviesDialog, CDialog)
+    ON_BN_CLICKED(IDC_MOVIE_ADD, &CMoviesDialog::OnAdd)
+    ON_BN_CLICKED(IDC_MOVIE_DELETE, &CMoviesDialog::OnDelete)
+    ON_BN_CLICKED(IDC_MOVIE_VALIDATE, &CMoviesDialog::OnValidate)
+    ON_LBN_SELCHANGE(IDC_MOVIE_LIST, &CMoviesDialog::OnSelectionChanged)
+    ON_LBN_DBLCLK(IDC_MOVIE_LIST, &CMoviesDialog::OnListDoubleClick)
+END_MESSAGE_MAP()
+
+void CMoviesDialog::DoDataExchange(CDataExchange* exchange) {
+    CDialog::DoDataExchange(exchange);
+    DDX_Control(exchange, IDC_MOVIE_LIST, list);
+    DDX_Control(exchange, IDC_MOVIE_DELETE, deleteButton);
+    DDX_Control(exchange, IDC_MOVIE_VALIDATE, validateButton);
+}
+
+void CMoviesDialog::Refresh() {
+    FillList();
+    UpdateButtons();
+}
+
+void CMoviesDialog::FillList() {
+    const IPluginImpl& plugin = GetPlugin();
+    list.SetRedraw(false);
+    list.ResetContent();
+    if (plugin.GetFilmManager() != nullptr) {
+        const int none = list.AddString("<none>");
+        list.SetItemData(none, 0);
+        for (int index = 0; index < IFilmManager::kFilms; ++index) {
+            IFilm* film = plugin.GetFilmByIndex(index);
+            if (film == nullptr) {
+                continue;
+            }
+            const int line = list.AddString(film->name != nullptr ? film->name : "");
+            list.SetItemData(line, reinterpret_cast<DWORD_PTR>(film));
+            if (film == plugin.GetCurrentFilm()) {
+                list.SetCurSel(line);
+            }
+        }
+    }
+    list.SetRedraw(true);
+}
+
+void CMoviesDialog::UpdateButtons() {
+    const bool hasFilm = GetSelectedFilm() != nullptr;
+    deleteButton.EnableWindow(hasFilm);
+    validateButton.EnableWindow(hasFilm);
+}
+
+IFilm* CMoviesDialog::GetSelectedFilm() const {
+    const int line = list.GetCurSel();
+    if (line == LB_ERR) {
+        return nullptr;
+    }
+    auto* film = reinterpret_cast<IFilm*>(list.GetItemData(line));
+    return GetPlugin().FilmExists(film) ? film : nullptr; // the level may have changed under the list
+}
+
+void CMoviesDialog::OnAdd() {
+    IPluginImpl& plugin = GetPlugin();
+    if (plugin.editor != nullptr) {
+        plugin.editor->ClearSelection();
+    }
+    const int index = plugin.CreateFilm();
+    if (index >= 0) {
+        plugin.SelectFilmByIndex(index);
+        FillList();
+    }
+    UpdateButtons();
+}
+
+void CMoviesDialog::OnDelete() {
+    if (IFilm* film = GetSelectedFilm()) {
+        GetPlugin().DeleteFilm(film);
+        FillList();
+        UpdateButtons();
+    }
+}
+
+void CMoviesDialog::OnValidate() {
+    GetPlugin().ValidateFilm(GetSelectedFilm());
+}
+
+void CMoviesDialog::OnSelectionChanged() {
+    IPluginImpl& plugin = GetPlugin();
+    if (plugin.editor != nullptr) {
+        plugin.editor->ClearSelection();
+    }
+    plugin.SetCurrentFilm(GetSelectedFilm());
+    UpdateButtons();
+}
+
+void CMoviesDialog::OnListDoubleClick() {
+    IScenarioWindow* scenario = GetPlugin().scenarioDlg;
+    if (scenario != nullptr && !scenario->IsVisible()) {
+        scenario->Show();
+    }
+}

@@ -1,0 +1,200 @@
+#include "plugin/PluginImpl.h"
+
+#include "files/Log.h"
+#include "plugin/ClassDerivation.h"
+
+#include <algorithm>
+
+namespace {
+
+/// The object that GetPlugin answers, and the ones made before it.
+std::list<IPluginImpl*>& LivingPlugins() {
+    static std::list<IPluginImpl*> plugins;
+    return plugins;
+}
+
+} // namespace
+
+IPluginImpl& GetPlugin() {
+    return *LivingPlugins().back();
+}
+
+IPluginImpl::IPluginImpl() {
+    LivingPlugins().push_back(this);
+    for (int index = 0; index < IFilmManager::kFilms; ++index) {
+        ResetFilmViewSettings(index);
+    }
+}
+
+IPluginImpl::~IPluginImpl() {
+    ClearLevelState();
+    if (keyAttributesDlg) {
+        keyAttributesDlg->DestroyWindow();
+        keyAttributesDlg.reset();
+    }
+    LivingPlugins().remove(this);
+}
+
+void IPluginImpl::Initialize(IEditor* newEditor, std::uint32_t pluginNumber, IEditorView* newView) {
+    pluginId = PluginCommandId::FromPluginNumber(pluginNumber);
+    editor = newEditor;
+    view = newView;
+    level = view->GetLevel();
+}
+
+void IPluginImpl::OnEditorReady() {
+    LoadToolbarAndMenu();
+    editor->AddListenerA(this);
+    editor->AddListenerB(this);
+    FindLightClasses();
+}
+
+void IPluginImpl::FindLightClasses() {
+    for (const EditorClassDescriptor& descriptor : editor->GetEditorClasses()) {
+        const std::string name = descriptor.name;
+        if (name == ClassName::GLLight) {
+            glLightClass = &descriptor;
+        } else if (name == ClassName::DynLight) {
+            dynLightClass = &descriptor;
+        }
+    }
+}
+
+void IPluginImpl::OnEditorClosing() {
+    isPlaying = 0; // a film that still plays must not run on without its host
+    if (editor != nullptr) {
+        editor->RemoveListenerA(this);
+        editor->RemoveListenerB(this);
+    }
+    ClearLevelState();
+}
+
+void IPluginImpl::ClearLevelState() {
+    objectMatrices.clear();
+    attachedViews.clear();
+    levelParams.Clear();
+    lightHelpers.DeleteHelpers();
+    if (trackVisualizer) {
+        trackVisualizer->Reset();
+    }
+    if (cameraHelpers) {
+        cameraHelpers->Reset();
+    }
+    if (keyAttributesDlg) {
+        keyAttributesDlg->ForgetKey();
+    }
+    virtualObjects.clear();
+    framesPerSecond = kFramesPerSecond;
+}
+
+void IPluginImpl::OnNew() {
+    DebugPrint("[Films::IPluginImpl::OnNew]\n");
+    ClearLevelState();
+    LeaveFilm();
+    isPlaying = 0;
+    for (int index = 0; index < IFilmManager::kFilms; ++index) {
+        ResetFilmViewSettings(index);
+    }
+    if (IMainCtrl* control = GetMainCtrl()) {
+        control->ReloadKeysParams();
+    }
+    RewindTime();
+    SetAnimateObjects(false);
+}
+
+void IPluginImpl::OnLevelLoaded() {
+    LeaveFilm();
+    if (keyAttributesDlg) {
+        keyAttributesDlg->ForgetKey();
+    }
+    isPlaying = 0;
+    RewindTime();
+    SetAnimateObjects(false);
+    ILevelData* data = GetLevelData();
+    if (data == nullptr) {
+        return;
+    }
+    for (int index = 0; index < IFilmManager::kFilms; ++index) {
+        if (IFilm* film = GetFilmByIndex(index)) {
+            filmViewSettings[static_cast<std::size_t>(index)].movieStart = 0.0f;
+            filmViewSettings[static_cast<std::size_t>(index)].movieEnd = film->length;
+            film->OnLevelLoaded();
+        }
+    }
+    lightHelpers.PairWithTracks(data);
+    RefreshMoviesPanel();
+    RebuildMatrices();
+    if (data->filmManager != nullptr) {
+        data->filmManager->SetFramesPerSecond(framesPerSecond);
+    }
+}
+
+/// The level went: no film is told.
+void IPluginImpl::LeaveFilm() {
+    if (IMainCtrl* control = GetMainCtrl()) {
+        control->ClearUndo();
+    }
+    currentFilm = nullptr;
+    RebuildWindow();
+}
+
+void IPluginImpl::RewindTime() {
+    const float previous = currentTime;
+    currentTime = 0.0f;
+    if (scenarioDlg != nullptr) {
+        scenarioDlg->SetTime(0.0f);
+    }
+    SetFrame(0.0f, previous);
+}
+
+void IPluginImpl::RebuildWindow() {
+    if (scenarioDlg != nullptr) {
+        scenarioDlg->ShowCurrentFilm();
+    }
+}
+
+void IPluginImpl::OnObjectDestroyed(EditorObject* object) {
+    if (object == nullptr) {
+        return;
+    }
+    delete GetParams(object);
+    if (EditorObjectInfo* info = object->GetInfo()) {
+        info->SetPluginData(kPluginKind, nullptr);
+    }
+    objectMatrices.remove_if([object](const ObjectMatrixRecord& record) { return record.object == object; });
+    virtualObjects.remove_if([object](const VirtualObjectRecord& record) { return record.object == object; });
+    lightHelpers.ForgetObject(object);
+    if (contextObject == object) {
+        contextObject = nullptr;
+    }
+    if (cameraHelpers) {
+        cameraHelpers->ForgetObject(object);
+    }
+}
+
+IFilmManager* IPluginImpl::GetFilmManager() const {
+    ILevelData* data = GetLevelData();
+    return data != nullptr ? data->filmManager : nullptr;
+}
+
+IFilm* IPluginImpl::GetFilmByIndex(int index) const {
+    IFilmManager* manager = GetFilmManager();
+    return manager != nullptr && index >= 0 && index < IFilmManager::kFilms ? manager->GetFilm(index) : nullptr;
+}
+
+bool IPluginImpl::FilmExists(const IFilm* film) const {
+    const IFilmManager* manager = GetFilmManager();
+    return film != nullptr && manager != nullptr && std::ranges::find(manager->films, film) != std::end(manager->films);
+}
+
+bool IPluginImpl::ObjectDerivesFrom(EditorObject* object, const char* className) const {
+    if (object == nullptr || editor == nullptr || object->GetInfo() == nullptr) {
+        return false;
+    }
+    return IsClassDerivedFrom(editor->GetClassDatabase(), object->GetInfo()->className, className);
+}
+
+CPluginFilmsParams* IPluginImpl::GetParams(EditorObject* object) {
+    EditorObjectInfo* info = object != nullptr ? object->GetInfo() : nullptr;
+    return info != nullptr ? static_cast<CPluginFilmsParams*>(info->GetPluginData(kPluginKind)) : nullptr;
+}

@@ -1,0 +1,93 @@
+#include "plugin/PluginImpl.h"
+
+#include <cmath>
+
+namespace {
+
+/// Seconds within which a camera key stands at the frame's time.
+constexpr float kSameTime = 0.0001f;
+/// Metres from eye to target where the camera had none.
+constexpr float kDefaultDistance = 3.0f;
+
+/// The keys of one kind around a time.
+struct KeysAround {
+    CFilmLinkedKey* at = nullptr;
+    CFilmLinkedKey* before = nullptr;
+};
+
+KeysAround FindKeysAround(const CFilmTrack& track, int kind, float time) {
+    KeysAround keys;
+    for (IFilmKey* candidate : track.keys) {
+        if (candidate->kind != kind) {
+            continue;
+        }
+        auto* key = static_cast<CFilmLinkedKey*>(candidate);
+        if (std::abs(key->time - time) < kSameTime) {
+            keys.at = key; // the last one met counts
+        } else if (key->time < time && (keys.before == nullptr || key->time > keys.before->time)) {
+            keys.before = key; // of equals the first one met stays
+        }
+    }
+    return keys;
+}
+
+void AddCameraKey(CFilmTrack& track, IKeyFactory& factory, int kind, float time, const Vector3& value,
+                  const CFilmLinkedKey* before) {
+    IFilmKey* key = factory.CreateKey(kind);
+    if (key == nullptr) {
+        return;
+    }
+    key->SetValue(value.Data());
+    key->SetInMethod(BezierMethod::Smooth);
+    key->SetOutMethod(BezierMethod::Smooth);
+    key->SetTime(time);
+    if (!track.AddKey(key)) {
+        factory.DestroyKey(key);
+        return;
+    }
+    key->SetLinkObject(before != nullptr ? before->linkObject : nullptr);
+    key->SetLinkElement(before != nullptr ? before->linkElement : std::string());
+}
+
+void SetCameraKey(CFilmTrack& track, IKeyFactory& factory, int kind, float time, const Vector3& value) {
+    const KeysAround keys = FindKeysAround(track, kind, time);
+    if (keys.at != nullptr) {
+        keys.at->SetValue(value.Data());
+    } else {
+        AddCameraKey(track, factory, kind, time, value, keys.before);
+    }
+}
+
+float Distance(const Vector3& a, const Vector3& b) {
+    return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z);
+}
+
+} // namespace
+
+void IPluginImpl::CreateCameraFrame(CFilmTrack* track, float time, int viewNumber) {
+    const IFilmManager* manager = GetFilmManager();
+    if (track == nullptr || viewNumber == -1 || currentFilm == nullptr || !(time >= 0.0f) ||
+        time > currentFilm->length || view == nullptr || manager == nullptr || manager->keyFactory == nullptr) {
+        return;
+    }
+    const float* matrix = view->GetViewMatrix(viewNumber);
+    if (matrix == nullptr) {
+        return;
+    }
+    float distance =
+        Distance(currentFilm->GetCameraPosition(track, time), currentFilm->GetCameraTarget(track, time));
+    if (distance == 0.0f) {
+        distance = kDefaultDistance;
+    }
+    const Vector3 eye{matrix[12], matrix[13], matrix[14]};
+    const Vector3 target{eye.x - distance * matrix[8], eye.y - distance * matrix[9], eye.z - distance * matrix[10]};
+    SetCameraKey(*track, *manager->keyFactory, KeyKind::CameraPosition, time, eye);
+    SetCameraKey(*track, *manager->keyFactory, KeyKind::CameraTarget, time, target);
+    if (scenarioDlg != nullptr) {
+        scenarioDlg->ShowCurrentFilm();
+        scenarioDlg->SetTime(currentTime);
+    }
+    if (editor != nullptr) {
+        editor->RedrawViews();
+    }
+}

@@ -1,0 +1,219 @@
+#include "framework/QtBridge.h"
+#include "resources/resource.h"
+#include "tests/plugin/PluginFixture.h"
+#include "timeline/FilmsView.h"
+
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTest>
+#include <QWidget>
+
+using ::testing::ElementsAre;
+
+namespace {
+
+/// The panel in a host's window, with its real controls.
+class PanelTest : public PluginTest {
+protected:
+    PanelTest() { Show(); }
+    ~PanelTest() override {
+        Close();
+        plugin.scenarioDlg = nullptr;
+    }
+
+    void Show() {
+        side = new QWidget;
+        side->resize(320, 560);
+        panel = static_cast<CFilmsView*>(CreateFormView(RUNTIME_CLASS(CFilmsView), side, 1));
+        side->show();
+    }
+    void Close() {
+        delete side;
+        side = nullptr;
+        panel = nullptr;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    CMoviesDialog& Page() { return panel->moviesPage; }
+    QListWidget* List() { return side->findChild<QListWidget*>(); }
+    std::vector<std::string> Lines() {
+        std::vector<std::string> lines;
+        for (int i = 0; i < List()->count(); ++i) {
+            lines.push_back(List()->item(i)->text().toStdString());
+        }
+        return lines;
+    }
+    QPushButton* Button(const char* text) {
+        for (QPushButton* button : side->findChildren<QPushButton*>()) {
+            if (button->text() == text) {
+                return button;
+            }
+        }
+        return nullptr;
+    }
+    void Click(const char* text) { QTest::mouseClick(Button(text), Qt::LeftButton); }
+    void ClickLine(int line) {
+        QTest::mouseClick(List()->viewport(), Qt::LeftButton, {}, List()->visualItemRect(List()->item(line)).center());
+    }
+    void DoubleClickLine(int line) {
+        const QPoint place = List()->visualItemRect(List()->item(line)).center();
+        QTest::mouseClick(List()->viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(List()->viewport(), Qt::LeftButton, {}, place);
+    }
+
+    QWidget* side = nullptr;
+    CFilmsView* panel = nullptr;
+};
+
+} // namespace
+
+TEST_F(PanelTest, FirstUpdateMakesOneTabWithTheFilmList) {
+    ASSERT_NE(panel, nullptr);
+    EXPECT_EQ(CFilmsView::GetPanel(), panel);
+    EXPECT_EQ(panel->currentTab, 0);
+    EXPECT_FALSE(panel->firstUpdate);
+    EXPECT_EQ(panel->tabCtrl.GetItemCount(), 1);
+    EXPECT_TRUE(Page().IsWindowVisible());
+    EXPECT_THAT(Lines(), ElementsAre("<none>"));
+}
+
+TEST_F(PanelTest, SecondUpdateInsertsNoSecondTab) {
+    panel->OnUpdate();
+    EXPECT_EQ(panel->tabCtrl.GetItemCount(), 1);
+}
+
+TEST_F(PanelTest, ClosedPanelIsForgottenAndReopenedAnew) {
+    Close();
+    EXPECT_EQ(CFilmsView::GetPanel(), nullptr);
+    Show();
+    EXPECT_EQ(CFilmsView::GetPanel(), panel);
+    EXPECT_EQ(panel->tabCtrl.GetItemCount(), 1);
+}
+
+TEST_F(PanelTest, ScenarioWindowIsMadeOnceForAllPanels) {
+    static std::vector<std::string> calls;
+    static LoggingWindow window(calls);
+    static int made = 0;
+    made = 0;
+    plugin.makeScenarioWindow = []() -> IScenarioWindow* {
+        ++made;
+        return &window;
+    };
+    Close();
+    Show();
+    Close();
+    Show();
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(plugin.scenarioDlg, &window);
+}
+
+TEST_F(PanelTest, CommandHidesThePanelWhileItExists) {
+    editor.calls.clear();
+    plugin.OnCommand(kPluginNumber, 1);
+    EXPECT_THAT(editor.calls, ElementsAre("HidePluginPanel"));
+}
+
+TEST_F(PanelTest, ListShowsFilmsInSlotOrderWithTheCurrentOneSelected) {
+    const IFilm* first = NewFilm();
+    IFilm* second = NewFilm();
+    plugin.SetCurrentFilm(second);
+    panel->OnUpdate();
+    EXPECT_THAT(Lines(), ElementsAre("<none>", first->name, second->name));
+    EXPECT_EQ(Page().list.GetCurSel(), 2);
+    EXPECT_EQ(Page().GetSelectedFilm(), second);
+}
+
+TEST_F(PanelTest, DeleteAndValidateAreEnabledOnlyOnAFilm) {
+    EXPECT_FALSE(Button("Delete")->isEnabled());
+    EXPECT_FALSE(Button("Validate")->isEnabled());
+    NewFilm();
+    panel->RefreshMovies();
+    ClickLine(1);
+    EXPECT_TRUE(Button("Delete")->isEnabled());
+    EXPECT_TRUE(Button("Validate")->isEnabled());
+    ClickLine(0);
+    EXPECT_FALSE(Button("Delete")->isEnabled());
+}
+
+TEST_F(PanelTest, AddMakesAndOpensAFilm) {
+    editor.Select({editor.Create("Crate")});
+    Click("Add");
+    EXPECT_TRUE(editor.level.selection.empty());
+    ASSERT_NE(plugin.GetCurrentFilm(), nullptr);
+    EXPECT_EQ(plugin.GetCurrentFilm(), Films().films[0]);
+    EXPECT_THAT(Lines(), ElementsAre("<none>", plugin.GetCurrentFilm()->name));
+    EXPECT_TRUE(Button("Delete")->isEnabled());
+}
+
+TEST_F(PanelTest, AddWithoutAFreeSlotChangesNothing) {
+    for (int i = 0; i < 200; ++i) {
+        NewFilm();
+    }
+    Click("Add");
+    EXPECT_EQ(plugin.GetCurrentFilm(), nullptr);
+}
+
+TEST_F(PanelTest, DeleteRemovesTheSelectedFilm) {
+    NewFilm();
+    panel->RefreshMovies();
+    ClickLine(1);
+    Click("Delete");
+    EXPECT_EQ(Films().films[0], nullptr);
+    EXPECT_EQ(plugin.GetCurrentFilm(), nullptr);
+    EXPECT_THAT(Lines(), ElementsAre("<none>"));
+    EXPECT_FALSE(Button("Delete")->isEnabled());
+}
+
+TEST_F(PanelTest, ValidateMarksTheSelectedFilm) {
+    IFilm* film = NewFilm();
+    panel->RefreshMovies();
+    ClickLine(1);
+    Click("Validate");
+    EXPECT_EQ(film->validated, 1);
+}
+
+TEST_F(PanelTest, SelectionOpensTheFilmAndNoneClosesIt) {
+    IFilm* film = NewFilm();
+    panel->RefreshMovies();
+    editor.Select({editor.Create("Crate")});
+    ClickLine(1);
+    EXPECT_EQ(plugin.GetCurrentFilm(), film);
+    EXPECT_TRUE(editor.level.selection.empty());
+    ClickLine(0);
+    EXPECT_EQ(plugin.GetCurrentFilm(), nullptr);
+}
+
+TEST_F(PanelTest, DoubleClickShowsAHiddenScenarioWindow) {
+    std::vector<std::string> calls;
+    LoggingWindow window(calls);
+    plugin.scenarioDlg = &window;
+    DoubleClickLine(0);
+    EXPECT_THAT(calls, ::testing::Not(::testing::Contains("Show")));
+    window.visible = false;
+    DoubleClickLine(0);
+    EXPECT_THAT(calls, ::testing::Contains("Show").Times(1));
+}
+
+TEST_F(PanelTest, FilmThatWentUnderTheListIsNotTouched) {
+    NewFilm();
+    panel->RefreshMovies();
+    ClickLine(1);
+    editor.level.New("");
+    plugin.OnNew(); // the list is not filled anew
+    EXPECT_EQ(Page().GetSelectedFilm(), nullptr);
+    Click("Validate");
+    Click("Delete");
+    EXPECT_EQ(plugin.GetCurrentFilm(), nullptr);
+}
+
+TEST_F(PanelTest, LoadedLevelFillsTheList) {
+    const IFilm* film = NewFilm();
+    plugin.OnEvent(EventCode::LevelLoaded, nullptr);
+    EXPECT_THAT(Lines(), ElementsAre("<none>", film->name));
+}
+
+TEST_F(PanelTest, ListWithoutALevelIsEmpty) {
+    editor.level.Close();
+    panel->RefreshMovies();
+    EXPECT_TRUE(Lines().empty());
+}

@@ -1,0 +1,79 @@
+#include "timeline/FilmsView.h"
+
+#include "plugin/PluginImpl.h"
+#include "plugin/PluginResources.h"
+#include "resources/resource.h"
+
+namespace {
+
+constexpr int kMoviesTab = 0;
+
+CFilmsView* thePanel = nullptr;
+
+} // namespace
+
+IMPLEMENT_DYNCREATE(CFilmsView, CFormView)
+
+BEGIN_MESSAGE_MAP(CFilmsView, CFormView)
+    ON_NOTIFY(TCN_SELCHANGE, IDC_PANEL_TABS, &CFilmsView::OnTabChanged)
+END_MESSAGE_MAP()
+
+CFilmsView::CFilmsView() : CFormView(IDD_FILMS_VIEW) {
+    thePanel = this;
+}
+
+CFilmsView::~CFilmsView() {
+    thePanel = nullptr;
+}
+
+CFilmsView* CFilmsView::GetPanel() {
+    return thePanel;
+}
+
+void CFilmsView::DoDataExchange(CDataExchange* exchange) {
+    CFormView::DoDataExchange(exchange);
+    DDX_Control(exchange, IDC_PANEL_TABS, tabCtrl);
+}
+
+void CFilmsView::OnUpdate() {
+    if (firstUpdate) {
+        CreatePages();
+    }
+    RefreshMovies();
+}
+
+void CFilmsView::CreatePages() {
+    const ResourceScope resources(PluginResources());
+    moviesPage.Create(IDD_MOVIES, &tabCtrl);
+    tabCtrl.InsertItem(kMoviesTab, "Movies");
+    IPluginImpl& plugin = GetPlugin();
+    if (plugin.scenarioDlg == nullptr && plugin.makeScenarioWindow != nullptr) {
+        plugin.scenarioDlg = plugin.makeScenarioWindow();
+    }
+    firstUpdate = false;
+    if (currentTab != kMoviesTab) {
+        ShowPage(kMoviesTab);
+    }
+}
+
+void CFilmsView::RefreshMovies() {
+    if (moviesPage.IsCreated()) {
+        moviesPage.Refresh();
+    }
+}
+
+void CFilmsView::OnTabChanged(NMHDR*, LRESULT* result) {
+    *result = 0;
+    const int selected = tabCtrl.GetCurSel();
+    if (selected == kMoviesTab && selected != currentTab) {
+        ShowPage(selected);
+    }
+}
+
+/// There is one page, so nothing has to be hidden for it.
+void CFilmsView::ShowPage(int index) {
+    const CRect page = tabCtrl.GetPageRect();
+    moviesPage.MoveWindow(page);
+    moviesPage.ShowWindow(SW_SHOW);
+    currentTab = index;
+}
