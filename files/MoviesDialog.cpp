@@ -36,7 +36,7 @@ void CMoviesDialog::FillList() {
                 continue;
             }
             const int line = list.AddString(film->name != nullptr ? film->name : "");
-            list.SetItemData(line, reinterpret_cast<DWORD_PTR>(film));
+            list.SetItemData(line, reinterpret_cast<UINT_PTR>(film));
             if (film == plugin.GetCurrentFilm()) {
                 list.SetCurSel(line);
             }

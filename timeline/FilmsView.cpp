@@ -57,7 +57,7 @@ void CFilmsView::CreatePages() {
 }
 
 void CFilmsView::RefreshMovies() {
-    if (moviesPage.IsCreated()) {
+    if (moviesPage.GetSafeHwnd() != nullptr) {
         moviesPage.Refresh();
     }
 }
@@ -72,7 +72,9 @@ void CFilmsView::OnTabChanged(NMHDR*, LRESULT* result) {
 
 /// There is one page, so nothing has to be hidden for it.
 void CFilmsView::ShowPage(int index) {
-    const CRect page = tabCtrl.GetPageRect();
+    CRect page;
+    tabCtrl.GetClientRect(&page);
+    tabCtrl.AdjustRect(FALSE, &page);
     moviesPage.MoveWindow(page);
     moviesPage.ShowWindow(SW_SHOW);
     currentTab = index;

@@ -1,3 +1,4 @@
+#include "host/engine/LevelRoot.h"
 #include "tests/plugin/PluginFixture.h"
 
 using ::testing::ElementsAre;
@@ -25,7 +26,10 @@ public:
 class MenusTest : public PluginTest {
 protected:
     MenusTest() : window(calls) { menu.CreatePopupMenu(); }
-    ~MenusTest() override { plugin.scenarioDlg = nullptr; }
+    ~MenusTest() override {
+        plugin.scenarioDlg = nullptr;
+        plugin.keyAttributesDlg.reset();
+    }
 
     UINT Command(unsigned local) { return plugin.pluginId.WithLocal(local).word; }
     std::vector<std::string> Texts() {

@@ -1,5 +1,6 @@
 #include "tests/plugin/PluginFixture.h"
 
+#include <cmath>
 #include <deque>
 
 using ::testing::ElementsAre;
@@ -63,6 +64,12 @@ TEST_F(PlayTest, TimesAreClockMinusOriginTimesTheFloatThousandth) {
     EXPECT_THAT(film.previousTimes, ElementsAre(0.0f, 0.0f, 0.016f, 0.033f, 0.1f));
     EXPECT_EQ(plugin.currentTime, 1.0f); // the last frame shown stays
     EXPECT_EQ(plugin.isPlaying, 0);
+}
+
+TEST_F(PlayTest, TheFloatThousandthIsALittleMoreThanAMillisecond) {
+    // 10 times 0.0010000000475 lies nearer to the float above 0.01.
+    PlayClock({5000, 5010, 20000});
+    EXPECT_THAT(film.times, ElementsAre(std::nextafter(0.01f, 1.0f)));
 }
 
 TEST_F(PlayTest, OriginLosesPrecisionAsAFloat) {
@@ -162,8 +169,8 @@ TEST_F(PlayTest, JumpBackwardsFiresNoKeysWhilePlaying) {
 
 TEST_F(PlayTest, StoppingFromInsideAFrameEndsTheLoop) {
     AtFrame(1, [this] { plugin.StopPlaying(); });
-    PlayClock({0, 10, 20, 30});
-    EXPECT_THAT(film.times, ElementsAre(0.01f, 0.02f));
+    PlayClock({0, 16, 33, 50});
+    EXPECT_THAT(film.times, ElementsAre(0.016f, 0.033f));
 }
 
 TEST_F(PlayTest, SecondPlayFromInsideRestartsAndEndsBoth) {
