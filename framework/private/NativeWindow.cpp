@@ -95,12 +95,12 @@ std::vector<NativeWindow*> NativeWindow::Children() const {
 }
 
 void NativeWindow::SetText(const QString& newText) {
-    text = newText;
+    caption = newText;
     widget->setWindowTitle(newText);
 }
 
 QString NativeWindow::Text() const {
-    return text;
+    return caption;
 }
 
 std::optional<LRESULT> NativeWindow::ControlMessage(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {
@@ -109,6 +109,10 @@ std::optional<LRESULT> NativeWindow::ControlMessage(UINT /*message*/, WPARAM /*w
 
 LRESULT NativeWindow::Send(UINT message, WPARAM wParam, LPARAM lParam, QEvent* event) {
     return wnd ? messages::Send(*wnd, message, wParam, lParam, event) : 0;
+}
+
+bool NativeWindow::Reflect(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
+    return wnd && wnd->OnChildNotify(message, wParam, lParam, result);
 }
 
 void NativeWindow::NotifyParent(UINT code) {
@@ -178,7 +182,8 @@ bool NativeWindow::IsShown() const {
 }
 
 void NativeWindow::SetGeometry(const CRect& rect, bool sendSize) {
-    const CRect r(rect.left, rect.top, std::max(rect.left, rect.right), std::max(rect.top, rect.bottom));
+    const CRect r =
+        Fit(CRect(rect.left, rect.top, std::max(rect.left, rect.right), std::max(rect.top, rect.bottom)));
     if (messages::InPaint()) {
         // The toolkit must not move windows while it paints; the new place already counts, the move follows.
         pendingGeometry = r;
