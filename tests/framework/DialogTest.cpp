@@ -513,6 +513,7 @@ TEST_F(DialogTest, EscapeInsideAPageDoesNotHideThePage) {
     panel.resize(400, 600);
     CreateFormView(RUNTIME_CLASS(TestView), &panel, 7);
     panel.show();
+    panel.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&panel));
     TestView::current->page.GetDlgItem(1745)->SetFocus();
     QTest::keyClick(panel.windowHandle(), Qt::Key_Escape);

@@ -513,6 +513,57 @@ TEST_F(WndTest, ScreenAndClientPointsConvertBothWays) {
     EXPECT_EQ(p, CPoint(3, 4));
 }
 
+// Keeps itself at least 150 wide by moving the edge that is dragged.
+class Sizer : public Probe {
+public:
+    std::vector<UINT> sides;
+
+protected:
+    void OnSizing(UINT side, CRect* rect) {
+        sides.push_back(side);
+        if (rect->Width() < 150) {
+            rect->right = rect->left + 150;
+        }
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(Sizer, Probe)
+ON_WM_SIZING()
+END_MESSAGE_MAP()
+
+TEST_F(WndTest, SizingByTheUserIsCorrectedByTheWindow) {
+    Sizer sizer;
+    sizer.Create(nullptr, "", kTop | WS_THICKFRAME | WS_VISIBLE, {50, 50, 250, 150}, nullptr, 0);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(NativeWidget(sizer)));
+    sizer.MoveWindow(50, 50, 120, 100);
+    EXPECT_TRUE(sizer.sides.empty()) << "a program may make it smaller";
+    sizer.MoveWindow(50, 50, 200, 100);
+    // The window system changes the window itself, as when its edge is dragged.
+    NativeWidget(sizer)->windowHandle()->resize(100, 100);
+    ASSERT_TRUE(QTest::qWaitFor([&sizer] { return !sizer.sides.empty(); }));
+    EXPECT_EQ(sizer.sides.front(), 2U);
+    CRect r;
+    sizer.GetClientRect(&r);
+    EXPECT_EQ(r.Width(), 150);
+}
+
+TEST_F(WndTest, ClassProcedureGetsWhatTheWindowLeavesOver) {
+    static UINT last = 0;
+    const WNDCLASS windowClass{0x400B,
+                               [](HWND, UINT message, WPARAM, LPARAM) -> LRESULT {
+                                   last = message;
+                                   return 5;
+                               },
+                               nullptr, "TEST_CLASS"};
+    EXPECT_TRUE(RegisterClass(&windowClass));
+    EXPECT_FALSE(RegisterClass(&windowClass));
+    CWnd window;
+    ASSERT_TRUE(window.Create("TEST_CLASS", "", WS_CHILD, {0, 0, 5, 5}, &top, 9));
+    EXPECT_EQ(window.SendMessage(WM_USER + 40), 5);
+    EXPECT_EQ(last, WM_USER + 40);
+}
+
 TEST_F(WndTest, KeyStateHookAnswersBeforeTheKeyboard) {
     const HookScope scope;
     EXPECT_EQ(GetKeyState(VK_CONTROL), 0);
