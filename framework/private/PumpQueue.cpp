@@ -137,6 +137,9 @@ bool PumpQueue::eventFilter(QObject* receiver, QEvent* event) {
         event->accept();
         return true;
     }
+    if (event->type() == QEvent::ApplicationDeactivate) {
+        input::ForgetKeys();
+    }
     if (!receiver->isWindowType() || !IsQueuedInput(event->type()) || event == resent) {
         return false;
     }
@@ -145,7 +148,11 @@ bool PumpQueue::eventFilter(QObject* receiver, QEvent* event) {
     }
     auto* window = static_cast<QWindow*>(receiver);
     if (Collecting()) {
-        Keep(window, event);
+        const bool isRepeatedRelease =
+            event->type() == QEvent::KeyRelease && static_cast<QKeyEvent*>(event)->isAutoRepeat();
+        if (!isRepeatedRelease) {
+            Keep(window, event);
+        }
         event->accept();
         return true;
     }

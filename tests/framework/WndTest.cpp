@@ -62,6 +62,12 @@ protected:
         log.push_back("key" + std::to_string(key) + (flags & 0x4000 ? "again" : ""));
         CWnd::OnKeyDown(key, repeat, flags);
     }
+    void OnKeyUp(UINT key, UINT repeat, UINT flags) {
+        if (key == VK_SPACE) {
+            log.push_back("up" + std::to_string(key));
+        }
+        CWnd::OnKeyUp(key, repeat, flags);
+    }
     void OnTimer(UINT_PTR id) {
         log.push_back("timer" + std::to_string(id));
         KillTimer(id);
@@ -117,6 +123,7 @@ ON_WM_RBUTTONDOWN()
 ON_WM_MOUSEMOVE()
 ON_WM_MOUSEWHEEL()
 ON_WM_KEYDOWN()
+ON_WM_KEYUP()
 ON_WM_TIMER()
 ON_WM_CAPTURECHANGED()
 ON_WM_SETFOCUS()
@@ -342,10 +349,34 @@ TEST_F(WndTest, KeysReachTheFocusWindowWithTheirNumbers) {
     QTest::keyClick(Window(), Qt::Key_Home);
     QTest::keyClick(Window(), Qt::Key_Space);
     QTest::keyClick(Window(), Qt::Key_A);
-    EXPECT_EQ(child.Log(), "key113 key36 key32 key65");
+    EXPECT_EQ(child.Log(), "key113 key36 key32 up32 key65");
     EXPECT_EQ(top.Log().find("key"), std::string::npos);
     top.SetFocus();
     EXPECT_EQ(child.Log(), "blur");
+}
+
+TEST_F(WndTest, HeldKeyGoesDownAgainAndComesUpOnce) {
+    Show();
+    top.SetFocus();
+    top.log.clear();
+    const auto send = [this](QEvent::Type type, bool repeat) {
+        QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, " ", repeat);
+        QCoreApplication::sendEvent(Window(), &event);
+    };
+    send(QEvent::KeyPress, false);
+    send(QEvent::KeyRelease, true);
+    send(QEvent::KeyPress, true);
+    EXPECT_LT(GetKeyState(VK_SPACE), 0);
+    send(QEvent::KeyRelease, false);
+    EXPECT_EQ(GetKeyState(VK_SPACE), 0);
+    EXPECT_EQ(top.Log(), "key32 key32again up32");
+}
+
+TEST_F(WndTest, TimerMayHaveTheNumberZero) {
+    top.log.clear();
+    EXPECT_NE(top.SetTimer(0, 1), 0U);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !top.log.empty(); }));
+    EXPECT_EQ(top.Log(), "timer0");
 }
 
 TEST_F(WndTest, ClickDoesNotTakeTheFocus) {
