@@ -103,7 +103,7 @@ bool PreTranslate(const QWindow* window, const QEvent& event) {
         return false;
     }
     MSG message = MessageOf(window, event);
-    for (NativeWindow* native = message.hwnd; NativeWindow::Exists(native);) {
+    for (NativeWindow* native = message.hwnd; native && NativeWindow::Exists(native);) {
         NativeWindow* parent = native->widget->isWindow() ? nullptr : native->Parent();
         if (native->wnd && native->wnd->PreTranslateMessage(&message)) {
             return true;
