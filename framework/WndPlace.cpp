@@ -8,7 +8,7 @@ DWORD CWnd::GetStyle() const {
     if (!native) {
         return 0;
     }
-    DWORD style = native->style & ~(WS_VISIBLE | WS_DISABLED);
+    DWORD style = native->windowStyle & ~(WS_VISIBLE | WS_DISABLED);
     style |= native->IsShown() ? WS_VISIBLE : 0;
     return style | (IsWindowEnabled() ? 0 : WS_DISABLED);
 }
@@ -17,9 +17,9 @@ BOOL CWnd::ModifyStyle(DWORD remove, DWORD add, UINT /*flags*/) {
     if (!native) {
         return FALSE;
     }
-    const DWORD before = native->style;
-    native->style = (before & ~remove) | add;
-    return native->style != before;
+    const DWORD before = native->windowStyle;
+    native->windowStyle = (before & ~remove) | add;
+    return native->windowStyle != before;
 }
 
 BOOL CWnd::ShowWindow(int command) {
@@ -244,7 +244,8 @@ UINT_PTR CWnd::SetTimer(UINT_PTR id, UINT milliseconds, void* /*callback*/) {
     }
     KillTimer(id);
     native->timers[id] = native->widget->startTimer(static_cast<int>(milliseconds), Qt::PreciseTimer);
-    return id;
+    // A timer may have the number 0, but 0 would mean failure.
+    return id != 0 ? id : 1;
 }
 
 BOOL CWnd::KillTimer(UINT_PTR id) {

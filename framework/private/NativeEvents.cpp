@@ -2,6 +2,7 @@
 #include "framework/private/Input.h"
 #include "framework/private/NativeWindow.h"
 
+#include <QApplication>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QWheelEvent>
@@ -116,6 +117,11 @@ bool NativeWindow::HandleWheel(QEvent* event) {
 
 bool NativeWindow::HandleKey(QEvent* event) {
     auto* key = static_cast<QKeyEvent*>(event);
+    if (event->type() == QEvent::KeyRelease && key->isAutoRepeat()) {
+        // A held key goes down again and again and comes up once.
+        event->accept();
+        return true;
+    }
     Send(input::KeyMessage(*key), static_cast<WPARAM>(input::VirtualKey(*key)), input::KeyData(*key), event);
     // A key belongs to the window with the focus alone.
     event->accept();
@@ -123,7 +129,8 @@ bool NativeWindow::HandleKey(QEvent* event) {
 }
 
 bool NativeWindow::HandleFocus(QEvent* event) {
-    if (static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason) {
+    const bool toPopup = event->type() == QEvent::FocusOut && QApplication::activePopupWidget();
+    if (toPopup || static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason) {
         // A menu or drop-down list only borrows the keyboard.
         return BaseEvent(event);
     }
