@@ -96,7 +96,8 @@ public:
 };
 
 /// Kinds 16 and 17: a camera point, which may follow an object or one of its mesh elements. With a link
-/// the value and handles are in the space of what is followed.
+/// the value and handles are in the space of what is followed. The three setters take world points, and a
+/// new link keeps the world points as things stand then; writing the fields does neither.
 class CFilmLinkedKey : public CFilmVectorKey {
 public:
     /// The handles as world points.

@@ -1,0 +1,184 @@
+#include "host/engine/LevelReader.h"
+
+#include "host/engine/ByteStream.h"
+#include "host/engine/FilmFile.h"
+#include "host/engine/FilmManager.h"
+#include "host/engine/LevelData.h"
+#include "host/engine/ObjectFile.h"
+
+namespace engine {
+
+LevelReader::LevelReader(PendingLevel& pendingLevel) : pending(pendingLevel), data(*pendingLevel.data) {
+}
+
+void LevelReader::Read() {
+    ChunkCursor file(pending.bytes, 0);
+    FoundChunk whole;
+    if (!file.Next(whole) || whole.id != LevelChunk::Level) {
+        throw ChunkError(0, "this is not a level file");
+    }
+    ChunkCursor cursor(whole.data, whole.offset);
+    FoundChunk chunk;
+    for (int place = 0; cursor.Next(chunk);) {
+        if (ReadPart(chunk)) {
+            ++place;
+        } else {
+            Postpone(kInLevel, chunk, place);
+        }
+    }
+    if (!headerSeen) {
+        throw ChunkError(whole.offset, "the level has no header");
+    }
+}
+
+bool LevelReader::ReadPart(const FoundChunk& chunk) {
+    switch (chunk.id) {
+    case LevelChunk::Header:
+        ReadHeader(chunk);
+        return true;
+    case LevelChunk::Root:
+        ReadRoot(chunk);
+        return true;
+    case LevelChunk::Objects:
+        ReadObjects(chunk);
+        return true;
+    case LevelChunk::Films:
+        ReadFilms(chunk);
+        return true;
+    case LevelChunk::Groups:
+        ReadGroups(chunk);
+        return true;
+    case LevelChunk::Sun:
+        ReadSun(chunk);
+        return true;
+    case LevelChunk::Views:
+        ReadViews(chunk);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void LevelReader::Tell(std::size_t offset, const std::string& what) {
+    pending.messages.push_back(pending.path + ": " + what + " at byte " + std::to_string(offset));
+}
+
+void LevelReader::Postpone(int objectId, const FoundChunk& chunk, int place) {
+    pending.chunks.push_back(
+        {objectId, chunk.id, place, chunk.offset, static_cast<std::uint32_t>(chunk.data.size())});
+}
+
+void LevelReader::ReadHeader(const FoundChunk& chunk) {
+    ByteReader in(chunk.data);
+    const std::uint32_t version = in.U32();
+    const std::int32_t next = in.I32();
+    if (!in.Good()) {
+        throw ChunkError(chunk.offset, "the level's header is cut short");
+    }
+    if (version != kLevelVersion) {
+        throw ChunkError(chunk.offset, "the level is of version " + std::to_string(version) +
+                                           ", which this program does not know");
+    }
+    headerSeen = true;
+    data.SetNextId(next);
+}
+
+void LevelReader::ReadRoot(const FoundChunk& container) {
+    ChunkCursor cursor(container.data, container.offset);
+    FoundChunk chunk;
+    while (cursor.Next(chunk)) {
+        Postpone(kInRoot, chunk, 0);
+    }
+}
+
+void LevelReader::ReadObjects(const FoundChunk& container) {
+    ChunkCursor cursor(container.data, container.offset);
+    FoundChunk chunk;
+    while (cursor.Next(chunk)) {
+        if (chunk.id != LevelChunk::Object) {
+            Tell(chunk.offset, "chunk " + std::to_string(chunk.id) + " among the objects is left out");
+            continue;
+        }
+        try {
+            std::vector<ObjectExtra> extras;
+            SceneObject& object = ParseObject(data, chunk.data, chunk.offset, extras);
+            for (const ObjectExtra& extra : extras) {
+                Postpone(object.id, extra.chunk, extra.place);
+            }
+        } catch (const ChunkError& error) {
+            Tell(error.offset, std::string("an object is left out: ") + error.what());
+        }
+    }
+}
+
+void LevelReader::ReadFilms(const FoundChunk& container) {
+    ChunkCursor cursor(container.data, container.offset);
+    FoundChunk chunk;
+    std::vector<std::string> told;
+    for (int place = 0; cursor.Next(chunk);) {
+        if (chunk.id == LevelChunk::Film) {
+            ReadFilm(data.Films(), chunk, told);
+            ++place;
+        } else {
+            Postpone(kInFilms, chunk, place);
+        }
+    }
+    for (const std::string& message : told) {
+        pending.messages.push_back(pending.path + ": " + message);
+    }
+}
+
+void LevelReader::ReadGroups(const FoundChunk& chunk) {
+    ByteReader in(chunk.data);
+    const std::uint32_t count = in.U32();
+    for (std::uint32_t i = 0; i < count && in.Good(); ++i) {
+        auto group = std::make_unique<Group>();
+        group->name = in.Text();
+        const std::uint32_t members = in.U32();
+        for (std::uint32_t k = 0; k < members && in.Good(); ++k) {
+            group->missingIds.push_back(in.I32());
+        }
+        if (in.Good()) {
+            data.AddLoadedGroup(std::move(group));
+        }
+    }
+    if (!in.Good()) {
+        Tell(chunk.offset, "the groups are cut short");
+    }
+}
+
+void LevelReader::ReadSun(const FoundChunk& chunk) {
+    ByteReader in(chunk.data);
+    data.SetSun(in.U8() != 0);
+    SunObject* sun = data.Sun();
+    if (sun != nullptr) {
+        in.Floats(sun->direction.Data(), 3);
+        in.Floats(sun->light.color.Data(), 3);
+        sun->light.intensity = in.F32();
+        sun->light.on = in.U8() != 0;
+    }
+    if (!in.Good()) {
+        data.SetSun(true);
+        Tell(chunk.offset, "the sun is damaged and shines as in a new level");
+    }
+}
+
+void LevelReader::ReadViews(const FoundChunk& chunk) {
+    ByteReader in(chunk.data);
+    const std::uint32_t count = in.U32();
+    for (std::uint32_t i = 0; i < count && in.Good(); ++i) {
+        SavedView view;
+        in.Floats(view.camera.m, 16);
+        view.fieldOfView = in.F32();
+        view.nearPlane = in.F32();
+        view.farPlane = in.F32();
+        if (in.Good()) {
+            data.savedViews.push_back(view);
+        }
+    }
+    if (!in.Good()) {
+        Tell(chunk.offset, "the views are cut short");
+    }
+}
+
+} // namespace engine

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "host/engine/LevelFile.h"
+#include "host/engine/LevelFormat.h"
+
+namespace engine {
+
+/// Values of PendingLevel::PluginChunk::objectId besides the ids of objects.
+constexpr int kInRoot = 0;
+constexpr int kInFilms = -1;
+constexpr int kInLevel = -2;
+
+/// Fills a pending level from its bytes. Damage inside one object, film or group costs that one and a
+/// message; damage of the outline throws ChunkError.
+class LevelReader {
+public:
+    explicit LevelReader(PendingLevel& pendingLevel);
+    void Read();
+
+private:
+    bool ReadPart(const FoundChunk& chunk);
+    void ReadHeader(const FoundChunk& chunk);
+    void ReadRoot(const FoundChunk& container);
+    void ReadObjects(const FoundChunk& container);
+    void ReadFilms(const FoundChunk& container);
+    void ReadGroups(const FoundChunk& chunk);
+    void ReadSun(const FoundChunk& chunk);
+    void ReadViews(const FoundChunk& chunk);
+    void Tell(std::size_t offset, const std::string& what);
+    void Postpone(int objectId, const FoundChunk& chunk, int place);
+
+    PendingLevel& pending;
+    LevelData& data;
+    bool headerSeen = false;
+};
+
+} // namespace engine
