@@ -1,10 +1,13 @@
 #include "framework/QtBridge.h"
 
+#include "framework/FormView.h"
 #include "framework/Menu.h"
 #include "framework/private/NativeWindow.h"
 
 #include <QAction>
 #include <QMenu>
+
+#include <memory>
 
 QWidget* NativeWidget(const CWnd& window) {
     return window.GetSafeHwnd() ? window.GetSafeHwnd()->widget : nullptr;
@@ -74,4 +77,17 @@ QMenu* BuildQMenu(const CMenu& menu, QWidget* parent, CommandSink onCommand) {
     auto* built = new QMenu(parent);
     AppendToQMenu(menu, built, onCommand);
     return built;
+}
+
+CWnd* CreateFormView(const CRuntimeClass* viewClass, QWidget* parent, UINT id) {
+    CWnd* around = WrapWidget(parent);
+    if (!around || !viewClass || !viewClass->IsDerivedFrom(RUNTIME_CLASS(CView))) {
+        return nullptr;
+    }
+    std::unique_ptr<CWnd> view(static_cast<CWnd*>(viewClass->CreateObject()));
+    if (!view || !view->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(), around, id)) {
+        return nullptr;
+    }
+    view->SendMessage(WM_INITIALUPDATE);
+    return view.release();
 }

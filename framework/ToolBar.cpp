@@ -196,6 +196,11 @@ LRESULT CToolBar::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     if (HandleToolBarMessage(message, wParam, lParam, result)) {
         return result;
     }
+    if (message == WM_CREATE && GetSafeHwnd()) {
+        if (auto* bar = dynamic_cast<QToolBar*>(GetSafeHwnd()->widget)) {
+            new ToolBarView(*this, *bar, nullptr);
+        }
+    }
     if (message == WM_SETTEXT) {
         title = reinterpret_cast<const char*>(lParam);
         for (ToolBarView* view : views) {

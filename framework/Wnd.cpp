@@ -89,7 +89,7 @@ BOOL CWnd::CreateEx(DWORD exStyle, const char* className, const char* windowName
     NativeWindow* made =
         MakeNative(name, cs.style, parentWidget, isChild ? Qt::WindowFlags() : TopLevelFlags(cs.style));
     made->id = cs.id;
-    made->style = cs.style;
+    made->windowStyle = cs.style;
     made->exStyle = cs.dwExStyle;
     const auto windowClass = WindowClasses().find(name);
     made->classProc = windowClass == WindowClasses().end() ? nullptr : windowClass->second;

@@ -8,7 +8,7 @@ DWORD CWnd::GetStyle() const {
     if (!native) {
         return 0;
     }
-    DWORD style = native->style & ~(WS_VISIBLE | WS_DISABLED);
+    DWORD style = native->windowStyle & ~(WS_VISIBLE | WS_DISABLED);
     style |= native->IsShown() ? WS_VISIBLE : 0;
     return style | (IsWindowEnabled() ? 0 : WS_DISABLED);
 }
@@ -17,9 +17,9 @@ BOOL CWnd::ModifyStyle(DWORD remove, DWORD add, UINT /*flags*/) {
     if (!native) {
         return FALSE;
     }
-    const DWORD before = native->style;
-    native->style = (before & ~remove) | add;
-    return native->style != before;
+    const DWORD before = native->windowStyle;
+    native->windowStyle = (before & ~remove) | add;
+    return native->windowStyle != before;
 }
 
 BOOL CWnd::ShowWindow(int command) {

@@ -2,6 +2,7 @@
 #include "framework/private/Input.h"
 #include "framework/private/NativeWindow.h"
 
+#include <QApplication>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QWheelEvent>
@@ -123,7 +124,8 @@ bool NativeWindow::HandleKey(QEvent* event) {
 }
 
 bool NativeWindow::HandleFocus(QEvent* event) {
-    if (static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason) {
+    const bool toPopup = event->type() == QEvent::FocusOut && QApplication::activePopupWidget();
+    if (toPopup || static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason) {
         // A menu or drop-down list only borrows the keyboard.
         return BaseEvent(event);
     }

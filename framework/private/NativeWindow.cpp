@@ -6,6 +6,7 @@
 #include <QResizeEvent>
 
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace {
@@ -15,6 +16,12 @@ using Registry = std::unordered_map<const QWidget*, NativeWindow*>;
 // Never destroyed: windows may die after the statics of this library.
 Registry& AllWindows() {
     static auto* all = new Registry;
+    return *all;
+}
+
+// The same windows by themselves, for handles whose widget nobody knows any more.
+std::unordered_set<const NativeWindow*>& AllHandles() {
+    static auto* all = new std::unordered_set<const NativeWindow*>;
     return *all;
 }
 
@@ -38,11 +45,13 @@ NativeWindow::NativeWindow(QWidget* w) : widget(w) {
         });
     }
     AllWindows()[w] = this;
+    AllHandles().insert(this);
     w->setAttribute(Qt::WA_QuitOnClose, false);
 }
 
 NativeWindow::~NativeWindow() {
     AllWindows().erase(widget);
+    AllHandles().erase(this);
     CWnd* object = wnd;
     Detach();
     if (ownsWnd) {
@@ -72,12 +81,7 @@ NativeWindow* NativeWindow::Around(const QWidget* widget) {
 }
 
 bool NativeWindow::Exists(const NativeWindow* native) {
-    for (const auto& entry : AllWindows()) {
-        if (entry.second == native) {
-            return true;
-        }
-    }
-    return false;
+    return AllHandles().count(native) != 0;
 }
 
 NativeWindow* NativeWindow::Parent() const {
@@ -95,12 +99,12 @@ std::vector<NativeWindow*> NativeWindow::Children() const {
 }
 
 void NativeWindow::SetText(const QString& newText) {
-    text = newText;
+    caption = newText;
     widget->setWindowTitle(newText);
 }
 
 QString NativeWindow::Text() const {
-    return text;
+    return caption;
 }
 
 std::optional<LRESULT> NativeWindow::ControlMessage(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {
@@ -109,6 +113,10 @@ std::optional<LRESULT> NativeWindow::ControlMessage(UINT /*message*/, WPARAM /*w
 
 LRESULT NativeWindow::Send(UINT message, WPARAM wParam, LPARAM lParam, QEvent* event) {
     return wnd ? messages::Send(*wnd, message, wParam, lParam, event) : 0;
+}
+
+bool NativeWindow::Reflect(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
+    return wnd && wnd->OnChildNotify(message, wParam, lParam, result);
 }
 
 void NativeWindow::NotifyParent(UINT code) {
@@ -178,7 +186,8 @@ bool NativeWindow::IsShown() const {
 }
 
 void NativeWindow::SetGeometry(const CRect& rect, bool sendSize) {
-    const CRect r(rect.left, rect.top, std::max(rect.left, rect.right), std::max(rect.top, rect.bottom));
+    const CRect r =
+        Fit(CRect(rect.left, rect.top, std::max(rect.left, rect.right), std::max(rect.top, rect.bottom)));
     if (messages::InPaint()) {
         // The toolkit must not move windows while it paints; the new place already counts, the move follows.
         pendingGeometry = r;

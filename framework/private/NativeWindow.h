@@ -39,7 +39,12 @@ public:
     // True for a control that is drawn by the toolkit.
     virtual bool IsControl() const { return true; }
 
+    // The place a control really takes of the rect it is given.
+    virtual CRect Fit(const CRect& rect) { return rect; }
+
     bool HandleEvent(QEvent* event);
+    // Offers a message to the control's own object before anyone else.
+    bool Reflect(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     // Sends a message to the CWnd; `event` is what Default() hands to the toolkit.
     LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam, QEvent* event = nullptr);
     // WM_COMMAND with this control's number and a notification code.
@@ -68,7 +73,7 @@ public:
     bool ownsWnd = false; // made for a dialog's control, until someone subclasses it
     QWidget* widget;
     UINT id = 0;
-    DWORD style = 0;
+    DWORD windowStyle = 0;
     DWORD exStyle = 0;
     WNDPROC classProc = nullptr;
     QRegion updateRegion;
@@ -79,7 +84,7 @@ protected:
     // True when the control showed a tip of its own.
     virtual bool HandleToolTip(QEvent* event);
 
-    QString text;
+    QString caption;
 
 private:
     bool HandleMouse(QEvent* event);

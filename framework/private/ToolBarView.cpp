@@ -3,9 +3,17 @@
 #include "framework/private/Surface.h"
 
 #include <QAction>
+#include <QHelpEvent>
 #include <QIcon>
+#include <QToolTip>
 
 #include <algorithm>
+
+namespace {
+
+constexpr const char* kIdProperty = "filmsCommand";
+
+} // namespace
 
 ToolBarView::ToolBarView(CToolBar& data, QToolBar& bar, CommandSink sink)
     : QObject(&bar), source(&data), native(bar), onCommand(std::move(sink)) {
@@ -34,6 +42,10 @@ void ToolBarView::Rebuild() {
         const QString tip = QString::fromStdString(source->TipText(button.id));
         QAction* action = native.addAction(ToolBarIcon(*source, button.image), tip);
         action->setToolTip(tip);
+        if (QWidget* widget = native.widgetForAction(action)) {
+            widget->installEventFilter(this);
+            widget->setProperty(kIdProperty, button.id);
+        }
         connect(action, &QAction::triggered, this, [this, id = button.id] {
             if (!source) {
                 return;
@@ -49,6 +61,22 @@ void ToolBarView::Rebuild() {
         actions.push_back(action);
     }
     Refresh();
+}
+
+bool ToolBarView::eventFilter(QObject* watched, QEvent* event) {
+    CWnd* owner = source && !onCommand ? source->GetParent() : nullptr;
+    if (event->type() != QEvent::ToolTip || !owner) {
+        return false;
+    }
+    TOOLTIPTEXT request;
+    request.hdr = {source->GetSafeHwnd(), watched->property(kIdProperty).toUInt(), TTN_NEEDTEXT};
+    owner->SendMessage(WM_NOTIFY, request.hdr.idFrom, reinterpret_cast<LPARAM>(&request));
+    const QString text = QString::fromUtf8(request.lpszText ? request.lpszText : request.szText);
+    if (text.isEmpty()) {
+        return false;
+    }
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text);
+    return true;
 }
 
 void ToolBarView::Refresh() {

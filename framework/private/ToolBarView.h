@@ -16,7 +16,8 @@ struct ToolBarView : QObject {
     // After states or the text changed.
     void Refresh();
     void Forget() { source = nullptr; }
-    bool HasSink() const { return static_cast<bool>(onCommand); }
+    // Lets the owner word the tip of a button.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     CToolBar* source;

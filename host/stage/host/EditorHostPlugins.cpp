@@ -40,6 +40,9 @@ void EditorHost::LeaveLevel() {
 }
 
 void EditorHost::Shutdown() {
+    if (plugins.Entries().empty() && level.Data() == nullptr) {
+        return; // the windows may have gone already
+    }
     if (level.Data() != nullptr) {
         LeaveLevel();
         level.Close();

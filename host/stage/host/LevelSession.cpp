@@ -121,8 +121,9 @@ void LevelSession::MoveTo(const std::string& newFolder) {
         const fs::path mesh = object->meshName;
         const bool moves = !mesh.empty() && mesh.is_relative() && !oldFolder.empty();
         // Set also where the name stays: the mesh behind it was dropped with the folder.
-        object->SetMeshName(moves ? (oldFolder / mesh).lexically_relative(newFolder).generic_string()
-                                  : object->meshName);
+        object->SetMeshName(
+            moves ? (oldFolder / mesh).lexically_normal().lexically_relative(newFolder).generic_string()
+                  : object->meshName);
     }
     host.plugins.SendEvent(EventCode::ObjectSetChanged, nullptr);
 }

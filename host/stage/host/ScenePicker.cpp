@@ -10,6 +10,8 @@ namespace stage {
 namespace {
 constexpr float kReach = 2000.0f; ///< metres that a pick looks ahead
 constexpr float kMarkerRadius = 0.5f;
+constexpr float kEmptyRadius = 6.0f; ///< metres that an empty level shows
+constexpr float kBackgroundFactor = 12.0f;
 constexpr float kNothing = std::numeric_limits<float>::infinity();
 
 Vector3 ToVector(const glm::vec3& v) {
@@ -17,6 +19,21 @@ Vector3 ToVector(const glm::vec3& v) {
 }
 glm::vec3 ToGlm(const Vector3& v) {
     return {v.x, v.y, v.z};
+}
+
+/// Ground, water and hills are many times larger than what a level is about.
+void DropBackground(std::vector<Sphere>& balls) {
+    if (balls.empty()) {
+        return;
+    }
+    std::vector<float> radii;
+    for (const Sphere& ball : balls) {
+        radii.push_back(ball.radius);
+    }
+    std::nth_element(radii.begin(), radii.begin() + static_cast<std::ptrdiff_t>(radii.size() / 2),
+                     radii.end());
+    const float limit = radii[radii.size() / 2] * kBackgroundFactor;
+    std::erase_if(balls, [limit](const Sphere& ball) { return ball.radius > limit; });
 }
 
 bool IsPickable(const engine::SceneObject& object) {
@@ -111,17 +128,24 @@ Sphere ScenePicker::BoundsOf(const ObjectList& objects) const {
     if (all.empty()) {
         level.CollectObjects(all);
     }
-    glm::vec3 low(kNothing);
-    glm::vec3 high(-kNothing);
+    std::vector<Sphere> balls;
     for (EditorObject* object : all) {
         const Sphere ball = BoundsOf(*static_cast<engine::SceneObject*>(object));
         if (std::isfinite(ball.center.x + ball.center.y + ball.center.z + ball.radius)) {
-            low = glm::min(low, ball.center - ball.radius);
-            high = glm::max(high, ball.center + ball.radius);
+            balls.push_back(ball);
         }
     }
-    if (low.x > high.x) {
-        return {{0.0f, 0.0f, 0.0f}, 6.0f};
+    if (objects.empty()) {
+        DropBackground(balls);
+    }
+    if (balls.empty()) {
+        return {{0.0f, 0.0f, 0.0f}, kEmptyRadius};
+    }
+    glm::vec3 low(kNothing);
+    glm::vec3 high(-kNothing);
+    for (const Sphere& ball : balls) {
+        low = glm::min(low, ball.center - ball.radius);
+        high = glm::max(high, ball.center + ball.radius);
     }
     return {(low + high) * 0.5f, glm::length(high - low) * 0.5f};
 }

@@ -27,7 +27,7 @@ public:
     glm::vec3 PlaceAt(const ViewRay& ray, float fallbackDistance) const;
     /// A ball around an object's mesh, or a small one around a place.
     Sphere BoundsOf(const engine::SceneObject& object) const;
-    /// A ball around objects; around the whole level for an empty list.
+    /// A ball around objects; for an empty list around the whole level, without its ground and background.
     Sphere BoundsOf(const ObjectList& objects) const;
 
 private:

@@ -1,5 +1,6 @@
 #include "host/stage/windows/MainWindow.h"
 
+#include "host/stage/windows/FilmEffects.h"
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/ObjectPanel.h"
@@ -18,6 +19,7 @@ namespace stage {
 
 namespace {
 constexpr int kMessageMs = 6000;
+
 }
 
 MainWindow::MainWindow(HostFolders folders)
@@ -39,6 +41,8 @@ MainWindow::MainWindow(HostFolders folders)
     connect(&refreshTimer, &QTimer::timeout, this, &MainWindow::FlushRefresh);
     connect(views, &ViewArea::MenuRequested, this, &MainWindow::ShowMenu);
     resize(1360, 860);
+    effects = std::make_unique<FilmEffects>(host.level, [this](const std::string& text) { Report(text); });
+    host.level.SetFilmSink(effects.get());
     session.New();
     UpdateActions();
 }
@@ -54,6 +58,7 @@ void MainWindow::ShutdownHost() {
     closing = true;
     refreshTimer.stop();
     host.Shutdown();
+    host.level.SetFilmSink(nullptr);
 }
 
 void MainWindow::MakeDocks() {

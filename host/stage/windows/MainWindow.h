@@ -21,6 +21,7 @@ class QToolBar;
 
 namespace stage {
 
+class FilmEffects;
 class ObjectPanel;
 class ObjectTree;
 class PluginPanel;
@@ -129,6 +130,7 @@ private:
     bool treeStale = false;
     bool panelStale = false;
     bool transformStale = false;
+    std::unique_ptr<FilmEffects> effects;
     bool closing = false;
 };
 

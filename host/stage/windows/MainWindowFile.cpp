@@ -1,5 +1,6 @@
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/MainWindow.h"
+#include "host/stage/windows/ViewArea.h"
 
 #include <QAction>
 #include <QFileDialog>
@@ -89,6 +90,7 @@ bool MainWindow::OpenLevel(const QString& path) {
     if (!session.Open(path.toStdString())) {
         return false;
     }
+    views->ShowAll();
     RememberRecent(path);
     Report(tr("Opened %1").arg(path).toStdString());
     return true;

@@ -3,10 +3,19 @@
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/render/Renderer.h"
 #include "host/stage/windows/ViewArea.h"
+#include "host/stage/windows/ViewTool.h"
+
+#include <cstring>
+#include <glm/gtc/type_ptr.hpp>
 
 namespace stage {
 
-ScenePictures::ScenePictures(ViewArea& viewArea) : area(viewArea) {
+namespace {
+/// Pictures that follow each other faster than this are a film.
+constexpr qint64 kFilmMs = 200;
+} // namespace
+
+ScenePictures::ScenePictures(ViewArea& viewArea) : area(viewArea), level(viewArea.host.meshes) {
 }
 
 ScenePictures::~ScenePictures() = default;
@@ -22,7 +31,55 @@ QString ScenePictures::Hint() const {
     return {};
 }
 
-const QImage& ScenePictures::Draw(int, const QSize&) {
+void ScenePictures::MoveClock() {
+    const qint64 elapsed = sinceLast.isValid() ? sinceLast.restart() : (sinceLast.start(), kFilmMs);
+    if (elapsed < kFilmMs) {
+        seconds += static_cast<float>(elapsed) / 1000.0f;
+    }
+}
+
+void ScenePictures::AddLines(int view, const std::vector<OverlayLine>& lines) {
+    for (const OverlayLine& line : lines) {
+        level.scene.lines.push_back(
+            {glm::make_vec3(line.from), glm::make_vec3(line.to), glm::make_vec4(line.color)});
+    }
+    area.tool->AppendLines(*area.host.views.At(view), level.scene.overlay);
+}
+
+const QImage& ScenePictures::Draw(int view, const QSize& size, bool fine) {
+    const StageView* stageView = area.host.views.At(view);
+    // A plug-in's render call may pump; a picture in a picture would use the scene that is being built.
+    if (drawing || stageView == nullptr || size.isEmpty()) {
+        return picture;
+    }
+    if (renderer == nullptr && failure.isEmpty()) {
+        std::string error;
+        renderer = Renderer::Create(error);
+        failure = renderer == nullptr ? QString::fromStdString(error) : QString();
+    }
+    if (renderer == nullptr) {
+        picture = QImage();
+        return picture;
+    }
+    drawing = true;
+    MoveClock();
+    // The plug-ins first: they pose the film that is drawn.
+    const std::vector<OverlayLine>& lines = area.host.RenderPlugins(view);
+    LevelSceneOptions options;
+    options.grid = showGrid;
+    options.editor = stageView->attachedTo == 0;
+    options.seconds = seconds;
+    level.Update(area.host.level, options);
+    AddLines(view, lines);
+    renderer->BeginFrame(level.scene);
+    const RenderCamera camera{stageView->ViewMatrix(), stageView->ProjectionMatrix()};
+    if (renderer->DrawView(camera, size.width(), size.height(), image, fine ? 2 : 1)) {
+        picture = QImage(reinterpret_cast<const uchar*>(image.pixels.data()), image.width, image.height,
+                         image.width * 4, QImage::Format_RGB32);
+    } else {
+        picture = QImage();
+    }
+    drawing = false;
     return picture;
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "host/stage/render/LevelScene.h"
+
 #include <memory>
+#include <QElapsedTimer>
 #include <QImage>
 #include <QString>
 
@@ -8,26 +11,36 @@ class Renderer;
 
 namespace stage {
 
+struct OverlayLine;
 class ViewArea;
 
-/// The pictures of the views: level, plug-in lines and gizmo, drawn by one renderer.
+/// The pictures of the views: level, plug-in lines and gizmo, drawn by one renderer that is made at the
+/// first picture.
 class ScenePictures {
 public:
     explicit ScenePictures(ViewArea& viewArea);
     ~ScenePictures();
 
-    /// Draws a view in a size of device pixels. Null without a renderer. Good until the next call.
-    const QImage& Draw(int view, const QSize& size);
+    /// Draws a view in a size of device pixels; `fine` smooths edges at four times the work. Null without a
+    /// renderer. Good until the next call.
+    const QImage& Draw(int view, const QSize& size, bool fine);
     /// What to tell the user in an empty view, "" if there is something to see.
     QString Hint() const;
 
     bool showGrid = true;
 
 private:
+    void AddLines(int view, const std::vector<OverlayLine>& lines);
+    void MoveClock();
+
     ViewArea& area;
+    LevelScene level;
     std::unique_ptr<Renderer> renderer;
     QString failure; ///< why there is no renderer
     QImage picture;
+    RenderImage image;
+    QElapsedTimer sinceLast;
+    float seconds = 0.0f; ///< stands still while no film plays, so that the sky does not jump
     bool drawing = false;
 };
 

@@ -11,6 +11,8 @@
 namespace stage {
 
 namespace {
+constexpr float kYaw[StageViews::kMaxViews] = {0.6f, -0.9f, 0.0f, 2.4f};
+constexpr float kPitch[StageViews::kMaxViews] = {-0.42f, -0.3f, -1.3f, -0.42f};
 constexpr qint64 kRateIntervalMs = 500;
 constexpr int kFramesForARate = 5; ///< fewer in an interval are single repaints, not a film
 } // namespace
@@ -98,6 +100,19 @@ void ViewArea::FocusSelection() {
     view->navigation.Focus(ball.center, ball.radius);
     view->ApplyNavigation();
     Redraw(activeView);
+}
+
+void ViewArea::ShowAll() {
+    const Sphere ball = picker.BoundsOf(ObjectList());
+    for (int number = 0; number < host.views.Count(); ++number) {
+        ViewNavigation& navigation = host.views.At(number)->navigation;
+        navigation.yaw = kYaw[number];
+        navigation.pitch = kPitch[number];
+        // Levels are flat: a whole ball around them would leave most of the picture empty.
+        navigation.Focus(ball.center, ball.radius * 0.6f);
+        host.views.At(number)->ApplyNavigation();
+    }
+    Redraw(-1);
 }
 
 Vector3 ViewArea::PlaceForNew() const {

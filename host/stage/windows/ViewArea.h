@@ -32,6 +32,8 @@ public:
     ViewWidget* Widget(int number) const;
     /// Shows the selected objects whole in the active view; the whole level without a selection.
     void FocusSelection();
+    /// Points all views at the whole level, each from another side.
+    void ShowAll();
     /// A place for a new object: what the middle of the active view looks at.
     Vector3 PlaceForNew() const;
 

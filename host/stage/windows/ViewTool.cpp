@@ -1,12 +1,49 @@
 #include "host/stage/windows/ViewTool.h"
 
+#include "host/stage/gizmo/GizmoLines.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/ObjectCommands.h"
 #include "host/stage/windows/ViewArea.h"
 
 #include <algorithm>
+#include <cstring>
+#include <glm/gtc/type_ptr.hpp>
 
 namespace stage {
+
+namespace {
+
+GizmoMode GizmoModeOf(ToolMode mode) {
+    switch (mode) {
+    case ToolMode::Rotate:
+        return GizmoMode::Rotate;
+    case ToolMode::Scale:
+        return GizmoMode::Scale;
+    default:
+        return GizmoMode::Translate;
+    }
+}
+
+::ViewRay RayAt(const StageView& view, const QPointF& place) {
+    const ViewRay ray = view.RayAt(static_cast<float>(place.x()), static_cast<float>(place.y()));
+    return {ray.origin, ray.direction};
+}
+
+RenderCamera CameraOf(const StageView& view) {
+    return {view.ViewMatrix(), view.ProjectionMatrix()};
+}
+
+glm::mat4 ToGlm(const engine::Matrix4& matrix) {
+    return glm::make_mat4(matrix.m);
+}
+
+} // namespace
+
+void ViewTool::SetMode(ToolMode newMode) {
+    mode = newMode;
+    gizmo.SetMode(GizmoModeOf(mode));
+    hot = GizmoPart::None;
+}
 
 void ViewTool::Choose(const ObjectList& found, Qt::KeyboardModifiers modifiers) {
     const ObjectList met = area.commands.WithGroups(found);
@@ -26,20 +63,92 @@ void ViewTool::Choose(const ObjectList& found, Qt::KeyboardModifiers modifiers) 
     area.host.Select(chosen);
 }
 
-bool ViewTool::Hover(const StageView&, const QPointF&) {
-    return false;
+void ViewTool::Place() {
+    if (gizmo.IsDragging()) {
+        return;
+    }
+    const std::vector<engine::SceneObject*> selected = area.commands.Selected();
+    if (mode == ToolMode::Select || selected.empty()) {
+        gizmo.Hide();
+        return;
+    }
+    // Scaling goes along an object's own axes: along others it would shear a turned object.
+    if (selected.size() == 1 && mode == ToolMode::Scale) {
+        gizmo.Show(ToGlm(selected.front()->World()));
+        return;
+    }
+    glm::vec3 middle(0.0f);
+    for (const engine::SceneObject* object : selected) {
+        const Vector3 place = object->World().Translation();
+        middle += glm::vec3(place.x, place.y, place.z) / static_cast<float>(selected.size());
+    }
+    gizmo.ShowAt(middle);
 }
+
+void ViewTool::AppendLines(const StageView& view, std::vector<RenderLine>& lines) {
+    Place();
+    if (gizmo.IsShown()) {
+        GizmoLines::Append(gizmo, CameraOf(view), gizmo.IsDragging() ? gizmo.Dragged() : hot, lines);
+    }
+}
+
+bool ViewTool::Hover(const StageView& view, const QPointF& place) {
+    Place();
+    const GizmoPart met = gizmo.HitTest(RayAt(view, place), CameraOf(view));
+    const bool changed = met != hot;
+    hot = met;
+    return changed;
+}
+
 bool ViewTool::Leave() {
-    return false;
+    const bool changed = hot != GizmoPart::None;
+    hot = GizmoPart::None;
+    return changed;
 }
-bool ViewTool::Press(const StageView&, const QPointF&) {
-    return false;
+
+bool ViewTool::Press(const StageView& view, const QPointF& place) {
+    Place();
+    const ::ViewRay ray = RayAt(view, place);
+    const RenderCamera camera = CameraOf(view);
+    const GizmoPart part = gizmo.HitTest(ray, camera);
+    if (part == GizmoPart::None || !gizmo.BeginDrag(part, ray, camera)) {
+        return false;
+    }
+    starts.clear();
+    for (const engine::SceneObject* object : area.commands.Selected()) {
+        starts.push_back({object->id, object->World()});
+    }
+    return true;
 }
-void ViewTool::Drag(const StageView&, const QPointF&, bool) {
+
+void ViewTool::MoveTo(const glm::mat4& delta) {
+    std::vector<ObjectMove> moves;
+    for (const Start& start : starts) {
+        const glm::mat4 world = delta * ToGlm(start.world);
+        ObjectMove move{area.host.level.FindObject(start.id), {}};
+        std::memcpy(move.world.m, glm::value_ptr(world), sizeof(move.world.m));
+        moves.push_back(move);
+    }
+    area.commands.Move(std::move(moves));
 }
+
+void ViewTool::Drag(const StageView& view, const QPointF& place, bool snap) {
+    if (gizmo.IsDragging()) {
+        MoveTo(gizmo.UpdateDrag(RayAt(view, place), snap));
+    }
+}
+
 void ViewTool::Release() {
+    gizmo.EndDrag();
+    starts.clear();
 }
+
 void ViewTool::Cancel() {
+    if (gizmo.IsDragging()) {
+        gizmo.CancelDrag();
+        MoveTo(glm::mat4(1.0f));
+    }
+    starts.clear();
 }
 
 } // namespace stage

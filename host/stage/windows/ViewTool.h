@@ -1,9 +1,16 @@
 #pragma once
 
+#include "host/engine/Math.h"
+#include "host/stage/gizmo/Gizmo.h"
 #include "plugin/contract/Types.h"
 
 #include <QPointF>
 #include <Qt>
+#include <vector>
+
+namespace engine {
+class SceneObject;
+}
 
 namespace stage {
 
@@ -17,7 +24,7 @@ class ViewTool {
 public:
     explicit ViewTool(ViewArea& viewArea) : area(viewArea) {}
 
-    void SetMode(ToolMode newMode) { mode = newMode; }
+    void SetMode(ToolMode newMode);
     ToolMode Mode() const { return mode; }
 
     /// Makes what was met the selection, with the groups it belongs to: Shift adds, Ctrl toggles.
@@ -32,10 +39,24 @@ public:
     void Release();
     /// Puts the objects back where the drag began.
     void Cancel();
+    /// Puts the gizmo where the selection is and appends its lines as this view sees it.
+    void AppendLines(const StageView& view, std::vector<RenderLine>& lines);
 
 private:
+    /// An object of the drag and where it stood at its start. By id: it may go in mid-drag.
+    struct Start {
+        int id = 0;
+        engine::Matrix4 world;
+    };
+
+    void Place();
+    void MoveTo(const glm::mat4& delta);
+
     ViewArea& area;
     ToolMode mode = ToolMode::Move;
+    Gizmo gizmo;
+    GizmoPart hot = GizmoPart::None;
+    std::vector<Start> starts;
 };
 
 } // namespace stage

@@ -16,6 +16,7 @@ namespace stage {
 namespace {
 constexpr double kClickPixels = 4.0;
 constexpr int kFlyIntervalMs = 15;
+constexpr int kRefineMs = 250;
 constexpr float kFlyMetresPerSecond = 6.0f;
 constexpr float kFastFactor = 4.0f;
 
@@ -46,6 +47,12 @@ ViewWidget::ViewWidget(ViewArea& viewArea, int viewNumber)
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setMinimumSize(120, 90);
+    refineTimer.setInterval(kRefineMs);
+    refineTimer.setSingleShot(true);
+    connect(&refineTimer, &QTimer::timeout, this, [this] {
+        fine = true;
+        update();
+    });
     flyTimer.setInterval(kFlyIntervalMs);
     connect(&flyTimer, &QTimer::timeout, this, &ViewWidget::Fly);
 }
@@ -285,7 +292,11 @@ QRect ViewWidget::BadgeRect() const {
 
 void ViewWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const QImage& picture = area.pictures->Draw(number, size() * devicePixelRatioF());
+    const QImage& picture = area.pictures->Draw(number, size() * devicePixelRatioF(), fine);
+    if (!fine) {
+        refineTimer.start();
+    }
+    fine = false;
     if (picture.isNull()) {
         painter.fillRect(rect(), QColor(70, 78, 86));
     } else {

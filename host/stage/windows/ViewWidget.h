@@ -56,6 +56,8 @@ private:
     QPointF pressed;
     QPointF last;
     bool moved = false; ///< farther than a shaky click
+    QTimer refineTimer; ///< draws once more, finely, when the picture stands still
+    bool fine = false;
     QTimer flyTimer;
     QElapsedTimer flyClock;
     unsigned flyKeys = 0; ///< bits in the order of the fly key table

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "framework/Wnd.h"
+
+// A line of text to edit.
+class FILMS_API CEdit : public CWnd {
+    DECLARE_DYNCREATE(CEdit)
+public:
+    using CWnd::Create;
+    BOOL Create(DWORD style, const CRect& rect, CWnd* parent, UINT id);
+    // An end of -1 is the end of the text, a start of -1 selects nothing. The caret is scrolled into view.
+    void SetSel(int start, int end, BOOL noScroll = FALSE);
+    void GetSel(int& start, int& end) const;
+    // In characters; 0 is no limit. Text that is longer already stays.
+    void SetLimitText(UINT characters);
+    void LimitText(int characters) { SetLimitText(static_cast<UINT>(characters)); }
+    BOOL SetReadOnly(BOOL readOnly = TRUE);
+};

@@ -1,0 +1,106 @@
+#include "framework/private/NativeControls.h"
+#include "framework/private/NativeOf.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QLineEdit>
+
+namespace {
+
+class NativeComboBox : public NativeOf<QComboBox>, public NativeListControl {
+public:
+    NativeComboBox(DWORD comboStyle, QWidget* parent) : NativeOf<QComboBox>(parent) {
+        setEditable((comboStyle & CBS_TYPEMASK) != CBS_DROPDOWNLIST);
+        setInsertPolicy(QComboBox::NoInsert);
+        connect(this, &QComboBox::activated, this, [this](int index) {
+            picked = index;
+            NotifyParent(CBN_SELCHANGE);
+        });
+        if (lineEdit()) {
+            setCompleter(nullptr);
+            connect(lineEdit(), &QLineEdit::textEdited, this, [this] {
+                // Typing is no choice from the list, whatever the text may match.
+                picked = -1;
+                NotifyParent(CBN_EDITCHANGE);
+            });
+        }
+    }
+
+    bool BaseEvent(QEvent* event) override {
+        const QEvent::Type type = event->type();
+        const bool result = QComboBox::event(event);
+        if (type == QEvent::FocusIn || type == QEvent::FocusOut) {
+            NotifyParent(type == QEvent::FocusIn ? CBN_SETFOCUS : CBN_KILLFOCUS);
+        }
+        return result;
+    }
+
+    // The rect given holds the open list too; the closed control takes a line of text.
+    CRect Fit(const CRect& rect) override {
+        constexpr int kFrame = 6;
+        const int closed = std::min(rect.Height(), fontMetrics().height() + kFrame);
+        const int rowHeight = std::max(1, fontMetrics().height() + 2);
+        setMaxVisibleItems(std::max(4, (rect.Height() - closed) / rowHeight));
+        return {rect.left, rect.top, rect.right, rect.top + closed};
+    }
+
+    void SetText(const QString& newText) override {
+        if (isEditable()) {
+            setEditText(newText);
+        } else {
+            SetCurrent(findText(newText));
+        }
+    }
+    QString Text() const override { return currentText(); }
+
+    int InsertItem(int index, const QString& label) override {
+        const QString kept = currentText();
+        const int at = index < 0 || index > count() ? count() : index;
+        insertItem(at, label);
+        if (picked < 0) {
+            // The first item must not select itself.
+            setCurrentIndex(-1);
+            if (isEditable()) {
+                setEditText(kept);
+            }
+        }
+        return at;
+    }
+    bool RemoveItem(int index) override {
+        if (index < 0 || index >= count()) {
+            return false;
+        }
+        removeItem(index);
+        SetCurrent(-1);
+        return true;
+    }
+    void Clear() override {
+        clear();
+        picked = -1;
+    }
+    int Count() const override { return count(); }
+    QString ItemText(int index) const override { return itemText(index); }
+    UINT_PTR ItemData(int index) const override {
+        return static_cast<UINT_PTR>(itemData(index).toULongLong());
+    }
+    bool SetItemData(int index, UINT_PTR number) override {
+        setItemData(index, QVariant::fromValue<qulonglong>(number));
+        return index >= 0 && index < count();
+    }
+    int Current() const override { return picked < count() ? picked : -1; }
+    bool SetCurrent(int index) override {
+        picked = index >= 0 && index < count() ? index : -1;
+        setCurrentIndex(picked);
+        return picked == index;
+    }
+
+private:
+    // What was chosen from the list, by the user or by the program.
+    int picked = -1;
+};
+
+} // namespace
+
+NativeWindow* MakeComboBox(DWORD style, QWidget* parent) {
+    return new NativeComboBox(style, parent);
+}

@@ -1,0 +1,286 @@
+#include "framework/DC.h"
+#include "framework/ListBox.h"
+#include "framework/private/NativeControls.h"
+#include "framework/private/NativeOf.h"
+#include "framework/private/Surface.h"
+
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+
+namespace {
+
+class NativeListBox : public NativeOf<QListWidget>, public NativeListBoxControl {
+public:
+    NativeListBox(DWORD listStyle, QWidget* parent);
+
+    QWidget* Client() const override { return viewport(); }
+    bool event(QEvent* e) override;
+    bool BaseEvent(QEvent* e) override;
+    bool DrawItemByProgram(QPainter& painter, const QStyleOptionViewItem& option, int index);
+
+    int InsertItem(int index, const QString& text) override;
+    bool RemoveItem(int index) override;
+    void Clear() override { clear(); }
+    int Count() const override { return count(); }
+    QString ItemText(int index) const override { return item(index) ? item(index)->text() : QString(); }
+    UINT_PTR ItemData(int index) const override {
+        return item(index) ? static_cast<UINT_PTR>(item(index)->data(Qt::UserRole).toULongLong()) : 0;
+    }
+    bool SetItemData(int index, UINT_PTR number) override;
+    int Current() const override;
+    bool SetCurrent(int index) override;
+    bool IsSelected(int index) const override { return item(index) && item(index)->isSelected(); }
+    bool Select(int index, bool on) override;
+    CRect ItemRect(int index) const override;
+    int ItemAt(CPoint p) const override { return row(itemAt(p.x, p.y)); }
+    int TopIndex() const override { return std::max(0, row(itemAt(1, 1))); }
+    void SetTopIndex(int index) override;
+    int ItemHeight() const override { return itemHeight; }
+    void SetItemHeight(int height) override;
+    std::optional<LRESULT> ControlMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+protected:
+    bool viewportEvent(QEvent* e) override;
+
+private:
+    std::vector<int> Selection() const;
+
+    int itemHeight = 18;
+};
+
+// Rows of one height, drawn by the program where the style says so.
+class RowDelegate : public QStyledItemDelegate {
+public:
+    explicit RowDelegate(NativeListBox& owner) : QStyledItemDelegate(&owner), list(owner) {}
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return {QStyledItemDelegate::sizeHint(option, index).width(), list.ItemHeight()};
+    }
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        if (!list.DrawItemByProgram(*painter, option, index.row())) {
+            QStyledItemDelegate::paint(painter, option, index);
+        }
+    }
+
+private:
+    NativeListBox& list;
+};
+
+bool BelongsToViewport(QEvent::Type type) {
+    switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::Paint:
+    case QEvent::Leave:
+    case QEvent::ContextMenu:
+        return true;
+    default:
+        return false;
+    }
+}
+
+NativeListBox::NativeListBox(DWORD listStyle, QWidget* parent) : NativeOf<QListWidget>(parent) {
+    windowStyle = listStyle;
+    setItemDelegate(new RowDelegate(*this));
+    setUniformItemSizes(true);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setTabKeyNavigation(false);
+    const bool several = (listStyle & (LBS_EXTENDEDSEL | LBS_MULTIPLESEL)) != 0;
+    setSelectionMode(several ? QAbstractItemView::ExtendedSelection : QAbstractItemView::SingleSelection);
+    viewport()->setMouseTracking(true);
+}
+
+bool NativeListBox::event(QEvent* e) {
+    // The list's own frame is the toolkit's; the program's window is the viewport.
+    return BelongsToViewport(e->type()) ? QListWidget::event(e) : HandleEvent(e);
+}
+
+bool NativeListBox::viewportEvent(QEvent* e) {
+    return BelongsToViewport(e->type()) ? HandleEvent(e) : QListWidget::viewportEvent(e);
+}
+
+std::vector<int> NativeListBox::Selection() const {
+    std::vector<int> rows;
+    for (int i = 0; i < count(); ++i) {
+        if (item(i)->isSelected()) {
+            rows.push_back(i);
+        }
+    }
+    return rows;
+}
+
+bool NativeListBox::BaseEvent(QEvent* e) {
+    const QEvent::Type type = e->type();
+    const bool isInput = e->isInputEvent();
+    const std::vector<int> before = isInput ? Selection() : std::vector<int>();
+    const bool onItem = type == QEvent::MouseButtonDblClick &&
+                        itemAt(static_cast<QMouseEvent*>(e)->position().toPoint()) != nullptr;
+    const bool result = BelongsToViewport(type) ? QListWidget::viewportEvent(e) : QListWidget::event(e);
+    if (isInput && Selection() != before) {
+        NotifyParent(LBN_SELCHANGE);
+    }
+    if (onItem) {
+        NotifyParent(LBN_DBLCLK);
+    }
+    if (type == QEvent::FocusIn || type == QEvent::FocusOut) {
+        NotifyParent(type == QEvent::FocusIn ? LBN_SETFOCUS : LBN_KILLFOCUS);
+    }
+    return result;
+}
+
+bool NativeListBox::DrawItemByProgram(QPainter& painter, const QStyleOptionViewItem& option, int index) {
+    if (!(windowStyle & LBS_OWNERDRAWFIXED) || !wnd) {
+        return false;
+    }
+    const QRect r = option.rect;
+    CDC dc;
+    painter.save();
+    DRAWITEMSTRUCT draw;
+    draw.CtlType = ODT_LISTBOX;
+    draw.CtlID = id;
+    draw.itemID = static_cast<UINT>(index);
+    draw.itemState =
+        (option.state & QStyle::State_Selected ? ODS_SELECTED : 0) | (isEnabled() ? 0 : ODS_DISABLED);
+    draw.hDC = &dc;
+    draw.rcItem = CRect(0, r.top(), viewport()->width(), r.top() + r.height());
+    draw.itemData = ItemData(index);
+    CRect visible;
+    visible.IntersectRect(draw.rcItem, CRect(0, 0, viewport()->width(), viewport()->height()));
+    dc.State().Borrow(painter, visible);
+    LRESULT result = 0;
+    const bool drawn = Reflect(WM_DRAWITEM, id, reinterpret_cast<LPARAM>(&draw), &result);
+    painter.restore();
+    return drawn;
+}
+
+int NativeListBox::InsertItem(int index, const QString& text) {
+    int at = index < 0 || index > count() ? count() : index;
+    if (index < 0 && (windowStyle & LBS_SORT)) {
+        for (at = 0; at < count() && item(at)->text().compare(text, Qt::CaseInsensitive) <= 0;) {
+            ++at;
+        }
+    }
+    insertItem(at, text);
+    return at;
+}
+
+bool NativeListBox::RemoveItem(int index) {
+    const QListWidgetItem* removed = takeItem(index);
+    delete removed;
+    return removed != nullptr;
+}
+
+bool NativeListBox::SetItemData(int index, UINT_PTR number) {
+    if (item(index)) {
+        item(index)->setData(Qt::UserRole, QVariant::fromValue<qulonglong>(number));
+    }
+    return item(index) != nullptr;
+}
+
+int NativeListBox::Current() const {
+    const std::vector<int> rows = Selection();
+    return rows.empty() ? -1 : rows.front();
+}
+
+bool NativeListBox::SetCurrent(int index) {
+    clearSelection();
+    if (!item(index)) {
+        setCurrentRow(-1);
+        return index == -1;
+    }
+    setCurrentRow(index);
+    return true;
+}
+
+bool NativeListBox::Select(int index, bool on) {
+    if (index == -1) {
+        on ? selectAll() : clearSelection();
+        return true;
+    }
+    if (item(index)) {
+        item(index)->setSelected(on);
+    }
+    return item(index) != nullptr;
+}
+
+CRect NativeListBox::ItemRect(int index) const {
+    if (!item(index)) {
+        return {};
+    }
+    const QRect r = visualItemRect(item(index));
+    return {0, r.top(), viewport()->width(), r.top() + r.height()};
+}
+
+void NativeListBox::SetTopIndex(int index) {
+    if (item(index)) {
+        scrollToItem(item(index), QAbstractItemView::PositionAtTop);
+    }
+}
+
+void NativeListBox::SetItemHeight(int height) {
+    itemHeight = std::max(1, height);
+    scheduleDelayedItemsLayout();
+}
+
+std::optional<LRESULT> NativeListBox::ControlMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const int index = static_cast<int>(wParam);
+    switch (message) {
+    case LB_ADDSTRING:
+        return InsertItem(-1, QString::fromUtf8(reinterpret_cast<const char*>(lParam)));
+    case LB_RESETCONTENT:
+        Clear();
+        return 0;
+    case LB_GETCOUNT:
+        return Count();
+    case LB_GETCURSEL:
+        return Current();
+    case LB_SETCURSEL:
+        return SetCurrent(index) ? index : LB_ERR;
+    case LB_GETSEL:
+        return IsSelected(index) ? 1 : 0;
+    case LB_SETSEL:
+        return Select(static_cast<int>(lParam), wParam != 0) ? 0 : LB_ERR;
+    case LB_GETITEMDATA:
+        return static_cast<LRESULT>(ItemData(index));
+    case LB_SETITEMDATA:
+        return SetItemData(index, static_cast<UINT_PTR>(lParam)) ? 0 : LB_ERR;
+    case LB_FINDSTRING:
+    case LB_SELECTSTRING: {
+        const int found =
+            FindText(*this, index, QString::fromUtf8(reinterpret_cast<const char*>(lParam)), false);
+        if (message == LB_SELECTSTRING && found >= 0) {
+            SetCurrent(found);
+        }
+        return found;
+    }
+    default:
+        return NativeWindow::ControlMessage(message, wParam, lParam);
+    }
+}
+
+} // namespace
+
+int FindText(const NativeListControl& list, int after, const QString& text, bool exact) {
+    const int count = list.Count();
+    for (int step = 1; step <= count; ++step) {
+        const int i = (std::max(after, -1) + step) % count;
+        const QString candidate = list.ItemText(i);
+        if (exact ? candidate.compare(text, Qt::CaseInsensitive) == 0
+                  : candidate.startsWith(text, Qt::CaseInsensitive)) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+NativeWindow* MakeListBox(DWORD style, QWidget* parent) {
+    return new NativeListBox(style, parent);
+}

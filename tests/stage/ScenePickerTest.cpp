@@ -1,0 +1,143 @@
+#include "host/stage/host/ScenePicker.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <map>
+
+namespace {
+
+/// A cube of 2 m around its middle; the ray cast is exact for it.
+class CubeMesh : public engine::IMesh {
+public:
+    const std::vector<MeshElement>& Elements() const override { return elements; }
+    const std::vector<engine::Matrix4>& RestLocals() const override { return locals; }
+    const std::vector<engine::MeshClip>& Clips() const override { return clips; }
+    void Bounds(Vector3& low, Vector3& high) const override {
+        low = {-1, -1, -1};
+        high = {1, 1, 1};
+    }
+    void SampleClip(int, float, engine::Matrix4*) const override {}
+    bool RayCast(const Vector3& from, const Vector3& to, const engine::Matrix4*,
+                 float& fraction) const override {
+        float enter = 0.0f;
+        float leave = 1.0f;
+        for (int axis = 0; axis < 3; ++axis) {
+            const float start = from.Data()[axis];
+            const float way = to.Data()[axis] - start;
+            if (way == 0.0f) {
+                if (start < -1.0f || start > 1.0f) {
+                    return false;
+                }
+                continue;
+            }
+            const float a = (-1.0f - start) / way;
+            const float b = (1.0f - start) / way;
+            enter = std::max(enter, std::min(a, b));
+            leave = std::min(leave, std::max(a, b));
+        }
+        fraction = enter;
+        return enter <= leave;
+    }
+    std::vector<MeshElement> elements;
+    std::vector<engine::Matrix4> locals;
+    std::vector<engine::MeshClip> clips;
+};
+
+class CubeLibrary : public engine::IMeshLibrary {
+public:
+    const engine::IMesh* FindMesh(const std::string& name) override {
+        return name == "cube" ? &cube : nullptr;
+    }
+    CubeMesh cube;
+};
+
+} // namespace
+
+class ScenePickerTest : public ::testing::Test {
+protected:
+    ScenePickerTest() {
+        level.SetMeshLibrary(&library);
+        level.New("");
+        view.Resize(200, 200);
+        view.navigation.LookAt({0, 0, 20}, {0, 0, 0});
+        view.ApplyNavigation();
+    }
+    engine::SceneObject* Add(const char* name, const char* mesh, float x, float y, float z) {
+        engine::ObjectSpec spec;
+        spec.className = mesh != nullptr ? "MeshObject" : "EmptyObject";
+        spec.name = name;
+        spec.meshName = mesh != nullptr ? mesh : "";
+        spec.matrix.SetTranslation({x, y, z});
+        return level.CreateObject(spec);
+    }
+
+    CubeLibrary library;
+    engine::Level level;
+    engine::View engineView;
+    stage::StageView view{engineView};
+    stage::ScenePicker picker{level};
+};
+
+TEST_F(ScenePickerTest, TheNearerOfTwoMeshesIsPicked) {
+    Add("Far", "cube", 0, 0, -5);
+    EditorObject* near = Add("Near", "cube", 0, 0, 5);
+    EXPECT_EQ(picker.At(view, 100, 100), near);
+}
+
+TEST_F(ScenePickerTest, NothingIsPickedBesideAMesh) {
+    Add("Cube", "cube", 0, 0, 0);
+    EXPECT_EQ(picker.At(view, 5, 5), nullptr);
+}
+
+TEST_F(ScenePickerTest, HiddenObjectsAreNotPicked) {
+    engine::SceneObject* cube = Add("Cube", "cube", 0, 0, 0);
+    cube->visible = 0;
+    EXPECT_EQ(picker.At(view, 100, 100), nullptr);
+    cube->visible = 1;
+    cube->Info().hidden = true;
+    EXPECT_EQ(picker.At(view, 100, 100), nullptr);
+    cube->Info().hidden = false;
+    EXPECT_EQ(picker.At(view, 100, 100), cube);
+}
+
+TEST_F(ScenePickerTest, PlacesWithoutABodyArePickedWithinAFewPixels) {
+    EditorObject* empty = Add("Empty", nullptr, 0, 0, 0);
+    EXPECT_EQ(picker.At(view, 100 + 13, 100), empty);
+    EXPECT_EQ(picker.At(view, 100 + 16, 100), nullptr);
+}
+
+TEST_F(ScenePickerTest, ARectangleTakesWhatHasItsMiddleInIt) {
+    EditorObject* left = Add("Left", "cube", -5, 0, 0);
+    EditorObject* right = Add("Right", nullptr, 5, 0, 0);
+    EXPECT_EQ(picker.InRectangle(view, 0, 0, 100, 200), (ObjectList{left}));
+    EXPECT_EQ(picker.InRectangle(view, 0, 0, 200, 200), (ObjectList{left, right}));
+    EXPECT_TRUE(picker.InRectangle(view, 0, 0, 10, 10).empty());
+}
+
+TEST_F(ScenePickerTest, ANewObjectStandsOnWhatTheRayMeets) {
+    Add("Cube", "cube", 0, 0, 0);
+    const glm::vec3 onCube = picker.PlaceAt({{0, 10, 0}, {0, -1, 0}}, 5.0f);
+    EXPECT_NEAR(onCube.y, 1.0f, 1e-3f);
+    const glm::vec3 onGround = picker.PlaceAt({{50, 10, 0}, {0, -1, 0}}, 5.0f);
+    EXPECT_NEAR(onGround.y, 0.0f, 1e-3f);
+    const glm::vec3 inTheAir = picker.PlaceAt({{50, 10, 0}, {0, 1, 0}}, 5.0f);
+    EXPECT_NEAR(inTheAir.y, 15.0f, 1e-3f);
+}
+
+TEST_F(ScenePickerTest, BoundsGrowWithScaleAndCoverAllObjects) {
+    engine::SceneObject* cube = Add("Cube", "cube", 0, 0, 0);
+    EXPECT_NEAR(picker.BoundsOf(*cube).radius, std::sqrt(3.0f), 1e-4f);
+    const engine::Matrix4 doubled = engine::Compose({10, 0, 0}, {0, 0, 0}, {2, 2, 2});
+    cube->SetMatrix(doubled.m, 0);
+    EXPECT_NEAR(picker.BoundsOf(*cube).radius, 2.0f * std::sqrt(3.0f), 1e-4f);
+    EXPECT_NEAR(picker.BoundsOf(*cube).center.x, 10.0f, 1e-4f);
+    Add("Empty", nullptr, -10, 0, 0);
+    EXPECT_GT(picker.BoundsOf(ObjectList()).radius, 10.0f);
+}
+
+TEST_F(ScenePickerTest, WithoutALevelThereIsNothing) {
+    level.Close();
+    EXPECT_EQ(picker.At(view, 100, 100), nullptr);
+    EXPECT_TRUE(picker.InRectangle(view, 0, 0, 200, 200).empty());
+    EXPECT_GT(picker.BoundsOf(ObjectList()).radius, 0.0f);
+}
