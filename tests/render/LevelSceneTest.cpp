@@ -1,5 +1,8 @@
 #include "host/stage/render/LevelScene.h"
 
+#include "host/engine/FilmManager.h"
+#include "plugin/contract/Film.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -93,6 +96,20 @@ TEST_F(LevelSceneTest, LightsThatAreOffKeepTheirBody) {
     Add(ClassName::DynLight, "", {})->light->on = false;
     EXPECT_TRUE(Update(true).lights.empty());
     EXPECT_EQ(levelScene.scene.items.size(), 1u);
+}
+
+TEST_F(LevelSceneTest, TheSunsHelperIsNoPointLightButHasABody) {
+    engine::SceneObject* helper = Add(ClassName::GLLight, "", {0, 1000, 0});
+    engine::FilmManager& films = level.Data()->Films();
+    IFilm* film = films.GetFilm(films.AllocateFilm());
+    CFilmTrack* track = film->CreateGLLightTrack();
+    film->AddTrack(track);
+    AsGLLightTrack(track)->isSun = 1;
+    AsGLLightTrack(track)->lightObject = helper;
+    const RenderScene& scene = Update(true);
+    EXPECT_TRUE(scene.lights.empty());
+    ASSERT_EQ(scene.items.size(), 1u);
+    EXPECT_GT(scene.items[0].world[0][0], 50.0f) << "large enough to be seen from the ground";
 }
 
 TEST_F(LevelSceneTest, ScalingALightScalesItsReach) {
