@@ -25,7 +25,8 @@ std::string FormatProgress(int done, int total, double elapsedSeconds) {
     const int all = std::max(total, 1);
     const int part = std::clamp(done, 0, all);
     const auto cells = static_cast<std::size_t>(static_cast<long>(part) * kBarCells / all);
-    std::string line = "[" + std::string(cells, '#') + std::string(kBarCells - cells, '.') + "]";
+    std::string line(1, '[');
+    line.append(cells, '#').append(kBarCells - cells, '.').push_back(']');
     char text[96];
     std::snprintf(text, sizeof(text), " %3ld%%  %d/%d frames", static_cast<long>(part) * 100 / all, part,
                   all);
