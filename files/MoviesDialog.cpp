@@ -1,5 +1,6 @@
 #include "files/MoviesDialog.h"
 
+#include "framework/DataExchange.h"
 #include "plugin/PluginImpl.h"
 #include "resources/resource.h"
 

@@ -1,5 +1,7 @@
 #include "timeline/FilmsView.h"
 
+#include "framework/DataExchange.h"
+#include "framework/Resource.h"
 #include "plugin/PluginImpl.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
@@ -35,7 +37,7 @@ void CFilmsView::DoDataExchange(CDataExchange* exchange) {
     DDX_Control(exchange, IDC_PANEL_TABS, tabCtrl);
 }
 
-void CFilmsView::OnUpdate() {
+void CFilmsView::OnUpdate(CView*, LPARAM, CObject*) {
     if (firstUpdate) {
         CreatePages();
     }

@@ -18,7 +18,7 @@ public:
     static CFilmsView* GetPanel();
 
     /// Makes the page, the tab and the scenario window in the first update, refreshes the list in each.
-    void OnUpdate() override;
+    void OnUpdate(CView* sender, LPARAM hint, CObject* object) override;
     void RefreshMovies();
 
     CTabCtrl tabCtrl;

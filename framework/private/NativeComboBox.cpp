@@ -12,12 +12,12 @@ public:
     NativeComboBox(DWORD comboStyle, QWidget* parent) : NativeOf<QComboBox>(parent) {
         setEditable((comboStyle & CBS_TYPEMASK) != CBS_DROPDOWNLIST);
         setInsertPolicy(QComboBox::NoInsert);
-        setCompleter(nullptr);
         connect(this, &QComboBox::activated, this, [this](int index) {
             picked = index;
             NotifyParent(CBN_SELCHANGE);
         });
         if (lineEdit()) {
+            setCompleter(nullptr);
             connect(lineEdit(), &QLineEdit::textEdited, this, [this] {
                 // Typing is no choice from the list, whatever the text may match.
                 picked = -1;

@@ -6,6 +6,7 @@
 #include <QResizeEvent>
 
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace {
@@ -15,6 +16,12 @@ using Registry = std::unordered_map<const QWidget*, NativeWindow*>;
 // Never destroyed: windows may die after the statics of this library.
 Registry& AllWindows() {
     static auto* all = new Registry;
+    return *all;
+}
+
+// The same windows by themselves, for handles whose widget nobody knows any more.
+std::unordered_set<const NativeWindow*>& AllHandles() {
+    static auto* all = new std::unordered_set<const NativeWindow*>;
     return *all;
 }
 
@@ -38,11 +45,13 @@ NativeWindow::NativeWindow(QWidget* w) : widget(w) {
         });
     }
     AllWindows()[w] = this;
+    AllHandles().insert(this);
     w->setAttribute(Qt::WA_QuitOnClose, false);
 }
 
 NativeWindow::~NativeWindow() {
     AllWindows().erase(widget);
+    AllHandles().erase(this);
     CWnd* object = wnd;
     Detach();
     if (ownsWnd) {
@@ -72,12 +81,7 @@ NativeWindow* NativeWindow::Around(const QWidget* widget) {
 }
 
 bool NativeWindow::Exists(const NativeWindow* native) {
-    for (const auto& entry : AllWindows()) {
-        if (entry.second == native) {
-            return true;
-        }
-    }
-    return false;
+    return AllHandles().count(native) != 0;
 }
 
 NativeWindow* NativeWindow::Parent() const {

@@ -59,6 +59,11 @@ void CutSteps(const Axis& major, Wide low, Wide high, Wide& first, Wide& last) {
 void SolidStraight(CPoint from, CPoint to, int width, const CRect& clip, const Sink& sink) {
     const int back = width / 2;
     const bool vertical = from.x == to.x;
+    const Wide across = vertical ? from.x : from.y;
+    if (across < Wide{vertical ? clip.left : clip.top} - width ||
+        across > Wide{vertical ? clip.right : clip.bottom} + width) {
+        return;
+    }
     const Wide a = vertical ? from.y : from.x;
     const Wide b = vertical ? to.y : to.x;
     // A thin line leaves out the pixel it runs to; a wide one is capped at both ends.
@@ -152,9 +157,9 @@ void Frame(const CRect& rect, const Pen& pen, const CRect& clip, const Sink& sin
     if (pen.style == PS_NULL || rect.IsRectEmpty()) {
         return;
     }
-    const int r = rect.right - 1;
-    const int b = rect.bottom - 1;
     if (IsDashed(pen)) {
+        const int r = rect.right - 1;
+        const int b = rect.bottom - 1;
         int phase = 0;
         const CPoint corners[] = {
             {rect.left, rect.top}, {r, rect.top}, {r, b}, {rect.left, b}, {rect.left, rect.top}};
@@ -165,12 +170,20 @@ void Frame(const CRect& rect, const Pen& pen, const CRect& clip, const Sink& sin
     }
     const int w = std::max(pen.width, 1);
     const int back = w / 2;
-    const int outerWidth = r - rect.left + w;
-    const int outerHeight = b - rect.top + w;
-    EmitClipped(Run{rect.left - back, rect.top - back, outerWidth, w, false}, clip, sink);
-    EmitClipped(Run{rect.left - back, b - back, outerWidth, w, false}, clip, sink);
-    EmitClipped(Run{rect.left - back, rect.top - back, w, outerHeight, false}, clip, sink);
-    EmitClipped(Run{r - back, rect.top - back, w, outerHeight, false}, clip, sink);
+    // Sides far outside are brought near, where they are as invisible and their distances fit.
+    const int left = std::max(rect.left, clip.left - 2 * w);
+    const int top = std::max(rect.top, clip.top - 2 * w);
+    const int r = std::min(rect.right, clip.right + 2 * w) - 1;
+    const int b = std::min(rect.bottom, clip.bottom + 2 * w) - 1;
+    if (r < left || b < top) {
+        return;
+    }
+    const int outerWidth = r - left + w;
+    const int outerHeight = b - top + w;
+    EmitClipped(Run{left - back, top - back, outerWidth, w, false}, clip, sink);
+    EmitClipped(Run{left - back, b - back, outerWidth, w, false}, clip, sink);
+    EmitClipped(Run{left - back, top - back, w, outerHeight, false}, clip, sink);
+    EmitClipped(Run{r - back, top - back, w, outerHeight, false}, clip, sink);
 }
 
 } // namespace raster

@@ -1,4 +1,6 @@
 #include "framework/QtBridge.h"
+#include "framework/Resource.h"
+#include "plugin/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/plugin/PluginFixture.h"
 #include "timeline/FilmsView.h"
@@ -25,6 +27,7 @@ protected:
     void Show() {
         side = new QWidget;
         side->resize(320, 560);
+        const ResourceScope resources(PluginResources()); // as when the plug-in asks its host for the panel
         panel = static_cast<CFilmsView*>(CreateFormView(RUNTIME_CLASS(CFilmsView), side, 1));
         side->show();
     }
@@ -78,7 +81,7 @@ TEST_F(PanelTest, FirstUpdateMakesOneTabWithTheFilmList) {
 }
 
 TEST_F(PanelTest, SecondUpdateInsertsNoSecondTab) {
-    panel->OnUpdate();
+    panel->OnUpdate(nullptr, 0, nullptr);
     EXPECT_EQ(panel->tabCtrl.GetItemCount(), 1);
 }
 
@@ -117,7 +120,7 @@ TEST_F(PanelTest, ListShowsFilmsInSlotOrderWithTheCurrentOneSelected) {
     const IFilm* first = NewFilm();
     IFilm* second = NewFilm();
     plugin.SetCurrentFilm(second);
-    panel->OnUpdate();
+    panel->OnUpdate(nullptr, 0, nullptr);
     EXPECT_THAT(Lines(), ElementsAre("<none>", first->name, second->name));
     EXPECT_EQ(Page().list.GetCurSel(), 2);
     EXPECT_EQ(Page().GetSelectedFilm(), second);
