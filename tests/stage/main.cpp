@@ -1,3 +1,4 @@
+#include "framework/FilmsApplication.h"
 #include "host/stage/windows/Theme.h"
 
 #include <clocale>
@@ -10,7 +11,7 @@ int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
     const QTemporaryDir settings;
     qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
-    QApplication application(argc, argv);
+    FilmsApplication application(argc, argv);
     QCoreApplication::setOrganizationName("StageTest");
     QCoreApplication::setApplicationName("StageTest");
     std::setlocale(LC_NUMERIC, "C");

@@ -1,3 +1,4 @@
+#include "framework/FilmsApplication.h"
 #include "host/stage/windows/app/CommandLine.h"
 #include "host/stage/windows/app/StageApp.h"
 #include "host/stage/windows/MainWindow.h"
@@ -57,7 +58,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "stage: %s\n%s", qPrintable(line.error), qPrintable(stage::UsageText()));
         return kUsageError;
     }
-    QApplication application(argc, argv);
+    FilmsApplication application(argc, argv);
     QCoreApplication::setOrganizationName("Stage");
     QCoreApplication::setApplicationName("Stage");
     // Films keep their times as text too; a comma would be another number.
