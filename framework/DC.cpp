@@ -1,6 +1,7 @@
 #include "framework/DC.h"
 
 #include "framework/Constants.h"
+#include "framework/private/Face.h"
 #include "framework/private/Rasterizer.h"
 #include "framework/private/Recording.h"
 #include "framework/private/Surface.h"
@@ -54,8 +55,7 @@ CFont* CDC::SelectObject(CFont* object) {
     }
     CFont* old = state->selectedFont ? state->selectedFont : static_cast<CFont*>(StockObject(SYSTEM_FONT));
     state->selectedFont = object;
-    state->font = surface::FontOf(*object);
-    state->fontSet = true;
+    state->face = &surface::FaceOf(*object);
     return old;
 }
 

@@ -1,5 +1,6 @@
 #include "framework/Constants.h"
 #include "framework/DC.h"
+#include "framework/private/Face.h"
 #include "framework/private/Recording.h"
 #include "framework/private/Surface.h"
 #include "framework/private/TextLayout.h"
@@ -7,15 +8,13 @@
 namespace {
 
 void DrawLine(SurfaceState& s, int x, int y, const QString& line) {
-    const QFont& font = s.Font();
-    const QFontMetrics& metrics = surface::MetricsOf(font);
+    surface::Face& face = s.Font();
     if (s.backMode == OPAQUE) {
-        s.painter->fillRect(x, y, metrics.horizontalAdvance(line), metrics.height(),
-                            surface::ColorOf(s.backColor));
+        s.painter->fillRect(x, y, face.Width(line), face.Height(), surface::ColorOf(s.backColor));
     }
-    s.painter->setFont(font);
+    s.painter->setFont(face.Font());
     s.painter->setPen(surface::ColorOf(s.textColor));
-    s.painter->drawText(x, y + metrics.ascent(), line);
+    s.painter->drawStaticText(x, y, face.Prepared(line));
 }
 
 int LeftOf(const CRect& rect, int width, UINT format) {
@@ -33,29 +32,29 @@ int TopOf(const CRect& rect, int height, UINT format) {
     return (format & DT_SINGLELINE) && (format & DT_BOTTOM) ? rect.bottom - height : rect.top;
 }
 
-int WidestOf(const QStringList& lines, const QFontMetrics& metrics) {
+int WidestOf(const QStringList& lines, const surface::Face& face) {
     int width = 0;
     for (const QString& line : lines) {
-        width = std::max(width, metrics.horizontalAdvance(line));
+        width = std::max(width, face.Width(line));
     }
     return width;
 }
 
 void DrawLines(SurfaceState& s, const QStringList& lines, const CRect& rect, UINT format) {
-    const QFontMetrics& metrics = surface::MetricsOf(s.Font());
+    surface::Face& face = s.Font();
     const CRect oldClip = s.clip;
     if (!(format & DT_NOCLIP)) {
         CRect cut;
         cut.IntersectRect(rect, oldClip);
         s.SetClip(cut);
     }
-    int y = TopOf(rect, metrics.height() * static_cast<int>(lines.size()), format);
+    int y = TopOf(rect, face.Height() * static_cast<int>(lines.size()), format);
     for (const QString& line : lines) {
         if (y >= s.clip.bottom) {
             break;
         }
-        DrawLine(s, LeftOf(rect, metrics.horizontalAdvance(line), format), y, line);
-        y += metrics.height();
+        DrawLine(s, LeftOf(rect, face.Width(line), format), y, line);
+        y += face.Height();
     }
     s.SetClip(oldClip);
 }
@@ -76,12 +75,11 @@ int CDC::DrawText(const std::string& text, const CRect& rect, UINT format) {
 }
 
 int CDC::DrawText(const std::string& text, CRect* rect, UINT format) {
-    const QFont& font = state->Font();
-    const QFontMetrics& metrics = surface::MetricsOf(font);
-    const QStringList lines = text_layout::Lines(QString::fromStdString(text), font, rect->Width(), format);
-    const int height = metrics.height() * static_cast<int>(lines.size());
+    surface::Face& face = state->Font();
+    const QStringList lines = text_layout::Lines(QString::fromStdString(text), face, rect->Width(), format);
+    const int height = face.Height() * static_cast<int>(lines.size());
     if (format & DT_CALCRECT) {
-        rect->right = rect->left + WidestOf(lines, metrics);
+        rect->right = rect->left + WidestOf(lines, face);
         rect->bottom = rect->top + height;
         return height;
     }
@@ -93,13 +91,13 @@ int CDC::DrawText(const std::string& text, CRect* rect, UINT format) {
 }
 
 CSize CDC::GetTextExtent(const std::string& text) const {
-    const QFontMetrics& metrics = surface::MetricsOf(state->Font());
-    return {metrics.horizontalAdvance(QString::fromStdString(text)), metrics.height()};
+    const surface::Face& face = state->Font();
+    return {face.Width(QString::fromStdString(text)), face.Height()};
 }
 
 BOOL CDC::GetTextMetrics(TEXTMETRIC* out) const {
-    const QFontMetrics& metrics = surface::MetricsOf(state->Font());
-    *out = TEXTMETRIC{metrics.height(), metrics.ascent(), metrics.descent(), metrics.averageCharWidth(),
-                      metrics.maxWidth()};
+    const surface::Face& face = state->Font();
+    *out = TEXTMETRIC{face.Height(), face.Metrics().ascent(), face.Metrics().descent(),
+                      face.Metrics().averageCharWidth(), face.Metrics().maxWidth()};
     return TRUE;
 }

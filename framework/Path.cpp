@@ -24,7 +24,7 @@ Parts Split(const std::string& path) {
             std::string(1, static_cast<char>(std::toupper(static_cast<unsigned char>(path[0])))) + ":/";
         at = 2;
     } else if (!path.empty() && IsSeparator(path[0])) {
-        parts.root = "/";
+        parts.root.push_back('/');
     }
     std::string name;
     for (; at <= path.size(); ++at) {
@@ -92,7 +92,7 @@ bool PathRelativePathTo(std::string& result, const std::string& from, DWORD from
     if (start.root != target.root || (start.root.empty() && common == 0)) {
         return false;
     }
-    result = start.names.size() == common ? "." : "..";
+    result.assign(start.names.size() == common ? 1 : 2, '.');
     for (std::size_t i = common + 1; i < start.names.size(); ++i) {
         result += "/..";
     }

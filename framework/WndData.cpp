@@ -1,5 +1,6 @@
+#include "framework/Gdi.h"
+#include "framework/private/Face.h"
 #include "framework/private/NativeWindow.h"
-#include "framework/private/Surface.h"
 #include "framework/Wnd.h"
 
 CFont* CWnd::GetFont() const {
@@ -9,7 +10,7 @@ CFont* CWnd::GetFont() const {
 void CWnd::SetFont(CFont* font, BOOL redraw) {
     windowFont = font;
     if (native && font) {
-        native->widget->setFont(surface::FontOf(*font));
+        native->widget->setFont(surface::FaceOf(*font).Font());
         if (redraw) {
             Invalidate();
         }

@@ -4,9 +4,9 @@
 #include "framework/ComboBox.h"
 #include "framework/Edit.h"
 #include "framework/ListBox.h"
+#include "framework/private/Face.h"
 #include "framework/private/NativeControls.h"
 #include "framework/private/NativeOf.h"
-#include "framework/private/Surface.h"
 #include "framework/Static.h"
 #include "framework/TabCtrl.h"
 
@@ -80,7 +80,7 @@ NativeWindow* MakeNative(const std::string& className, DWORD style, QWidget* par
         return new PlainWindow(parent, flags);
     }
     made->windowStyle = style;
-    made->widget->setFont(surface::DefaultFont());
+    made->widget->setFont(surface::DefaultFace().Font());
     made->widget->setMouseTracking(true);
     ApplyFocusPolicy(*made);
     return made;

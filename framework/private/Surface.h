@@ -2,13 +2,15 @@
 
 #include "framework/DC.h"
 
-#include <QFont>
-#include <QFontMetrics>
 #include <QImage>
 #include <QPainter>
 
 #include <memory>
 #include <optional>
+
+namespace surface {
+class Face;
+}
 
 struct BitmapData {
     CSize size;   // logical pixels
@@ -31,8 +33,7 @@ struct SurfaceState {
     COLORREF penColor = 0;
     bool hollow = false;
     COLORREF brushColor = 0xFFFFFF;
-    QFont font;
-    bool fontSet = false;
+    surface::Face* face = nullptr;
     CPoint position;
     int dashPhase = 0;
     COLORREF textColor = 0;
@@ -48,15 +49,12 @@ struct SurfaceState {
     void SelectBitmap(CBitmap* b);
     void SetClip(const CRect& rect);
     // The selected font, or the default one of the application.
-    const QFont& Font();
+    surface::Face& Font();
 };
 
 namespace surface {
 
 QColor ColorOf(COLORREF c);
-QFont FontOf(const CFont& font);
-QFont DefaultFont();
-const QFontMetrics& MetricsOf(const QFont& font);
 // A bitmap as an image whose pixel ratio is set; null image for an empty bitmap.
 QImage ImageOf(const CBitmap& bitmap);
 

@@ -1,10 +1,7 @@
 #include "framework/private/TextLayout.h"
 
 #include "framework/Constants.h"
-#include "framework/private/Surface.h"
-
-#include <QCoreApplication>
-#include <QHash>
+#include "framework/private/Face.h"
 
 namespace text_layout {
 namespace {
@@ -12,12 +9,12 @@ namespace {
 const QString kDots = QStringLiteral("...");
 
 // The longest start of `text` for which start + tail fits, found by halving.
-QString FitStart(const QString& text, const QString& tail, const QFontMetrics& metrics, int width) {
+QString FitStart(const QString& text, const QString& tail, const surface::Face& face, int width) {
     int low = 0;
     int high = static_cast<int>(text.size());
     while (low < high) {
         const int middle = (low + high + 1) / 2;
-        if (metrics.horizontalAdvance(text.left(middle) + tail) <= width) {
+        if (face.Width(text.left(middle) + tail) <= width) {
             low = middle;
         } else {
             high = middle - 1;
@@ -26,17 +23,17 @@ QString FitStart(const QString& text, const QString& tail, const QFontMetrics& m
     return text.left(low) + tail;
 }
 
-QString Shorten(const QString& text, const QFontMetrics& metrics, int width) {
+QString Shorten(const QString& text, const surface::Face& face, int width) {
     const int slash = static_cast<int>(std::max(text.lastIndexOf('/'), text.lastIndexOf('\\')));
-    return slash < 0 ? FitStart(text, kDots, metrics, width)
-                     : FitStart(text.left(slash), kDots + text.mid(slash), metrics, width);
+    return slash < 0 ? FitStart(text, kDots, face, width)
+                     : FitStart(text.left(slash), kDots + text.mid(slash), face, width);
 }
 
-void Wrap(const QString& paragraph, const QFontMetrics& metrics, int width, QStringList& lines) {
+void Wrap(const QString& paragraph, const surface::Face& face, int width, QStringList& lines) {
     QString line;
     for (const QString& word : paragraph.split(' ')) {
         const QString longer = line.isNull() ? word : line + ' ' + word;
-        if (line.isNull() || metrics.horizontalAdvance(longer) <= width) {
+        if (line.isNull() || face.Width(longer) <= width) {
             line = longer.isNull() ? QString("") : longer;
         } else {
             lines.append(line);
@@ -61,33 +58,25 @@ QString WithoutPrefix(const QString& text) {
     return out;
 }
 
-QString PathEllipsis(const QString& text, const QFont& font, int width) {
-    constexpr int kMaxEntries = 4096;
-    static QHash<QString, QString> shortened;
-    const QFontMetrics& metrics = surface::MetricsOf(font);
-    const QString key = font.key() + QChar(0x1F) + QString::number(width) + QChar(0x1F) + text;
-    const auto found = shortened.constFind(key);
-    if (found != shortened.constEnd()) {
-        return *found;
+QString PathEllipsis(const QString& text, surface::Face& face, int width) {
+    const QString* known = face.FindShortened(text, width);
+    if (known) {
+        return *known;
     }
-    if (shortened.size() >= kMaxEntries) {
-        shortened.clear();
-    }
-    const QString result = metrics.horizontalAdvance(text) <= width ? text : Shorten(text, metrics, width);
-    shortened.insert(key, result);
+    const QString result = face.Width(text) <= width ? text : Shorten(text, face, width);
+    face.KeepShortened(text, width, result);
     return result;
 }
 
-QStringList Lines(const QString& text, const QFont& font, int width, UINT format) {
+QStringList Lines(const QString& text, surface::Face& face, int width, UINT format) {
     const QString shown = format & DT_NOPREFIX ? text : WithoutPrefix(text);
     if (format & DT_SINGLELINE) {
         QString line = shown;
         line.replace('\n', ' ').remove('\r');
         if (format & DT_PATH_ELLIPSIS) {
-            line = PathEllipsis(line, font, width);
+            line = PathEllipsis(line, face, width);
         } else if (format & DT_END_ELLIPSIS) {
-            const QFontMetrics& metrics = surface::MetricsOf(font);
-            line = metrics.horizontalAdvance(line) <= width ? line : FitStart(line, kDots, metrics, width);
+            line = face.Width(line) <= width ? line : FitStart(line, kDots, face, width);
         }
         return {line};
     }
@@ -95,7 +84,7 @@ QStringList Lines(const QString& text, const QFont& font, int width, UINT format
     for (QString paragraph : shown.split('\n')) {
         paragraph.remove('\r');
         if (format & DT_WORDBREAK) {
-            Wrap(paragraph, surface::MetricsOf(font), width, lines);
+            Wrap(paragraph, face, width, lines);
         } else {
             lines.append(paragraph);
         }
