@@ -1,15 +1,18 @@
 #include "framework/FilmsApplication.h"
 #include "host/stage/windows/app/CommandLine.h"
+#include "host/stage/windows/app/HeadlessStage.h"
 #include "host/stage/windows/app/StageApp.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/Theme.h"
 
 #include <clocale>
 #include <cstdio>
+#include <cstring>
 #include <QApplication>
 #include <QDir>
 #include <QSettings>
 #include <QStandardPaths>
+#include <vector>
 
 namespace {
 
@@ -42,9 +45,26 @@ int RunWindows(QApplication& application, const stage::CommandLine& line) {
     return code;
 }
 
+/// `stage --render ...`: no display is asked for, not even when there is one.
+int RunRender(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    FilmsApplication application(argc, argv);
+    std::vector<std::string> plugins;
+    for (const QString& plugin : stage::FindPlugins(QCoreApplication::applicationDirPath())) {
+        plugins.push_back(plugin.toStdString());
+    }
+    stage::HeadlessStage stage(FoldersOf({}), plugins);
+    return RunHeadless(std::vector<std::string>(argv + 1, argv + argc), stage, stderr);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    QCoreApplication::setOrganizationName("Stage");
+    QCoreApplication::setApplicationName("Stage");
+    if (argc > 1 && std::strcmp(argv[1], "--render") == 0) {
+        return RunRender(argc, argv);
+    }
     QStringList arguments;
     for (int i = 1; i < argc; ++i) {
         arguments << QString::fromLocal8Bit(argv[i]);
@@ -59,8 +79,6 @@ int main(int argc, char** argv) {
         return kUsageError;
     }
     FilmsApplication application(argc, argv);
-    QCoreApplication::setOrganizationName("Stage");
-    QCoreApplication::setApplicationName("Stage");
     // Films keep their times as text too; a comma would be another number.
     std::setlocale(LC_NUMERIC, "C");
     return RunWindows(application, line);
