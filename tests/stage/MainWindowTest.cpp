@@ -227,7 +227,10 @@ TEST_F(MainWindowTest, AClosedWindowTellsThePluginToLeaveTheFilm) {
     EXPECT_CALL(plugin, OnEvent(EventCode::Suspend, _));
     EXPECT_CALL(plugin, OnEvent(EventCode::ReleaseRenderResources, _));
     EXPECT_CALL(plugin, OnNew());
+    bool closed = false;
+    QObject::connect(&window, &stage::MainWindow::Closed, [&] { closed = true; });
     EXPECT_TRUE(window.close());
+    EXPECT_TRUE(closed);
 }
 
 TEST_F(MainWindowTest, ShortcutsOfPluginsWorkInTheWholeApplication) {

@@ -91,6 +91,7 @@ bool LevelSession::Save(const std::string& newPath) {
         return false;
     }
     host.plugins.SendEvent(EventCode::Suspend, nullptr);
+    const std::string oldFolder = host.level.Folder();
     bool saved = false;
     try {
         const std::string folder = FolderOf(newPath);
@@ -104,6 +105,7 @@ bool LevelSession::Save(const std::string& newPath) {
             host.windows.ReportError("The level was saved, but not all of it:\n" + Joined(messages));
         }
     } catch (const std::exception& failure) {
+        MoveTo(oldFolder);
         host.windows.ReportError(std::string("The level can't be saved.\n") + failure.what());
     }
     host.windows.LevelChanged();
@@ -122,7 +124,7 @@ void LevelSession::MoveTo(const std::string& newFolder) {
     host.meshes.SetFolder(newFolder);
     for (const auto& object : host.level.Data()->Objects()) {
         const fs::path mesh = object->meshName;
-        const bool moves = !mesh.empty() && mesh.is_relative() && !oldFolder.empty();
+        const bool moves = !mesh.empty() && mesh.is_relative() && !oldFolder.empty() && !newFolder.empty();
         // Set also where the name stays: the mesh behind it was dropped with the folder.
         object->SetMeshName(
             moves ? (oldFolder / mesh).lexically_normal().lexically_relative(newFolder).generic_string()

@@ -36,6 +36,9 @@ int RunWindows(QApplication& application, const stage::CommandLine& line) {
     if (line.size.isValid()) {
         window.resize(line.size);
     }
+    // Not by the last closed window: plug-ins have windows of their own.
+    QObject::connect(&window, &stage::MainWindow::Closed, &application, &QApplication::quit,
+                     Qt::QueuedConnection);
     stage::StageApp app(window, line);
     if (!app.Start() && !line.screenshots.isEmpty()) {
         return kLevelError;
