@@ -12,6 +12,8 @@ constexpr sf_count_t kMaxSamples = 600LL * 48000 * 2;
 class OpenFile {
 public:
     explicit OpenFile(const std::string& path) : file(sf_open(path.c_str(), SFM_READ, &info)) {}
+    OpenFile(const std::string& path, const SF_INFO& form)
+        : info(form), file(sf_open(path.c_str(), SFM_WRITE, &info)) {}
     ~OpenFile() {
         if (file != nullptr) {
             sf_close(file);
@@ -88,4 +90,20 @@ float SoundSeconds(const std::string& path) {
     return open.IsUsable() ? static_cast<float>(static_cast<double>(open.info.frames) /
                                                 static_cast<double>(open.info.samplerate))
                            : -1.0f;
+}
+
+void SaveStereoWav(const std::string& path, const std::vector<float>& samples, int rate) {
+    SF_INFO form{};
+    form.samplerate = rate;
+    form.channels = 2;
+    form.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+    OpenFile open(path, form);
+    if (open.file == nullptr) {
+        throw SoundError(path + ": " + sf_strerror(nullptr));
+    }
+    sf_command(open.file, SFC_SET_CLIPPING, nullptr, SF_TRUE);
+    const auto frames = static_cast<sf_count_t>(samples.size() / 2);
+    if (sf_writef_float(open.file, samples.data(), frames) != frames) {
+        throw SoundError(path + ": " + sf_strerror(open.file));
+    }
 }

@@ -44,7 +44,7 @@ SoundSpace::~SoundSpace() {
     if (Enter()) {
         StopAll();
         for (const auto& [key, buffer] : buffers) {
-            alDeleteBuffers(1, &buffer);
+            alDeleteBuffers(1, &buffer.name);
         }
         alcMakeContextCurrent(nullptr);
         alcDestroyContext(context);
@@ -58,7 +58,7 @@ bool SoundSpace::Enter() const {
     return context != nullptr && alcMakeContextCurrent(context) != ALC_FALSE;
 }
 
-unsigned SoundSpace::BufferFor(const std::string& path, bool placed) {
+const SoundSpace::Buffer& SoundSpace::BufferFor(const std::string& path, bool placed) {
     const auto key = std::make_pair(path, placed);
     const auto found = buffers.find(key);
     if (found != buffers.end()) {
@@ -71,8 +71,7 @@ unsigned SoundSpace::BufferFor(const std::string& path, bool placed) {
     alGenBuffers(1, &buffer);
     alBufferData(buffer, stereo ? AL_FORMAT_STEREO16 : AL_FORMAT_MONO16, frames.data(),
                  static_cast<ALsizei>(frames.size() * sizeof(std::int16_t)), sound->rate);
-    buffers.emplace(key, buffer);
-    return buffer;
+    return buffers.emplace(key, Buffer{buffer, sound->Seconds()}).first->second;
 }
 
 int SoundSpace::Play(const SoundRequest& request) {
@@ -80,14 +79,17 @@ int SoundSpace::Play(const SoundRequest& request) {
         return 0;
     }
     Collect();
-    const unsigned buffer = BufferFor(request.path, request.position.has_value());
+    const Buffer& buffer = BufferFor(request.path, request.position.has_value());
+    if (!request.looped && request.offset >= buffer.seconds) {
+        return 0;
+    }
     alGetError();
     ALuint source = 0;
     alGenSources(1, &source);
     if (alGetError() != AL_NO_ERROR) {
         return 0;
     }
-    alSourcei(source, AL_BUFFER, static_cast<ALint>(buffer));
+    alSourcei(source, AL_BUFFER, static_cast<ALint>(buffer.name));
     alSourcei(source, AL_LOOPING, request.looped ? AL_TRUE : AL_FALSE);
     alSourcef(source, AL_GAIN, request.gain);
     alSourcei(source, AL_SOURCE_RELATIVE, request.position ? AL_FALSE : AL_TRUE);
@@ -95,12 +97,8 @@ int SoundSpace::Play(const SoundRequest& request) {
     if (request.position) {
         alSourcefv(source, AL_POSITION, request.position->data());
     }
-    if (request.offset > 0.0f) {
-        alSourcef(source, AL_SEC_OFFSET, request.offset);
-        if (alGetError() != AL_NO_ERROR) {
-            alDeleteSources(1, &source);
-            return 0;
-        }
+    if (request.offset > 0.0f && buffer.seconds > 0.0f) {
+        alSourcef(source, AL_SEC_OFFSET, std::fmod(request.offset, buffer.seconds));
     }
     alSourcePlay(source);
     sources.emplace(nextSound, source);

@@ -16,7 +16,7 @@ struct SoundRequest {
     bool looped = false;
     float gain = 1.0f;
     /// World place; without one the sound is heard everywhere alike.
-    std::optional<std::array<float, 3>> position;
+    std::optional<std::array<float, 3>> position = std::nullopt;
 };
 
 /// Sounds around a listener on one OpenAL device, which it owns together with its context. With a null
@@ -44,12 +44,17 @@ public:
     void Collect();
 
 private:
+    struct Buffer {
+        unsigned name = 0;
+        float seconds = 0.0f;
+    };
+
     bool Enter() const;
-    unsigned BufferFor(const std::string& path, bool placed);
+    const Buffer& BufferFor(const std::string& path, bool placed);
 
     ALCdevice* device;
     ALCcontext* context = nullptr;
-    std::map<std::pair<std::string, bool>, unsigned> buffers;
+    std::map<std::pair<std::string, bool>, Buffer> buffers;
     std::map<int, unsigned> sources;
     int nextSound = 1;
 };

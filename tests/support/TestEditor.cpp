@@ -151,8 +151,8 @@ SceneObject* TestEditor::Create(const std::string& name, float x, float y, float
     return CreateOfClass("MeshObject", name, x, y, z);
 }
 
-SceneObject* TestEditor::CreateOfClass(const std::string& className, const std::string& name, float x, float y,
-                                       float z) {
+SceneObject* TestEditor::CreateOfClass(const std::string& className, const std::string& name, float x,
+                                       float y, float z) {
     engine::ObjectSpec spec;
     spec.className = className;
     spec.name = name;

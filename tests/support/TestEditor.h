@@ -41,7 +41,9 @@ public:
     void ShowPluginPanel(const CRuntimeClass* formClass) override;
     void HidePluginPanel() override { Log("HidePluginPanel"); }
     void AddPluginToolbar(CToolBar* toolbar, unsigned resourceId) override;
-    bool HasObjectClass(const char* className) override { return hasControl && std::string(className) == "Control"; }
+    bool HasObjectClass(const char* className) override {
+        return hasControl && std::string(className) == "Control";
+    }
     void BroadcastEvent(int code, PluginCommandId sender, void* data) override;
     void CreateHelperObject(const char* helperPlugin, PluginCommandId owner, int type,
                             const HelperObjectParams& params, EditorObject** object) override;
@@ -60,7 +62,9 @@ public:
 
     // IEditorView
     ILevel* GetLevel() override { return &level; }
-    const float* GetViewMatrix(int number) override { return number == activeView ? viewMatrix.data() : nullptr; }
+    const float* GetViewMatrix(int number) override {
+        return number == activeView ? viewMatrix.data() : nullptr;
+    }
     ObjectList* GetSelectedObjects() override { return &level.selection; }
     void GetAllObjects(ObjectList& objects, int) override { level.CollectObjects(objects); }
     void* GetGroupOf(EditorObject* object) override;

@@ -6,6 +6,9 @@ from . import glb
 from . import vector as v
 from .solid import Material, Solid, ground_shade
 
+BACK = ((2, -1),)
+BELOW = ((1, -1),)
+
 WOOD = Material("wood", "#a9784a")
 DARK_WOOD = Material("dark wood", "#6b4a30")
 PALE_WOOD = Material("pale wood", "#c9a878")
@@ -49,10 +52,10 @@ def crate():
         s.place((0, 0, 0), v.quat((0, 1, 0), side * 90))
         for plank in range(4):
             y = 0.2 + plank * 0.167
-            s.box((0, y, size / 2 - 0.045), (size - 0.22, 0.155, 0.03), WOOD, 0.008, 0.14)
+            s.box((0, y, size / 2 - 0.045), (size - 0.22, 0.155, 0.03), WOOD, 0.0, 0.14, BACK)
     s.place()
     for plank in range(4):
-        s.box((-0.255 + plank * 0.17, size - 0.045, 0), (0.16, 0.03, size - 0.22), WOOD, 0.008, 0.14)
+        s.box((-0.255 + plank * 0.17, size - 0.045, 0), (0.16, 0.03, size - 0.22), WOOD, 0.0, 0.14, BELOW)
     return alone("crate", s)
 
 
@@ -193,13 +196,13 @@ def quay():
             w, d = 2.0, 2.0
             x = -29 + column * w + (0.5 if row % 2 else -0.5)
             z = -13.0 + row * d
-            s.box((x, -0.1, z), (w - 0.05, 0.2, d - 0.05), STONE, 0.0, 0.10)
+            s.box((x, -0.1, z), (w - 0.05, 0.2, d - 0.05), STONE, 0.0, 0.10, BELOW)
     s.box((0, -1.6, -6.1), (61.6, 2.9, 15.9), DARK_STONE, 0.0)
     for column in range(31):
         x = -30 + column * 2.0
         s.box((x, 0.0, 2.05), (1.96, 0.5, 0.5), STONE, 0.05, 0.14)
         for row in range(4):
-            s.box((x + (1.0 if row % 2 else 0.0), -0.55 - row * 0.6, 1.95), (1.93, 0.55, 0.4), DARK_STONE, 0.0, 0.16)
+            s.box((x + (1.0 if row % 2 else 0.0), -0.55 - row * 0.6, 1.95), (1.93, 0.55, 0.4), DARK_STONE, 0.0, 0.16, BACK)
     return alone("quay", s)
 
 
@@ -227,7 +230,7 @@ def house(width, height, wall, trim, roof, seed, lit):
             x = side * width / 2 * (1.06 - along * 1.06)
             y = height - 0.06 * width * 0.42 + (peak - height + 0.06 * width * 0.42) * along + 0.12
             s.place((x, y, -depth / 2), v.quat((0, 0, 1), -side * angle))
-            s.box((0, -0.02 * row % 0.04, 0), (slope / 6 * 1.16, 0.12, depth + 0.7), roof, 0.03, 0.16)
+            s.box((0, -0.02 * row % 0.04, 0), (slope / 6 * 1.16, 0.12, depth + 0.7), roof, 0.0, 0.16)
     s.place()
     s.box((0, peak + 0.12, -depth / 2), (0.3, 0.22, depth + 0.8), roof, 0.05)
     floors = 2 if height > 5.5 else 1
@@ -248,27 +251,27 @@ def house(width, height, wall, trim, roof, seed, lit):
 
 def window(s, base, trim, lit, shutters):
     x, y, z = base
-    s.box((x, y + 0.65, z), (0.94, 1.34, 0.12), WHITE, 0.03)
-    s.box((x, y + 0.65, z + 0.045), (0.76, 1.14, 0.06), GLOW if lit else GLASS, 0.0)
-    s.box((x, y + 0.65, z + 0.075), (0.05, 1.14, 0.04), WHITE, 0.0)
-    s.box((x, y + 0.78, z + 0.075), (0.76, 0.05, 0.04), WHITE, 0.0)
-    s.box((x, y - 0.06, z + 0.1), (1.12, 0.1, 0.3), STONE, 0.02)
+    s.box((x, y + 0.65, z), (0.94, 1.34, 0.12), WHITE, 0.0, hidden=BACK)
+    s.box((x, y + 0.65, z + 0.045), (0.76, 1.14, 0.06), GLOW if lit else GLASS, 0.0, hidden=BACK)
+    s.box((x, y + 0.65, z + 0.075), (0.05, 1.14, 0.04), WHITE, 0.0, hidden=BACK)
+    s.box((x, y + 0.78, z + 0.075), (0.76, 0.05, 0.04), WHITE, 0.0, hidden=BACK)
+    s.box((x, y - 0.06, z + 0.1), (1.12, 0.1, 0.3), STONE, 0.0, hidden=BACK)
     if shutters:
         for side in (-1, 1):
-            s.box((x + side * 0.70, y + 0.65, z + 0.03), (0.42, 1.34, 0.07), trim, 0.02)
+            s.box((x + side * 0.70, y + 0.65, z + 0.03), (0.42, 1.34, 0.07), trim, 0.0, hidden=BACK)
             for slat in range(5):
-                s.box((x + side * 0.70, y + 0.2 + slat * 0.22, z + 0.07), (0.32, 0.09, 0.03), trim, 0.01, 0.12)
+                s.box((x + side * 0.70, y + 0.2 + slat * 0.22, z + 0.07), (0.32, 0.09, 0.03), trim, 0.0, 0.12, hidden=BACK)
 
 
 def door(s, base, trim):
     x, y, z = base
-    s.box((x, y + 1.12, z), (1.25, 2.3, 0.14), WHITE, 0.03)
-    s.box((x, y + 1.08, z + 0.05), (1.0, 2.12, 0.1), trim, 0.02)
+    s.box((x, y + 1.12, z), (1.25, 2.3, 0.14), WHITE, 0.0, hidden=BACK)
+    s.box((x, y + 1.08, z + 0.05), (1.0, 2.12, 0.1), trim, 0.0, hidden=BACK)
     for side in (-1, 1):
-        s.box((x + side * 0.23, y + 1.55, z + 0.1), (0.36, 0.8, 0.04), trim, 0.02, 0.15)
-        s.box((x + side * 0.23, y + 0.6, z + 0.1), (0.36, 0.75, 0.04), trim, 0.02, 0.15)
+        s.box((x + side * 0.23, y + 1.55, z + 0.1), (0.36, 0.8, 0.04), trim, 0.0, 0.15, hidden=BACK)
+        s.box((x + side * 0.23, y + 0.6, z + 0.1), (0.36, 0.75, 0.04), trim, 0.0, 0.15, hidden=BACK)
     s.ball((x + 0.4, y + 1.05, z + 0.14), (0.04, 0.04, 0.04), YELLOW, 8)
-    s.box((x, y + 0.06, z + 0.3), (1.6, 0.14, 0.6), STONE, 0.03)
+    s.box((x, y + 0.06, z + 0.3), (1.6, 0.14, 0.6), STONE, 0.0, hidden=BACK)
     for i in range(5):
         s.place((x - 0.8 + i * 0.4, y + 2.75, z + 0.45), v.quat((1, 0, 0), 28))
         s.box((0, 0, 0), (0.4, 0.04, 1.0), trim if i % 2 else CLOTH, 0.0, 0.02)

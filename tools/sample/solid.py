@@ -54,8 +54,8 @@ class Solid:
         for i in range(1, len(corners) - 1):
             faces.append((corners[0], corners[i], corners[i + 1]))
 
-    def box(self, center, size, material, bevel=0.02, vary=0.06):
-        """A box with bevelled edges, which catch the light."""
+    def box(self, center, size, material, bevel=0.02, vary=0.06, hidden=()):
+        """A box with bevelled edges, which catch the light. `hidden` names faces left out, as (axis, side)."""
         tint = 1.0 + self.random.between(-vary, vary)
         half = [s * 0.5 for s in size]
         bevel = min([bevel] + [h * 0.6 for h in half])
@@ -68,6 +68,8 @@ class Solid:
         for axis in range(3):
             u, w = (axis + 1) % 3, (axis + 2) % 3
             for side in (-1, 1):
+                if (axis, side) in hidden:
+                    continue
                 order = [(-1, -1), (1, -1), (1, 1), (-1, 1)]
                 if side < 0:
                     order.reverse()

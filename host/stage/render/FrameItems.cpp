@@ -36,6 +36,9 @@ void AddScreenBox(const MeshBox& box, const glm::mat4& viewProjection, MeshBox& 
 
 namespace {
 
+/// Lights below this strength change no pixel.
+constexpr float kFaintest = 0.002f;
+
 /// A pose may reach beyond the rest pose's box by about a limb's length.
 MeshBox PosedBox(const RenderItem& item) {
     MeshBox box = item.mesh->box;
@@ -70,7 +73,9 @@ ItemLights LightsReaching(const RenderScene& scene, const glm::vec3& center, flo
     ItemLights result;
     const std::size_t count = std::min(scene.lights.size(), RenderScene::kMaxLights);
     for (std::size_t i = 0; i < count; ++i) {
-        if (glm::distance(scene.lights[i].position, center) < scene.lights[i].range + radius) {
+        const RenderLight& light = scene.lights[i];
+        const float strength = std::max({light.color.r, light.color.g, light.color.b});
+        if (strength > kFaintest && glm::distance(light.position, center) < light.range + radius) {
             result.index[result.count++] = static_cast<int>(i);
         }
     }

@@ -42,9 +42,7 @@ GlContext::~GlContext() {
         eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
         eglDestroyContext(display, context);
     }
-    if (display != nullptr) {
-        eglTerminate(display);
-    }
+    // The display is the process's own: others may use it, so it is never terminated.
 }
 
 bool GlContext::Create(std::string& error) {

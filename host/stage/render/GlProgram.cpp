@@ -41,6 +41,10 @@ GlProgram::GlProgram(const char* prelude, const char* vertex, const char* fragme
         glDeleteProgram(program);
         throw std::runtime_error(std::string("shader link: ") + log);
     }
+    const GLuint block = glGetUniformBlockIndex(program, "Frame");
+    if (block != GL_INVALID_INDEX) {
+        glUniformBlockBinding(program, block, kFrameBinding);
+    }
 }
 
 GlProgram::~GlProgram() {

@@ -5,6 +5,9 @@
 /// A linked shader program. Created and destroyed with its context current.
 class GlProgram {
 public:
+    /// Where the uniform block "Frame" is bound in every program that has it.
+    static constexpr unsigned kFrameBinding = 0;
+
     /// `prelude` and then `define` are put in front of both shaders. Throws std::runtime_error with the
     /// compiler's text.
     GlProgram(const char* prelude, const char* vertex, const char* fragment, const char* define = "");
@@ -14,7 +17,6 @@ public:
 
     void Use() const;
     int Location(const char* name) const;
-    unsigned Id() const { return program; }
 
 private:
     unsigned program = 0;

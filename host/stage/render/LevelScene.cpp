@@ -1,8 +1,10 @@
 #include "host/stage/render/LevelScene.h"
 
+#include "host/engine/FilmManager.h"
 #include "host/stage/render/HelperShapes.h"
 #include "host/stage/render/ShapeMeshes.h"
 #include "host/stage/render/SkyLight.h"
+#include "plugin/contract/Film.h"
 
 #include <algorithm>
 #include <cstring>
@@ -13,6 +15,8 @@ namespace {
 constexpr float kLargestCaster = 150.0f;
 /// Light of a film light of full colour and intensity 1.
 constexpr float kLightStrength = 2.2f;
+/// Bodies of sun helpers, which stand a kilometre out, against those of other lights.
+constexpr float kSunBodyScale = 220.0f;
 
 glm::vec3 ToGlm(const Vector3& v) {
     return {v.x, v.y, v.z};
@@ -58,6 +62,7 @@ void LevelScene::Update(const engine::Level& level, const LevelSceneOptions& opt
         return;
     }
     DropOldPoses(*data);
+    FindSunHelpers(*data);
     TakeSun(*data);
     for (const auto& object : data->Objects()) {
         if (object->IsShown()) {
@@ -68,6 +73,18 @@ void LevelScene::Update(const engine::Level& level, const LevelSceneOptions& opt
 
 void LevelScene::DropOldPoses(const engine::LevelData& data) {
     std::erase_if(poses, [&](const auto& entry) { return data.Find(entry.first) == nullptr; });
+}
+
+void LevelScene::FindSunHelpers(const engine::LevelData& data) {
+    sunHelpers.clear();
+    for (IFilm* film : data.Films().films) {
+        for (CFilmTrack* track : film != nullptr ? film->tracks : std::list<CFilmTrack*>()) {
+            const CFilmGLLightTrack* light = AsGLLightTrack(track);
+            if (light != nullptr && light->isSun != 0) {
+                sunHelpers.insert(light->lightObject);
+            }
+        }
+    }
 }
 
 void LevelScene::TakeSun(const engine::LevelData& data) {
@@ -125,7 +142,8 @@ void LevelScene::AddObject(const engine::SceneObject& object, const LevelSceneOp
 
 void LevelScene::AddLight(const engine::SceneObject& object, const LevelSceneOptions& options) {
     const RenderLight light = ToLight(object);
-    if (object.light->on) {
+    const bool isSun = sunHelpers.count(&object) != 0;
+    if (object.light->on && !isSun) {
         scene.lights.push_back(light);
     }
     if (!options.editor) {
@@ -133,12 +151,15 @@ void LevelScene::AddLight(const engine::SceneObject& object, const LevelSceneOpt
     }
     RenderItem item;
     item.objectId = object.id;
-    item.world = glm::mat4(1.0f);
+    const float size = isSun ? kSunBodyScale : 1.0f;
+    item.world = glm::mat4(glm::mat3(size));
     item.world[3] = glm::vec4(light.position, 1.0f);
     item.mesh = lightBody;
     item.tint = object.light->on ? ToGlm(object.light->color) : glm::vec3(0.25f);
     item.castsShadow = false;
     item.outline = IsSelected(object);
-    HelperShapes::AddPointLight(scene.lines, light, item.outline);
+    if (!isSun) {
+        HelperShapes::AddPointLight(scene.lines, light, item.outline);
+    }
     scene.items.push_back(std::move(item));
 }

@@ -5,6 +5,7 @@
 #include "host/stage/render/RenderScene.h"
 
 #include <map>
+#include <set>
 
 /// What of a level its scene shows besides the objects with meshes.
 struct LevelSceneOptions {
@@ -30,9 +31,11 @@ private:
     const MeshPose* PoseFor(const engine::SceneObject& object, const Mesh& mesh);
     void TakeSun(const engine::LevelData& data);
     void DropOldPoses(const engine::LevelData& data);
+    void FindSunHelpers(const engine::LevelData& data);
 
     GltfMeshLibrary& meshes;
     std::map<int, std::unique_ptr<MeshPose>> poses; ///< by object id
+    std::set<const EditorObject*> sunHelpers;       ///< of the level at this Update
     std::shared_ptr<const Mesh> lightBody;
     std::shared_ptr<const Mesh> plainBody;
     std::shared_ptr<const Mesh> missingBody;

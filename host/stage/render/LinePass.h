@@ -15,7 +15,6 @@ public:
 
     /// Into the bound frame; `scale` buffer pixels a picture pixel. Lines that are not finite are left out.
     void Draw(const std::vector<RenderLine>& lines, float scale, bool depthTest);
-    const GlProgram& Program() const { return program; }
 
 private:
     GlProgram program;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <epoxy/gl.h>
+#include <string>
 
 namespace {
 
@@ -23,13 +24,41 @@ void SetMatrix(const GlProgram& program, const char* name, const glm::mat4& matr
     glUniformMatrix4fv(program.Location(name), 1, GL_FALSE, &matrix[0][0]);
 }
 
+void SetLights(const GlProgram& program, const RenderScene& scene, const ItemLights& lights) {
+    if (lights.count == 0) {
+        return;
+    }
+    glm::vec4 places[RenderScene::kMaxLights];
+    glm::vec3 colors[RenderScene::kMaxLights];
+    for (int i = 0; i < lights.count; ++i) {
+        const RenderLight& light = scene.lights[static_cast<std::size_t>(lights.index[i])];
+        const float range = std::max(light.range, 0.01f);
+        places[i] = glm::vec4(light.position, 1.0f / (range * range));
+        colors[i] = light.color;
+    }
+    glUniform4fv(program.Location("lightPosition"), lights.count, &places[0].x);
+    glUniform3fv(program.Location("lightColor"), lights.count, &colors[0].x);
+}
+
 } // namespace
 
 MeshPass::MeshPass()
-    : plain(Shaders::kFramePrelude, Shaders::kMeshVertex, Shaders::kMeshFragment),
-      glossy(Shaders::kFramePrelude, Shaders::kMeshVertex, Shaders::kMeshFragment, "#define GLOSSY\n"),
-      depth(Shaders::kFramePrelude, Shaders::kDepthVertex, Shaders::kDepthFragment),
+    : depth(Shaders::kFramePrelude, Shaders::kDepthVertex, Shaders::kDepthFragment),
       mask(Shaders::kFramePrelude, Shaders::kDepthVertex, Shaders::kMaskFragment) {
+    // The plainest form at once, so that a driver that can't do it is found out at the start.
+    Program({});
+}
+
+const GlProgram& MeshPass::Program(const Variant& variant) {
+    std::unique_ptr<GlProgram>& program = lit[variant];
+    if (program == nullptr) {
+        std::string defines = "#define LIGHTS " + std::to_string(variant.lights) + "\n";
+        defines += variant.glossy ? "#define GLOSSY\n" : "";
+        defines += variant.fine ? "#define FINE\n" : "";
+        program = std::make_unique<GlProgram>(Shaders::kFramePrelude, Shaders::kMeshVertex,
+                                              Shaders::kMeshFragment, defines.c_str());
+    }
+    return *program;
 }
 
 void MeshPass::Prepare(const std::vector<FrameItem>& items) {
@@ -41,43 +70,38 @@ void MeshPass::Prepare(const std::vector<FrameItem>& items) {
     buffers.Prepare(sources);
 }
 
-void MeshPass::DrawLitPart(const GlProgram& program, const FrameItem& entry, const MeshPart& part) {
+void MeshPass::DrawLitPart(const GlProgram& program, const FrameItem& entry, const MeshPart& part,
+                           const View& view) {
     const glm::mat4 matrix = PartMatrix(*entry.item, part);
     const glm::mat3 normalMatrix = glm::transpose(glm::inverse(glm::mat3(matrix)));
     SetMatrix(program, "model", matrix);
+    SetMatrix(program, "clip", view.viewProjection * matrix);
     glUniformMatrix3fv(program.Location("normalModel"), 1, GL_FALSE, &normalMatrix[0][0]);
     FaceFront(matrix);
     buffers.Draw(entry.index, part);
 }
 
-void MeshPass::DrawLitParts(const GlProgram& program, bool isGlossy, const RenderScene& scene,
-                            unsigned shadowTexture) {
+void MeshPass::DrawLitItem(const FrameItem& entry, const RenderScene& scene, const View& view, bool glossy) {
+    const std::vector<MeshPart>& meshParts = entry.item->mesh->parts;
+    if (std::none_of(meshParts.begin(), meshParts.end(),
+                     [&](const MeshPart& part) { return part.glossy == glossy; })) {
+        return;
+    }
+    const ItemLights lights = LightsReaching(scene, entry.center, entry.radius);
+    const GlProgram& program = Program({glossy, view.fine, lights.count});
     program.Use();
-    glActiveTexture(GL_TEXTURE0);
-    glBindTexture(GL_TEXTURE_2D, shadowTexture);
     glUniform1i(program.Location("shadowMap"), 0);
-    for (const FrameItem* entry : order) {
-        const std::vector<MeshPart>& meshParts = entry->item->mesh->parts;
-        if (std::none_of(meshParts.begin(), meshParts.end(),
-                         [&](const MeshPart& part) { return part.glossy == isGlossy; })) {
-            continue;
-        }
-        const ItemLights lights = LightsReaching(scene, entry->center, entry->radius);
-        glUniform3fv(program.Location("tint"), 1, &entry->item->tint.x);
-        glUniform1i(program.Location("lightCount"), lights.count);
-        glUniform1iv(program.Location("lightIndex"), static_cast<GLsizei>(RenderScene::kMaxLights),
-                     lights.index);
-        for (const MeshPart& part : meshParts) {
-            if (part.glossy == isGlossy) {
-                DrawLitPart(program, *entry, part);
-            }
+    glUniform3fv(program.Location("tint"), 1, &entry.item->tint.x);
+    SetLights(program, scene, lights);
+    for (const MeshPart& part : meshParts) {
+        if (part.glossy == glossy) {
+            DrawLitPart(program, entry, part, view);
         }
     }
 }
 
-void MeshPass::DrawLit(const std::vector<FrameItem>& items, const RenderScene& scene,
-                       const glm::mat4& viewProjection, const glm::vec3& eye, unsigned shadowTexture) {
-    const std::array<glm::vec4, 6> planes = FrustumPlanes(viewProjection);
+void MeshPass::SelectSeen(const std::vector<FrameItem>& items, const View& view) {
+    const std::array<glm::vec4, 6> planes = FrustumPlanes(view.viewProjection);
     order.clear();
     for (const FrameItem& entry : items) {
         if (IsSeen(entry, planes)) {
@@ -85,40 +109,47 @@ void MeshPass::DrawLit(const std::vector<FrameItem>& items, const RenderScene& s
         }
     }
     const auto nearness = [&](const FrameItem* entry) {
-        return glm::distance(entry->center, eye) - entry->radius * 0.5f;
+        return glm::distance(entry->center, view.eye) - entry->radius * 0.5f;
     };
     std::stable_sort(order.begin(), order.end(),
                      [&](const FrameItem* a, const FrameItem* b) { return nearness(a) < nearness(b); });
+}
+
+void MeshPass::DrawLit(const std::vector<FrameItem>& items, const RenderScene& scene, const View& view) {
+    SelectSeen(items, view);
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, view.shadowTexture);
     glEnable(GL_DEPTH_TEST);
     glEnable(GL_CULL_FACE);
-    DrawLitParts(plain, /*isGlossy*/ false, scene, shadowTexture);
-    DrawLitParts(glossy, /*isGlossy*/ true, scene, shadowTexture);
+    for (const bool glossy : {false, true}) {
+        for (const FrameItem* entry : order) {
+            DrawLitItem(*entry, scene, view, glossy);
+        }
+    }
     glDisable(GL_CULL_FACE);
 }
 
-void MeshPass::DrawFlat(const GlProgram& program, const FrameItem& entry) {
+void MeshPass::DrawFlat(const GlProgram& program, const FrameItem& entry, const glm::mat4& projection) {
     for (const MeshPart& part : entry.item->mesh->parts) {
-        SetMatrix(program, "model", PartMatrix(*entry.item, part));
+        SetMatrix(program, "clip", projection * PartMatrix(*entry.item, part));
         buffers.Draw(entry.index, part);
     }
 }
 
 void MeshPass::DrawDepth(const std::vector<FrameItem>& items, const glm::mat4& projection) {
     depth.Use();
-    SetMatrix(depth, "projection", projection);
     for (const FrameItem& entry : items) {
         if (entry.item->castsShadow) {
-            DrawFlat(depth, entry);
+            DrawFlat(depth, entry, projection);
         }
     }
 }
 
-void MeshPass::DrawMask(const std::vector<FrameItem>& items, const glm::mat4& viewProjection) {
+void MeshPass::DrawMask(const std::vector<FrameItem>& items, const glm::mat4& projection) {
     mask.Use();
-    SetMatrix(mask, "projection", viewProjection);
     for (const FrameItem& entry : items) {
         if (entry.item->outline) {
-            DrawFlat(mask, entry);
+            DrawFlat(mask, entry, projection);
         }
     }
 }

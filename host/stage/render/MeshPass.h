@@ -4,32 +4,51 @@
 #include "host/stage/render/GlProgram.h"
 #include "host/stage/render/MeshBuffers.h"
 
+#include <map>
+#include <memory>
+
 /// Draws the meshes of a frame: lit, as depth alone, or as a mask. Used with its context current.
 class MeshPass {
 public:
+    /// How one view sees the frame.
+    struct View {
+        glm::mat4 viewProjection{1.0f};
+        glm::vec3 eye{0.0f};
+        unsigned shadowTexture = 0;
+        bool fine = false; ///< softer shadows, at four times their price
+    };
+
     MeshPass();
 
     /// Uploads what the items need.
     void Prepare(const std::vector<FrameItem>& items);
-    /// Near items first, without those outside the camera's view.
-    void DrawLit(const std::vector<FrameItem>& items, const RenderScene& scene,
-                 const glm::mat4& viewProjection, const glm::vec3& eye, unsigned shadowTexture);
+    /// Near items first, without those outside the view.
+    void DrawLit(const std::vector<FrameItem>& items, const RenderScene& scene, const View& view);
     void DrawDepth(const std::vector<FrameItem>& items, const glm::mat4& projection);
     /// The outlined items in white.
-    void DrawMask(const std::vector<FrameItem>& items, const glm::mat4& viewProjection);
-    const GlProgram& PlainProgram() const { return plain; }
-    const GlProgram& GlossyProgram() const { return glossy; }
+    void DrawMask(const std::vector<FrameItem>& items, const glm::mat4& projection);
 
 private:
-    void DrawFlat(const GlProgram& program, const FrameItem& entry);
-    void DrawLitParts(const GlProgram& program, bool isGlossy, const RenderScene& scene,
-                      unsigned shadowTexture);
-    void DrawLitPart(const GlProgram& program, const FrameItem& entry, const MeshPart& part);
+    /// A form of the lit shader. Each is made at its first use: fixed numbers of lights and no branches are
+    /// what the processor draws fastest.
+    struct Variant {
+        bool glossy = false;
+        bool fine = false;
+        int lights = 0;
 
-    GlProgram plain;  ///< for rough surfaces: no mirror and no gleam
-    GlProgram glossy; ///< for all others
+        auto operator<=>(const Variant&) const = default;
+    };
+
+    void SelectSeen(const std::vector<FrameItem>& items, const View& view);
+    const GlProgram& Program(const Variant& variant);
+    void DrawLitItem(const FrameItem& entry, const RenderScene& scene, const View& view, bool glossy);
+    void DrawLitPart(const GlProgram& program, const FrameItem& entry, const MeshPart& part,
+                     const View& view);
+    void DrawFlat(const GlProgram& program, const FrameItem& entry, const glm::mat4& projection);
+
+    std::map<Variant, std::unique_ptr<GlProgram>> lit;
     GlProgram depth;
     GlProgram mask;
     MeshBuffers buffers;
-    std::vector<const FrameItem*> order;
+    std::vector<const FrameItem*> order; ///< of the view being drawn
 };

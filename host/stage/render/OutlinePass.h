@@ -23,7 +23,6 @@ public:
     void BeginMask(int width, int height, const Area& area);
     /// Into the bound frame, `radius` pixels of it wide.
     void Draw(const glm::vec3& color, float radius) const;
-    const GlProgram& Program() const { return program; }
 
 private:
     GlProgram program;

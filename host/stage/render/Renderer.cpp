@@ -18,16 +18,8 @@
 namespace {
 
 constexpr glm::vec3 kOutlineColor(1.0f, 0.62f, 0.10f);
-constexpr unsigned kFrameBinding = 0;
 /// Shadows reach this far around what the first casters span; beyond, texels would grow too coarse.
 constexpr float kMaxShadowExtent = 160.0f;
-
-void BindFrameBlock(const GlProgram& program) {
-    const GLuint index = glGetUniformBlockIndex(program.Id(), "Frame");
-    if (index != GL_INVALID_INDEX) {
-        glUniformBlockBinding(program.Id(), index, kFrameBinding);
-    }
-}
 
 glm::vec3 SunDirection(const RenderSun& sun) {
     const float length = glm::length(sun.direction);
@@ -43,12 +35,7 @@ FrameBlock MakeBlock(const RenderScene& scene, const RenderCamera& camera) {
     block.sunColor = glm::vec4(scene.sun.color, scene.exposure);
     block.zenith = glm::vec4(scene.sky.zenith, scene.sky.fog);
     block.horizon = glm::vec4(scene.sky.horizon, scene.sky.clouds);
-    const std::size_t lights = std::min(scene.lights.size(), RenderScene::kMaxLights);
-    block.ground = glm::vec4(scene.sky.ground, static_cast<float>(lights));
-    for (std::size_t i = 0; i < lights; ++i) {
-        block.lightPosition[i] = glm::vec4(scene.lights[i].position, std::max(scene.lights[i].range, 0.01f));
-        block.lightColor[i] = glm::vec4(scene.lights[i].color, 0.0f);
-    }
+    block.ground = glm::vec4(scene.sky.ground, 0.0f);
     return block;
 }
 
@@ -60,7 +47,10 @@ MeshBox CasterBox(const std::vector<FrameItem>& items) {
             box.Add(entry.box.max);
         }
     }
-    const glm::vec3 center = box.IsEmpty() ? glm::vec3(0.0f) : box.Center();
+    if (box.IsEmpty()) {
+        box.Add(glm::vec3(0.0f));
+    }
+    const glm::vec3 center = box.Center();
     box.min = glm::max(box.min, center - glm::vec3(kMaxShadowExtent * 0.5f));
     box.max = glm::min(box.max, center + glm::vec3(kMaxShadowExtent * 0.5f));
     return box;
@@ -72,15 +62,7 @@ MeshBox CasterBox(const std::vector<FrameItem>& items) {
 struct Renderer::Parts {
     GlContext context;
     struct Passes {
-        Passes() {
-            BindFrameBlock(sky.CloudProgram());
-            BindFrameBlock(sky.SkyProgram());
-            BindFrameBlock(lines.Program());
-            BindFrameBlock(outline.Program());
-            BindFrameBlock(meshes.PlainProgram());
-            BindFrameBlock(meshes.GlossyProgram());
-            glGenBuffers(1, &frameBuffer);
-        }
+        Passes() { glGenBuffers(1, &frameBuffer); }
         ~Passes() { glDeleteBuffers(1, &frameBuffer); }
         Passes(const Passes&) = delete;
         Passes& operator=(const Passes&) = delete;
@@ -96,12 +78,11 @@ struct Renderer::Parts {
     std::unique_ptr<Passes> passes;
     const RenderScene* scene = nullptr;
     std::vector<FrameItem> items;
-    bool hasShadow = false;
 
     void UploadBlock(const FrameBlock& block) const {
         glBindBuffer(GL_UNIFORM_BUFFER, passes->frameBuffer);
         glBufferData(GL_UNIFORM_BUFFER, sizeof(block), &block, GL_STREAM_DRAW);
-        glBindBufferBase(GL_UNIFORM_BUFFER, kFrameBinding, passes->frameBuffer);
+        glBindBufferBase(GL_UNIFORM_BUFFER, GlProgram::kFrameBinding, passes->frameBuffer);
     }
 
     /// The pixels that the rims can reach; empty when nothing is outlined.
@@ -152,11 +133,11 @@ struct Renderer::Parts {
         const glm::vec2 size(passes->target.Width(), passes->target.Height());
         block.viewport = glm::vec4(size, 1.0f / size);
         block.shadow = passes->shadow.TextureMatrix();
-        block.sunDirection.w = hasShadow ? 1.0f : 0.0f;
         UploadBlock(block);
         passes->sky.DrawClouds(passes->target.Width(), passes->target.Height());
         passes->target.Bind();
-        passes->meshes.DrawLit(items, *scene, viewProjection, glm::vec3(block.eye), passes->shadow.Texture());
+        passes->meshes.DrawLit(
+            items, *scene, {viewProjection, glm::vec3(block.eye), passes->shadow.Texture(), supersample > 1});
         passes->sky.Draw();
         DrawOutline(viewProjection, supersample);
         DrawLines(camera, supersample);
@@ -194,12 +175,9 @@ void Renderer::BeginFrame(const RenderScene& scene) {
     }
     parts->passes->meshes.Prepare(parts->items);
     const MeshBox box = CasterBox(parts->items);
-    parts->hasShadow = !box.IsEmpty();
-    if (parts->hasShadow) {
-        parts->passes->shadow.Begin(box, SunDirection(scene.sun));
-        parts->passes->meshes.DrawDepth(parts->items, parts->passes->shadow.Projection());
-        ShadowMap::End();
-    }
+    parts->passes->shadow.Begin(box, SunDirection(scene.sun));
+    parts->passes->meshes.DrawDepth(parts->items, parts->passes->shadow.Projection());
+    ShadowMap::End();
 }
 
 bool Renderer::DrawView(const RenderCamera& camera, int width, int height, RenderImage& image,

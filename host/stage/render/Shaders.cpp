@@ -14,8 +14,6 @@ layout(std140) uniform Frame {
     vec4 horizon;
     vec4 ground;
     vec4 viewport;
-    vec4 lightPosition[8];
-    vec4 lightColor[8];
 };
 
 vec3 SkyColor(vec3 direction) {
@@ -49,65 +47,73 @@ layout(location = 1) in vec3 normal;
 layout(location = 2) in vec4 color;
 layout(location = 3) in vec4 surface;
 uniform mat4 model;
+uniform mat4 clip;
 uniform mat3 normalModel;
 uniform vec3 tint;
-out vec3 worldPosition;
+// Few outputs: each is set up for every triangle.
+out vec4 placeAndGlow;
 out vec3 worldNormal;
 out vec3 albedo;
-out vec4 material;
-out vec3 shadowPosition;
+#ifdef GLOSSY
+out vec3 material;
+#endif
 
 void main() {
-    vec4 world = model * vec4(position, 1.0);
-    worldPosition = world.xyz;
+    placeAndGlow = vec4((model * vec4(position, 1.0)).xyz, surface.b);
     worldNormal = normalModel * normal;
     albedo = color.rgb * tint;
-    material = surface;
-    // Moved along the normal so that a surface does not shade itself.
-    vec3 lifted = world.xyz + normalize(worldNormal) * 0.05;
-    shadowPosition = (shadowMatrix * vec4(lifted, 1.0)).xyz;
-    gl_Position = viewProjection * world;
+#ifdef GLOSSY
+    material = surface.rga;
+#endif
+    gl_Position = clip * vec4(position, 1.0);
 }
 )";
 
 const char* const kMeshFragment = R"(
-in vec3 worldPosition;
+in vec4 placeAndGlow;
 in vec3 worldNormal;
 in vec3 albedo;
-in vec4 material;
-in vec3 shadowPosition;
+#ifdef GLOSSY
+in vec3 material; // roughness, metallic, ripple
+#endif
 uniform sampler2DShadow shadowMap;
-uniform int lightCount;
-uniform int lightIndex[8];
+#if LIGHTS > 0
+uniform vec4 lightPosition[LIGHTS]; // w: 1 over the square of the range
+uniform vec3 lightColor[LIGHTS];
+#endif
 out vec4 result;
 
-float SunVisible() {
-    if (sunDirection.w == 0.0 || any(greaterThan(abs(shadowPosition - 0.5), vec3(0.5)))) {
-        return 1.0;
-    }
+float SunVisible(vec3 n) {
+    // Moved along the normal so that a surface does not shade itself.
+    vec3 lifted = placeAndGlow.xyz + n * 0.05;
+    vec3 shadowPosition = mat3(shadowMatrix) * lifted + shadowMatrix[3].xyz;
+#ifdef FINE
     const float texel = 1.0 / 2048.0;
     float sum = texture(shadowMap, shadowPosition + vec3(-0.9, -0.4, 0.0) * texel);
     sum += texture(shadowMap, shadowPosition + vec3(0.4, -0.9, 0.0) * texel);
     sum += texture(shadowMap, shadowPosition + vec3(0.9, 0.4, 0.0) * texel);
     sum += texture(shadowMap, shadowPosition + vec3(-0.4, 0.9, 0.0) * texel);
-    return mix(1.0, sum * 0.25, sunDirection.w);
+    return sum * 0.25;
+#else
+    return texture(shadowMap, shadowPosition);
+#endif
 }
 
 #ifdef GLOSSY
 vec3 Ripple(vec3 n, float distance) {
-    vec2 p = worldPosition.xz;
+    vec2 p = placeAndGlow.xz;
     float t = eye.w;
     vec2 slope = 0.050 * cos(dot(p, vec2(0.9, 0.6)) + t * 1.1) * vec2(0.9, 0.6);
     slope += 0.045 * cos(dot(p, vec2(-1.3, 1.9)) + t * 1.7) * vec2(-1.3, 1.9) * 0.6;
     slope += 0.040 * cos(dot(p, vec2(3.1, 2.3)) - t * 2.3) * vec2(3.1, 2.3) * 0.35;
     slope += 0.030 * cos(dot(p, vec2(-4.3, 5.7)) + t * 3.1) * vec2(-4.3, 5.7) * 0.22;
-    slope *= material.a / (1.0 + distance * 0.03);
+    slope *= material.b / (1.0 + distance * 0.03);
     return normalize(n - vec3(slope.x, 0.0, slope.y));
 }
 #endif
 
 void main() {
-    vec3 toEye = eye.xyz - worldPosition;
+    vec3 toEye = eye.xyz - placeAndGlow.xyz;
     float distance = length(toEye);
     toEye /= distance;
     vec3 n = normalize(worldNormal);
@@ -115,20 +121,19 @@ void main() {
     n = Ripple(n, distance);
 #endif
     float sun = max(dot(n, sunDirection.xyz), 0.0);
-    float visible = SunVisible();
+    float visible = SunVisible(n);
     vec3 ambient = mix(ground.rgb, zenith.rgb * 0.45 + horizon.rgb * 0.55, n.y * 0.5 + 0.5);
     vec3 light = ambient + sunColor.rgb * (sun * visible);
-    for (int i = 0; i < lightCount; ++i) {
-        int which = lightIndex[i];
-        vec3 toLight = lightPosition[which].xyz - worldPosition;
+#if LIGHTS > 0
+    for (int i = 0; i < LIGHTS; ++i) {
+        vec3 toLight = lightPosition[i].xyz - placeAndGlow.xyz;
         float squared = dot(toLight, toLight);
-        float range = lightPosition[which].w;
-        float fade = max(1.0 - squared / (range * range), 0.0);
-        vec3 direction = toLight * inversesqrt(squared + 0.0001);
-        float wrap = max(dot(n, direction) * 0.8 + 0.2, 0.0);
-        light += lightColor[which].rgb * (wrap * fade * fade / (0.35 + squared * 0.08));
+        float fade = max(1.0 - squared * lightPosition[i].w, 0.0);
+        float wrap = max(dot(n, toLight) * inversesqrt(squared + 0.0001) * 0.8 + 0.2, 0.0);
+        light += lightColor[i] * (wrap * fade * fade / (0.35 + squared * 0.08));
     }
-    vec3 color = albedo * (light + material.b * 3.2);
+#endif
+    vec3 color = albedo * (light + placeAndGlow.w * 3.2);
 #ifdef GLOSSY
     float roughness = material.r;
     float metallic = material.g;
@@ -155,10 +160,9 @@ void main() {
 
 const char* const kDepthVertex = R"(
 layout(location = 0) in vec3 position;
-uniform mat4 model;
-uniform mat4 projection;
+uniform mat4 clip;
 
-void main() { gl_Position = projection * (model * vec4(position, 1.0)); }
+void main() { gl_Position = clip * vec4(position, 1.0); }
 )";
 
 const char* const kDepthFragment = "void main() {}\n";

@@ -15,8 +15,6 @@ public:
     void DrawClouds(int width, int height);
     /// Into the bound frame, behind everything.
     void Draw() const;
-    const GlProgram& CloudProgram() const { return cloudProgram; }
-    const GlProgram& SkyProgram() const { return skyProgram; }
 
 private:
     GlProgram cloudProgram;

@@ -1,0 +1,92 @@
+#include "host/stage/headless/FilmSounds.h"
+
+#include "plugin/contract/Film.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+
+namespace {
+
+std::array<float, 3> PlaceOf(const EditorObject& object) {
+    const float* matrix = object.GetMatrix(0);
+    return {matrix[12], matrix[13], matrix[14]};
+}
+
+} // namespace
+
+FilmSounds::FilmSounds(const std::string& levelFolder, int rate) : folder(levelFolder), mixer(rate) {
+}
+
+void FilmSounds::OnKeyFired(IFilm&, CFilmTrack& track, const IFilmKey& key, float late) {
+    CFilmObjectTrack* actorTrack = AsObjectTrack(&track);
+    EditorObject* actor = actorTrack != nullptr ? actorTrack->actor : nullptr;
+    SoundRequest request;
+    if (key.kind == KeyKind::Speech) {
+        if (actor != nullptr) {
+            request.position = PlaceOf(*actor);
+        }
+        Start(static_cast<const CFilmSpeechKey&>(key).speechPath, key, request, actor, late);
+    } else if (key.kind == KeyKind::Sound) {
+        const auto& record = static_cast<const CFilmSoundKey&>(key);
+        EditorObject* follows = record.followObject != 0 ? actor : nullptr;
+        request.looped = record.looped != 0;
+        if (follows != nullptr) {
+            request.position = PlaceOf(*follows);
+        } else if (!(record.soundPosition == Vector3())) {
+            request.position = {record.soundPosition.x, record.soundPosition.y, record.soundPosition.z};
+        }
+        Start(record.wavPath, key, request, follows, late);
+    }
+}
+
+void FilmSounds::Start(const std::string& path, const IFilmKey& key, SoundRequest request,
+                       EditorObject* follows, float late) {
+    if (mixer.Space() == nullptr || path.empty()) {
+        return;
+    }
+    request.path = (std::filesystem::path(folder) / path).string();
+    request.offset = late;
+    try {
+        const int sound = mixer.Space()->Play(request);
+        if (sound != 0) {
+            playing.push_back({sound, key.endTime, follows});
+        }
+    } catch (const SoundError& error) {
+        errors.insert(error.what());
+    }
+}
+
+void FilmSounds::OnFilmStopped(IFilm&) {
+    if (mixer.Space() != nullptr) {
+        mixer.Space()->StopAll();
+    }
+    playing.clear();
+}
+
+void FilmSounds::Update(float time) {
+    std::erase_if(playing, [&](const Playing& entry) {
+        const bool over = time >= entry.end;
+        if (over) {
+            mixer.Space()->Stop(entry.sound);
+        } else if (entry.follows != nullptr) {
+            mixer.Space()->Move(entry.sound, PlaceOf(*entry.follows));
+        }
+        return over;
+    });
+}
+
+void FilmSounds::MixUpTo(float time, float length, const float* camera) {
+    const auto wanted =
+        static_cast<std::size_t>(std::max(std::llround(static_cast<double>(length) * Rate()), 0LL));
+    const std::size_t have = samples.size() / 2;
+    if (mixer.Space() != nullptr) {
+        if (camera != nullptr) {
+            mixer.Space()->SetListener(camera);
+        }
+        Update(time);
+    }
+    if (wanted > have) {
+        mixer.Render(static_cast<int>(wanted - have), samples);
+    }
+}

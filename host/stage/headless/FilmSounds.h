@@ -1,0 +1,43 @@
+#pragma once
+
+#include "host/engine/FilmSink.h"
+#include "host/sound/SoundMixer.h"
+
+#include <set>
+#include <string>
+#include <vector>
+
+/// Hears a film's sound and speech keys and mixes what they play.
+class FilmSounds : public engine::IFilmSink {
+public:
+    /// Paths of keys are relative to the folder unless they are absolute.
+    FilmSounds(const std::string& levelFolder, int rate);
+
+    void OnKeyFired(IFilm& film, CFilmTrack& track, const IFilmKey& key, float late) override;
+    void OnFilmStopped(IFilm& film) override;
+    /// Appends sound until `length` seconds are there, as it is at a time of the film. `camera` is the matrix
+    /// of the listener, or null to leave him where he is.
+    void MixUpTo(float time, float length, const float* camera);
+    const std::vector<float>& Samples() const { return samples; }
+    int Rate() const { return mixer.Rate(); }
+    bool IsReady() const { return mixer.IsReady(); }
+    /// Files that could not be played, each once.
+    const std::set<std::string>& Errors() const { return errors; }
+
+private:
+    struct Playing {
+        int sound = 0;
+        float end = 0.0f;                ///< seconds of the film
+        EditorObject* follows = nullptr; ///< the sound moves with it
+    };
+
+    void Start(const std::string& path, const IFilmKey& key, SoundRequest request, EditorObject* follows,
+               float late);
+    void Update(float time);
+
+    std::string folder;
+    SoundMixer mixer;
+    std::vector<float> samples;
+    std::vector<Playing> playing;
+    std::set<std::string> errors;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "host/stage/headless/VideoPipe.h"
+
+#include <memory>
+
+/// Where the frames go: numbered PNG files, a video, or both. All operations throw OutputError.
+class FrameOutput {
+public:
+    explicit FrameOutput(const HeadlessOptions& asked) : options(asked) {}
+
+    /// Makes the folder and starts the video. `soundFile` may be empty.
+    void Start(const std::string& soundFile);
+    void Write(int frame, const RenderImage& image);
+    void Finish();
+
+private:
+    const HeadlessOptions& options;
+    std::unique_ptr<VideoPipe> video;
+};
+
+/// Name of a frame's file: frame_0000.png.
+std::string FrameFileName(int frame);

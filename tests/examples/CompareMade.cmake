@@ -1,0 +1,18 @@
+# Runs the script into an empty folder and compares what it made with the committed files, both ways.
+file(REMOVE_RECURSE ${FOLDER})
+execute_process(COMMAND ${PYTHON} ${SCRIPT} ${FOLDER} RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "${SCRIPT} failed: ${status}")
+endif()
+file(GLOB_RECURSE made RELATIVE ${FOLDER} ${FOLDER}/*)
+file(GLOB_RECURSE committed RELATIVE ${COMMITTED} ${COMMITTED}/models/* ${COMMITTED}/sounds/*)
+if(NOT made STREQUAL committed OR NOT made)
+  message(FATAL_ERROR "made: ${made}\ncommitted: ${committed}")
+endif()
+foreach(name ${made})
+  execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${FOLDER}/${name} ${COMMITTED}/${name}
+    RESULT_VARIABLE differs)
+  if(differs)
+    message(SEND_ERROR "${name} differs from the committed file")
+  endif()
+endforeach()

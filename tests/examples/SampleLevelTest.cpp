@@ -1,0 +1,179 @@
+#include "tools/SampleLevel.h"
+#include "host/engine/Film.h"
+#include "host/engine/FilmManager.h"
+#include "host/engine/LevelFile.h"
+#include "host/engine/mesh/GltfMeshLibrary.h"
+#include "tools/LightChunks.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <set>
+
+namespace {
+
+const std::string kFolder = std::string(FILMS_SOURCE_DIR) + "/examples/harbour/";
+const std::string kPath = kFolder + "harbour.level";
+
+std::string CommittedBytes() {
+    std::ifstream stream(kPath, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+class SampleLevelTest : public testing::Test {
+protected:
+    SampleLevelTest() {
+        meshes.SetFolder(kFolder);
+        level.SetMeshLibrary(&meshes);
+        level.SetChunkClient(&lights);
+    }
+
+    void Load() {
+        EXPECT_EQ(engine::LoadLevel(level, kPath), engine::LevelMessages());
+        lights.SetLevel(level.Data());
+        lights.PairWithTracks(level.Data()->Films());
+    }
+
+    IFilm& Film(const char* name) {
+        IFilm* film = level.Data()->Films().FindFilm(name);
+        EXPECT_NE(film, nullptr) << name;
+        return *film;
+    }
+
+    std::set<int> Kinds(const IFilm& film) const {
+        std::set<int> kinds;
+        for (const CFilmTrack* track : film.tracks) {
+            for (const IFilmKey* key : track->keys) {
+                kinds.insert(key->kind);
+            }
+        }
+        return kinds;
+    }
+
+    GltfMeshLibrary meshes;
+    LightChunks lights;
+    engine::Level level;
+};
+
+TEST_F(SampleLevelTest, TheMakerMakesTheCommittedBytes) {
+    level.New(kFolder);
+    lights.SetLevel(level.Data());
+    BuildHarbour(level);
+    engine::LevelMessages messages;
+    EXPECT_EQ(engine::SerializeLevel(level, kPath, messages), CommittedBytes());
+}
+
+TEST_F(SampleLevelTest, SavingALoadedLevelGivesTheSameBytes) {
+    level.Views().SetCount(1);
+    Load();
+    engine::LevelMessages messages;
+    EXPECT_EQ(engine::SerializeLevel(level, kPath, messages), CommittedBytes());
+}
+
+TEST_F(SampleLevelTest, AllMeshesAreThere) {
+    Load();
+    std::set<std::string> names;
+    for (const auto& object : level.Data()->Objects()) {
+        if (!object->IsLight()) {
+            EXPECT_NE(object->Mesh(), nullptr) << object->name << ": " << meshes.ErrorOf(object->meshName);
+            names.insert(object->meshName);
+        }
+    }
+    EXPECT_GE(names.size(), 20u);
+    EXPECT_EQ(level.FindObject("Suitcase")->parent, level.FindObject("Sailor"));
+}
+
+TEST_F(SampleLevelTest, FilmLightsComeFromTheirChunk) {
+    Load();
+    int glLights = 0;
+    int dynLights = 0;
+    for (const CFilmTrack* track : Film("Intro").tracks) {
+        if (const auto* light = AsGLLightTrack(const_cast<CFilmTrack*>(track))) {
+            ASSERT_NE(light->lightObject, nullptr);
+            EXPECT_EQ(light->lightObject->savedAsObject, 0);
+            EXPECT_EQ(light->lightObject->name, light->isSun != 0 ? "SunHelper" : "MovieGLLight");
+            ++glLights;
+        } else if (const auto* dynamic = AsDynLightTrack(const_cast<CFilmTrack*>(track))) {
+            ASSERT_NE(dynamic->lightObject, nullptr);
+            EXPECT_EQ(dynamic->lightObject->name, "MovieDynLight");
+            ++dynLights;
+        }
+    }
+    EXPECT_EQ(glLights, 2) << "the sun and the lamp";
+    EXPECT_EQ(dynLights, 1);
+}
+
+TEST_F(SampleLevelTest, TheIntroUsesTheKindsOfKeys) {
+    Load();
+    EXPECT_EQ(Film("Intro").length, 24.0f);
+    EXPECT_EQ(Kinds(Film("Intro")), (std::set<int>{0, 1, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
+}
+
+TEST_F(SampleLevelTest, TheFilmsShareAnActor) {
+    Load();
+    const EditorObject* sailor = level.FindObject("Sailor");
+    EXPECT_NE(Film("Intro").FindObjectTrack(sailor), nullptr);
+    EXPECT_NE(Film("Epilogue").FindObjectTrack(sailor), nullptr);
+}
+
+TEST_F(SampleLevelTest, ACameraIsInForceAtEachMoment) {
+    Load();
+    for (const char* name : {"Intro", "Epilogue"}) {
+        IFilm& film = Film(name);
+        std::set<std::string> seen;
+        for (float time = 0.0f; time < film.length; time += 0.25f) {
+            film.SetTime(time, -1.0f);
+            const CFilmCameraTrack* camera = AsLevelTrack(film.mainTrack)->cameraHolder->activeCamera;
+            ASSERT_NE(camera, nullptr) << name << " at " << time;
+            seen.insert(camera->cameraName);
+        }
+        EXPECT_EQ(seen.size(), film.index == 0 ? 5u : 1u);
+    }
+}
+
+TEST_F(SampleLevelTest, TheSailorWalksAlongTheDockWithHisSuitcase) {
+    Load();
+    IFilm& film = Film("Intro");
+    const engine::SceneObject* sailor = level.FindObject("Sailor");
+    const engine::SceneObject* suitcase = level.FindObject("Suitcase");
+    film.SetTime(3.6f, -1.0f);
+    EXPECT_NEAR(sailor->World().Translation().z, 16.2f, 1e-4f);
+    film.SetTime(10.0f, -1.0f);
+    // Evenly from z = 16.2 at 3.6 s to 3.4 at 12.7 s.
+    const float expected = 16.2f - (16.2f - 3.4f) * (10.0f - 3.6f) / (12.7f - 3.6f);
+    EXPECT_NEAR(sailor->World().Translation().z, expected, 1e-3f);
+    const Vector3 hand = sailor->ElementWorld("prop").Translation();
+    const Vector3 held = suitcase->World().Translation();
+    EXPECT_NEAR(held.x, hand.x, 0.05f);
+    EXPECT_NEAR(held.y, hand.y, 0.05f);
+    EXPECT_NEAR(held.z, hand.z, 0.05f);
+}
+
+TEST_F(SampleLevelTest, TheSunGoesDown) {
+    Load();
+    IFilm& film = Film("Intro");
+    film.SetTime(0.0f, -1.0f);
+    const Vector3 early = engine::Normalized(level.Data()->Sun()->direction, {});
+    film.SetTime(24.0f, -1.0f);
+    const Vector3 late = engine::Normalized(level.Data()->Sun()->direction, {});
+    EXPECT_GT(early.y, 0.6f);
+    EXPECT_LT(late.y, 0.25f);
+    EXPECT_LT(level.Data()->Sun()->light.color.z, 0.5f);
+}
+
+TEST_F(SampleLevelTest, CutShortLightChunksLoseNothingElse) {
+    // Every prefix of the file either loads or is refused; none crashes.
+    const std::string whole = CommittedBytes();
+    for (std::size_t size = 0; size < whole.size(); size += 509) {
+        try {
+            engine::InstallLevel(level, engine::ParseLevel(level, kPath, whole.substr(0, size)));
+            lights.PairWithTracks(level.Data()->Films());
+        } catch (const engine::LevelFileError& error) {
+            EXPECT_NE(std::string(error.what()), "");
+        }
+    }
+    Load();
+    EXPECT_GT(level.Data()->Objects().size(), 40u);
+}
+
+} // namespace

@@ -1,0 +1,58 @@
+#include "host/stage/render/CameraMath.h"
+
+#include <glm/gtc/matrix_transform.hpp>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace {
+
+/// At (0, 0, 10), looking along -z, 90 degrees high, twice as wide as high.
+RenderCamera Straight() {
+    const float matrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 10, 1};
+    return MakeCamera(matrix, glm::radians(90.0f), 2.0f, 0.1f, 100.0f);
+}
+
+TEST(CameraMathTest, TheMiddlePixelLooksStraightAhead) {
+    const ViewRay ray = RayThroughPixel(Straight(), 200, 100, 100, 50);
+    EXPECT_NEAR(ray.direction.x, 0.0f, 1e-5f);
+    EXPECT_NEAR(ray.direction.y, 0.0f, 1e-5f);
+    EXPECT_NEAR(ray.direction.z, -1.0f, 1e-5f);
+    EXPECT_NEAR(ray.origin.z, 9.9f, 1e-4f) << "rays start on the near plane";
+}
+
+TEST(CameraMathTest, TheUpperEdgeLooksUpByHalfTheAngle) {
+    const ViewRay ray = RayThroughPixel(Straight(), 200, 100, 100, 0);
+    EXPECT_NEAR(ray.direction.y, 0.70710678f, 1e-4f);
+    EXPECT_NEAR(ray.direction.z, -0.70710678f, 1e-4f);
+}
+
+TEST(CameraMathTest, ProjectionIsTheWayBack) {
+    const RenderCamera camera = Straight();
+    glm::vec3 pixel;
+    // 10 in front and 10 above is 45 degrees up: the upper edge.
+    ASSERT_TRUE(ProjectToPixel(camera, 200, 100, {0, 10, 0}, pixel));
+    EXPECT_NEAR(pixel.x, 100.0f, 1e-3f);
+    EXPECT_NEAR(pixel.y, 0.0f, 1e-3f);
+    // 20 to the right is 20/10/2 of half the width.
+    ASSERT_TRUE(ProjectToPixel(camera, 200, 100, {20, 0, 0}, pixel));
+    EXPECT_NEAR(pixel.x, 200.0f, 1e-3f);
+    EXPECT_FALSE(ProjectToPixel(camera, 200, 100, {0, 0, 11}, pixel));
+}
+
+TEST(CameraMathTest, NumbersOutOfRangeGiveAUsableCamera) {
+    const float matrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+    for (const RenderCamera& camera :
+         {MakeCamera(matrix, 0.0f, 1.0f, 0.1f, 100.0f), MakeCamera(matrix, 9.0f, 1.0f, 0.1f, 100.0f),
+          MakeCamera(matrix, kNan, kNan, kNan, kNan), MakeCamera(matrix, 1.0f, 1.0f, 0.0f, 0.0f),
+          MakeCamera(matrix, 1.0f, 1.0f, 5.0f, 1.0f)}) {
+        for (int c = 0; c < 4; ++c) {
+            for (int r = 0; r < 4; ++r) {
+                EXPECT_TRUE(std::isfinite(camera.projection[c][r]));
+            }
+        }
+        EXPECT_NE(glm::determinant(camera.projection), 0.0f);
+    }
+}
+
+} // namespace

@@ -1,0 +1,102 @@
+#include "host/stage/render/HelperShapes.h"
+#include "host/stage/render/GroundGrid.h"
+#include "host/stage/render/ShapeMeshes.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(HelperShapesTest, ACircleKeepsItsDistanceAndItsPlane) {
+    std::vector<RenderLine> lines;
+    HelperShapes::AddCircle(lines, {1, 2, 3}, {0, 1, 0}, 4.0f, glm::vec4(1));
+    ASSERT_FALSE(lines.empty());
+    for (const RenderLine& line : lines) {
+        EXPECT_NEAR(glm::distance(line.from, glm::vec3(1, 2, 3)), 4.0f, 1e-4f);
+        EXPECT_NEAR(line.from.y, 2.0f, 1e-5f);
+    }
+    EXPECT_NEAR(glm::distance(lines.front().from, lines.back().to), 0.0f, 1e-4f) << "it closes";
+}
+
+TEST(HelperShapesTest, ALightShowsItsRangeOnlyWhenAsked) {
+    const RenderLight light{{0, 0, 0}, {2, 1, 0}, 7.0f};
+    std::vector<RenderLine> plain;
+    std::vector<RenderLine> ranged;
+    HelperShapes::AddPointLight(plain, light, false);
+    HelperShapes::AddPointLight(ranged, light, true);
+    EXPECT_EQ(plain.size(), 26u) << "one ray to each neighbour of a cube's middle";
+    EXPECT_GT(ranged.size(), plain.size());
+    EXPECT_NEAR(glm::length(ranged.back().to), 7.0f, 1e-4f);
+    EXPECT_EQ(plain[0].color.r, 1.0f) << "the brightest part of the light's colour is full";
+}
+
+TEST(HelperShapesTest, ACamerasPyramidOpensAlongItsView) {
+    std::vector<RenderLine> lines;
+    HelperShapes::AddCamera(lines, glm::mat4(1.0f), glm::radians(90.0f), 2.0f, 3.0f, glm::vec4(1));
+    EXPECT_EQ(lines[0].from, glm::vec3(0));
+    EXPECT_NEAR(lines[0].to.x, -6.0f, 1e-5f);
+    EXPECT_NEAR(lines[0].to.y, -3.0f, 1e-5f);
+    EXPECT_NEAR(lines[0].to.z, -3.0f, 1e-5f);
+}
+
+TEST(HelperShapesTest, ABoxHasTwelveEdges) {
+    MeshBox box;
+    box.Add({0, 0, 0});
+    box.Add({1, 2, 3});
+    std::vector<RenderLine> lines;
+    HelperShapes::AddBox(lines, box, glm::mat4(1.0f), glm::vec4(1));
+    EXPECT_EQ(lines.size(), 12u);
+    float length = 0.0f;
+    for (const RenderLine& line : lines) {
+        length += glm::distance(line.from, line.to);
+    }
+    EXPECT_FLOAT_EQ(length, 4.0f * (1 + 2 + 3));
+}
+
+TEST(HelperShapesTest, TheSunsArrowPointsAwayFromIt) {
+    std::vector<RenderLine> lines;
+    HelperShapes::AddSun(lines, {0, 10, 0}, {0, 3, 0}, glm::vec4(1));
+    float lowest = 10.0f;
+    for (const RenderLine& line : lines) {
+        lowest = std::min(lowest, std::min(line.from.y, line.to.y));
+    }
+    EXPECT_FLOAT_EQ(lowest, 8.0f);
+}
+
+TEST(GroundGridTest, TheGridFollowsTheEyeInWholeTens) {
+    const std::vector<RenderLine> here = GroundGrid({3, 2, 3});
+    const std::vector<RenderLine> there = GroundGrid({9.9f, 2, 0});
+    ASSERT_EQ(here.size(), there.size());
+    EXPECT_EQ(here[0].from, there[0].from) << "so that it does not swim";
+    EXPECT_EQ(GroundGrid({10.1f, 2, 3})[0].from.x, here[0].from.x + 10.0f);
+}
+
+TEST(GroundGridTest, TheAxesAreColoured) {
+    int red = 0;
+    int blue = 0;
+    for (const RenderLine& line : GroundGrid({0, 2, 0})) {
+        red += line.color.r > 0.8f ? 1 : 0;
+        blue += line.color.b > 0.8f ? 1 : 0;
+    }
+    EXPECT_EQ(red, 1);
+    EXPECT_EQ(blue, 1);
+}
+
+TEST(GroundGridTest, FarAwayEyesAreNoTrouble) {
+    for (const RenderLine& line : GroundGrid({1e30f, 0, -1e30f})) {
+        EXPECT_TRUE(std::isfinite(line.from.x + line.to.z));
+    }
+}
+
+TEST(ShapeMeshesTest, AllFacesLookOutwards) {
+    for (const auto& mesh :
+         {ShapeMeshes::MakeBox(2.0f, glm::vec3(1), 0), ShapeMeshes::MakeOctahedron(1.0f, glm::vec3(1), 1)}) {
+        for (std::size_t i = 0; i < mesh->indices.size(); i += 3) {
+            const glm::vec3 a = mesh->vertices[mesh->indices[i]].position;
+            const glm::vec3 b = mesh->vertices[mesh->indices[i + 1]].position;
+            const glm::vec3 c = mesh->vertices[mesh->indices[i + 2]].position;
+            EXPECT_GT(glm::dot(glm::cross(b - a, c - a), a + b + c), 0.0f);
+        }
+    }
+}
+
+} // namespace

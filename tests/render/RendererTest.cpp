@@ -1,0 +1,320 @@
+#include "host/stage/render/Renderer.h"
+
+#include "support/TestMeshes.h"
+
+#include <glm/gtc/matrix_transform.hpp>
+#include <gtest/gtest.h>
+#include <limits>
+#include <set>
+
+namespace {
+
+constexpr int kWidth = 160;
+constexpr int kHeight = 90;
+
+int Red(std::uint32_t pixel) {
+    return static_cast<int>(pixel >> 16 & 255);
+}
+int Green(std::uint32_t pixel) {
+    return static_cast<int>(pixel >> 8 & 255);
+}
+int Blue(std::uint32_t pixel) {
+    return static_cast<int>(pixel & 255);
+}
+int Brightness(std::uint32_t pixel) {
+    return Red(pixel) + Green(pixel) + Blue(pixel);
+}
+
+/// One renderer for all tests: making it takes longer than any picture.
+class RendererTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        std::string error;
+        renderer = Renderer::Create(error).release();
+        ASSERT_NE(renderer, nullptr) << error;
+    }
+    static void TearDownTestSuite() {
+        delete renderer;
+        renderer = nullptr;
+    }
+
+    RendererTest() {
+        scene.sky.clouds = 0.0f;
+        scene.sky.fog = 0.0f;
+        camera.view = glm::lookAt(glm::vec3(0, 1, 6), glm::vec3(0, 1, 0), glm::vec3(0, 1, 0));
+        camera.projection = glm::perspective(0.9f, 16.0f / 9.0f, 0.1f, 100.0f);
+    }
+
+    RenderItem& AddBox(const glm::vec3& low, const glm::vec3& high, std::uint8_t r, std::uint8_t g,
+                       std::uint8_t b) {
+        RenderItem item;
+        item.mesh = MakeBoxMesh(low, high, r, g, b);
+        scene.items.push_back(item);
+        return scene.items.back();
+    }
+
+    RenderImage Draw(int supersample = 1) {
+        RenderImage image;
+        renderer->BeginFrame(scene);
+        EXPECT_TRUE(renderer->DrawView(camera, kWidth, kHeight, image, supersample));
+        return image;
+    }
+
+    static std::uint32_t At(const RenderImage& image, int x, int y) {
+        return image.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width) +
+                            static_cast<std::size_t>(x)];
+    }
+    static std::uint32_t Middle(const RenderImage& image) { return At(image, kWidth / 2, kHeight / 2); }
+
+    static Renderer* renderer;
+    RenderScene scene;
+    RenderCamera camera;
+};
+
+Renderer* RendererTest::renderer = nullptr;
+
+TEST_F(RendererTest, ARedBoxInFrontIsRedInTheMiddle) {
+    AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20);
+    const std::uint32_t pixel = Middle(Draw());
+    EXPECT_GT(Red(pixel), 120);
+    EXPECT_GT(Red(pixel), 2 * Green(pixel));
+    EXPECT_GT(Red(pixel), 2 * Blue(pixel));
+}
+
+TEST_F(RendererTest, TheSkyIsBlueAboveAndBrighterAtTheHorizon) {
+    scene.sun.direction = {0, 1, -0.2f};
+    camera.view = glm::lookAt(glm::vec3(0, 1, 0), glm::vec3(0, 1.4f, 1), glm::vec3(0, 1, 0));
+    const RenderImage image = Draw();
+    EXPECT_GT(Blue(At(image, 80, 1)), Red(At(image, 80, 1)));
+    EXPECT_GT(Brightness(At(image, 80, 85)), Brightness(At(image, 80, 1)));
+}
+
+TEST_F(RendererTest, TheUpperHalfOfTheSceneIsInTheUpperRows) {
+    AddBox({-3, 1.2f, -1}, {3, 4, 1}, 20, 220, 20);
+    const RenderImage image = Draw();
+    EXPECT_GT(Green(At(image, 80, 20)), Red(At(image, 80, 20)) + 40);
+    EXPECT_LT(Green(At(image, 80, 70)), Green(At(image, 80, 20)) + 40);
+    EXPECT_LT(std::abs(Green(At(image, 80, 70)) - Red(At(image, 80, 70))), 60);
+}
+
+TEST_F(RendererTest, TheNearerOfTwoBoxesHidesTheOther) {
+    AddBox({-1, 0, -3}, {1, 2, -2}, 20, 20, 220);
+    AddBox({-1, 0, 0}, {1, 2, 1}, 220, 20, 20);
+    EXPECT_GT(Red(Middle(Draw())), Blue(Middle(Draw())));
+    std::swap(scene.items[0], scene.items[1]);
+    EXPECT_GT(Red(Middle(Draw())), Blue(Middle(Draw()))) << "whatever their order in the list";
+}
+
+TEST_F(RendererTest, TheWorldMatrixMovesAnItem) {
+    const RenderImage empty = Draw();
+    RenderItem& item = AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20);
+    item.world = glm::translate(glm::mat4(1.0f), glm::vec3(100, 0, 0));
+    EXPECT_EQ(Draw().pixels, empty.pixels);
+}
+
+TEST_F(RendererTest, MirroredItemsShowTheirOutside) {
+    RenderItem& item = AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20);
+    const std::uint32_t plain = Middle(Draw());
+    item.world = glm::scale(glm::mat4(1.0f), glm::vec3(-1, 1, 1));
+    EXPECT_EQ(Middle(Draw()), plain);
+}
+
+TEST_F(RendererTest, ItemsThatAreNotFiniteAreLeftOut) {
+    const RenderImage empty = Draw();
+    for (const float bad :
+         {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+        scene.items.clear();
+        AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20).world[3][1] = bad;
+        EXPECT_EQ(Draw().pixels, empty.pixels);
+    }
+}
+
+TEST_F(RendererTest, ACameraThatIsNotFiniteGivesAPlainPicture) {
+    AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20);
+    camera.view[3][0] = std::numeric_limits<float>::quiet_NaN();
+    const RenderImage image = Draw();
+    ASSERT_EQ(image.pixels.size(), static_cast<std::size_t>(kWidth * kHeight));
+    for (const std::uint32_t pixel : image.pixels) {
+        ASSERT_EQ(pixel, image.pixels[0]);
+    }
+}
+
+TEST_F(RendererTest, TheSameSceneGivesTheSameBytes) {
+    scene.sky.clouds = 0.5f;
+    scene.grid = true;
+    scene.lights.push_back({{1, 1, 2}, {3, 2, 1}, 5});
+    AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20).outline = true;
+    AddBox({-5, -0.2f, -5}, {5, 0, 5}, 120, 120, 120);
+    for (const int supersample : {1, 2}) {
+        EXPECT_EQ(Draw(supersample).pixels, Draw(supersample).pixels);
+    }
+}
+
+TEST_F(RendererTest, TimeMovesTheClouds) {
+    scene.sky.clouds = 0.6f;
+    camera.view = glm::lookAt(glm::vec3(0, 1, 0), glm::vec3(0, 2, 1), glm::vec3(0, 1, 0));
+    const RenderImage before = Draw();
+    scene.seconds = 20.0f;
+    EXPECT_NE(Draw().pixels, before.pixels);
+}
+
+TEST_F(RendererTest, AnOutlineStandsAroundTheItemAndNotOnIt) {
+    RenderItem& item = AddBox({-1, 0, -1}, {1, 2, 1}, 20, 20, 220);
+    const RenderImage plain = Draw();
+    item.outline = true;
+    const RenderImage outlined = Draw();
+    EXPECT_EQ(Middle(outlined), Middle(plain));
+    // The box's front face is 2 m wide, 5 m away: 90 / (2 * 5 * tan(0.45)) = 18.6 pixels a metre.
+    int changed = 0;
+    for (int x = 80 - 23; x < 80 - 17; ++x) {
+        changed += At(outlined, x, 45) != At(plain, x, 45) ? 1 : 0;
+    }
+    EXPECT_GE(changed, 1);
+    EXPECT_LE(changed, 4);
+    EXPECT_EQ(At(outlined, 20, 45), At(plain, 20, 45));
+}
+
+TEST_F(RendererTest, ALightBrightensWhatItReachesAndNothingElse) {
+    scene.sun.color = glm::vec3(0.0f);
+    AddBox({-4, 0, -1}, {-2, 2, 1}, 150, 150, 150);
+    AddBox({2, 0, -1}, {4, 2, 1}, 150, 150, 150);
+    const RenderImage dark = Draw();
+    scene.lights.push_back({{-3, 1, 2.5f}, {4, 4, 4}, 3.0f});
+    const RenderImage lit = Draw();
+    EXPECT_GT(Brightness(At(lit, 28, 45)), Brightness(At(dark, 28, 45)) + 60);
+    EXPECT_EQ(At(lit, 132, 45), At(dark, 132, 45));
+}
+
+TEST_F(RendererTest, ALightWithoutColourChangesNothing) {
+    AddBox({-1, 0, -1}, {1, 2, 1}, 150, 150, 150);
+    const RenderImage plain = Draw();
+    scene.lights.push_back({{0, 1, 2}, {0, 0, 0}, 5.0f});
+    EXPECT_EQ(Draw().pixels, plain.pixels);
+}
+
+TEST_F(RendererTest, MoreLightsThanTheRendererKnowsAreLeftOut) {
+    AddBox({-1, 0, -1}, {1, 2, 1}, 150, 150, 150);
+    for (std::size_t i = 0; i < RenderScene::kMaxLights; ++i) {
+        scene.lights.push_back({{0, 1, 3}, {0.2f, 0.2f, 0.2f}, 6.0f});
+    }
+    const RenderImage eight = Draw();
+    scene.lights.push_back({{0, 1, 3}, {9, 9, 9}, 6.0f});
+    EXPECT_EQ(Draw().pixels, eight.pixels);
+}
+
+TEST_F(RendererTest, TheSunCastsShadows) {
+    scene.sun.direction = {0, 1, 0};
+    camera.view = glm::lookAt(glm::vec3(0, 5, 6), glm::vec3(0, 0, 0), glm::vec3(0, 1, 0));
+    AddBox({-6, -0.2f, -6}, {6, 0, 6}, 150, 150, 150);
+    AddBox({-0.5f, 3.5f, -0.5f}, {0.5f, 3.8f, 0.5f}, 150, 150, 150);
+    const RenderImage shadowed = Draw();
+    scene.items[1].castsShadow = false;
+    const RenderImage open = Draw();
+    EXPECT_LT(Brightness(Middle(shadowed)), Brightness(Middle(open)) - 60);
+    EXPECT_EQ(At(shadowed, 10, 80), At(open, 10, 80));
+}
+
+TEST_F(RendererTest, LinesAreHiddenByWhatStandsInFront) {
+    scene.lines.push_back({{-3, 1, -2}, {3, 1, -2}, {1, 1, 0, 1}, 3.0f});
+    const RenderImage open = Draw();
+    EXPECT_GT(Red(Middle(open)), 200);
+    EXPECT_LT(Blue(Middle(open)), 60);
+    AddBox({-1, 0, -1}, {1, 2, 1}, 20, 20, 220);
+    EXPECT_GT(Blue(Middle(Draw())), Red(Middle(Draw())));
+}
+
+TEST_F(RendererTest, TheOverlayIsNeverHidden) {
+    AddBox({-1, 0, -1}, {1, 2, 1}, 20, 20, 220);
+    scene.overlay.push_back({{-3, 1, -2}, {3, 1, -2}, {1, 1, 0, 1}, 3.0f});
+    EXPECT_GT(Red(Middle(Draw())), 200);
+}
+
+TEST_F(RendererTest, LinesBehindTheCameraAreCutOff) {
+    const RenderImage empty = Draw();
+    scene.lines.push_back({{-3, 1, 9}, {3, 1, 9}, {1, 1, 0, 1}, 3.0f});
+    EXPECT_EQ(Draw().pixels, empty.pixels);
+    // One end in front: the part before the camera is drawn, to the middle of the picture.
+    scene.lines = {{{0, -1, 9}, {0, 1, -60}, {1, 1, 0, 1}, 3.0f}};
+    EXPECT_GT(Red(At(Draw(), 80, 60)), 150);
+}
+
+TEST_F(RendererTest, LinesThatAreNotFiniteAreLeftOut) {
+    const RenderImage empty = Draw();
+    scene.lines.push_back({{std::numeric_limits<float>::quiet_NaN(), 1, 0}, {3, 1, 0}, {1, 1, 0, 1}, 3.0f});
+    EXPECT_EQ(Draw().pixels, empty.pixels);
+}
+
+TEST_F(RendererTest, SupersamplingSmoothsEdges) {
+    // A steep edge: with one sample a pixel it is all box or all sky.
+    RenderItem& item = AddBox({-1, 0, -1}, {1, 2, 1}, 250, 250, 250);
+    item.world = glm::rotate(glm::mat4(1.0f), 0.2f, glm::vec3(0, 0, 1));
+    const auto shades = [](const RenderImage& image) {
+        return std::set<std::uint32_t>(image.pixels.begin(), image.pixels.end()).size();
+    };
+    EXPECT_GT(shades(Draw(2)), shades(Draw(1)));
+}
+
+TEST_F(RendererTest, ManyViewsShareAFrame) {
+    AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20);
+    renderer->BeginFrame(scene);
+    RenderImage front;
+    RenderImage away;
+    ASSERT_TRUE(renderer->DrawView(camera, 64, 64, front));
+    RenderCamera back = camera;
+    back.view = glm::lookAt(glm::vec3(0, 1, 6), glm::vec3(0, 1, 12), glm::vec3(0, 1, 0));
+    ASSERT_TRUE(renderer->DrawView(back, 32, 16, away));
+    EXPECT_EQ(away.width, 32);
+    EXPECT_EQ(away.height, 16);
+    EXPECT_GT(Red(front.pixels[32 * 64 + 32]), Blue(front.pixels[32 * 64 + 32]));
+    EXPECT_LT(Red(away.pixels[8 * 32 + 16]), Blue(away.pixels[8 * 32 + 16]) + 60);
+}
+
+TEST_F(RendererTest, SizesOutOfRangeAreRefused) {
+    renderer->BeginFrame(scene);
+    RenderImage image;
+    EXPECT_FALSE(renderer->DrawView(camera, 0, 10, image));
+    EXPECT_FALSE(renderer->DrawView(camera, -5, 10, image));
+    EXPECT_FALSE(renderer->DrawView(camera, 10, 1 << 28, image));
+    EXPECT_TRUE(image.pixels.empty());
+    EXPECT_TRUE(renderer->DrawView(camera, 1, 1, image));
+}
+
+TEST_F(RendererTest, ASkinnedItemShowsItsPose) {
+    RenderItem& item = AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20);
+    auto mesh = std::const_pointer_cast<Mesh>(item.mesh);
+    mesh->nodes.resize(1);
+    mesh->skins.push_back({{0}, {glm::mat4(1.0f)}});
+    mesh->weights.resize(mesh->vertices.size());
+    for (MeshWeights& weights : mesh->weights) {
+        weights.weights[0] = 1.0f;
+    }
+    mesh->parts[0].skin = 0;
+    MeshPose pose;
+    pose.nodes = {glm::translate(glm::mat4(1.0f), glm::vec3(0, -50, 0))};
+    pose.SkinVertices(*mesh);
+    const RenderImage rest = Draw();
+    item.pose = &pose;
+    EXPECT_GT(Red(Middle(rest)), Blue(Middle(rest)));
+    EXPECT_LT(Red(Middle(Draw())), Red(Middle(rest)));
+    item.pose = nullptr;
+    EXPECT_EQ(Draw().pixels, rest.pixels) << "the mesh itself was not changed";
+}
+
+TEST_F(RendererTest, MeshesThatGoAwayAreForgotten) {
+    AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20);
+    Draw();
+    scene.items.clear();
+    for (int i = 0; i < 20; ++i) {
+        AddBox({-1, 0, -1}, {1, 2, 1}, 20, 220, 20);
+        const std::uint32_t pixel = Middle(Draw());
+        ASSERT_GT(Green(pixel), Red(pixel)) << i;
+        scene.items.clear();
+    }
+}
+
+TEST_F(RendererTest, AnEmptySceneIsAllSky) {
+    const RenderImage image = Draw();
+    EXPECT_GT(Brightness(Middle(image)), 100);
+}
+
+} // namespace
