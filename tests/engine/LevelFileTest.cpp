@@ -2,6 +2,7 @@
 
 #include "host/engine/CameraTrack.h"
 #include "host/engine/ChunkClient.h"
+#include "host/engine/EngineLog.h"
 #include "host/engine/LevelRoot.h"
 #include "host/engine/MemoryFile.h"
 #include "plugin/contract/Chunks.h"
@@ -333,6 +334,18 @@ TEST_F(LevelFileTest, LoadObjectOfDamagedDataGivesNullAndStaysInStep) {
     EXPECT_EQ(level.Data()->Root().LoadObject(shorter.file, 0xFFFFFFFFu, ClassId::EditorObject, nullptr),
               nullptr);
     EXPECT_TRUE(level.Data()->Objects().empty());
+}
+
+TEST_F(LevelFileTest, DamagedObjectIsToldInTheEnginesLog) {
+    static std::string heard;
+    heard.clear();
+    engine::SetEngineLogListener([](const char* text) { heard += text; });
+    const std::string bytes = "xxx no object";
+    engine::MemoryFile in{std::string_view(bytes)};
+    level.Data()->Root().LoadObject(in.file, 13, ClassId::EditorObject, nullptr);
+    engine::SetEngineLogListener(nullptr);
+    EXPECT_THAT(heard, HasSubstr("[LoadObject] chunk "));
+    EXPECT_THAT(heard, HasSubstr("at byte 0"));
 }
 
 TEST_F(LevelFileTest, SaveThroughADiskFileGivesTheSameObject) {

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "files/Log.h"
+
+namespace engine {
+
+/// Hears the engine's own debug prints, which have a log state apart from the program's. Null for none.
+void SetEngineLogListener(LogListener listener);
+
+} // namespace engine
