@@ -17,7 +17,7 @@ namespace engine {
 
 namespace {
 
-constexpr std::size_t kBufferBytes = 64 * 1024;
+constexpr std::size_t kBufferBytes = 64UL * 1024UL;
 
 struct OpenChunk {
     std::uint16_t id;

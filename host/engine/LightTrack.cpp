@@ -6,34 +6,52 @@
 
 namespace engine {
 
-void LightDriver::Apply(LightProperties* target, const VectorChannel* colors, float time, bool on) {
-    if (target != driven) {
-        Restore();
-        driven = target;
-        before = target != nullptr ? *target : LightProperties{};
+namespace {
+
+/// Null where there is no such light.
+LightProperties* LightOf(const LevelData& data, SceneObject* object) {
+    if (object != nullptr) {
+        return object->light ? &*object->light : nullptr;
     }
-    if (target != nullptr) {
-        target->on = on;
-        if (colors != nullptr) {
-            colors->Evaluate(time, target->color.Data());
-        }
+    return data.Sun() != nullptr ? &data.Sun()->light : nullptr;
+}
+
+} // namespace
+
+void LightDriver::Apply(const LevelData& data, SceneObject* object, const VectorChannel* colors, float time,
+                        bool on) {
+    if (driving && object != driven) {
+        Restore(data);
+    }
+    LightProperties* light = LightOf(data, object);
+    if (light == nullptr) {
+        return;
+    }
+    if (!driving) {
+        driving = true;
+        driven = object;
+        before = *light;
+    }
+    light->on = on;
+    if (colors != nullptr) {
+        colors->Evaluate(time, light->color.Data());
     }
 }
 
-void LightDriver::Restore() {
-    if (driven != nullptr) {
-        *driven = before;
+void LightDriver::Restore(const LevelData& data) {
+    LightProperties* light = driving ? LightOf(data, driven) : nullptr;
+    if (light != nullptr) {
+        *light = before;
+    }
+    driving = false;
+    driven = nullptr;
+}
+
+void LightDriver::Forget(const DoomedObjects& doomed) {
+    if (doomed.Has(driven)) {
+        driving = false;
         driven = nullptr;
     }
-}
-
-LightProperties* GLLightTrack::Target() const {
-    if (isSun != 0) {
-        SunObject* sun = Manager().Data().Sun();
-        return sun != nullptr ? &sun->light : nullptr;
-    }
-    auto* object = static_cast<SceneObject*>(lightObject);
-    return object != nullptr && object->light ? &*object->light : nullptr;
 }
 
 void GLLightTrack::Pose(float time) {
@@ -50,11 +68,14 @@ void GLLightTrack::Pose(float time) {
         sun->direction = Normalized(position, sun->direction);
     }
     const bool on = (FlagsAt(time, TrackFlag::LightOn) & TrackFlag::LightOn) != 0;
-    driver.Apply(Target(), ChannelAs<VectorChannel>(KeyKind::Color), time, on);
+    auto* object = isSun != 0 ? nullptr : static_cast<SceneObject*>(lightObject);
+    if (isSun != 0 || object != nullptr) {
+        driver.Apply(Manager().Data(), object, ChannelAs<VectorChannel>(KeyKind::Color), time, on);
+    }
 }
 
 void GLLightTrack::Rest() {
-    driver.Restore();
+    driver.Restore(Manager().Data());
     SunObject* sun = Manager().Data().Sun();
     if (sun != nullptr && sunDirectionBefore) {
         sun->direction = *sunDirectionBefore;
@@ -64,11 +85,9 @@ void GLLightTrack::Rest() {
 
 void GLLightTrack::Forget(const DoomedObjects& doomed) {
     TrackBase::Forget(doomed);
+    driver.Forget(doomed);
     if (doomed.Has(lightObject)) {
         lightObject = nullptr;
-        if (isSun == 0) {
-            driver.Drop();
-        }
     }
 }
 
@@ -88,15 +107,18 @@ void DynLightTrack::Pose(float time) {
     }
     object->SetMatrix(Compose(position, rotation, scale).m, 0);
     const bool on = (FlagsAt(time, TrackFlag::LightOn) & TrackFlag::LightOn) != 0;
-    driver.Apply(object->light ? &*object->light : nullptr, ChannelAs<VectorChannel>(KeyKind::Color), time,
-                 on);
+    driver.Apply(Manager().Data(), object, ChannelAs<VectorChannel>(KeyKind::Color), time, on);
+}
+
+void DynLightTrack::Rest() {
+    driver.Restore(Manager().Data());
 }
 
 void DynLightTrack::Forget(const DoomedObjects& doomed) {
     TrackBase::Forget(doomed);
+    driver.Forget(doomed);
     if (doomed.Has(lightObject)) {
         lightObject = nullptr;
-        driver.Drop();
     }
 }
 

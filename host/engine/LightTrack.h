@@ -7,16 +7,18 @@
 
 namespace engine {
 
-/// Colour and switch of a light as driven by a track, with what was there before the film.
+/// Colour and switch of a light as driven by a track, with what was there before the film. The light is that
+/// of an object or, with a null object, the level's sun; it is looked up at each use and may be gone.
 class LightDriver {
 public:
-    /// `target` is what the track drives at this moment; null drives nothing.
-    void Apply(LightProperties* target, const VectorChannel* colors, float time, bool on);
-    void Restore();
-    void Drop() { driven = nullptr; }
+    void Apply(const LevelData& data, SceneObject* object, const VectorChannel* colors, float time, bool on);
+    void Restore(const LevelData& data);
+    /// The object goes, whoever holds it now.
+    void Forget(const DoomedObjects& doomed);
 
 private:
-    LightProperties* driven = nullptr;
+    bool driving = false;
+    SceneObject* driven = nullptr; ///< null while driving: the sun
     LightProperties before;
 };
 
@@ -30,8 +32,6 @@ public:
     void Forget(const DoomedObjects& doomed) override;
 
 private:
-    LightProperties* Target() const;
-
     LightDriver driver;
     std::optional<Vector3> sunDirectionBefore;
 };
@@ -42,7 +42,7 @@ public:
     explicit DynLightTrack(FilmManager& filmManager) : TrackOf(filmManager) {}
 
     void Pose(float time) override;
-    void Rest() override { driver.Restore(); }
+    void Rest() override;
     void Forget(const DoomedObjects& doomed) override;
 
 private:

@@ -3,6 +3,7 @@
 #include "plugin/contract/Types.h"
 
 #include <cmath>
+#include <cstddef>
 
 namespace engine {
 
@@ -33,9 +34,9 @@ bool IsFinite(const Vector3& a);
 struct Matrix4 {
     float m[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
-    const float* Row(int row) const { return m + 4 * row; }
-    float* Row(int row) { return m + 4 * row; }
-    Vector3 Axis(int row) const { return {m[4 * row], m[4 * row + 1], m[4 * row + 2]}; }
+    const float* Row(int row) const { return m + std::ptrdiff_t{4} * row; }
+    float* Row(int row) { return m + std::ptrdiff_t{4} * row; }
+    Vector3 Axis(int row) const { return {Row(row)[0], Row(row)[1], Row(row)[2]}; }
     Vector3 Translation() const { return Axis(3); }
     void SetTranslation(const Vector3& t) {
         m[12] = t.x;

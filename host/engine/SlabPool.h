@@ -23,7 +23,7 @@ public:
 
 private:
     static constexpr std::size_t kStep = 8;
-    static constexpr std::size_t kSlabBytes = 64 * 1024;
+    static constexpr std::size_t kSlabBytes = 64UL * 1024UL;
     struct FreePiece {
         FreePiece* next;
     };

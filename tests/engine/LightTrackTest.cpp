@@ -107,6 +107,42 @@ TEST_F(LightTrackTest, TracksWithoutALightAreHarmless) {
     EXPECT_EQ(track.lightObject, nullptr);
 }
 
+TEST_F(LightTrackTest, LightThatTheTrackNoLongerHoldsIsForgottenWithItsObject) {
+    SceneObject& lamp = MakeLight(ClassName::GLLight);
+    CFilmGLLightTrack& track = AddGLLight(&lamp);
+    AddSwitch(track, 0.0f, true);
+    film->SetTime(0.0f, -1.0f);
+    track.lightObject = nullptr; // the plug-in unpairs the helper first
+    level.DeleteObject(&lamp);
+    film->SetTime(1.0f, -1.0f);
+    film->Deactivate();
+    EXPECT_EQ(level.FindObject("Light"), nullptr);
+}
+
+TEST_F(LightTrackTest, LightIsRestoredWhenTheTrackTakesAnother) {
+    SceneObject& first = MakeLight(ClassName::DynLight);
+    SceneObject& second = MakeLight(ClassName::DynLight);
+    auto& track = *AsDynLightTrack(&AddTrack(film->CreateDynLightTrack()));
+    AddVector(track, KeyKind::Color, 0.0f, {1.0f, 0.0f, 0.0f});
+    track.lightObject = &first;
+    film->SetTime(0.0f, -1.0f);
+    track.lightObject = &second;
+    film->SetTime(0.0f, -1.0f);
+    EXPECT_EQ(first.light->color, (Vector3{1.0f, 1.0f, 1.0f}));
+    EXPECT_EQ(second.light->color, (Vector3{1.0f, 0.0f, 0.0f}));
+}
+
+TEST_F(LightTrackTest, SunThatGoesInMidFilmIsNotRestored) {
+    CFilmGLLightTrack& track = AddGLLight(nullptr);
+    track.isSun = 1;
+    AddVector(track, KeyKind::Color, 0.0f, {1.0f, 0.0f, 0.0f});
+    film->SetTime(0.0f, -1.0f);
+    level.Data()->SetSun(false);
+    film->SetTime(1.0f, -1.0f);
+    film->Deactivate();
+    EXPECT_EQ(level.Data()->Sun(), nullptr);
+}
+
 TEST_F(LightTrackTest, DeletedLightIsNotRestored) {
     SceneObject& lamp = MakeLight(ClassName::GLLight);
     CFilmGLLightTrack& track = AddGLLight(&lamp);
