@@ -17,5 +17,5 @@ fi
 install_packages test
 build "$preset"
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=0 UBSAN_OPTIONS=print_stacktrace=1
-export LSAN_OPTIONS=suppressions=$PWD/tests/support/lsan.supp:print_suppressions=0
+export LSAN_OPTIONS=print_suppressions=0
 ctest --test-dir "build/$preset" --output-on-failure -j "$(nproc)" "$@"

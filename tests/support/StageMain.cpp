@@ -3,6 +3,7 @@
 #include "host/stage/windows/Theme.h"
 
 #include <clocale>
+#include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -33,6 +34,7 @@ void KeepGlDriver() {
 
 /// Windows need an application, and its settings must not be the user's.
 int main(int argc, char** argv) {
+    setenv("QT_QPA_PLATFORM", "offscreen", /*overwrite*/ 0);
     ::testing::InitGoogleTest(&argc, argv);
     const QTemporaryDir settings;
     qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
