@@ -142,7 +142,7 @@ int KeyChannel::LastAtOrBefore(float time) const {
 }
 
 std::size_t KeyChannel::ArrayBytes() const {
-    return sortedTimes.capacity() * sizeof(float) + sortedKeys.capacity() * sizeof(sortedKeys[0]);
+    return sortedTimes.capacity() * sizeof(float) + sortedKeys.capacity() * sizeof(void*);
 }
 
 void KeyChannel::Export(fs::file& file, int) {
