@@ -135,7 +135,7 @@ void main() {
         light += lightColor[i] * (wrap * fade * fade / (0.35 + squared * 0.08));
     }
 #endif
-    vec3 color = albedo * (light + placeAndGlow.w * 3.2);
+    vec3 color = albedo * (light + placeAndGlow.w * 1.4);
 #ifdef GLOSSY
     float roughness = material.r;
     float metallic = material.g;
