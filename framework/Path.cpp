@@ -41,7 +41,10 @@ Parts Split(const std::string& path) {
 std::string Join(const std::vector<std::string>& names, std::size_t first) {
     std::string text;
     for (std::size_t i = first; i < names.size(); ++i) {
-        text += (text.empty() ? "" : "/") + names[i];
+        if (!text.empty()) {
+            text.push_back('/');
+        }
+        text += names[i];
     }
     return text;
 }
@@ -97,7 +100,8 @@ bool PathRelativePathTo(std::string& result, const std::string& from, DWORD from
         result += "/..";
     }
     if (whole.names.size() > common) {
-        result += "/" + Join(whole.names, common);
+        result.push_back('/');
+        result += Join(whole.names, common);
     }
     return true;
 }

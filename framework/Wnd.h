@@ -128,7 +128,7 @@ public:
     static CWnd* GetActiveWindow();
     CWnd* SetActiveWindow();
 
-    // Starts the timer anew if it runs. Returns the id, 0 without a window.
+    // Starts the timer anew if it runs. Returns the id (1 for 0), 0 without a window.
     UINT_PTR SetTimer(UINT_PTR id, UINT milliseconds, void* callback = nullptr);
     BOOL KillTimer(UINT_PTR id);
 

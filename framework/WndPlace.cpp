@@ -244,7 +244,8 @@ UINT_PTR CWnd::SetTimer(UINT_PTR id, UINT milliseconds, void* /*callback*/) {
     }
     KillTimer(id);
     native->timers[id] = native->widget->startTimer(static_cast<int>(milliseconds), Qt::PreciseTimer);
-    return id;
+    // A timer may have the number 0, but 0 would mean failure.
+    return id != 0 ? id : 1;
 }
 
 BOOL CWnd::KillTimer(UINT_PTR id) {

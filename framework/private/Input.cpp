@@ -99,6 +99,10 @@ void Track(const QKeyEvent& event) {
     }
 }
 
+void ForgetKeys() {
+    down.reset();
+}
+
 bool IsDown(int key, Qt::KeyboardModifiers modifiers, Qt::MouseButtons buttons) {
     switch (key) {
     case VK_SHIFT:

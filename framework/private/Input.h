@@ -21,6 +21,8 @@ UINT KeyMessage(const QKeyEvent& event);
 UINT ButtonMessage(QEvent::Type type, Qt::MouseButton button);
 // Follows presses and releases so that single keys can be asked for.
 void Track(const QKeyEvent& event);
+// Releases that happen while another program has the keyboard are never told.
+void ForgetKeys();
 bool IsDown(int key, Qt::KeyboardModifiers modifiers, Qt::MouseButtons buttons);
 
 } // namespace input

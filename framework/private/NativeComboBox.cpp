@@ -28,6 +28,11 @@ public:
 
     bool BaseEvent(QEvent* event) override {
         const QEvent::Type type = event->type();
+        if (type == QEvent::Wheel && !hasFocus()) {
+            // A wheel that only passes over must not change the choice.
+            event->ignore();
+            return false;
+        }
         const bool result = QComboBox::event(event);
         if (type == QEvent::FocusIn || type == QEvent::FocusOut) {
             NotifyParent(type == QEvent::FocusIn ? CBN_SETFOCUS : CBN_KILLFOCUS);

@@ -117,6 +117,11 @@ bool NativeWindow::HandleWheel(QEvent* event) {
 
 bool NativeWindow::HandleKey(QEvent* event) {
     auto* key = static_cast<QKeyEvent*>(event);
+    if (event->type() == QEvent::KeyRelease && key->isAutoRepeat()) {
+        // A held key goes down again and again and comes up once.
+        event->accept();
+        return true;
+    }
     Send(input::KeyMessage(*key), static_cast<WPARAM>(input::VirtualKey(*key)), input::KeyData(*key), event);
     // A key belongs to the window with the focus alone.
     event->accept();

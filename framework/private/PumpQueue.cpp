@@ -103,7 +103,7 @@ bool PreTranslate(const QWindow* window, const QEvent& event) {
         return false;
     }
     MSG message = MessageOf(window, event);
-    for (NativeWindow* native = message.hwnd; NativeWindow::Exists(native);) {
+    for (NativeWindow* native = message.hwnd; native && NativeWindow::Exists(native);) {
         NativeWindow* parent = native->widget->isWindow() ? nullptr : native->Parent();
         if (native->wnd && native->wnd->PreTranslateMessage(&message)) {
             return true;
@@ -137,6 +137,9 @@ bool PumpQueue::eventFilter(QObject* receiver, QEvent* event) {
         event->accept();
         return true;
     }
+    if (event->type() == QEvent::ApplicationDeactivate) {
+        input::ForgetKeys();
+    }
     if (!receiver->isWindowType() || !IsQueuedInput(event->type()) || event == resent) {
         return false;
     }
@@ -145,7 +148,11 @@ bool PumpQueue::eventFilter(QObject* receiver, QEvent* event) {
     }
     auto* window = static_cast<QWindow*>(receiver);
     if (Collecting()) {
-        Keep(window, event);
+        const bool isRepeatedRelease =
+            event->type() == QEvent::KeyRelease && static_cast<QKeyEvent*>(event)->isAutoRepeat();
+        if (!isRepeatedRelease) {
+            Keep(window, event);
+        }
         event->accept();
         return true;
     }

@@ -16,6 +16,12 @@ template <int N> struct CurvePoint {
     int outMethod = BezierMethod::Smooth;
 };
 
+/// Time and value of a key alone.
+template <int N> struct CurveKnot {
+    float time = 0.0f;
+    float value[N] = {};
+};
+
 /// A cubic in u = (t - origin) * inverse, in force from `start` up to, not including, `end`. Fresh segments
 /// are in force nowhere.
 template <int N> struct CurveSegment {
@@ -62,6 +68,15 @@ template <int N>
 CurveSegment<N> MakeSegment(const CurvePoint<N>* before, const CurvePoint<N>& a, const CurvePoint<N>& b,
                             const CurvePoint<N>* after);
 
+/// The same for keys that are all Smooth, straight from their times and values.
+template <int N>
+CurveSegment<N> MakeSmoothSegment(const CurveKnot<N>* before, const CurveKnot<N>& a, const CurveKnot<N>& b,
+                                  const CurveKnot<N>* after);
+
+extern template CurveSegment<1> MakeSmoothSegment(const CurveKnot<1>*, const CurveKnot<1>&,
+                                                  const CurveKnot<1>&, const CurveKnot<1>*);
+extern template CurveSegment<3> MakeSmoothSegment(const CurveKnot<3>*, const CurveKnot<3>&,
+                                                  const CurveKnot<3>&, const CurveKnot<3>*);
 extern template CurveSegment<1> MakeSegment(const CurvePoint<1>*, const CurvePoint<1>&, const CurvePoint<1>&,
                                             const CurvePoint<1>*);
 extern template CurveSegment<3> MakeSegment(const CurvePoint<3>*, const CurvePoint<3>&, const CurvePoint<3>&,

@@ -49,6 +49,8 @@ public:
         at += size;
         return found;
     }
+    /// The next bytes, as many of them as there are, without going on.
+    std::string_view Ahead(std::size_t size) const { return bytes.substr(at, size); }
     void Raw(void* target, std::size_t size) {
         const std::string_view found = Bytes(size);
         if (found.size() == size && size > 0) {

@@ -111,9 +111,10 @@ void Film::AddTrack(CFilmTrack* track) {
     }
     tracks.push_back(track);
     bases.push_back(BaseOf(track));
-    order.reserve(bases.size());
+    order.reserve(bases.capacity());
+    plan.Reserve(bases.size());
     track->film = this;
-    orderKnown = false;
+    OnStructureChanged();
     if (mainTrack == nullptr && track->IsA(ClassId::LevelTrack)) {
         mainTrack = track;
     }
@@ -157,11 +158,12 @@ void Film::RemoveTrack(CFilmTrack* track, int) {
     if (track == nullptr || found == tracks.end()) {
         return;
     }
+    OnStructureChanged();
     BaseOf(track)->Rest();
     bases.erase(bases.begin() + std::distance(tracks.begin(), found));
     tracks.erase(found);
     order.clear();
-    orderKnown = false;
+    OnStructureChanged();
     if (mainTrack == track) {
         mainTrack = nullptr;
     }
@@ -224,11 +226,16 @@ void Film::PlaceInOrder(ObjectTrack& track, int depth) {
             }
         }
     }
-    order.push_back(&track);
+    if (track.IsPlain()) {
+        plan.Add(track);
+    } else {
+        order.push_back(&track);
+    }
 }
 
 void Film::MakeOrder() {
     order.clear();
+    plan.Clear();
     for (TrackBase* base : bases) {
         if (base->TrackClass() == ClassId::ObjectTrack) {
             static_cast<ObjectTrack*>(base)->order = 0;
@@ -251,6 +258,7 @@ void Film::SetTime(float time, float previousTime) {
     if (!orderKnown) {
         MakeOrder();
     }
+    plan.Pose(now);
     for (TrackBase* base : order) {
         base->Pose(now);
     }
@@ -297,14 +305,14 @@ void Film::Relink(std::vector<std::string>& messages) {
     for (const std::string& message : found) {
         messages.push_back("Film \"" + nameText + "\": " + message);
     }
-    orderKnown = false;
+    OnStructureChanged();
 }
 
 void Film::Forget(const DoomedObjects& doomed) {
     for (TrackBase* base : bases) {
         base->Forget(doomed);
     }
-    orderKnown = false;
+    OnStructureChanged();
 }
 
 void Film::NewCameraName(std::string& cameraName) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/engine/PosePlan.h"
 #include "host/engine/TrackBase.h"
 #include "plugin/contract/Film.h"
 
@@ -65,7 +66,10 @@ public:
     const std::vector<TrackBase*>& Tracks() const { return bases; }
     void Forget(const DoomedObjects& doomed);
     void Relink(std::vector<std::string>& messages);
-    void OnStructureChanged() { orderKnown = false; }
+    void OnStructureChanged() {
+        orderKnown = false;
+        plan.Clear();
+    }
 
 private:
     Vector3 CameraPoint(CFilmTrack* camera, int kind, float time);
@@ -77,7 +81,8 @@ private:
     FilmManager& manager;
     std::string nameText;
     std::vector<TrackBase*> bases; ///< of `tracks`, in their order
-    std::vector<TrackBase*> order; ///< posing parents first, then lights, cameras and the level track
+    PosePlan plan;                 ///< the plain object tracks, which are posed first
+    std::vector<TrackBase*> order; ///< the others: posing parents first, then lights, cameras, level track
     bool orderKnown = false;
     bool playing = false;    ///< some step was fired since the last Stop
     bool startFired = false; ///< the keys at the start were

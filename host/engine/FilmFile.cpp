@@ -14,17 +14,6 @@ namespace engine {
 
 namespace {
 
-/// Bytes that a chunk header is written over later.
-std::size_t BeginChunkIn(std::string& bytes, std::uint16_t id) {
-    AppendChunk(bytes, id, {});
-    return bytes.size();
-}
-
-void EndChunkIn(std::string& bytes, std::size_t begin) {
-    const auto size = static_cast<std::uint32_t>(bytes.size() - begin);
-    std::memcpy(bytes.data() + begin - sizeof size, &size, sizeof size);
-}
-
 void WriteObjectHead(ByteWriter& out, const ObjectTrack& track) {
     out.I32(ObjectLink::IdOf(track.actor, track.actorLink.pendingId));
     out.U8(track.actorIsVirtual ? 1 : 0);
@@ -64,8 +53,8 @@ void ReadCameraHead(ByteReader& in, CameraTrack& track) {
 }
 
 void WriteTrack(const TrackBase& track, std::string& bytes) {
-    const std::size_t whole = BeginChunkIn(bytes, LevelChunk::Track);
-    const std::size_t head = BeginChunkIn(bytes, LevelChunk::TrackHead);
+    const std::size_t whole = BeginChunkAt(bytes, LevelChunk::Track);
+    const std::size_t head = BeginChunkAt(bytes, LevelChunk::TrackHead);
     ByteWriter out(bytes);
     out.I32(track.TrackClass());
     if (track.TrackClass() == ClassId::ObjectTrack) {
@@ -76,17 +65,17 @@ void WriteTrack(const TrackBase& track, std::string& bytes) {
         out.U8(static_cast<const GLLightTrack&>(track).isFixedLight);
         out.U8(static_cast<const GLLightTrack&>(track).isSun);
     }
-    EndChunkIn(bytes, head);
+    EndChunkAt(bytes, head);
     for (int kind = 0; kind < KeyKind::Count; ++kind) {
         const KeyChannel* channel = track.Channel(kind);
         if (channel != nullptr && !channel->Empty()) {
-            const std::size_t keys = BeginChunkIn(bytes, LevelChunk::TrackKeys);
+            const std::size_t keys = BeginChunkAt(bytes, LevelChunk::TrackKeys);
             out.U8(static_cast<std::uint8_t>(kind));
             WriteKeys(channel->Keys(), kind, bytes);
-            EndChunkIn(bytes, keys);
+            EndChunkAt(bytes, keys);
         }
     }
-    EndChunkIn(bytes, whole);
+    EndChunkAt(bytes, whole);
 }
 
 /// Null for a class that no track has.
@@ -118,11 +107,11 @@ void ReadTrackKeys(TrackBase& track, const FoundChunk& chunk) {
         throw ChunkError(chunk.offset,
                          "the keys of kind " + std::to_string(kind) + " of a track are damaged");
     }
+    track.Require(kind).Append(keys);
     for (IFilmKey* key : keys) {
         key->track = &track.Self();
         track.Self().keys.push_back(key);
     }
-    track.Require(kind).Append(keys);
 }
 
 void ReadTrack(Film& film, const FoundChunk& chunk, std::vector<std::string>& messages) {
@@ -145,9 +134,6 @@ void ReadTrack(Film& film, const FoundChunk& chunk, std::vector<std::string>& me
             }
         }
     }
-    if (track != nullptr) {
-        track->FinishKeys();
-    }
 }
 
 Film& ReadFilmHead(FilmManager& films, const FoundChunk& chunk) {
@@ -168,6 +154,19 @@ Film& ReadFilmHead(FilmManager& films, const FoundChunk& chunk) {
 
 } // namespace
 
+std::size_t FilmsSizeGuess(const FilmManager& films) {
+    constexpr std::size_t kKeyBytes = 48;
+    constexpr std::size_t kTrackBytes = 128;
+    std::size_t size = 0;
+    for (int slot = 0; slot < IFilmManager::kFilms; ++slot) {
+        for (const TrackBase* track :
+             films.FilmAt(slot) != nullptr ? films.FilmAt(slot)->Tracks() : std::vector<TrackBase*>{}) {
+            size += kTrackBytes + kKeyBytes * track->Self().keys.size();
+        }
+    }
+    return size;
+}
+
 void WriteFilms(const FilmManager& films, std::string& bytes) {
     ByteWriter out(bytes);
     for (int slot = 0; slot < IFilmManager::kFilms; ++slot) {
@@ -175,17 +174,17 @@ void WriteFilms(const FilmManager& films, std::string& bytes) {
         if (film == nullptr) {
             continue;
         }
-        const std::size_t whole = BeginChunkIn(bytes, LevelChunk::Film);
-        const std::size_t head = BeginChunkIn(bytes, LevelChunk::FilmHead);
+        const std::size_t whole = BeginChunkAt(bytes, LevelChunk::Film);
+        const std::size_t head = BeginChunkAt(bytes, LevelChunk::FilmHead);
         out.U16(static_cast<std::uint16_t>(slot));
         out.Text(film->name);
         out.F32(film->length);
         out.U8(film->validated);
-        EndChunkIn(bytes, head);
+        EndChunkAt(bytes, head);
         for (const TrackBase* track : film->Tracks()) {
             WriteTrack(*track, bytes);
         }
-        EndChunkIn(bytes, whole);
+        EndChunkAt(bytes, whole);
     }
 }
 

@@ -72,12 +72,13 @@ void KeyChannel::Insert(IFilmKey* key) {
         sortedTimes.insert(place, time);
     }
     stale = true;
+    OnTouched();
 }
 
 void KeyChannel::Append(std::span<IFilmKey* const> added) {
     sortedKeys.insert(sortedKeys.end(), added.begin(), added.end());
     sortedTimes.resize(sortedKeys.size());
-    dirty = true;
+    MarkDirty();
 }
 
 void KeyChannel::Reserve(std::size_t more) {
@@ -98,6 +99,7 @@ bool KeyChannel::Remove(IFilmKey* key) {
     sortedTimes.erase(sortedTimes.begin() + (found - sortedKeys.begin()));
     sortedKeys.erase(found);
     stale = true;
+    OnTouched();
     return true;
 }
 
@@ -107,7 +109,7 @@ void KeyChannel::DestroyAll() {
     }
     sortedKeys.clear();
     sortedTimes.clear();
-    dirty = true;
+    MarkDirty();
 }
 
 void KeyChannel::CollectKeys(KeyList& list) const {

@@ -36,7 +36,10 @@ public:
     bool Remove(IFilmKey* key);
     void DestroyAll();
     /// Keys were written to: times and order are read anew before the next use.
-    void MarkDirty() { dirty = true; }
+    void MarkDirty() {
+        dirty = true;
+        OnTouched();
+    }
 
     int Kind() const { return kind; }
     bool Empty() const { return sortedKeys.empty(); }
@@ -60,6 +63,8 @@ protected:
             Rebuild();
         }
     }
+    /// Keys came, went or changed: what was made from them is no longer good.
+    virtual void OnTouched() {}
     /// Times and order are good again; what is derived from them goes here.
     virtual void OnRebuilt() const {}
 

@@ -4,6 +4,7 @@
 #include "host/engine/FilmManager.h"
 
 #include <cmath>
+#include <cstddef>
 #include <type_traits>
 
 namespace engine {
@@ -146,23 +147,85 @@ std::uint32_t OwnFlags(int kind) {
 
 } // namespace
 
+namespace {
+
+constexpr std::size_t kPlainVectorBytes = 1 + sizeof(float) + 3 * sizeof(Vector3) + 2;
+
+void WriteMarks(ByteWriter& out, const IFilmKey& key, int kind) {
+    // Compared by bits, so that a negative zero and not-a-number come back as they were.
+    const bool hasEnd = !(key.endTime == 0.0f) || std::signbit(key.endTime);
+    const bool hasFlags = key.flags != OwnFlags(kind);
+    out.U8(static_cast<std::uint8_t>((hasEnd ? kHasEndTime : 0) | (hasFlags ? kHasFlags : 0)));
+    out.F32(key.time);
+    if (hasEnd) {
+        out.F32(key.endTime);
+    }
+    if (hasFlags) {
+        out.U32(key.flags);
+    }
+}
+
+bool IsPlainVector(const CFilmVectorKey& key, int kind) {
+    const auto small = [](std::int32_t method) { return method >= 0 && method < kWideMethod; };
+    return key.endTime == 0.0f && !std::signbit(key.endTime) && key.flags == OwnFlags(kind) &&
+           small(key.inMethod) && small(key.outMethod);
+}
+
+/// The bulk of a film: 43 bytes at once for a key without anything unusual.
+bool WritePlainVector(std::string& bytes, const CFilmVectorKey& key, int kind) {
+    if (!IsPlainVector(key, kind)) {
+        return false;
+    }
+    char piece[kPlainVectorBytes] = {};
+    std::memcpy(piece + 1, &key.time, sizeof key.time);
+    std::memcpy(piece + 5, &key.value, sizeof(Vector3));
+    std::memcpy(piece + 17, &key.inHandle, sizeof(Vector3));
+    std::memcpy(piece + 29, &key.outHandle, sizeof(Vector3));
+    piece[sizeof piece - 2] = static_cast<char>(key.inMethod);
+    piece[sizeof piece - 1] = static_cast<char>(key.outMethod);
+    bytes.append(piece, sizeof piece);
+    return true;
+}
+
+/// The reading side of WritePlainVector; false if the next key is not such a one.
+bool ReadPlainVector(ByteReader& in, CFilmVectorKey& key, int kind) {
+    const std::string_view ahead = in.Ahead(kPlainVectorBytes);
+    if (ahead.size() < kPlainVectorBytes || ahead[0] != 0) {
+        return false;
+    }
+    const auto inMethod = static_cast<std::uint8_t>(ahead[kPlainVectorBytes - 2]);
+    const auto outMethod = static_cast<std::uint8_t>(ahead[kPlainVectorBytes - 1]);
+    if (inMethod == kWideMethod || outMethod == kWideMethod) {
+        return false;
+    }
+    in.Bytes(kPlainVectorBytes);
+    std::memcpy(&key.time, ahead.data() + 1, sizeof key.time);
+    std::memcpy(&key.value, ahead.data() + 5, sizeof(Vector3));
+    std::memcpy(&key.inHandle, ahead.data() + 17, sizeof(Vector3));
+    std::memcpy(&key.outHandle, ahead.data() + 29, sizeof(Vector3));
+    key.inMethod = inMethod;
+    key.outMethod = outMethod;
+    key.endTime = 0.0f;
+    key.flags = OwnFlags(kind);
+    return true;
+}
+
+bool IsVectorKind(int kind) {
+    return (kind >= KeyKind::Position && kind <= KeyKind::Scale) || kind == KeyKind::Color;
+}
+
+} // namespace
+
 void WriteKeys(std::span<IFilmKey* const> keys, int kind, std::string& bytes) {
     ByteWriter out(bytes);
     out.U32(static_cast<std::uint32_t>(keys.size()));
     Writing visit{out};
+    const bool vectors = IsVectorKind(kind);
     for (const IFilmKey* key : keys) {
-        // Compared by bits, so that a negative zero and not-a-number come back as they were.
-        const bool hasEnd = !(key->endTime == 0.0f) || std::signbit(key->endTime);
-        const bool hasFlags = key->flags != OwnFlags(kind);
-        out.U8(static_cast<std::uint8_t>((hasEnd ? kHasEndTime : 0) | (hasFlags ? kHasFlags : 0)));
-        out.F32(key->time);
-        if (hasEnd) {
-            out.F32(key->endTime);
+        if (!vectors || !WritePlainVector(bytes, static_cast<const CFilmVectorKey&>(*key), kind)) {
+            WriteMarks(out, *key, kind);
+            VisitContent(visit, *key);
         }
-        if (hasFlags) {
-            out.U32(key->flags);
-        }
-        VisitContent(visit, *key);
     }
 }
 
@@ -174,12 +237,16 @@ bool ReadKeys(std::string_view bytes, int kind, FilmManager& manager, std::vecto
         return false;
     }
     keys.reserve(keys.size() + count);
+    const bool vectors = IsVectorKind(kind);
     for (std::uint32_t i = 0; i < count && in.Good(); ++i) {
         IFilmKey* key = manager.Keys().CreateKey(kind);
         if (key == nullptr) {
             return false;
         }
         keys.push_back(key);
+        if (vectors && ReadPlainVector(in, static_cast<CFilmVectorKey&>(*key), kind)) {
+            continue;
+        }
         const std::uint8_t marks = in.U8();
         key->time = in.F32();
         key->endTime = (marks & kHasEndTime) != 0 ? in.F32() : 0.0f;

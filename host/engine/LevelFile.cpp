@@ -74,13 +74,18 @@ std::string ObjectsBytes(LevelData& data, const HiddenObjects& hidden) {
     return bytes;
 }
 
-std::string FilmsBytes(Level& level) {
+void AppendFilms(Level& level, std::string& bytes) {
     FilmManager& films = level.Data()->Films();
-    std::string bytes;
+    const std::size_t begin = BeginChunkAt(bytes, LevelChunk::Films);
+    bytes.reserve(bytes.size() + FilmsSizeGuess(films));
     WriteFilms(films, bytes);
     bytes += PluginBytes(level, &films);
-    MergeForeign(bytes, films.foreignChunks);
-    return bytes;
+    if (!films.foreignChunks.empty()) {
+        std::string inner = bytes.substr(begin);
+        MergeForeign(inner, films.foreignChunks);
+        bytes.replace(begin, std::string::npos, inner);
+    }
+    EndChunkAt(bytes, begin);
 }
 
 std::string GroupsBytes(const LevelData& data) {
@@ -139,6 +144,7 @@ std::string ViewsBytes(Level& level) {
     return bytes;
 }
 
+/// The whole file. The films, which are most of it, are written in place.
 std::string LevelBytes(Level& level) {
     LevelData& data = *level.Data();
     HiddenObjects hidden;
@@ -146,14 +152,23 @@ std::string LevelBytes(Level& level) {
         level.ChunkClient()->CollectHiddenObjects(hidden);
     }
     std::string bytes;
+    const std::size_t begin = BeginChunkAt(bytes, LevelChunk::Level);
     AppendChunk(bytes, LevelChunk::Header, HeaderBytes(data));
     AppendChunk(bytes, LevelChunk::Root, RootBytes(level));
     AppendChunk(bytes, LevelChunk::Objects, ObjectsBytes(data, hidden));
-    AppendChunk(bytes, LevelChunk::Films, FilmsBytes(level));
+    AppendFilms(level, bytes);
     AppendChunk(bytes, LevelChunk::Groups, GroupsBytes(data));
     AppendChunk(bytes, LevelChunk::Sun, SunBytes(data));
     AppendChunk(bytes, LevelChunk::Views, ViewsBytes(level));
-    MergeForeign(bytes, data.foreignChunks);
+    if (!data.foreignChunks.empty()) {
+        std::string inner = bytes.substr(begin);
+        MergeForeign(inner, data.foreignChunks);
+        bytes.replace(begin, std::string::npos, inner);
+    }
+    if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
+        throw std::length_error("the level is larger than 2 GiB");
+    }
+    EndChunkAt(bytes, begin);
     return bytes;
 }
 
@@ -465,15 +480,9 @@ std::string SerializeLevel(Level& level, const std::string& path, LevelMessages&
         throw LevelFileError(path, -1, "there is no level");
     }
     try {
-        const std::string inner = LevelBytes(level);
-        if (inner.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()) - 64) {
-            throw LevelFileError(path, -1, "the level is larger than 2 GiB");
-        }
-        std::string bytes;
-        AppendChunk(bytes, LevelChunk::Level, inner);
-        return bytes;
-    } catch (const LevelFileError&) {
-        throw;
+        return LevelBytes(level);
+    } catch (const std::length_error& error) {
+        throw LevelFileError(path, -1, error.what());
     } catch (const std::exception& error) {
         throw LevelFileError(path, -1, std::string("a plug-in can't write its part: ") + error.what());
     }

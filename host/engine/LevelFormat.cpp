@@ -3,6 +3,8 @@
 #include "host/engine/ByteStream.h"
 #include "plugin/contract/Chunks.h"
 
+#include <cstring>
+
 namespace engine {
 
 bool ChunkCursor::Next(FoundChunk& chunk) {
@@ -32,6 +34,16 @@ void AppendChunk(std::string& bytes, std::uint16_t id, std::string_view data) {
     out.U16(id);
     out.U32(static_cast<std::uint32_t>(data.size()));
     out.Raw(data.data(), data.size());
+}
+
+std::size_t BeginChunkAt(std::string& bytes, std::uint16_t id) {
+    AppendChunk(bytes, id, {});
+    return bytes.size();
+}
+
+void EndChunkAt(std::string& bytes, std::size_t begin) {
+    const auto size = static_cast<std::uint32_t>(bytes.size() - begin);
+    std::memcpy(bytes.data() + begin - sizeof size, &size, sizeof size);
 }
 
 void MergeForeign(std::string& known, const std::vector<RawChunk>& foreign) {

@@ -64,6 +64,9 @@ private:
 
 /// Appends a chunk's header and data.
 void AppendChunk(std::string& bytes, std::uint16_t id, std::string_view data);
+/// Appends a chunk's header and gives the place of its data; EndChunkAt fills in the size when all is there.
+std::size_t BeginChunkAt(std::string& bytes, std::uint16_t id);
+void EndChunkAt(std::string& bytes, std::size_t begin);
 /// Puts the foreign chunks between the chunks of `known`: each behind as many as its place says.
 void MergeForeign(std::string& known, const std::vector<RawChunk>& foreign);
 

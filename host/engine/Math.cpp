@@ -111,10 +111,17 @@ void ComposeRows(const Vector3& degrees, const Vector3& scale, float* matrix) {
     matrix[11] = 0.0f;
 }
 
+void ComposeInto(const Vector3& position, const Vector3& degrees, const Vector3& scale, float* matrix) {
+    ComposeRows(degrees, scale, matrix);
+    matrix[12] = position.x;
+    matrix[13] = position.y;
+    matrix[14] = position.z;
+    matrix[15] = 1.0f;
+}
+
 Matrix4 Compose(const Vector3& position, const Vector3& degrees, const Vector3& scale) {
     Matrix4 result;
-    ComposeRows(degrees, scale, result.m);
-    result.SetTranslation(position);
+    ComposeInto(position, degrees, scale, result.m);
     return result;
 }
 

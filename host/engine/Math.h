@@ -57,6 +57,8 @@ Vector3 TransformDirection(const Vector3& direction, const Matrix4& matrix);
 Matrix4 Compose(const Vector3& position, const Vector3& degrees, const Vector3& scale);
 /// The three rotation rows times the scale, written straight into `matrix`; its last row is left alone.
 void ComposeRows(const Vector3& degrees, const Vector3& scale, float* matrix);
+/// Compose, written into 16 floats.
+void ComposeInto(const Vector3& position, const Vector3& degrees, const Vector3& scale, float* matrix);
 /// Inverts Compose for matrices without shear; `degrees.y` is within -90 to 90.
 void Decompose(const Matrix4& matrix, Vector3& position, Vector3& degrees, Vector3& scale);
 /// A camera in the world: row 2 points from the target back to the eye. Roll in degrees turns the camera

@@ -105,6 +105,12 @@ void ObjectTrack::Pose(float time) {
     }
 }
 
+bool ObjectTrack::IsPlain() const {
+    return actor != nullptr && parentObject == nullptr && Actor()->FreeMatrix() != nullptr &&
+           Channel(KeyKind::Scale) != nullptr && Channel(KeyKind::Animation) == nullptr &&
+           Channel(KeyKind::Flags) == nullptr;
+}
+
 void ObjectTrack::Begin() {
     CaptureBase();
 }

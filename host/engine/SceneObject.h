@@ -60,6 +60,9 @@ public:
     Matrix4 ElementMatrix(const std::string& element) const;
     /// Makes room for a pose, so that posing allocates nothing. Null without a mesh.
     Matrix4* PreparePose();
+    /// Where a film may write the matrix itself: null for an object in a hierarchy, whose matrix moves
+    /// others.
+    float* FreeMatrix() { return parent == nullptr && firstChild == nullptr ? world.m : nullptr; }
     /// Shows or drops what was written to PreparePose's matrices.
     void SetPosed(bool shown) { posed = shown && !pose.empty(); }
 
@@ -76,8 +79,8 @@ private:
 
     LevelData* data;
     SceneObjectInfo info;
-    Matrix4 world;
-    Matrix4 local; ///< relative to the parent, good while localKnown
+    alignas(64) Matrix4 world; ///< one cache line: films write one in each object in each frame
+    Matrix4 local;             ///< relative to the parent, good while localKnown
     bool localKnown = false;
     bool posed = false;
     std::uint32_t objectFlags = 0;

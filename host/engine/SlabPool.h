@@ -9,7 +9,7 @@ namespace engine {
 
 /// Memory for the many small things of films: key records and list nodes. Freed pieces are kept for the next
 /// of the same size, and all goes with the pool. Sizes above kLargest come from the heap.
-class SlabPool : public std::pmr::memory_resource {
+class SlabPool final : public std::pmr::memory_resource {
 public:
     static constexpr std::size_t kLargest = 256;
 

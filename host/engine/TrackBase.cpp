@@ -6,6 +6,7 @@
 #include "host/engine/LevelData.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace engine {
 
@@ -45,10 +46,37 @@ std::uint32_t KindsOf(int classId) {
     return 0;
 }
 
-bool ByTime(const IFilmKey* a, const IFilmKey* b) {
-    const bool aLast = std::isnan(a->time);
-    const bool bLast = std::isnan(b->time);
-    return aLast || bLast ? !aLast && bLast : a->time < b->time;
+/// A key and the time that it is sorted by: not-a-number counts as the end of time.
+struct TimedKey {
+    float time;
+    IFilmKey* key;
+
+    static bool Earlier(const TimedKey& a, const TimedKey& b) { return a.time < b.time; }
+};
+
+/// Sorts stably by merging the runs that are in order already: a track's list mostly is a few such runs.
+void SortRuns(std::vector<TimedKey>& keys) {
+    std::vector<std::size_t> starts{0};
+    for (std::size_t i = 1; i < keys.size(); ++i) {
+        if (TimedKey::Earlier(keys[i], keys[i - 1])) {
+            starts.push_back(i);
+        }
+    }
+    std::vector<TimedKey> merged(keys.size());
+    while (starts.size() > 1) {
+        std::vector<std::size_t> next;
+        for (std::size_t run = 0; run < starts.size(); run += 2) {
+            const auto at = [&](std::size_t index) {
+                return keys.begin() +
+                       static_cast<std::ptrdiff_t>(index < starts.size() ? starts[index] : keys.size());
+            };
+            std::merge(at(run), at(run + 1), at(run + 1), at(run + 2),
+                       merged.begin() + static_cast<std::ptrdiff_t>(starts[run]), TimedKey::Earlier);
+            next.push_back(starts[run]);
+        }
+        keys.swap(merged);
+        starts.swap(next);
+    }
 }
 
 } // namespace
@@ -77,6 +105,9 @@ KeyChannel& TrackBase::Require(int kind) {
         channel = MakeChannel(self, kind, manager);
         self.subTracks[kind] = channel.get();
         hasEvents = hasEvents || (kFiredKinds & Bit(kind)) != 0;
+        if (self.film != nullptr) {
+            OwnFilm()->OnStructureChanged();
+        }
     }
     return *channel;
 }
@@ -129,15 +160,20 @@ void TrackBase::MarkAllChanged() {
 }
 
 void TrackBase::FinishKeys() {
-    // A key may have been put into the list directly.
+    std::vector<TimedKey> sorted;
+    sorted.reserve(self.keys.size());
     for (IFilmKey* key : self.keys) {
+        // A key may have been put into the list directly.
         if (key->track == nullptr && Holds(key->kind)) {
             key->track = &self;
             Require(key->kind).Insert(key);
         }
+        sorted.push_back({std::isnan(key->time) ? std::numeric_limits<float>::infinity() : key->time, key});
     }
-    if (!std::is_sorted(self.keys.begin(), self.keys.end(), ByTime)) {
-        self.keys.sort(ByTime);
+    if (!std::is_sorted(sorted.begin(), sorted.end(), TimedKey::Earlier)) {
+        SortRuns(sorted);
+        std::transform(sorted.begin(), sorted.end(), self.keys.begin(),
+                       [](const TimedKey& timed) { return timed.key; });
     }
     MarkAllChanged();
 }

@@ -116,6 +116,24 @@ TEST(BezierCurveTest, InverseAgainstAnEndOfTheCurveIsSmoothButMirrorsAUserHandle
     EXPECT_FLOAT_EQ(control, 7.0f);
 }
 
+TEST(BezierCurveTest, SmoothSegmentFromKnotsIsThatOfSmoothKeys) {
+    const float times[] = {0.0f, 1.0f, 3.0f, 3.5f};
+    const float values[] = {0.0f, 2.0f, 12.0f, 4.0f};
+    CurvePoint<1> points[4];
+    engine::CurveKnot<1> knots[4];
+    for (int i = 0; i < 4; ++i) {
+        points[i] = Point(times[i], values[i], BezierMethod::Smooth);
+        knots[i] = {times[i], {values[i]}};
+    }
+    // Velocities 3 at the second key and (5 * 0.5 - 16 * 2) / 2.5 = -11.8 at the third: control points 4 and
+    // 12 + 11.8 * 2/3, so the middle is (2 + 3 * 4 + 3 * 19.8666667 + 12) / 8.
+    const auto inside = engine::MakeSmoothSegment(&knots[0], knots[1], knots[2], &knots[3]);
+    EXPECT_NEAR(At(inside, 2.0f), 10.7f, 1e-5f);
+    EXPECT_NEAR(At(MakeSegment(&points[0], points[1], points[2], &points[3]), 2.0f), 10.7f, 1e-5f);
+    const auto alone = engine::MakeSmoothSegment<1>(nullptr, knots[1], knots[2], nullptr);
+    EXPECT_NEAR(At(alone, 2.0f), 7.0f, 1e-5f);
+}
+
 TEST(BezierCurveTest, SidesOfOneSegmentMayDiffer) {
     auto a = Point(0.0f, 0.0f, BezierMethod::Slowdown);
     auto b = Point(1.0f, 8.0f, BezierMethod::Linear);

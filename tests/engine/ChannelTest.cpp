@@ -129,6 +129,31 @@ TEST_F(ChannelTest, ListKeepsInsertionOrderUntilFinishSortsItStably) {
     EXPECT_EQ(*std::next(track.keys.begin(), 2), &second);
 }
 
+TEST_F(ChannelTest, FinishSortsListsOfManyRuns) {
+    for (const int kind : {KeyKind::Scale, KeyKind::Rotation, KeyKind::Position}) {
+        for (int i = 0; i < 10; ++i) {
+            AddVector(track, kind, static_cast<float>(i * 7 % 10), {});
+        }
+    }
+    track.Finish();
+    int number = 0;
+    for (const IFilmKey* key : track.keys) {
+        EXPECT_EQ(key->time, static_cast<float>(number / 3));
+        EXPECT_EQ(key->kind, KeyKind::Scale - number % 3); // of equals the one added first comes first
+        ++number;
+    }
+}
+
+TEST_F(ChannelTest, KeyPutStraightIntoTheListIsTakenOverByFinish) {
+    IFilmKey* key = MakeKey(KeyKind::Position, 1.0f);
+    const Vector3 value{4.0f, 0.0f, 0.0f};
+    key->SetValue(value.Data());
+    track.keys.push_back(key);
+    track.Finish();
+    EXPECT_EQ(key->track, &track);
+    EXPECT_FLOAT_EQ(X(1.0f), 4.0f);
+}
+
 TEST_F(ChannelTest, AddKeyRefusesWrongKindsNullAndKeysOfATrack) {
     EXPECT_FALSE(track.AddKey(nullptr));
     IFilmKey* camera = MakeKey(KeyKind::CameraPosition, 0.0f);

@@ -349,6 +349,27 @@ TEST_F(DialogTest, ComboSelectsNothingUntilSomeoneChooses) {
     EXPECT_EQ(combo.GetCount(), 0);
 }
 
+TEST_F(DialogTest, WheelOverAComboWithoutTheFocusChangesNothing) {
+    Open();
+    CComboBox combo;
+    ASSERT_TRUE(combo.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST, {0, 0, 100, 220}, &dlg, 2000));
+    combo.AddString("a");
+    combo.AddString("b");
+    combo.SetCurSel(0);
+    const auto turn = [this, &combo] {
+        const QPointF local(5, 5);
+        QWheelEvent wheel(local, NativeWidget(combo)->mapToGlobal(local), QPoint(), QPoint(0, -120),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(NativeWidget(combo), &wheel);
+    };
+    dlg.GetDlgItem(1758)->SetFocus();
+    turn();
+    EXPECT_EQ(combo.GetCurSel(), 0);
+    combo.SetFocus();
+    turn();
+    EXPECT_EQ(combo.GetCurSel(), 1);
+}
+
 class OwnerDrawn : public CListBox {
 public:
     std::vector<DRAWITEMSTRUCT> drawn;
@@ -513,6 +534,7 @@ TEST_F(DialogTest, EscapeInsideAPageDoesNotHideThePage) {
     panel.resize(400, 600);
     CreateFormView(RUNTIME_CLASS(TestView), &panel, 7);
     panel.show();
+    panel.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&panel));
     TestView::current->page.GetDlgItem(1745)->SetFocus();
     QTest::keyClick(panel.windowHandle(), Qt::Key_Escape);

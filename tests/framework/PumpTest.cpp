@@ -30,6 +30,7 @@ protected:
         QObject::connect(&shortcut, &QShortcut::activated, &host, [this] { ++shortcuts; });
         QObject::connect(button, &QPushButton::clicked, &host, [this] { ++clicks; });
         host.show();
+        host.activateWindow();
         edit->setFocus();
     }
     void SetUp() override { ASSERT_TRUE(QTest::qWaitForWindowActive(&host)); }

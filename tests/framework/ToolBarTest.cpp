@@ -5,10 +5,12 @@
 
 #include <gtest/gtest.h>
 #include <QAction>
+#include <QHelpEvent>
 #include <QIcon>
 #include <QTest>
 #include <QToolBar>
 #include <QToolButton>
+#include <QToolTip>
 
 #include <memory>
 #include <vector>
@@ -144,6 +146,90 @@ TEST_F(ToolBarTest, IconsAreCutFromTheStripWithTheirTransparency) {
     EXPECT_EQ(second.pixelColor(0, 0).alpha(), 0);
     EXPECT_EQ(ToolBarIcon(bar, 2).pixmap(QSize(16, 16)).toImage().pixelColor(8, 8), QColor(0, 0, 255));
     EXPECT_TRUE(ToolBarIcon(bar, -1).isNull());
+}
+
+class TipOwner : public Owner {
+protected:
+    BOOL OnToolTipText(UINT id, NMHDR* header, LRESULT* result) {
+        if (id == 36838) {
+            return FALSE;
+        }
+        reinterpret_cast<TOOLTIPTEXT*>(header)->lpszText = "from the owner";
+        *result = 0;
+        return TRUE;
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(TipOwner, Owner)
+ON_NOTIFY_EX_RANGE(TTN_NEEDTEXT, 0, 0xFFFF, &TipOwner::OnToolTipText)
+END_MESSAGE_MAP()
+
+TEST_F(ToolBarTest, OwnerMayWordTheTipsOfItsBar) {
+    TipOwner owner;
+    owner.Create(nullptr, "", WS_POPUP | WS_CAPTION | WS_VISIBLE, {0, 0, 400, 200}, nullptr, 0);
+    ASSERT_TRUE(bar.Create(&owner));
+    owner.RepositionBars(AFX_IDW_CONTROLBAR_FIRST, AFX_IDW_CONTROLBAR_LAST, 0);
+    auto* native = qobject_cast<QToolBar*>(NativeWidget(bar));
+    const auto tipOf = [native](int index) {
+        QWidget* button = native->widgetForAction(native->actions()[index]);
+        QHelpEvent help(QEvent::ToolTip, QPoint(2, 2), button->mapToGlobal(QPoint(2, 2)));
+        QCoreApplication::sendEvent(button, &help);
+        const QString text = QToolTip::text();
+        QToolTip::hideText();
+        return text;
+    };
+    EXPECT_EQ(tipOf(1), "from the owner");
+    EXPECT_EQ(tipOf(0), "Undo");
+    owner.DestroyWindow();
+}
+
+TEST_F(ToolBarTest, DenseScreensGetTheBitmapOfTwiceTheSize) {
+    // One 1x button of red and its 2x picture of blue, 24 bits a pixel, rows padded to 4 bytes.
+    const auto solid = [](int side, int blue, int red) {
+        std::vector<std::byte> bitmap;
+        const auto put = [&bitmap](std::uint32_t value, int size) {
+            for (int i = 0; i < size; ++i) {
+                bitmap.push_back(static_cast<std::byte>(value >> (8 * i)));
+            }
+        };
+        for (const std::uint32_t word :
+             {40U, static_cast<std::uint32_t>(side), static_cast<std::uint32_t>(side)}) {
+            put(word, 4);
+        }
+        put(1, 2);
+        put(24, 2);
+        for (int i = 0; i < 6; ++i) {
+            put(0, 4);
+        }
+        for (int i = 0; i < side * side; ++i) {
+            put(static_cast<std::uint32_t>(blue | red << 16), 3);
+        }
+        return bitmap;
+    };
+    std::vector<std::byte> file;
+    const auto record = [&file](UINT type, UINT id, const std::vector<std::byte>& data) {
+        const std::uint32_t words[] = {
+            static_cast<std::uint32_t>(data.size()), 32, 0xFFFF | type << 16, 0xFFFF | id << 16, 0, 0, 0, 0};
+        for (const std::uint32_t word : words) {
+            for (int i = 0; i < 4; ++i) {
+                file.push_back(static_cast<std::byte>(word >> (8 * i)));
+            }
+        }
+        file.insert(file.end(), data.begin(), data.end());
+    };
+    record(RT_BITMAP, 5, solid(4, 0, 255));
+    record(RT_BITMAP, 10005, solid(8, 255, 0));
+    const ResourceModule module(file);
+    const ResourceScope dense(&module);
+    CToolBar icons;
+    icons.SetSizes({12, 12}, {4, 4});
+    ASSERT_TRUE(icons.LoadBitmap(5));
+    const QIcon icon = ToolBarIcon(icons, 0);
+    EXPECT_EQ(icon.pixmap(QSize(4, 4), 1.0).toImage().pixelColor(1, 1), QColor(255, 0, 0));
+    const QImage large = icon.pixmap(QSize(4, 4), 2.0).toImage();
+    EXPECT_EQ(large.size(), QSize(8, 8));
+    EXPECT_EQ(large.pixelColor(1, 1), QColor(0, 0, 255));
 }
 
 TEST_F(ToolBarTest, OwnWindowSendsCommandsToItsParentAndTakesTheTopStrip) {

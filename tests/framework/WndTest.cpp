@@ -62,6 +62,12 @@ protected:
         log.push_back("key" + std::to_string(key) + (flags & 0x4000 ? "again" : ""));
         CWnd::OnKeyDown(key, repeat, flags);
     }
+    void OnKeyUp(UINT key, UINT repeat, UINT flags) {
+        if (key == VK_SPACE) {
+            log.push_back("up" + std::to_string(key));
+        }
+        CWnd::OnKeyUp(key, repeat, flags);
+    }
     void OnTimer(UINT_PTR id) {
         log.push_back("timer" + std::to_string(id));
         KillTimer(id);
@@ -117,6 +123,7 @@ ON_WM_RBUTTONDOWN()
 ON_WM_MOUSEMOVE()
 ON_WM_MOUSEWHEEL()
 ON_WM_KEYDOWN()
+ON_WM_KEYUP()
 ON_WM_TIMER()
 ON_WM_CAPTURECHANGED()
 ON_WM_SETFOCUS()
@@ -342,10 +349,34 @@ TEST_F(WndTest, KeysReachTheFocusWindowWithTheirNumbers) {
     QTest::keyClick(Window(), Qt::Key_Home);
     QTest::keyClick(Window(), Qt::Key_Space);
     QTest::keyClick(Window(), Qt::Key_A);
-    EXPECT_EQ(child.Log(), "key113 key36 key32 key65");
+    EXPECT_EQ(child.Log(), "key113 key36 key32 up32 key65");
     EXPECT_EQ(top.Log().find("key"), std::string::npos);
     top.SetFocus();
     EXPECT_EQ(child.Log(), "blur");
+}
+
+TEST_F(WndTest, HeldKeyGoesDownAgainAndComesUpOnce) {
+    Show();
+    top.SetFocus();
+    top.log.clear();
+    const auto send = [this](QEvent::Type type, bool repeat) {
+        QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, " ", repeat);
+        QCoreApplication::sendEvent(Window(), &event);
+    };
+    send(QEvent::KeyPress, false);
+    send(QEvent::KeyRelease, true);
+    send(QEvent::KeyPress, true);
+    EXPECT_LT(GetKeyState(VK_SPACE), 0);
+    send(QEvent::KeyRelease, false);
+    EXPECT_EQ(GetKeyState(VK_SPACE), 0);
+    EXPECT_EQ(top.Log(), "key32 key32again up32");
+}
+
+TEST_F(WndTest, TimerMayHaveTheNumberZero) {
+    top.log.clear();
+    EXPECT_NE(top.SetTimer(0, 1), 0U);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !top.log.empty(); }));
+    EXPECT_EQ(top.Log(), "timer0");
 }
 
 TEST_F(WndTest, ClickDoesNotTakeTheFocus) {
@@ -511,6 +542,57 @@ TEST_F(WndTest, ScreenAndClientPointsConvertBothWays) {
     EXPECT_EQ(p, CPoint(r.left + 13, r.top + 24));
     child.ScreenToClient(&p);
     EXPECT_EQ(p, CPoint(3, 4));
+}
+
+// Keeps itself at least 150 wide by moving the edge that is dragged.
+class Sizer : public Probe {
+public:
+    std::vector<UINT> sides;
+
+protected:
+    void OnSizing(UINT side, CRect* rect) {
+        sides.push_back(side);
+        if (rect->Width() < 150) {
+            rect->right = rect->left + 150;
+        }
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(Sizer, Probe)
+ON_WM_SIZING()
+END_MESSAGE_MAP()
+
+TEST_F(WndTest, SizingByTheUserIsCorrectedByTheWindow) {
+    Sizer sizer;
+    sizer.Create(nullptr, "", kTop | WS_THICKFRAME | WS_VISIBLE, {50, 50, 250, 150}, nullptr, 0);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(NativeWidget(sizer)));
+    sizer.MoveWindow(50, 50, 120, 100);
+    EXPECT_TRUE(sizer.sides.empty()) << "a program may make it smaller";
+    sizer.MoveWindow(50, 50, 200, 100);
+    // The window system changes the window itself, as when its edge is dragged.
+    NativeWidget(sizer)->windowHandle()->resize(100, 100);
+    ASSERT_TRUE(QTest::qWaitFor([&sizer] { return !sizer.sides.empty(); }));
+    EXPECT_EQ(sizer.sides.front(), 2U);
+    CRect r;
+    sizer.GetClientRect(&r);
+    EXPECT_EQ(r.Width(), 150);
+}
+
+TEST_F(WndTest, ClassProcedureGetsWhatTheWindowLeavesOver) {
+    static UINT last = 0;
+    const WNDCLASS windowClass{0x400B,
+                               [](HWND, UINT message, WPARAM, LPARAM) -> LRESULT {
+                                   last = message;
+                                   return 5;
+                               },
+                               nullptr, "TEST_CLASS"};
+    EXPECT_TRUE(RegisterClass(&windowClass));
+    EXPECT_FALSE(RegisterClass(&windowClass));
+    CWnd window;
+    ASSERT_TRUE(window.Create("TEST_CLASS", "", WS_CHILD, {0, 0, 5, 5}, &top, 9));
+    EXPECT_EQ(window.SendMessage(WM_USER + 40), 5);
+    EXPECT_EQ(last, WM_USER + 40);
 }
 
 TEST_F(WndTest, KeyStateHookAnswersBeforeTheKeyboard) {

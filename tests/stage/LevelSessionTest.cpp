@@ -228,6 +228,19 @@ TEST_F(LevelSessionTest, ACopyInAnotherFolderFindsTheSameMeshes) {
     EXPECT_EQ(crate->meshName, "meshes/crate.glb");
 }
 
+TEST_F(LevelSessionTest, ACopyThatCantBeWrittenLeavesTheMeshNamesAsTheyWere) {
+    ASSERT_TRUE(session.Save(PathOf("a.level")));
+    engine::ObjectSpec spec;
+    spec.className = ClassName::Mesh;
+    spec.meshName = "meshes/crate.glb";
+    const engine::SceneObject* crate = commands.Create(spec);
+    EXPECT_FALSE(session.Save(PathOf("no/such/folder/b.level")));
+    EXPECT_EQ(crate->meshName, "meshes/crate.glb");
+    EXPECT_EQ(host.level.Folder(), folder.string() + "/");
+    EXPECT_EQ(session.Path(), PathOf("a.level"));
+    EXPECT_TRUE(session.IsChanged());
+}
+
 TEST_F(LevelSessionTest, ClosingLeavesNoLevelAndNothingToSave) {
     commands.Create({ClassName::Mesh, "Crate", "", {}, nullptr, true});
     session.Close();

@@ -131,8 +131,20 @@ TEST_F(ScenePickerTest, BoundsGrowWithScaleAndCoverAllObjects) {
     cube->SetMatrix(doubled.m, 0);
     EXPECT_NEAR(picker.BoundsOf(*cube).radius, 2.0f * std::sqrt(3.0f), 1e-4f);
     EXPECT_NEAR(picker.BoundsOf(*cube).center.x, 10.0f, 1e-4f);
-    Add("Empty", nullptr, -10, 0, 0);
+    Add("Other", "cube", -10, 0, 0);
     EXPECT_GT(picker.BoundsOf(ObjectList()).radius, 10.0f);
+}
+
+TEST_F(ScenePickerTest, TheWholeLevelIsWithoutFarHelpersAndBackground) {
+    Add("Sun", nullptr, 0, 1000, 0);
+    EXPECT_NEAR(picker.BoundsOf(ObjectList()).center.y, 1000.0f, 1e-3f);
+    Add("Cube", "cube", 0, 0, 0);
+    Add("Other", "cube", 4, 0, 0);
+    engine::SceneObject* hills = Add("Hills", "cube", 0, 0, 0);
+    const engine::Matrix4 huge = engine::Compose({0, 0, 0}, {0, 0, 0}, {500, 500, 500});
+    hills->SetMatrix(huge.m, 0);
+    EXPECT_NEAR(picker.BoundsOf(ObjectList()).center.x, 2.0f, 1e-3f);
+    EXPECT_LT(picker.BoundsOf(ObjectList()).radius, 10.0f);
 }
 
 TEST_F(ScenePickerTest, WithoutALevelThereIsNothing) {

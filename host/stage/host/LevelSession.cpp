@@ -6,7 +6,6 @@
 #include "plugin/contract/EventCodes.h"
 
 #include <filesystem>
-#include <optional>
 
 namespace stage {
 
@@ -35,33 +34,40 @@ void LevelSession::New() {
     host.LeaveLevel();
     host.level.New("");
     host.meshes.SetFolder("");
-    Arrive("", {});
+    Arrive("");
 }
 
 bool LevelSession::Open(const std::string& newPath) {
-    std::optional<engine::PendingLevel> pending;
+    std::vector<std::string> messages;
     try {
-        pending.emplace(engine::ReadLevel(host.level, newPath));
+        messages = Load(newPath);
     } catch (const std::exception& failure) {
         host.windows.ReportError(std::string("The level can't be opened.\n") + failure.what());
         return false;
     }
-    host.LeaveLevel();
-    host.level.Close(); // before its meshes go
-    host.meshes.SetFolder(FolderOf(newPath));
-    std::vector<std::string> messages;
-    try {
-        messages = engine::InstallLevel(host.level, std::move(*pending));
-    } catch (const std::exception& failure) {
-        host.level.New("");
-        Arrive("", {std::string("The level can't be opened. ") + failure.what()});
-        return false;
+    if (!messages.empty()) {
+        host.windows.ReportError("The level was opened, but not all of it:\n" + Joined(messages));
     }
-    Arrive(newPath, messages);
     return true;
 }
 
-void LevelSession::Arrive(const std::string& newPath, const std::vector<std::string>& messages) {
+std::vector<std::string> LevelSession::Load(const std::string& newPath) {
+    engine::PendingLevel pending = engine::ReadLevel(host.level, newPath);
+    host.LeaveLevel();
+    host.level.Close(); // before its meshes go
+    host.meshes.SetFolder(FolderOf(newPath));
+    try {
+        std::vector<std::string> messages = engine::InstallLevel(host.level, std::move(pending));
+        Arrive(newPath);
+        return messages;
+    } catch (...) {
+        host.level.New("");
+        Arrive("");
+        throw;
+    }
+}
+
+void LevelSession::Arrive(const std::string& newPath) {
     path = newPath;
     host.plugins.SendEvent(EventCode::LevelLoaded, nullptr);
     objectsChanged = false;
@@ -70,9 +76,6 @@ void LevelSession::Arrive(const std::string& newPath, const std::vector<std::str
     host.windows.ObjectsChanged();
     host.windows.SelectionChanged();
     host.RedrawViews();
-    if (!messages.empty()) {
-        host.windows.ReportError("The level was opened, but not all of it:\n" + Joined(messages));
-    }
 }
 
 void LevelSession::Close() {
@@ -88,6 +91,7 @@ bool LevelSession::Save(const std::string& newPath) {
         return false;
     }
     host.plugins.SendEvent(EventCode::Suspend, nullptr);
+    const std::string oldFolder = host.level.Folder();
     bool saved = false;
     try {
         const std::string folder = FolderOf(newPath);
@@ -101,6 +105,7 @@ bool LevelSession::Save(const std::string& newPath) {
             host.windows.ReportError("The level was saved, but not all of it:\n" + Joined(messages));
         }
     } catch (const std::exception& failure) {
+        MoveTo(oldFolder);
         host.windows.ReportError(std::string("The level can't be saved.\n") + failure.what());
     }
     host.windows.LevelChanged();
@@ -119,7 +124,7 @@ void LevelSession::MoveTo(const std::string& newFolder) {
     host.meshes.SetFolder(newFolder);
     for (const auto& object : host.level.Data()->Objects()) {
         const fs::path mesh = object->meshName;
-        const bool moves = !mesh.empty() && mesh.is_relative() && !oldFolder.empty();
+        const bool moves = !mesh.empty() && mesh.is_relative() && !oldFolder.empty() && !newFolder.empty();
         // Set also where the name stays: the mesh behind it was dropped with the folder.
         object->SetMeshName(
             moves ? (oldFolder / mesh).lexically_normal().lexically_relative(newFolder).generic_string()

@@ -17,6 +17,8 @@ public:
     void New();
     /// False, and a report, if the file can't be read; then the open level stays as it is.
     bool Open(const std::string& path);
+    /// The same without a report: throws engine::LevelFileError, and returns what was left out.
+    std::vector<std::string> Load(const std::string& path);
     /// False, and a report, if the file can't be written; an old file is whole then. Where a film plays,
     /// this returns only when it has ended: it goes on after the save.
     bool Save(const std::string& path);
@@ -32,7 +34,7 @@ public:
     std::string Title() const;
 
 private:
-    void Arrive(const std::string& newPath, const std::vector<std::string>& messages);
+    void Arrive(const std::string& newPath);
     /// Mesh names are relative to the level's folder: in another folder the same files get other names.
     void MoveTo(const std::string& newFolder);
     std::uint64_t Fingerprint() const;

@@ -36,6 +36,16 @@ void DropBackground(std::vector<Sphere>& balls) {
     std::erase_if(balls, [limit](const Sphere& ball) { return ball.radius > limit; });
 }
 
+/// Helpers stand anywhere: the sun's is a thousand metres away. They count only where nothing else is.
+void KeepMeshes(ObjectList& objects) {
+    const auto hasMesh = [](EditorObject* object) {
+        return static_cast<engine::SceneObject*>(object)->Mesh() != nullptr;
+    };
+    if (std::any_of(objects.begin(), objects.end(), hasMesh)) {
+        objects.remove_if([&](EditorObject* object) { return !hasMesh(object); });
+    }
+}
+
 bool IsPickable(const engine::SceneObject& object) {
     return object.IsShown() && engine::IsFinite(object.World());
 }
@@ -127,6 +137,7 @@ Sphere ScenePicker::BoundsOf(const ObjectList& objects) const {
     ObjectList all = objects;
     if (all.empty()) {
         level.CollectObjects(all);
+        KeepMeshes(all);
     }
     std::vector<Sphere> balls;
     for (EditorObject* object : all) {

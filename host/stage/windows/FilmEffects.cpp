@@ -27,8 +27,10 @@ std::string FilmEffects::PathOf(const std::string& name) const {
 }
 
 void FilmEffects::Play(const SoundRequest& request) {
-    if (player.Play(request) == 0 && !player.LastError().empty()) {
-        report(player.LastError());
+    // Told once: a machine without a sound device would tell it at each key.
+    if (player.Play(request) == 0 && player.LastError() != toldError) {
+        toldError = player.LastError();
+        report(toldError);
     }
 }
 

@@ -28,6 +28,7 @@ private:
 
     engine::Level& level;
     std::function<void(const std::string&)> report;
+    std::string toldError;
 };
 
 } // namespace stage

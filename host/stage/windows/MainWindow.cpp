@@ -1,5 +1,7 @@
 #include "host/stage/windows/MainWindow.h"
 
+#include "framework/QtBridge.h"
+#include "framework/Wnd.h"
 #include "host/stage/windows/FilmEffects.h"
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/ObjectLook.h"
@@ -59,6 +61,9 @@ void MainWindow::ShutdownHost() {
     refreshTimer.stop();
     host.Shutdown();
     host.level.SetFilmSink(nullptr);
+    if (AfxGetMainWnd() == WrapWidget(this)) {
+        AfxSetMainWnd(nullptr);
+    }
 }
 
 void MainWindow::MakeDocks() {
@@ -202,6 +207,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     // A film that plays is left here; its loop then ends, and the plug-ins are unloaded after it.
     session.Close();
     event->accept();
+    emit Closed();
 }
 
 } // namespace stage

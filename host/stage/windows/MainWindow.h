@@ -79,6 +79,10 @@ public:
     ObjectPanel* panel = nullptr;
     PluginPanel* pluginPanel = nullptr;
 
+signals:
+    /// The user closed the window and nothing keeps it open.
+    void Closed();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 

@@ -126,7 +126,10 @@ void MainWindow::ShowPanel(const CRuntimeClass* formClass) {
     QWidget* native = NativeWidget(*form);
     holder->setMinimumSize(native->size());
     pluginPanel->setWidget(holder);
-    pluginPanel->setWindowTitle(native->windowTitle().isEmpty() ? tr("Plug-in") : native->windowTitle());
+    // Forms have no title of their own; a plug-in's toolbar has.
+    pluginPanel->setWindowTitle(pluginToolbars.size() == 1
+                                    ? QString::fromStdString(pluginToolbars.front().first->Title())
+                                    : tr("Plug-in"));
     pluginPanel->show();
     pluginPanel->raise();
 }

@@ -1,14 +1,18 @@
+#include "framework/FilmsApplication.h"
 #include "host/stage/windows/app/CommandLine.h"
+#include "host/stage/windows/app/HeadlessStage.h"
 #include "host/stage/windows/app/StageApp.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/Theme.h"
 
 #include <clocale>
 #include <cstdio>
+#include <cstring>
 #include <QApplication>
 #include <QDir>
 #include <QSettings>
 #include <QStandardPaths>
+#include <vector>
 
 namespace {
 
@@ -32,6 +36,9 @@ int RunWindows(QApplication& application, const stage::CommandLine& line) {
     if (line.size.isValid()) {
         window.resize(line.size);
     }
+    // Not by the last closed window: plug-ins have windows of their own.
+    QObject::connect(&window, &stage::MainWindow::Closed, &application, &QApplication::quit,
+                     Qt::QueuedConnection);
     stage::StageApp app(window, line);
     if (!app.Start() && !line.screenshots.isEmpty()) {
         return kLevelError;
@@ -41,9 +48,26 @@ int RunWindows(QApplication& application, const stage::CommandLine& line) {
     return code;
 }
 
+/// `stage --render ...`: no display is asked for, not even when there is one.
+int RunRender(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    FilmsApplication application(argc, argv);
+    std::vector<std::string> plugins;
+    for (const QString& plugin : stage::FindPlugins(QCoreApplication::applicationDirPath())) {
+        plugins.push_back(plugin.toStdString());
+    }
+    stage::HeadlessStage stage(FoldersOf({}), plugins);
+    return RunHeadless(std::vector<std::string>(argv + 1, argv + argc), stage, stderr);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    QCoreApplication::setOrganizationName("Stage");
+    QCoreApplication::setApplicationName("Stage");
+    if (argc > 1 && std::strcmp(argv[1], "--render") == 0) {
+        return RunRender(argc, argv);
+    }
     QStringList arguments;
     for (int i = 1; i < argc; ++i) {
         arguments << QString::fromLocal8Bit(argv[i]);
@@ -57,9 +81,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "stage: %s\n%s", qPrintable(line.error), qPrintable(stage::UsageText()));
         return kUsageError;
     }
-    QApplication application(argc, argv);
-    QCoreApplication::setOrganizationName("Stage");
-    QCoreApplication::setApplicationName("Stage");
+    FilmsApplication application(argc, argv);
     // Films keep their times as text too; a comma would be another number.
     std::setlocale(LC_NUMERIC, "C");
     return RunWindows(application, line);

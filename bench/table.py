@@ -1,0 +1,65 @@
+"""Prints the benchmarks' medians beside what they are measured against, with the limits."""
+import json
+import statistics
+import sys
+
+# name, what it is divided by, highest ratio
+RATIOS = [
+    ("pose_seq_300/S", "bare_seq_300/S", 2.7),
+    ("pose_seq_300/M", "bare_seq_300/M", 2.7),
+    ("pose_seq_300/W", "bare_seq_300/W", 2.7),
+    ("pose_rand_300/M", "bare_rand_300/M", 1.6),
+    ("pose_rand_300/W", "bare_rand_300/W", 1.6),
+    ("drag_key_and_pose/M", "pose_seq_300/M", 3.0),
+    ("insert_key/M", "insert_key/one_track", 1.5),
+    ("build/M", "bare_build/M", 1.0),
+    ("save/M", "plain_write/M", 2.0),
+    ("load/M", "arena_load/M", 1.0),
+]
+# name, counter, highest value
+COUNTERS = [
+    ("memory/M", "bytes_per_key", 144.0),
+    ("save/M", "bytes_per_key", 45.0),
+]
+UNIT_NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
+
+
+def base_name(name):
+    return "/".join(name.split("/")[:2])
+
+
+def medians(runs):
+    """Median nanoseconds and counters by benchmark."""
+    times, counters = {}, {}
+    for run in runs:
+        if run.get("run_type") != "iteration":
+            continue
+        name = base_name(run["name"])
+        # Processor time, so that other programs count less, but for what waits for the disk or times itself.
+        key = "real_time" if ("manual_time" in run["name"] or "real_time" in run["name"]) else "cpu_time"
+        times.setdefault(name, []).append(run[key] * UNIT_NANOSECONDS[run["time_unit"]])
+        if "bytes_per_key" in run:
+            counters.setdefault(name, []).append(run["bytes_per_key"])
+    return ({name: statistics.median(values) for name, values in times.items()},
+            {name: statistics.median(values) for name, values in counters.items()})
+
+
+def main():
+    with open(sys.argv[1], encoding="utf-8") as file:
+        times, counters = medians(json.load(file)["benchmarks"])
+    failed = False
+    print(f"{'benchmark':24}{'us':>12}{'against':>24}{'us':>12}{'ratio':>8}{'limit':>8}")
+    for name, against, limit in RATIOS:
+        ratio = times[name] / times[against]
+        failed = failed or ratio > limit
+        print(f"{name:24}{times[name] / 1e3:12.2f}{against:>24}{times[against] / 1e3:12.2f}"
+              f"{ratio:8.2f}{limit:8.2f}{'' if ratio <= limit else '  OVER'}")
+    for name, counter, limit in COUNTERS:
+        failed = failed or counters[name] > limit
+        print(f"{name + ' ' + counter:24}{counters[name]:12.1f}{'':44}{limit:8.1f}"
+              f"{'' if counters[name] <= limit else '  OVER'}")
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

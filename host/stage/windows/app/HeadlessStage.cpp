@@ -1,0 +1,72 @@
+#include "host/stage/windows/app/HeadlessStage.h"
+
+#include "framework/ToolBar.h"
+#include "plugin/contract/EventCodes.h"
+
+#include <cstdio>
+
+namespace stage {
+
+namespace {
+
+/// Flag of an object that the engine leaves out.
+constexpr std::uint32_t kLeftOut = 4;
+
+EditorObject* LightOf(CFilmTrack* track) {
+    if (const CFilmGLLightTrack* light = AsGLLightTrack(track)) {
+        return light->lightObject;
+    }
+    const CFilmDynLightTrack* light = AsDynLightTrack(track);
+    return light != nullptr ? light->lightObject : nullptr;
+}
+
+/// The lights of a film shine while it is open.
+void ShowLights(IFilm& film, bool shown) {
+    for (CFilmTrack* track : film.tracks) {
+        if (EditorObject* light = LightOf(track)) {
+            light->visible = shown ? 1 : 0;
+            light->SetFlags(shown ? light->GetFlags() & ~kLeftOut : light->GetFlags() | kLeftOut);
+        }
+    }
+}
+
+} // namespace
+
+bool QuietWindows::AddToolbar(CToolBar* toolbar, unsigned resourceId) {
+    return toolbar->LoadToolBar(resourceId) != 0;
+}
+
+void QuietWindows::Report(const std::string& text) {
+    std::fprintf(stderr, "stage: %s\n", text.c_str());
+}
+
+HeadlessStage::HeadlessStage(HostFolders folders, const std::vector<std::string>& plugins)
+    : host(windows, std::move(folders)), session(host) {
+    for (const std::string& plugin : plugins) {
+        host.LoadPlugin(plugin);
+    }
+    host.StartPlugins();
+    session.New();
+}
+
+HeadlessStage::~HeadlessStage() {
+    host.Shutdown();
+}
+
+engine::LevelMessages HeadlessStage::Open(const std::string& path) {
+    return session.Load(path);
+}
+
+void HeadlessStage::Begin(IFilm& film) {
+    host.level.Data()->filmManager->currentFilm = &film;
+    ShowLights(film, true);
+    film.Activate();
+}
+
+void HeadlessStage::End(IFilm& film) {
+    HeadlessHost::End(film);
+    ShowLights(film, false);
+    host.level.Data()->filmManager->currentFilm = nullptr;
+}
+
+} // namespace stage

@@ -1,0 +1,60 @@
+#include "host/stage/windows/app/HeadlessStage.h"
+
+#include "host/stage/windows/app/StageApp.h"
+#include "plugin/contract/FilmManager.h"
+
+#include <gtest/gtest.h>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+class HeadlessStageTest : public ::testing::Test {
+protected:
+    QTemporaryDir folder;
+    stage::HeadlessStage stage{{folder.path().toStdString(), folder.path().toStdString()},
+                               {FILMS_PLUGIN_PATH}};
+    const std::string sample = std::string(FILMS_SOURCE_DIR) + "/examples/harbour/harbour.level";
+
+    EditorObject* FirstLight(IFilm& film) {
+        for (CFilmTrack* track : film.tracks) {
+            const CFilmGLLightTrack* light = AsGLLightTrack(track);
+            if (light != nullptr && light->isSun == 0) {
+                return light->lightObject;
+            }
+        }
+        return nullptr;
+    }
+};
+
+TEST_F(HeadlessStageTest, TheLightsOfAFilmComeFromThePluginsChunkAndShineWhileItIsShown) {
+    stage.Open(sample);
+    IFilm* film = stage.Level().Data()->filmManager->GetFilm(0);
+    ASSERT_NE(film, nullptr);
+    EditorObject* light = FirstLight(*film);
+    ASSERT_NE(light, nullptr);
+    stage.Begin(*film);
+    EXPECT_TRUE(static_cast<engine::SceneObject*>(light)->IsShown());
+    EXPECT_EQ(stage.Level().Data()->filmManager->currentFilm, film);
+    stage.End(*film);
+    EXPECT_FALSE(static_cast<engine::SceneObject*>(light)->IsShown());
+    EXPECT_EQ(stage.Level().Data()->filmManager->currentFilm, nullptr);
+}
+
+TEST_F(HeadlessStageTest, AFileThatIsNoLevelIsThrownAndNoWindowAsks) {
+    EXPECT_THROW(stage.Open(folder.filePath("missing.level").toStdString()), engine::LevelFileError);
+    EXPECT_EQ(stage.windows.BrowseFx(1, "x"), std::nullopt);
+    EXPECT_EQ(stage.windows.InputNumber(1.0f, "", ""), std::nullopt);
+    EXPECT_NE(stage.Level().GetLevelData(), nullptr);
+}
+
+TEST(StageAppTest, PluginsAreFoundBesideTheProgramInOrderOfTheirNames) {
+    QTemporaryDir folder;
+    QDir(folder.path()).mkpath("bin/plugins");
+    for (const char* name : {"b.so", "a.so", "c.txt"}) {
+        QFile file(folder.filePath(QString("bin/plugins/") + name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    EXPECT_EQ(stage::FindPlugins(folder.filePath("bin")),
+              (QStringList{folder.filePath("bin/plugins/a.so"), folder.filePath("bin/plugins/b.so")}));
+    EXPECT_TRUE(stage::FindPlugins(folder.filePath("nowhere")).isEmpty());
+}

@@ -1,0 +1,322 @@
+#include "stage/WindowFixture.h"
+
+#include "framework/Menu.h"
+#include "host/stage/windows/ObjectPanel.h"
+#include "host/stage/windows/ObjectTree.h"
+#include "host/stage/windows/PickDialog.h"
+#include "host/stage/windows/TransformFields.h"
+#include "host/stage/windows/ViewArea.h"
+
+#include <cstring>
+#include <QAction>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFile>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMessageBox>
+#include <QSettings>
+#include <QTest>
+
+using ::testing::_;
+
+class MainWindowTest : public WindowFixture {
+protected:
+    QTreeWidgetItem* Item(const EditorObject* object) const { return window.tree->tree->ItemOf(object); }
+};
+
+TEST_F(MainWindowTest, TheTreeShowsObjectsUnderTheirParents) {
+    engine::SceneObject* cart = AddEmpty("Cart", 0, 0, 0);
+    engine::SceneObject* crate = AddEmpty("Crate", 1, 0, 0);
+    window.commands.SetParent(*crate, cart);
+    Settle();
+    EXPECT_EQ(Item(crate)->parent(), Item(cart));
+    EXPECT_EQ(Item(cart)->parent(), nullptr);
+}
+
+TEST_F(MainWindowTest, PointsOfAFilmsCameraAreNotListed) {
+    HelperObjectParams params;
+    params.className = ClassName::CameraPosition;
+    EditorObject* eye = nullptr;
+    window.host.CreateHelperObject("Control", plugin.id, 2, params, &eye);
+    Settle();
+    ASSERT_NE(eye, nullptr);
+    EXPECT_EQ(Item(eye), nullptr);
+}
+
+TEST_F(MainWindowTest, TreeAndSelectionFollowEachOther) {
+    engine::SceneObject* cart = AddEmpty("Cart", 0, 0, 0);
+    engine::SceneObject* crate = AddEmpty("Crate", 1, 0, 0);
+    window.host.Select({crate});
+    EXPECT_TRUE(Item(crate)->isSelected());
+    window.tree->tree->clearSelection();
+    Item(cart)->setSelected(true);
+    EXPECT_EQ(window.host.level.selection, (ObjectList{cart}));
+}
+
+TEST_F(MainWindowTest, ANameEditedInTheTreeRenamesTheObject) {
+    engine::SceneObject* cart = AddEmpty("Cart", 0, 0, 0);
+    AddEmpty("Wagon", 0, 0, 0);
+    EXPECT_CALL(plugin, OnEvent(EventCode::ObjectsRenamed, _)).Times(1);
+    Item(cart)->setText(0, "Wagon");
+    EXPECT_EQ(cart->name, "Wagon1");
+    Item(cart)->setText(0, "  ");
+    EXPECT_EQ(Item(cart)->text(0), "Wagon1");
+}
+
+TEST_F(MainWindowTest, TheSearchKeepsTheParentsOfWhatItFinds) {
+    engine::SceneObject* cart = AddEmpty("Cart", 0, 0, 0);
+    engine::SceneObject* crate = AddEmpty("Crate", 1, 0, 0);
+    engine::SceneObject* lamp = AddEmpty("Lamp", 2, 0, 0);
+    window.commands.SetParent(*crate, cart);
+    Settle();
+    window.tree->search->setText("CRATE");
+    EXPECT_FALSE(Item(crate)->isHidden());
+    EXPECT_FALSE(Item(cart)->isHidden());
+    EXPECT_TRUE(Item(lamp)->isHidden());
+    window.tree->search->clear();
+    EXPECT_FALSE(Item(lamp)->isHidden());
+}
+
+TEST_F(MainWindowTest, ThePanelShowsAndSetsTheTransform) {
+    engine::SceneObject* crate = AddEmpty("Crate", 1, 2, 3);
+    window.host.Select({crate});
+    Settle();
+    stage::TransformFields& fields = *window.panel->transform;
+    EXPECT_DOUBLE_EQ(fields.Field(stage::TransformFields::kPosition, 1)->value(), 2.0);
+    EXPECT_CALL(plugin, OnEvent(EventCode::ObjectsMoved, _)).Times(1);
+    fields.Field(stage::TransformFields::kPosition, 1)->setValue(7.0);
+    EXPECT_FLOAT_EQ(crate->GetPosition(0)[1], 7.0f);
+    EXPECT_FLOAT_EQ(crate->GetPosition(0)[2], 3.0f);
+}
+
+TEST_F(MainWindowTest, AnglesThatTheUserTypedStayAsTyped) {
+    engine::SceneObject* crate = AddEmpty("Crate", 0, 0, 0);
+    window.host.Select({crate});
+    Settle();
+    QDoubleSpinBox* turn = window.panel->transform->Field(stage::TransformFields::kRotation, 1);
+    turn->setValue(120.0);
+    window.panel->RefreshTransform();
+    window.panel->Refresh();
+    EXPECT_DOUBLE_EQ(turn->value(), 120.0);
+    // 120 degrees about y: the right axis is (cos 120, 0, -sin 120).
+    EXPECT_NEAR(crate->GetMatrix(0)[0], -0.5f, 1e-5f);
+    EXPECT_NEAR(crate->GetMatrix(0)[2], -0.8660254f, 1e-5f);
+}
+
+TEST_F(MainWindowTest, ThePanelFollowsAFilmThatMovesTheObject) {
+    engine::SceneObject* crate = AddEmpty("Crate", 0, 0, 0);
+    window.host.Select({crate});
+    Settle();
+    const float position[3] = {4, 5, 6};
+    crate->SetPosition(position, 0);
+    window.host.BroadcastEvent(EventCode::ObjectsMoved, plugin.id, nullptr);
+    Settle();
+    EXPECT_DOUBLE_EQ(window.panel->transform->Field(stage::TransformFields::kPosition, 2)->value(), 6.0);
+}
+
+TEST_F(MainWindowTest, ParentMeshAndLightAreSetInThePanel) {
+    engine::SceneObject* cart = AddEmpty("Cart", 0, 0, 0);
+    engine::SceneObject* crate = AddCrate("Crate", 1, 0, 0);
+    window.host.Select({crate});
+    Settle();
+    EXPECT_EQ(window.panel->mesh->currentText(), "meshes/crate.glb");
+    const int row = window.panel->parentBox->findText("Cart");
+    ASSERT_GT(row, 0);
+    emit window.panel->parentBox->activated(row);
+    EXPECT_EQ(crate->parent, cart);
+    emit window.panel->mesh->activated(0);
+    EXPECT_EQ(crate->meshName, "");
+}
+
+TEST_F(MainWindowTest, RenamingInThePanelKeepsNamesUnique) {
+    engine::SceneObject* cart = AddEmpty("Cart", 0, 0, 0);
+    AddEmpty("Wagon", 0, 0, 0);
+    window.host.Select({cart});
+    Settle();
+    window.panel->name->setText("Wagon");
+    emit window.panel->name->editingFinished();
+    EXPECT_EQ(cart->name, "Wagon1");
+}
+
+TEST_F(MainWindowTest, ARefusedDeletionShowsTheReasonsAndKeepsTheObject) {
+    engine::SceneObject* crate = AddEmpty("Crate", 0, 0, 0);
+    window.host.Select({crate});
+    Settle();
+    EXPECT_CALL(plugin, CanDeleteObjects(_, _))
+        .WillOnce([&](const ObjectList*, std::list<DeleteMessage>* list) {
+            list->push_back({"Crate(1) is actor in film Intro", crate, 0});
+            return false;
+        });
+    QString text;
+    Answering(
+        [&](QWidget& box) {
+            text = dynamic_cast<QMessageBox&>(box).informativeText();
+            Press(box, QMessageBox::Ok);
+        },
+        [&] { Action("EditDelete")->trigger(); });
+    EXPECT_EQ(text, "Crate(1) is actor in film Intro");
+    EXPECT_EQ(window.host.level.FindObject("Crate"), crate);
+}
+
+TEST_F(MainWindowTest, DeleteKeyDeletesTheSelection) {
+    window.host.Select({AddEmpty("Crate", 0, 0, 0)});
+    Settle();
+    QTest::keyClick(View(), Qt::Key_Delete);
+    EXPECT_TRUE(window.host.level.Data()->Objects().empty());
+    Settle();
+    EXPECT_FALSE(Action("EditDuplicate")->isEnabled());
+}
+
+TEST_F(MainWindowTest, CreatedObjectsStandWhereTheViewLooksAndAreSelected) {
+    Action("CreateEmpty")->trigger();
+    Settle();
+    ASSERT_EQ(window.host.level.selection.size(), 1u);
+    const float* place = window.host.level.selection.front()->GetPosition(0);
+    // The line of sight from (0, 2, 12) through (0, 1, 0) meets the ground at z = -12.
+    EXPECT_NEAR(place[0], 0.0f, 1e-2f);
+    EXPECT_NEAR(place[1], 0.0f, 1e-2f);
+    EXPECT_NEAR(place[2], -12.0f, 0.1f);
+    Action("CreateLight")->trigger();
+    EXPECT_TRUE(static_cast<engine::SceneObject*>(window.host.level.selection.front())->IsLight());
+}
+
+TEST_F(MainWindowTest, SavedLevelsComeBackWhole) {
+    AddCrate("Crate", 1, 2, 3);
+    ASSERT_TRUE(window.SaveLevelAs(QString::fromStdString(PathOf("a.level"))));
+    Action("FileNew")->trigger();
+    EXPECT_TRUE(window.host.level.Data()->Objects().empty());
+    ASSERT_TRUE(window.OpenLevel(QString::fromStdString(PathOf("a.level"))));
+    const engine::SceneObject* crate = window.host.level.FindObject("Crate");
+    ASSERT_NE(crate, nullptr);
+    EXPECT_FLOAT_EQ(crate->GetPosition(0)[2], 3.0f);
+    EXPECT_NE(crate->Mesh(), nullptr);
+    EXPECT_EQ(QSettings().value("files/recent").toStringList().front(),
+              QString::fromStdString(PathOf("a.level")));
+}
+
+TEST_F(MainWindowTest, AFileThatIsNoLevelIsReportedAndKeepsTheOpenOne) {
+    AddEmpty("Crate", 0, 0, 0);
+    QFile file(QString::fromStdString(PathOf("bad.level")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("no level");
+    file.close();
+    Answering([](QWidget& box) { Press(box, QMessageBox::Ok); },
+              [&] { EXPECT_FALSE(window.OpenLevel(QString::fromStdString(PathOf("bad.level")))); });
+    EXPECT_NE(window.host.level.FindObject("Crate"), nullptr);
+}
+
+TEST_F(MainWindowTest, UnsavedChangesAreAskedForBeforeTheyAreLost) {
+    Action("CreateEmpty")->trigger();
+    EXPECT_TRUE(window.isWindowModified());
+    Answering([](QWidget& box) { Press(box, QMessageBox::Cancel); }, [&] { Action("FileNew")->trigger(); });
+    EXPECT_EQ(window.host.level.Data()->Objects().size(), 1u);
+    Answering([](QWidget& box) { Press(box, QMessageBox::Save); }, [&] { Action("FileNew")->trigger(); });
+    EXPECT_TRUE(window.host.level.Data()->Objects().empty());
+    ASSERT_TRUE(window.OpenLevel(QString::fromStdString(PathOf("start.level"))));
+    EXPECT_EQ(window.host.level.Data()->Objects().size(), 1u);
+    Action("CreateEmpty")->trigger();
+    Answering([](QWidget& box) { Press(box, QMessageBox::Discard); }, [&] { EXPECT_TRUE(window.close()); });
+    EXPECT_EQ(window.host.level.GetLevelData(), nullptr);
+}
+
+TEST_F(MainWindowTest, AClosedWindowTellsThePluginToLeaveTheFilm) {
+    ::testing::InSequence order;
+    EXPECT_CALL(plugin, OnEvent(EventCode::Suspend, _));
+    EXPECT_CALL(plugin, OnEvent(EventCode::ReleaseRenderResources, _));
+    EXPECT_CALL(plugin, OnNew());
+    bool closed = false;
+    QObject::connect(&window, &stage::MainWindow::Closed, [&] { closed = true; });
+    EXPECT_TRUE(window.close());
+    EXPECT_TRUE(closed);
+}
+
+TEST_F(MainWindowTest, ShortcutsOfPluginsWorkInTheWholeApplication) {
+    window.host.AddShortcuts({{6, 0, "Start / stop playing movie", 13, 8}});
+    EXPECT_CALL(plugin, OnShortcut(_, 0, _)).Times(1);
+    QTest::keyClick(View(), Qt::Key_Return, Qt::ControlModifier);
+    Settle();
+}
+
+TEST_F(MainWindowTest, ObjectMenusHoldThePluginsItemsAndRunThem) {
+    AddCrate("Crate", 0, 0.5f, 0);
+    EXPECT_CALL(plugin, OnObjectMenu(_, _, _, _))
+        .WillOnce([this](CMenu* menu, auto, auto, EditorObject* object) {
+            EXPECT_EQ(object->name, "Crate");
+            menu->InsertMenu(0, MF_BYPOSITION, plugin.id.WithLocal(62).word, "Set object");
+            return true;
+        });
+    EXPECT_CALL(plugin, OnViewMenu(_)).WillOnce([this](CMenu* menu) {
+        menu->AppendMenu(MF_SEPARATOR);
+        menu->AppendMenu(MF_STRING, plugin.id.WithLocal(60).word, "Attach movie");
+        menu->AppendMenu(MF_GRAYED, plugin.id.WithLocal(61).word, "Detach movie");
+        return true;
+    });
+    EXPECT_CALL(plugin, OnCommand(1u, 62u)).Times(1);
+    Answering(
+        [](QWidget& popup) {
+            auto& menu = dynamic_cast<QMenu&>(popup);
+            QAction* chosen = nullptr;
+            for (QAction* action : menu.actions()) {
+                chosen = action->text() == "Set object" ? action : chosen;
+                if (action->text() == "Detach movie") {
+                    EXPECT_FALSE(action->isEnabled());
+                }
+            }
+            ASSERT_NE(chosen, nullptr);
+            menu.setActiveAction(chosen);
+            QTest::keyClick(&menu, Qt::Key_Return);
+        },
+        [&] { Click(PixelOf(0, 0.5f, 0), Qt::NoModifier, Qt::RightButton); });
+    EXPECT_EQ(window.host.level.selection.size(), 1u);
+}
+
+TEST_F(MainWindowTest, ARightDragIsNoMenu) {
+    EXPECT_CALL(plugin, OnViewMenu(_)).Times(0);
+    Drag(QPoint(200, 200), QPoint(260, 220), Qt::RightButton);
+}
+
+TEST_F(MainWindowTest, NumbersAreAskedForInADialog) {
+    float value = 2.5f;
+    Answering(
+        [](QWidget& dialog) {
+            auto& input = dynamic_cast<QInputDialog&>(dialog);
+            EXPECT_DOUBLE_EQ(input.doubleValue(), 2.5);
+            EXPECT_EQ(input.windowTitle(), "Length");
+            input.setDoubleValue(4.0);
+            input.accept();
+        },
+        [&] { EXPECT_TRUE(window.host.InputNumber(&value, "Length", "Seconds")); });
+    EXPECT_FLOAT_EQ(value, 4.0f);
+}
+
+TEST_F(MainWindowTest, MeshElementsArePickedFromTheObjectsMesh) {
+    engine::SceneObject* crate = AddCrate("Crate", 0, 0, 0);
+    ASSERT_NE(crate->GetMeshElement(0), nullptr);
+    const QString first = QString::fromStdString(crate->GetMeshElement(0)->name);
+    Answering(
+        [&](QWidget& dialog) {
+            auto& pick = dynamic_cast<stage::PickDialog&>(dialog);
+            EXPECT_EQ(pick.list->item(0)->text(), first);
+            pick.list->setCurrentRow(0);
+            pick.accept();
+        },
+        [&] { EXPECT_EQ(window.host.BrowseMeshElement(crate, ""), first.toStdString()); });
+    Answering([](QWidget& dialog) { dynamic_cast<QDialog&>(dialog).reject(); },
+              [&] { EXPECT_EQ(window.host.BrowseMeshElement(nullptr, "Head"), "Head"); });
+}
+
+TEST_F(MainWindowTest, EffectsMayBeTypedFreely) {
+    Answering(
+        [](QWidget& dialog) {
+            auto& pick = dynamic_cast<stage::PickDialog&>(dialog);
+            EXPECT_GT(pick.list->count(), 0);
+            pick.search->setText("MyOwnSmoke");
+            pick.accept();
+        },
+        [&] { EXPECT_EQ(window.host.BrowseObjectName(2, "Smoke"), "MyOwnSmoke"); });
+    Answering([](QWidget& dialog) { dynamic_cast<QDialog&>(dialog).reject(); },
+              [&] { EXPECT_EQ(window.host.BrowseObjectName(0, "x"), std::nullopt); });
+}

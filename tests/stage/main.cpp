@@ -1,0 +1,46 @@
+#include "framework/FilmsApplication.h"
+#include "host/stage/render/Renderer.h"
+#include "host/stage/windows/Theme.h"
+
+#include <clocale>
+#include <cstring>
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+#include <link.h>
+#include <QApplication>
+#include <QTemporaryDir>
+
+namespace {
+
+int KeepLoaded(dl_phdr_info* library, std::size_t, void*) {
+    for (const char* driver : {"LLVM", "_dri.so", "gallium", "EGL_mesa"}) {
+        if (std::strstr(library->dlpi_name, driver) != nullptr) {
+            dlopen(library->dlpi_name, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
+        }
+    }
+    return 0;
+}
+
+/// The GL driver unloads itself with the last renderer. The leak checker names libraries at the end, and
+/// could then not tell the driver's memory from ours.
+void KeepGlDriver() {
+    std::string error;
+    const std::unique_ptr<Renderer> renderer = Renderer::Create(error);
+    dl_iterate_phdr(KeepLoaded, nullptr);
+}
+
+} // namespace
+
+/// Windows need an application, and its settings must not be the user's.
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    const QTemporaryDir settings;
+    qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
+    FilmsApplication application(argc, argv);
+    QCoreApplication::setOrganizationName("StageTest");
+    QCoreApplication::setApplicationName("StageTest");
+    std::setlocale(LC_NUMERIC, "C");
+    stage::ApplyTheme(application);
+    KeepGlDriver();
+    return RUN_ALL_TESTS();
+}
