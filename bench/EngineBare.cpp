@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <memory_resource>
 
 namespace films_bench {
 
@@ -105,10 +104,7 @@ BareRecords::~BareRecords() {
     }
 }
 
-namespace {
-
-void DecodeKeys(std::string_view data, std::pmr::memory_resource& arena, std::pmr::list<BareRecord*>& all,
-                std::pmr::list<BareRecord*>& byKind) {
+void ArenaLevel::DecodeKeys(std::string_view data) {
     engine::ByteReader in(data);
     const int kind = in.U8();
     for (std::uint32_t left = in.U32(); left > 0 && in.Good(); --left) {
@@ -116,7 +112,9 @@ void DecodeKeys(std::string_view data, std::pmr::memory_resource& arena, std::pm
         record->kind = kind;
         record->flags = in.U8();
         record->time = in.F32();
-        in.Floats(record->value, 9);
+        in.Floats(record->value, 3);
+        in.Floats(record->inHandle, 3);
+        in.Floats(record->outHandle, 3);
         record->methods[0] = in.U8();
         record->methods[1] = in.U8();
         all.push_back(record);
@@ -125,8 +123,7 @@ void DecodeKeys(std::string_view data, std::pmr::memory_resource& arena, std::pm
 }
 
 /// Walks into the containers down to the keys.
-void DecodeChunks(std::string_view bytes, std::pmr::memory_resource& arena, std::pmr::list<BareRecord*>& all,
-                  std::pmr::list<BareRecord*>& byKind) {
+void ArenaLevel::DecodeChunks(std::string_view bytes) {
     engine::ChunkCursor cursor(bytes, 0);
     engine::FoundChunk chunk;
     while (cursor.Next(chunk)) {
@@ -135,10 +132,10 @@ void DecodeChunks(std::string_view bytes, std::pmr::memory_resource& arena, std:
         case engine::LevelChunk::Films:
         case engine::LevelChunk::Film:
         case engine::LevelChunk::Track:
-            DecodeChunks(chunk.data, arena, all, byKind);
+            DecodeChunks(chunk.data);
             break;
         case engine::LevelChunk::TrackKeys:
-            DecodeKeys(chunk.data, arena, all, byKind);
+            DecodeKeys(chunk.data);
             break;
         default:
             break;
@@ -146,17 +143,11 @@ void DecodeChunks(std::string_view bytes, std::pmr::memory_resource& arena, std:
     }
 }
 
-} // namespace
-
-std::size_t ArenaLoad(const std::string& path) {
+void ArenaLevel::Load(const std::string& path) {
     std::string bytes;
     std::string error;
     engine::ReadWholeFile(path, bytes, error);
-    std::pmr::monotonic_buffer_resource arena(64 * 1024);
-    std::pmr::list<BareRecord*> all(&arena);
-    std::pmr::list<BareRecord*> byKind(&arena);
-    DecodeChunks(bytes, arena, all, byKind);
-    return all.size();
+    DecodeChunks(bytes);
 }
 
 } // namespace films_bench

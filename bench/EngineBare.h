@@ -4,6 +4,7 @@
 #include "host/engine/Math.h"
 
 #include <list>
+#include <memory_resource>
 #include <string_view>
 
 namespace films_bench {
@@ -65,7 +66,19 @@ private:
 };
 
 /// The least that loading costs: the file in one piece, then each key decoded into an arena, with a node in
-/// each of two lists. Gives the number of keys.
-std::size_t ArenaLoad(const std::string& path);
+/// each of two lists.
+class ArenaLevel {
+public:
+    void Load(const std::string& path);
+    std::size_t KeyCount() const { return all.size(); }
+
+private:
+    void DecodeChunks(std::string_view bytes);
+    void DecodeKeys(std::string_view data);
+
+    std::pmr::monotonic_buffer_resource arena{64 * 1024};
+    std::pmr::list<BareRecord*> all{&arena};
+    std::pmr::list<BareRecord*> byKind{&arena};
+};
 
 } // namespace films_bench

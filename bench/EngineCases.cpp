@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <ctime>
+#include <malloc.h>
 #include <random>
 
 namespace films_bench {
@@ -18,6 +19,10 @@ double ProcessorSeconds() {
     timespec now = {};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
     return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
+
+void StartCold() {
+    malloc_trim(0);
 }
 
 std::vector<float> RandomTimes(const Case& size) {

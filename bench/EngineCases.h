@@ -32,6 +32,9 @@ inline int KeyCount(const Case& size) {
 float KeyValue(int object, int channel, int key, int axis);
 /// Processor time of this thread: other programs hardly count in it.
 double ProcessorSeconds();
+/// Gives the heap's free memory back to the system, so that what follows starts as in a fresh program: else
+/// one side of a ratio may find its memory warm from the round before and the other not.
+void StartCold();
 /// 300 times in no order over the film of a case.
 std::vector<float> RandomTimes(const Case& size);
 

@@ -98,20 +98,12 @@ void ReadTrackKeys(TrackBase& track, const FoundChunk& chunk) {
     ByteReader in(chunk.data);
     const int kind = in.U8();
     std::vector<IFilmKey*> keys;
-    const bool good =
-        in.Good() && track.Holds(kind) && ReadKeys(chunk.data.substr(1), kind, track.Manager(), keys);
-    if (!good) {
-        for (IFilmKey* key : keys) {
-            track.Manager().Keys().DestroyKey(key);
-        }
+    if (!in.Good() || !track.Holds(kind) ||
+        !ReadKeys(chunk.data.substr(1), kind, track.Manager(), track.Self(), /*listed*/ true, keys)) {
         throw ChunkError(chunk.offset,
                          "the keys of kind " + std::to_string(kind) + " of a track are damaged");
     }
-    track.Require(kind).Append(keys);
-    for (IFilmKey* key : keys) {
-        key->track = &track.Self();
-        track.Self().keys.push_back(key);
-    }
+    track.Require(kind).Append(std::move(keys));
 }
 
 void ReadTrack(Film& film, const FoundChunk& chunk, std::vector<std::string>& messages) {

@@ -75,8 +75,12 @@ void KeyChannel::Insert(IFilmKey* key) {
     OnTouched();
 }
 
-void KeyChannel::Append(std::span<IFilmKey* const> added) {
-    sortedKeys.insert(sortedKeys.end(), added.begin(), added.end());
+void KeyChannel::Append(std::vector<IFilmKey*> added) {
+    if (sortedKeys.empty()) {
+        sortedKeys.swap(added);
+    } else {
+        sortedKeys.insert(sortedKeys.end(), added.begin(), added.end());
+    }
     sortedTimes.resize(sortedKeys.size());
     MarkDirty();
 }
@@ -179,18 +183,11 @@ void KeyChannel::Import(fs::file& file, int, int fileKind) {
         body.append(block, static_cast<std::size_t>(count));
     }
     std::vector<IFilmKey*> loaded;
-    const bool good =
-        got == 4 && body.size() == size && fileKind == kind && ReadKeys(body, kind, manager, loaded);
-    if (!good) {
-        for (IFilmKey* key : loaded) {
-            manager.Keys().DestroyKey(key);
-        }
+    if (got < 4 || body.size() < size || fileKind != kind ||
+        !ReadKeys(body, kind, manager, track, /*listed*/ false, loaded)) {
         throw fs::file_exception(fs::file_exception::kRead);
     }
-    for (IFilmKey* key : loaded) {
-        key->track = &track;
-    }
-    Append(loaded);
+    Append(std::move(loaded));
 }
 
 void MarkChannelDirty(const IFilmKey& key) {

@@ -27,7 +27,7 @@ public:
 
     void Insert(IFilmKey* key);
     /// Adds many keys at once; their order is made at the next use.
-    void Append(std::span<IFilmKey* const> added);
+    void Append(std::vector<IFilmKey*> added);
     /// Makes room for so many more keys.
     void Reserve(std::size_t more);
     /// Gives up memory beyond what the keys need.

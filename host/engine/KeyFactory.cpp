@@ -9,7 +9,8 @@ namespace engine {
 
 template <class Record, class... Arguments> IFilmKey* KeyFactory::Make(const Arguments&... arguments) {
     ++count;
-    return new (manager.Pool().allocate(sizeof(Record), alignof(Record))) Record(arguments...);
+    static_assert(sizeof(Record) <= SlabPool::kLargest && alignof(Record) <= 8);
+    return new (manager.Pool().Take(sizeof(Record))) Record(arguments...);
 }
 
 template <class Record> void KeyFactory::Unmake(IFilmKey* key) {

@@ -229,14 +229,24 @@ void WriteKeys(std::span<IFilmKey* const> keys, int kind, std::string& bytes) {
     }
 }
 
-bool ReadKeys(std::string_view bytes, int kind, FilmManager& manager, std::vector<IFilmKey*>& keys) {
-    ByteReader in(bytes);
+namespace {
+
+void ReadKey(ByteReader& in, Reading& visit, IFilmKey& key) {
+    const std::uint8_t marks = in.U8();
+    key.time = in.F32();
+    key.endTime = (marks & kHasEndTime) != 0 ? in.F32() : 0.0f;
+    key.flags = (marks & kHasFlags) != 0 ? in.U32() : OwnFlags(key.kind);
+    VisitContent(visit, key);
+}
+
+bool ReadAll(ByteReader& in, int kind, FilmManager& manager, CFilmTrack& track, bool listed,
+             std::vector<IFilmKey*>& keys) {
     Reading visit{in};
     const std::uint32_t count = in.U32();
     if (count > in.Left() / kSmallestKey) {
         return false;
     }
-    keys.reserve(keys.size() + count);
+    keys.reserve(count);
     const bool vectors = IsVectorKind(kind);
     for (std::uint32_t i = 0; i < count && in.Good(); ++i) {
         IFilmKey* key = manager.Keys().CreateKey(kind);
@@ -244,16 +254,33 @@ bool ReadKeys(std::string_view bytes, int kind, FilmManager& manager, std::vecto
             return false;
         }
         keys.push_back(key);
-        if (vectors && ReadPlainVector(in, static_cast<CFilmVectorKey&>(*key), kind)) {
-            continue;
+        key->track = &track;
+        if (listed) {
+            track.keys.push_back(key);
         }
-        const std::uint8_t marks = in.U8();
-        key->time = in.F32();
-        key->endTime = (marks & kHasEndTime) != 0 ? in.F32() : 0.0f;
-        key->flags = (marks & kHasFlags) != 0 ? in.U32() : OwnFlags(kind);
-        VisitContent(visit, *key);
+        if (!vectors || !ReadPlainVector(in, static_cast<CFilmVectorKey&>(*key), kind)) {
+            ReadKey(in, visit, *key);
+        }
     }
     return in.Good() && in.Left() == 0;
+}
+
+} // namespace
+
+bool ReadKeys(std::string_view bytes, int kind, FilmManager& manager, CFilmTrack& track, bool listed,
+              std::vector<IFilmKey*>& keys) {
+    ByteReader in(bytes);
+    const std::size_t before = track.keys.size();
+    keys.clear();
+    if (ReadAll(in, kind, manager, track, listed, keys)) {
+        return true;
+    }
+    track.keys.resize(before);
+    for (IFilmKey* key : keys) {
+        manager.Keys().DestroyKey(key);
+    }
+    keys.clear();
+    return false;
 }
 
 } // namespace engine

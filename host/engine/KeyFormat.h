@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plugin/contract/FilmKey.h"
+#include "plugin/contract/FilmTrack.h"
 
 #include <span>
 #include <string>
@@ -16,8 +17,9 @@ class FilmManager;
 
 /// Appends the keys, which are all of this kind.
 void WriteKeys(std::span<IFilmKey* const> keys, int kind, std::string& bytes);
-/// Makes the keys in `bytes`, which must hold nothing else. On false those made so far stand in `keys`.
-/// Linked objects are known by their ids only.
-bool ReadKeys(std::string_view bytes, int kind, FilmManager& manager, std::vector<IFilmKey*>& keys);
+/// Makes the keys in `bytes`, which must hold nothing else, for the track, and appends them to its list too
+/// if `listed`. Linked objects are known by their ids only. On false no key is left, in the list neither.
+bool ReadKeys(std::string_view bytes, int kind, FilmManager& manager, CFilmTrack& track, bool listed,
+              std::vector<IFilmKey*>& keys);
 
 } // namespace engine

@@ -129,7 +129,7 @@ void Level::Deselect(EditorObject* object) {
 }
 
 void Level::SetSelection(const ObjectList& objects) {
-    const ObjectList wanted = objects; // the caller may pass the selection itself
+    const ObjectList wanted(objects.begin(), objects.end()); // the caller may pass the selection itself
     ClearSelection();
     for (EditorObject* object : wanted) {
         AddToSelection(object);

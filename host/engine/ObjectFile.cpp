@@ -174,8 +174,7 @@ EditorObject* LoadSceneObject(LevelData& data, fs::file& file, std::uint32_t dat
         object = &ParseObject(data, parts, 0, extras);
         GiveExtras(*object, file, start, extras);
     } catch (const ChunkError& error) {
-        DebugPrint("[LoadObject] %s at byte %llu\n", error.what(),
-                   static_cast<unsigned long long>(start + error.offset));
+        DebugPrint("[LoadObject] %s at byte %lu\n", error.what(), start + error.offset);
     } catch (const fs::file_exception& error) {
         // The object itself was read whole; what a plug-in can't read of it is left.
         DebugPrint("[LoadObject] a plug-in's chunk: %s\n", error.what());

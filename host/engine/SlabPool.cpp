@@ -24,16 +24,17 @@ SlabPool::~SlabPool() {
     }
 }
 
-void* SlabPool::Carve(std::size_t bytes) {
-    if (left < bytes) {
-        // The rest of the old slab is given up: less than one record of 64 KiB.
-        slabs.emplace_back(new std::byte[kSlabBytes]);
-        next = slabs.back().get();
-        left = kSlabBytes;
-    }
-    void* piece = next;
-    next += bytes;
-    left -= bytes;
+void SlabPool::StartSlab() {
+    // The rest of the old slab is given up: less than one record of 64 KiB.
+    slabs.emplace_back(new std::byte[kSlabBytes]);
+    next = slabs.back().get();
+    left = kSlabBytes;
+}
+
+void* SlabPool::TakeFreed(std::size_t index) {
+    FreePiece* piece = freePieces[index];
+    ASAN_UNPOISON_MEMORY_REGION(piece, index * kStep);
+    freePieces[index] = piece->next;
     return piece;
 }
 
@@ -41,15 +42,7 @@ void* SlabPool::do_allocate(std::size_t bytes, std::size_t alignment) {
     if (bytes > kLargest || alignment > kStep) {
         return std::pmr::new_delete_resource()->allocate(bytes, alignment);
     }
-    const std::size_t index = (bytes + kStep - 1) / kStep;
-    FreePiece*& head = freePieces[index];
-    if (head == nullptr) {
-        return Carve(index * kStep);
-    }
-    ASAN_UNPOISON_MEMORY_REGION(head, index * kStep);
-    FreePiece* piece = head;
-    head = piece->next;
-    return piece;
+    return Take(bytes);
 }
 
 void SlabPool::do_deallocate(void* piece, std::size_t bytes, std::size_t alignment) {
