@@ -6,5 +6,6 @@ namespace films_bench {
 void RegisterPoseBenches();
 void RegisterEditBenches();
 void RegisterFileBenches();
+void RegisterPluginBenches();
 
 } // namespace films_bench

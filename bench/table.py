@@ -10,6 +10,7 @@ RATIOS = [
     ("pose_seq_300/W", "bare_seq_300/W", 2.7),
     ("pose_rand_300/M", "bare_rand_300/M", 1.6),
     ("pose_rand_300/W", "bare_rand_300/W", 1.6),
+    ("SetFrame/M", "pose_seq_300/M", 1.3),
     ("drag_key_and_pose/M", "pose_seq_300/M", 3.0),
     ("insert_key/M", "insert_key/one_track", 1.5),
     ("build/M", "bare_build/M", 1.0),

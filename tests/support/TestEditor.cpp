@@ -114,7 +114,9 @@ void TestEditor::AddPluginToolbar(CToolBar* toolbar, unsigned resourceId) {
 }
 
 void TestEditor::BroadcastEvent(int code, PluginCommandId, void* data) {
-    broadcasts.push_back(code);
+    if (!quiet) {
+        broadcasts.push_back(code);
+    }
     if (code == EventCode::ObjectsMoved && data != nullptr) {
         lastBroadcastObjects = *static_cast<ObjectList*>(data);
     }
