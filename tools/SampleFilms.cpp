@@ -181,8 +181,8 @@ void IntroCameras(FilmMaker& film) {
     film.Scalar(close, KeyKind::FieldOfView, 11.4f, 27);
 
     CFilmTrack* meeting = film.Camera("Meeting");
-    film.Point(meeting, KeyKind::CameraPosition, 14.4f, {8.3f, 1.55f, -2.3f}, FilmMaker::kSoft);
-    film.Point(meeting, KeyKind::CameraPosition, 17.2f, {7.5f, 1.6f, -2.6f}, FilmMaker::kSoft);
+    film.Point(meeting, KeyKind::CameraPosition, 14.4f, {7.3f, 1.5f, -1.9f}, FilmMaker::kSoft);
+    film.Point(meeting, KeyKind::CameraPosition, 17.2f, {6.7f, 1.55f, -2.1f}, FilmMaker::kSoft);
     film.Point(meeting, KeyKind::CameraTarget, 14.4f, {4.0f, 1.2f, 0.2f});
     film.Point(meeting, KeyKind::CameraTarget, 17.2f, {4.1f, 1.3f, 0.2f});
     film.Scalar(meeting, KeyKind::FieldOfView, 14.4f, 44);

@@ -2,8 +2,8 @@
 
 build_packages="g++ cmake ninja-build pkg-config ccache qt6-base-dev libepoxy-dev libglm-dev libegl-dev libgl-dev
   libgl1-mesa-dri libegl-mesa0 libtinygltf-dev libstb-dev nlohmann-json3-dev libsndfile1-dev libopenal-dev
-  binutils-mingw-w64-x86-64 fonts-liberation python3"
-test_packages="libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth"
+  binutils-mingw-w64-x86-64 fonts-liberation python3 libgtest-dev libgmock-dev libbenchmark-dev"
+test_packages="xvfb xauth"
 
 as_root() {
   if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi

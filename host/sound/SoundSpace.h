@@ -6,8 +6,10 @@
 #include <map>
 #include <optional>
 
-typedef struct ALCcontext_struct ALCcontext;
-typedef struct ALCdevice_struct ALCdevice;
+struct ALCcontext_struct;
+struct ALCdevice_struct;
+using ALCcontext = ALCcontext_struct;
+using ALCdevice = ALCdevice_struct;
 
 /// How a sound is played.
 struct SoundRequest {

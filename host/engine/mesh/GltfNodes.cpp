@@ -60,10 +60,11 @@ std::vector<int> WalkOrder(const tinygltf::Model& model, const std::vector<int>&
 void TakeMatrix(const std::vector<double>& values, MeshNode& node) {
     glm::mat3 axes;
     for (int c = 0; c < 3; ++c) {
+        const double* column = values.data() + static_cast<std::ptrdiff_t>(c) * 4;
         for (int r = 0; r < 3; ++r) {
-            axes[c][r] = static_cast<float>(values[static_cast<std::size_t>(c * 4 + r)]);
+            axes[c][r] = static_cast<float>(column[r]);
         }
-        node.translation[c] = static_cast<float>(values[static_cast<std::size_t>(12 + c)]);
+        node.translation[c] = static_cast<float>(values.data()[12 + c]);
         node.scale[c] = glm::length(axes[c]);
     }
     if (glm::determinant(axes) < 0.0f) {

@@ -30,6 +30,7 @@ std::vector<std::string> Command(const std::string& program, const HeadlessOptio
 /// Starts a program with a pipe as its standard input; -1 on failure.
 int Spawn(std::vector<std::string> words, int readEnd, int writeEnd) {
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) {
         arguments.push_back(word.data());
     }
@@ -51,7 +52,7 @@ std::string FindProgram(const std::string& name) {
     const char* paths = std::getenv("PATH");
     std::istringstream folders(paths != nullptr ? paths : "");
     for (std::string folder; std::getline(folders, folder, ':');) {
-        const std::string path = (folder.empty() ? "." : folder) + "/" + name;
+        std::string path = (folder.empty() ? "." : folder) + "/" + name;
         if (access(path.c_str(), X_OK) == 0) {
             return path;
         }

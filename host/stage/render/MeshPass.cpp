@@ -108,8 +108,11 @@ void MeshPass::SelectSeen(const std::vector<FrameItem>& items, const View& view)
             order.push_back(&entry);
         }
     }
+    // Grounds and waters come last: what stands on them would be drawn over them.
     const auto nearness = [&](const FrameItem* entry) {
-        return glm::distance(entry->center, view.eye) - entry->radius * 0.5f;
+        constexpr float kGroundRadius = 12.0f;
+        const float away = glm::distance(glm::clamp(view.eye, entry->box.min, entry->box.max), view.eye);
+        return away + (entry->radius > kGroundRadius ? 1e6f : 0.0f);
     };
     std::stable_sort(order.begin(), order.end(),
                      [&](const FrameItem* a, const FrameItem* b) { return nearness(a) < nearness(b); });

@@ -44,7 +44,7 @@ struct RenderSky {
     glm::vec3 horizon{0.42f, 0.50f, 0.56f};
     glm::vec3 ground{0.13f, 0.12f, 0.11f}; ///< light that comes from below
     float fog = 0.006f;                    ///< share of light lost a metre
-    float clouds = 0.45f;                  ///< 0 clear to 1 overcast
+    float clouds = 0.38f;                  ///< 0 clear to 1 overcast
 };
 
 /// All that one frame shows; the views of a frame share it.

@@ -134,7 +134,7 @@ struct Renderer::Parts {
         block.viewport = glm::vec4(size, 1.0f / size);
         block.shadow = passes->shadow.TextureMatrix();
         UploadBlock(block);
-        passes->sky.DrawClouds(passes->target.Width(), passes->target.Height());
+        passes->sky.Prepare(passes->target.Width(), passes->target.Height());
         passes->target.Bind();
         passes->meshes.DrawLit(
             items, *scene, {viewProjection, glm::vec3(block.eye), passes->shadow.Texture(), supersample > 1});

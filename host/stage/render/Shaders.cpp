@@ -114,8 +114,10 @@ vec3 Ripple(vec3 n, float distance) {
 
 void main() {
     vec3 toEye = eye.xyz - placeAndGlow.xyz;
-    float distance = length(toEye);
-    toEye /= distance;
+    float squaredDistance = dot(toEye, toEye);
+    float nearness = inversesqrt(squaredDistance);
+    float distance = squaredDistance * nearness;
+    toEye *= nearness;
     vec3 n = normalize(worldNormal);
 #ifdef GLOSSY
     n = Ripple(n, distance);
@@ -133,7 +135,7 @@ void main() {
         light += lightColor[i] * (wrap * fade * fade / (0.35 + squared * 0.08));
     }
 #endif
-    vec3 color = albedo * (light + placeAndGlow.w * 3.2);
+    vec3 color = albedo * (light + placeAndGlow.w * 1.4);
 #ifdef GLOSSY
     float roughness = material.r;
     float metallic = material.g;
@@ -182,7 +184,7 @@ void main() {
 }
 )";
 
-const char* const kCloudFragment = R"(
+const char* const kSkyFragment = R"(
 in vec2 place;
 out vec4 result;
 
@@ -205,24 +207,7 @@ float Clouds(vec2 p) {
     return Noise(p) * 0.52 + Noise(p * 2.13 + 7.1) * 0.26 + Noise(p * 4.31 + 3.7) * 0.14 + Noise(p * 8.7) * 0.08;
 }
 
-// Light of the clouds and how much they cover, at a fraction of the picture's size.
-void main() {
-    vec4 far = inverseViewProjection * vec4(place, 1.0, 1.0);
-    vec3 direction = normalize(far.xyz / far.w - eye.xyz);
-    float height = max(direction.y, 0.015);
-    vec2 p = direction.xz / (height + 0.12) * 1.6 + vec2(eye.w * 0.012, eye.w * 0.004);
-    float dense = smoothstep(1.0 - horizon.w * 1.05, 1.35 - horizon.w * 1.05, Clouds(p) + 0.28);
-    float thick = Clouds(p + sunDirection.xz * 0.22);
-    float lit = 1.0 - smoothstep(0.30, 0.75, thick);
-    result = vec4(lit, dense * smoothstep(0.015, 0.22, direction.y) * 0.85, 0.0, 1.0);
-}
-)";
-
-const char* const kSkyFragment = R"(
-in vec2 place;
-uniform sampler2D clouds;
-out vec4 result;
-
+// The whole sky, at a fraction of the picture's size.
 void main() {
     vec4 far = inverseViewProjection * vec4(place, 1.0, 1.0);
     vec3 direction = normalize(far.xyz / far.w - eye.xyz);
@@ -232,10 +217,22 @@ void main() {
     float halo = max(toSun - 0.985, 0.0) * (1.0 / 0.015);
     halo *= halo;
     color += sunColor.rgb * (disc * disc * 4.0 + halo * halo * 0.4);
-    vec2 cover = texture(clouds, place * 0.5 + 0.5).rg;
-    vec3 shade = mix(horizon.rgb * 0.72, sunColor.rgb * 0.42 + horizon.rgb * 0.35, cover.r);
-    result = vec4(ToneMap(mix(color, shade, cover.g)), 1.0);
+    float height = max(direction.y, 0.015);
+    vec2 p = direction.xz / (height + 0.12) * 1.6 + vec2(eye.w * 0.012, eye.w * 0.004);
+    float dense = smoothstep(1.0 - horizon.w * 1.05, 1.35 - horizon.w * 1.05, Clouds(p) + 0.28);
+    float lit = 1.0 - smoothstep(0.30, 0.75, Clouds(p + sunDirection.xz * 0.22));
+    vec3 shade = mix(horizon.rgb * 0.72, sunColor.rgb * 0.42 + horizon.rgb * 0.35, lit);
+    color = mix(color, shade, dense * smoothstep(0.015, 0.22, direction.y) * 0.85);
+    result = vec4(ToneMap(color), 1.0);
 }
+)";
+
+const char* const kBackdropFragment = R"(
+in vec2 place;
+uniform sampler2D sky;
+out vec4 result;
+
+void main() { result = texture(sky, place * 0.5 + 0.5); }
 )";
 
 const char* const kOutlineFragment = R"(

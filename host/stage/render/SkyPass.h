@@ -2,8 +2,8 @@
 
 #include "host/stage/render/GlProgram.h"
 
-/// Draws the sky where nothing else was drawn. The clouds are made at a quarter of the size, since their
-/// noise is the dearest part of a picture. Used and destroyed with its context current.
+/// Draws the sky where nothing else was drawn. It is made at a quarter of the size, since the clouds' noise
+/// would be the dearest part of a picture. Used and destroyed with its context current.
 class SkyPass {
 public:
     SkyPass();
@@ -11,17 +11,17 @@ public:
     SkyPass(const SkyPass&) = delete;
     SkyPass& operator=(const SkyPass&) = delete;
 
-    /// Makes the clouds of a view of this size; binds a frame of its own.
-    void DrawClouds(int width, int height);
+    /// Makes the sky of a view of this size; binds a frame of its own.
+    void Prepare(int width, int height);
     /// Into the bound frame, behind everything.
     void Draw() const;
 
 private:
-    GlProgram cloudProgram;
     GlProgram skyProgram;
+    GlProgram backdropProgram;
     unsigned emptyArray = 0;
     unsigned frame = 0;
-    unsigned clouds = 0;
-    int cloudWidth = 0;
-    int cloudHeight = 0;
+    unsigned sky = 0;
+    int skyWidth = 0;
+    int skyHeight = 0;
 };
