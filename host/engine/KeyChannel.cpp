@@ -53,6 +53,7 @@ void KeyChannel::Sort() const {
 
 void KeyChannel::Rebuild() const {
     if (dirty) {
+        sortedTimes.resize(sortedKeys.size());
         std::transform(sortedKeys.begin(), sortedKeys.end(), sortedTimes.begin(), SortTime);
         Sort();
     }
@@ -63,7 +64,9 @@ void KeyChannel::Rebuild() const {
 
 void KeyChannel::Insert(IFilmKey* key) {
     const float time = SortTime(key);
-    if (dirty || sortedTimes.empty() || sortedTimes.back() <= time) {
+    if (dirty) {
+        sortedKeys.push_back(key);
+    } else if (sortedTimes.empty() || sortedTimes.back() <= time) {
         sortedTimes.push_back(time);
         sortedKeys.push_back(key);
     } else {
@@ -81,18 +84,7 @@ void KeyChannel::Append(std::vector<IFilmKey*> added) {
     } else {
         sortedKeys.insert(sortedKeys.end(), added.begin(), added.end());
     }
-    sortedTimes.resize(sortedKeys.size());
     MarkDirty();
-}
-
-void KeyChannel::Reserve(std::size_t more) {
-    sortedTimes.reserve(sortedTimes.size() + more);
-    sortedKeys.reserve(sortedKeys.size() + more);
-}
-
-void KeyChannel::Trim() {
-    sortedTimes.shrink_to_fit();
-    sortedKeys.shrink_to_fit();
 }
 
 bool KeyChannel::Remove(IFilmKey* key) {
@@ -100,7 +92,9 @@ bool KeyChannel::Remove(IFilmKey* key) {
     if (found == sortedKeys.end()) {
         return false;
     }
-    sortedTimes.erase(sortedTimes.begin() + (found - sortedKeys.begin()));
+    if (!dirty) {
+        sortedTimes.erase(sortedTimes.begin() + (found - sortedKeys.begin()));
+    }
     sortedKeys.erase(found);
     stale = true;
     OnTouched();
@@ -143,10 +137,6 @@ int KeyChannel::LastAtOrBefore(float time) const {
     const auto end =
         sortedTimes[at] <= time ? sortedTimes.end() : sortedTimes.begin() + static_cast<long>(at);
     return static_cast<int>(std::upper_bound(begin, end, time) - sortedTimes.begin()) - 1;
-}
-
-std::size_t KeyChannel::ArrayBytes() const {
-    return sortedTimes.capacity() * sizeof(float) + sortedKeys.capacity() * sizeof(void*);
 }
 
 void KeyChannel::Export(fs::file& file, int) {

@@ -28,10 +28,6 @@ public:
     void Insert(IFilmKey* key);
     /// Adds many keys at once; their order is made at the next use.
     void Append(std::vector<IFilmKey*> added);
-    /// Makes room for so many more keys.
-    void Reserve(std::size_t more);
-    /// Gives up memory beyond what the keys need.
-    void Trim();
     /// Takes the key out without destroying it; false if it is not here.
     bool Remove(IFilmKey* key);
     void DestroyAll();
@@ -54,8 +50,6 @@ public:
     }
     /// Index of the last key with a time not after `time`, -1 if there is none.
     int LastAtOrBefore(float time) const;
-    /// Bytes of the two arrays.
-    std::size_t ArrayBytes() const;
 
 protected:
     void Refresh() const {
@@ -78,7 +72,7 @@ private:
     int kind;
     mutable bool dirty = false;             ///< times or order may be wrong
     mutable bool stale = false;             ///< only what is derived from them is
-    mutable std::vector<float> sortedTimes; ///< of the keys; not-a-number counts as the end of time
+    mutable std::vector<float> sortedTimes; ///< of the keys unless dirty; not-a-number is the end of time
     mutable std::vector<IFilmKey*> sortedKeys;
 };
 

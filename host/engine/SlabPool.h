@@ -30,9 +30,6 @@ public:
         void* piece = next;
         next += index * kStep;
         left -= index * kStep;
-        // Building and loading films write through slab after slab: without this they wait for memory.
-        __builtin_prefetch(next + kAheadBytes, 1);
-        __builtin_prefetch(next + kAheadBytes + kLineBytes, 1);
         return piece;
     }
     /// Bytes taken from the heap for slabs so far.
@@ -41,8 +38,6 @@ public:
 private:
     static constexpr std::size_t kStep = 8;
     static constexpr std::size_t kSlabBytes = 64UL * 1024UL;
-    static constexpr std::size_t kLineBytes = 64;
-    static constexpr std::size_t kAheadBytes = 1024;
     struct FreePiece {
         FreePiece* next;
     };

@@ -11,23 +11,23 @@ std::size_t allocations = 0;
 } // namespace
 
 // All forms of new and delete of the whole program come here, so that none is paired with another's.
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+__attribute__((noinline)) void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     ++allocations;
     return std::malloc(size);
 }
-void* operator new(std::size_t size) {
+__attribute__((noinline)) void* operator new(std::size_t size) {
     if (void* memory = operator new(size, std::nothrow)) {
         return memory;
     }
     throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept {
+__attribute__((noinline)) void operator delete(void* memory) noexcept {
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept {
+__attribute__((noinline)) void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
-void operator delete(void* memory, const std::nothrow_t&) noexcept {
+__attribute__((noinline)) void operator delete(void* memory, const std::nothrow_t&) noexcept {
     std::free(memory);
 }
 
