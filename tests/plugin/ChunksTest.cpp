@@ -275,11 +275,9 @@ TEST_F(ChunksTest, LightsAreWrittenSunFirstAndPairedInOrderAfterLoading) {
     const std::string chunk = saved.substr(start + 6, size);
 
     plugin.lightHelpers.DeleteHelpers();
-    editor.plugin = nullptr;
     for (const int id : ids) {
         editor.level.DeleteObject(Data().Find(id));
     }
-    editor.plugin = &plugin;
     Load(Root(), 5782, chunk);
     ASSERT_EQ(plugin.lightHelpers.helpers.size(), 3u);
     EXPECT_TRUE(plugin.lightHelpers.helpers.front()->isSun);
