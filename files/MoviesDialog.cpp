@@ -5,11 +5,11 @@
 #include "resources/resource.h"
 
 BEGIN_MESSAGE_MAP(CMoviesDialog, CDialog)
-    ON_BN_CLICKED(IDC_MOVIE_ADD, &CMoviesDialog::OnAdd)
-    ON_BN_CLICKED(IDC_MOVIE_DELETE, &CMoviesDialog::OnDelete)
-    ON_BN_CLICKED(IDC_MOVIE_VALIDATE, &CMoviesDialog::OnValidate)
-    ON_LBN_SELCHANGE(IDC_MOVIE_LIST, &CMoviesDialog::OnSelectionChanged)
-    ON_LBN_DBLCLK(IDC_MOVIE_LIST, &CMoviesDialog::OnListDoubleClick)
+ON_BN_CLICKED(IDC_MOVIE_ADD, &CMoviesDialog::OnAdd)
+ON_BN_CLICKED(IDC_MOVIE_DELETE, &CMoviesDialog::OnDelete)
+ON_BN_CLICKED(IDC_MOVIE_VALIDATE, &CMoviesDialog::OnValidate)
+ON_LBN_SELCHANGE(IDC_MOVIE_LIST, &CMoviesDialog::OnSelectionChanged)
+ON_LBN_DBLCLK(IDC_MOVIE_LIST, &CMoviesDialog::OnListDoubleClick)
 END_MESSAGE_MAP()
 
 void CMoviesDialog::DoDataExchange(CDataExchange* exchange) {

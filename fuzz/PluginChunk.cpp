@@ -1,5 +1,5 @@
-// Feeds one of the plug-in's chunks (FUZZ_CHUNK) with arbitrary data: the chunk is read into an empty level, the
-// level counts as loaded, everything is saved again, and the level goes.
+// Feeds one of the plug-in's chunks (FUZZ_CHUNK) with arbitrary data: the chunk is read into an empty level,
+// the level counts as loaded, everything is saved again, and the level goes.
 #include "host/engine/FileHandles.h"
 #include "host/engine/LevelRoot.h"
 #include "plugin/PluginImpl.h"

@@ -93,8 +93,8 @@ CFilmsLightHelper* CFilmsLightHelperMgr::FindHolder(const CFilmTrack* track) con
     if (track == nullptr) {
         return nullptr;
     }
-    const auto found =
-        std::ranges::find_if(helpers, [track](const CFilmsLightHelper* helper) { return helper->track == track; });
+    const auto found = std::ranges::find_if(
+        helpers, [track](const CFilmsLightHelper* helper) { return helper->track == track; });
     return found == helpers.end() ? nullptr : *found;
 }
 

@@ -8,7 +8,8 @@ namespace {
 /// Deeper than any class tree; ends the search in a database whose classes form a ring.
 constexpr int kMaxDepth = 64;
 
-bool Derives(const IClassDatabase* database, const std::string& className, const std::string& baseName, int depth) {
+bool Derives(const IClassDatabase* database, const std::string& className, const std::string& baseName,
+             int depth) {
     if (className == baseName) {
         return true;
     }
@@ -30,6 +31,7 @@ const CClassDefinition* FindClass(const IClassDatabase* database, const std::str
     return found == database->classes.end() ? nullptr : *found;
 }
 
-bool IsClassDerivedFrom(const IClassDatabase* database, const std::string& className, const std::string& baseName) {
+bool IsClassDerivedFrom(const IClassDatabase* database, const std::string& className,
+                        const std::string& baseName) {
     return Derives(database, className, baseName, 0);
 }

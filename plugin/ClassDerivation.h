@@ -9,4 +9,5 @@ const CClassDefinition* FindClass(const IClassDatabase* database, const std::str
 
 /// True for equal names (case counts), and when any base of the class derives from `baseName`. A class
 /// that is its own ancestor ends in false.
-bool IsClassDerivedFrom(const IClassDatabase* database, const std::string& className, const std::string& baseName);
+bool IsClassDerivedFrom(const IClassDatabase* database, const std::string& className,
+                        const std::string& baseName);

@@ -7,8 +7,8 @@ IPluginImpl thePlugin;
 
 } // namespace
 
-extern "C" __attribute__((visibility("default"))) IPlugin* InitializeMe(IEditor* editor, std::uintptr_t pluginNumber,
-                                                                       IEditorView* view) {
+extern "C" __attribute__((visibility("default"))) IPlugin*
+InitializeMe(IEditor* editor, std::uintptr_t pluginNumber, IEditorView* view) {
     thePlugin.Initialize(editor, static_cast<std::uint32_t>(pluginNumber), view);
     return &thePlugin;
 }

@@ -55,8 +55,8 @@ std::uint8_t* CPluginFilmsParams::Find(const std::string& filmName, const std::s
     return record->keyFilter.data();
 }
 
-std::uint8_t* CPluginFilmsParams::Set(const std::string& filmName, const std::uint8_t* filter, std::uint8_t expanded,
-                                      int what, const std::string& objectName) {
+std::uint8_t* CPluginFilmsParams::Set(const std::string& filmName, const std::uint8_t* filter,
+                                      std::uint8_t expanded, int what, const std::string& objectName) {
     MovieParamsRecord* record = FindRecord(records, filmName, objectName);
     if (record == nullptr) {
         record = &records.emplace_back();

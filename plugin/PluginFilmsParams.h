@@ -35,8 +35,8 @@ public:
     std::uint8_t* Find(const std::string& filmName, const std::string& objectName, std::uint8_t* expanded);
     /// Updates what is named in `what`; a null filter means all 1. Without a record one is appended with
     /// the filter and the byte given, whatever `what` says.
-    std::uint8_t* Set(const std::string& filmName, const std::uint8_t* filter, std::uint8_t expanded, int what,
-                      const std::string& objectName);
+    std::uint8_t* Set(const std::string& filmName, const std::uint8_t* filter, std::uint8_t expanded,
+                      int what, const std::string& objectName);
     void Clear() { records.clear(); }
     /// Takes out the first record of that film.
     void RemoveFilm(const std::string& filmName);

@@ -179,12 +179,14 @@ IFilmManager* IPluginImpl::GetFilmManager() const {
 
 IFilm* IPluginImpl::GetFilmByIndex(int index) const {
     IFilmManager* manager = GetFilmManager();
-    return manager != nullptr && index >= 0 && index < IFilmManager::kFilms ? manager->GetFilm(index) : nullptr;
+    return manager != nullptr && index >= 0 && index < IFilmManager::kFilms ? manager->GetFilm(index)
+                                                                            : nullptr;
 }
 
 bool IPluginImpl::FilmExists(const IFilm* film) const {
     const IFilmManager* manager = GetFilmManager();
-    return film != nullptr && manager != nullptr && std::ranges::find(manager->films, film) != std::end(manager->films);
+    return film != nullptr && manager != nullptr &&
+           std::ranges::find(manager->films, film) != std::end(manager->films);
 }
 
 bool IPluginImpl::ObjectDerivesFrom(EditorObject* object, const char* className) const {

@@ -28,7 +28,8 @@ const char* TextOf(const char* text) {
 }
 
 /// Messages of a camera's eye and target keys that follow an object of the list. False if there is one.
-bool CheckCameraLinks(const CFilmCameraTrack& camera, const ObjectList& objects, std::list<DeleteMessage>* messages) {
+bool CheckCameraLinks(const CFilmCameraTrack& camera, const ObjectList& objects,
+                      std::list<DeleteMessage>* messages) {
     bool free = true;
     for (IFilmKey* key : camera.keys) {
         if (key->kind != KeyKind::CameraPosition && key->kind != KeyKind::CameraTarget) {
@@ -37,8 +38,8 @@ bool CheckCameraLinks(const CFilmCameraTrack& camera, const ObjectList& objects,
         EditorObject* linked = static_cast<CFilmLinkedKey*>(key)->linkObject;
         if (Contains(objects, linked)) {
             AddMessage(messages,
-                       "camera " + camera.cameraName + " from film " + TextOf(camera.film->name) + " is linked to " +
-                           NameAndId(*linked),
+                       "camera " + camera.cameraName + " from film " + TextOf(camera.film->name) +
+                           " is linked to " + NameAndId(*linked),
                        linked);
             free = false;
         }

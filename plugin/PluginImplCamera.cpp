@@ -67,7 +67,8 @@ float Distance(const Vector3& a, const Vector3& b) {
 void IPluginImpl::CreateCameraFrame(CFilmTrack* track, float time, int viewNumber) {
     const IFilmManager* manager = GetFilmManager();
     if (track == nullptr || viewNumber == -1 || currentFilm == nullptr || !(time >= 0.0f) ||
-        time > currentFilm->length || view == nullptr || manager == nullptr || manager->keyFactory == nullptr) {
+        time > currentFilm->length || view == nullptr || manager == nullptr ||
+        manager->keyFactory == nullptr) {
         return;
     }
     const float* matrix = view->GetViewMatrix(viewNumber);
@@ -80,7 +81,8 @@ void IPluginImpl::CreateCameraFrame(CFilmTrack* track, float time, int viewNumbe
         distance = kDefaultDistance;
     }
     const Vector3 eye{matrix[12], matrix[13], matrix[14]};
-    const Vector3 target{eye.x - distance * matrix[8], eye.y - distance * matrix[9], eye.z - distance * matrix[10]};
+    const Vector3 target{eye.x - distance * matrix[8], eye.y - distance * matrix[9],
+                         eye.z - distance * matrix[10]};
     SetCameraKey(*track, *manager->keyFactory, KeyKind::CameraPosition, time, eye);
     SetCameraKey(*track, *manager->keyFactory, KeyKind::CameraTarget, time, target);
     if (scenarioDlg != nullptr) {

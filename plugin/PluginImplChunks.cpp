@@ -18,7 +18,8 @@ template <class Body> void WriteChunk(fs::file& file, std::uint16_t id, Body bod
 
 /// The object that reads other objects from the file, null for any other object.
 EditorObject* LevelRootOf(IHostObject* object) {
-    return object != nullptr && object->IsA(ClassId::LevelRoot) ? static_cast<EditorObject*>(object) : nullptr;
+    return object != nullptr && object->IsA(ClassId::LevelRoot) ? static_cast<EditorObject*>(object)
+                                                                : nullptr;
 }
 
 } // namespace
@@ -69,7 +70,8 @@ void IPluginImpl::SaveRootChunks(fs::file& file, EditorObject* root) {
             WriteChunk(file, LevelChunk::CameraParams, [&] { params.WriteWithObjectNames(file); });
         }
     });
-    WriteChunk(file, LevelChunk::ViewSettings, [&] { file.Write(filmViewSettings.data(), sizeof(filmViewSettings)); });
+    WriteChunk(file, LevelChunk::ViewSettings,
+               [&] { file.Write(filmViewSettings.data(), sizeof(filmViewSettings)); });
     WriteChunk(file, LevelChunk::LightHelpers, [&] { lightHelpers.Save(file, GetFilmManager()); });
     WriteChunk(file, LevelChunk::VirtualObjects, [&] {
         for (const VirtualObjectRecord& record : virtualObjects) {
@@ -170,7 +172,8 @@ void IPluginImpl::LoadObjectParams(IHostObject* object, fs::file& file, bool new
     owner->GetInfo()->SetPluginData(kPluginKind, params.release());
 }
 
-void IPluginImpl::LoadVirtualObjects(IHostObject* object, fs::file& file, bool withClassNames, std::uint32_t size) {
+void IPluginImpl::LoadVirtualObjects(IHostObject* object, fs::file& file, bool withClassNames,
+                                     std::uint32_t size) {
     virtualObjects.clear();
     EditorObject* root = LevelRootOf(object);
     ForEachSubChunk(file, size, [&](const ChunkHeader&, std::uint32_t bytes) {

@@ -107,7 +107,8 @@ void IPluginImpl::OnActivate(bool active) {
 }
 
 void IPluginImpl::OnCommand(Word pluginNumber, Word localCommand) {
-    if (pluginNumber != pluginId.PluginNumber() || localCommand < Command::Movies || localCommand > Command::Last) {
+    if (pluginNumber != pluginId.PluginNumber() || localCommand < Command::Movies ||
+        localCommand > Command::Last) {
         return;
     }
     const ResourceScope resources(PluginResources());

@@ -77,7 +77,8 @@ void IPluginImpl::OnEvent(int code, void* data) {
 
 void IPluginImpl::OnViewRequest(int code, Word, void* data, bool* result) {
     if (code == ViewRequest::IsAttached && result != nullptr) {
-        *result = data != nullptr && std::ranges::find(attachedViews, ViewNumber(data)) != attachedViews.end();
+        *result =
+            data != nullptr && std::ranges::find(attachedViews, ViewNumber(data)) != attachedViews.end();
     } else if (code == ViewRequest::Detach && data != nullptr) {
         DetachView(ViewNumber(data));
     } else if (code == ViewRequest::ObjectsMoved && data != nullptr) {

@@ -7,16 +7,11 @@
 
 namespace {
 
-constexpr const char* kNoMatrix = "Plugin Films critical internal error - no matrix stored for object: %s\n "
-                                  "Don't save this level with previous name!!!!";
+constexpr const char* kNoMatrix = "Plugin Films critical internal error - no matrix stored for object: ";
+constexpr const char* kDontSave = "\n Don't save this level with previous name!!!!";
 
 void CopyMatrix(const float* from, std::array<float, 16>& to) {
     std::copy_n(from, to.size(), to.begin());
-}
-
-std::string Named(const char* format, const std::string& name) {
-    std::string text = format;
-    return text.replace(text.find("%s"), 2, name);
 }
 
 } // namespace
@@ -100,7 +95,7 @@ const float* IPluginImpl::GetStoredMatrix(EditorObject* object) const {
     if (found != objectMatrices.end()) {
         return found->matrix.data();
     }
-    AfxMessageBox(Named(kNoMatrix, object->name).c_str());
+    AfxMessageBox(kNoMatrix + object->name + kDontSave);
     static const std::array<float, 16> identity = [] {
         std::array<float, 16> matrix{};
         SetIdentity(matrix.data());

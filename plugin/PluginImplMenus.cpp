@@ -60,7 +60,8 @@ bool IPluginImpl::OfferLinkObject(CMenu* menu, EditorObject* object) {
 bool IPluginImpl::OfferAttachObject(CMenu* menu, EditorObject* object) {
     IMainCtrl* control = GetMainCtrl();
     const IAttachDialog* dialog = control != nullptr ? control->GetAttachDialog() : nullptr;
-    if (dialog == nullptr || !dialog->IsVisible() || object == nullptr || !object->IsA(ClassId::EditorObject)) {
+    if (dialog == nullptr || !dialog->IsVisible() || object == nullptr ||
+        !object->IsA(ClassId::EditorObject)) {
         return false;
     }
     const auto* track = AsObjectTrack(dialog->GetTrack());

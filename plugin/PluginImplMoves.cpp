@@ -37,7 +37,8 @@ Transform Split(const float* matrix, const Vector3& reference) {
 }
 
 bool SameValue(const Vector3& a, const Vector3& b) {
-    return std::abs(a.x - b.x) < kSameValue && std::abs(a.y - b.y) < kSameValue && std::abs(a.z - b.z) < kSameValue;
+    return std::abs(a.x - b.x) < kSameValue && std::abs(a.y - b.y) < kSameValue &&
+           std::abs(a.z - b.z) < kSameValue;
 }
 
 Vector3 Moved(const Vector3& point, const Vector3& to, const Vector3& from) {

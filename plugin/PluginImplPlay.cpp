@@ -57,7 +57,8 @@ void IPluginImpl::CopyCameraToViews() {
             continue;
         }
         attached->camera->data = record;
-        attached->SetProjection(camera->fieldOfView * kRadiansPerDegree, record.recordNear, record.recordFar, 0);
+        attached->SetProjection(camera->fieldOfView * kRadiansPerDegree, record.recordNear, record.recordFar,
+                                0);
     }
 }
 

@@ -17,7 +17,7 @@ CFilmsView* thePanel = nullptr;
 IMPLEMENT_DYNCREATE(CFilmsView, CFormView)
 
 BEGIN_MESSAGE_MAP(CFilmsView, CFormView)
-    ON_NOTIFY(TCN_SELCHANGE, IDC_PANEL_TABS, &CFilmsView::OnTabChanged)
+ON_NOTIFY(TCN_SELCHANGE, IDC_PANEL_TABS, &CFilmsView::OnTabChanged)
 END_MESSAGE_MAP()
 
 CFilmsView::CFilmsView() : CFormView(IDD_FILMS_VIEW) {

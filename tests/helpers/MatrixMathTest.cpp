@@ -56,7 +56,8 @@ TEST(MatrixMathTest, LookAtBuildsAxesFromDirectionAndUp) {
     const Triple direction{2, 0, 0};
     const Triple up{0, 5, 0};
     SetLookAt(matrix.data(), position.data(), direction.data(), up.data());
-    // forward x; right = up x forward = (0,1,0) x (1,0,0) = -z; up = forward x right = (1,0,0) x (0,0,-1) = +y
+    // forward x; right = up x forward = (0,1,0) x (1,0,0) = -z; up = forward x right = (1,0,0) x (0,0,-1) =
+    // +y
     EXPECT_EQ(matrix, Rows({0, 0, -1}, {0, 1, 0}, {1, 0, 0}, {1, 2, 3}));
 }
 
@@ -94,7 +95,8 @@ TEST(MatrixMathTest, AnglesAreTheNegativesOfTheFormulas) {
 TEST(MatrixMathTest, PositionAndScaleComeFromRows) {
     Triple position{};
     Triple scale{};
-    DecomposeMatrix(Rows({2, 0, 0}, {0, 3, 0}, {0, 0, 4}, {5, 6, 7}).data(), position.data(), nullptr, scale.data());
+    DecomposeMatrix(Rows({2, 0, 0}, {0, 3, 0}, {0, 0, 4}, {5, 6, 7}).data(), position.data(), nullptr,
+                    scale.data());
     EXPECT_EQ(position, (Triple{5, 6, 7}));
     EXPECT_EQ(scale, (Triple{2, 3, 4}));
 }
@@ -138,8 +140,10 @@ TEST(MatrixMathTest, NearSplitKeepsAnglesThatFitAlready) {
 TEST(MatrixMathTest, NearSplitMovesEachAngleByASmallStep) {
     ExpectNear(AnglesNear(TurnedAboutX30(), {20, 0, 0}), {30, 0, 0});
     ExpectNear(AnglesNear(TurnedAboutX30(), {380, 0, 0}), {390, 0, 0});
-    ExpectNear(AnglesNear(Rows({kCos30, kSin30, 0}, {-kSin30, kCos30, 0}, {0, 0, 1}), {0, 0, 40}), {0, 0, 30});
-    ExpectNear(AnglesNear(Rows({kCos30, 0, -kSin30}, {0, 1, 0}, {kSin30, 0, kCos30}), {0, 10, 0}), {0, 30, 0});
+    ExpectNear(AnglesNear(Rows({kCos30, kSin30, 0}, {-kSin30, kCos30, 0}, {0, 0, 1}), {0, 0, 40}),
+               {0, 0, 30});
+    ExpectNear(AnglesNear(Rows({kCos30, 0, -kSin30}, {0, 1, 0}, {kSin30, 0, kCos30}), {0, 10, 0}),
+               {0, 30, 0});
 }
 
 TEST(MatrixMathTest, NearSplitFromMoreThan90DegreesOffLandsOnTheOtherBranch) {

@@ -36,13 +36,26 @@ protected:
         file.Close();
         return data.size() + 14 - rest.size();
     }
-    std::size_t Load(IHostObject* object, unsigned id, const Bytes& data) { return Load(object, id, data.Str()); }
+    std::size_t Load(IHostObject* object, unsigned id, const Bytes& data) {
+        return Load(object, id, data.Str());
+    }
     engine::LevelRoot* Root() { return &Data().Root(); }
     static std::string DefaultSettings() {
         std::string bytes;
         for (int i = 0; i < 200; ++i) {
-            bytes += Bytes().U32(0xFFFFFFFF).U32(0).U32(0x41200000).U32(0).U32(0x41200000).U32(150).U32(20)
-                         .U32(0x3F800000).U32(5).U32(4).U32(0).Str();
+            bytes += Bytes()
+                         .U32(0xFFFFFFFF)
+                         .U32(0)
+                         .U32(0x41200000)
+                         .U32(0)
+                         .U32(0x41200000)
+                         .U32(150)
+                         .U32(20)
+                         .U32(0x3F800000)
+                         .U32(5)
+                         .U32(4)
+                         .U32(0)
+                         .Str();
         }
         return bytes;
     }
@@ -75,9 +88,8 @@ TEST_F(ChunksTest, LevelAndCameraStoresAreWrittenWithTheirNames) {
     Bytes cameraRecord;
     cameraRecord.U32(1).Text("Intro").Text("Cam").U8(0).U32(20).U8(2).Fill(19, 0);
     Bytes expected;
-    expected.Chunk(5780, Bytes()
-                             .Chunk(5784, Bytes().U32(1).Append(NewRecord("Intro", 1, 1)))
-                             .Chunk(5786, cameraRecord));
+    expected.Chunk(
+        5780, Bytes().Chunk(5784, Bytes().U32(1).Append(NewRecord("Intro", 1, 1))).Chunk(5786, cameraRecord));
     EXPECT_EQ(Save(Root(), false).substr(0, expected.Str().size()), expected.Str());
 }
 
@@ -110,7 +122,8 @@ TEST_F(ChunksTest, ObjectWithoutAStoreWritesNothing) {
 TEST_F(ChunksTest, ObjectStoreIsWrittenWithoutItsObjectNames) {
     EditorObject* crate = editor.Create("Crate");
     const IFilm* film = OpenFilmWith({crate});
-    EXPECT_EQ(Save(crate, true), Bytes().Chunk(5784, Bytes().U32(1).Append(NewRecord(film->name, 0, 1))).Str());
+    EXPECT_EQ(Save(crate, true),
+              Bytes().Chunk(5784, Bytes().U32(1).Append(NewRecord(film->name, 0, 1))).Str());
 }
 
 TEST_F(ChunksTest, OtherObjectsWriteNothing) {
@@ -178,7 +191,8 @@ TEST_F(ChunksTest, TrackParamsReplaceLevelAndCameraStores) {
 TEST_F(ChunksTest, OldFirstSubChunkHasNineFilterBytes) {
     Bytes data;
     data.Chunk(5781, Bytes().U32(1).Text("Intro").U8(1).Fill(9, 0));
-    data.Chunk(5781, Bytes().U32(1).Text("Intro").Text("Cam").U8(0).U32(20).Fill(20, 0)); // later ones are new form
+    data.Chunk(5781,
+               Bytes().U32(1).Text("Intro").Text("Cam").U8(0).U32(20).Fill(20, 0)); // later ones are new form
     Load(Root(), 5780, data);
     ASSERT_EQ(plugin.levelParams.records.size(), 1u);
     const KeyFilter& filter = plugin.levelParams.records.front().keyFilter;
@@ -227,7 +241,8 @@ TEST_F(ChunksTest, HostileCountsAndSizesReadNoFurtherThanTheChunk) {
     ASSERT_EQ(ParamsOf(crate)->records.size(), 1u);
     EXPECT_EQ(ParamsOf(crate)->records.front().keyFilter[19], 5);
     Load(crate, 5784, Bytes().U32(2).Text("F").U8(1).U32(25).Fill(25, 6).Append(NewRecord("G", 0, 2)));
-    ASSERT_EQ(ParamsOf(crate)->records.size(), 2u); // the five bytes too many are dropped, the next is in step
+    ASSERT_EQ(ParamsOf(crate)->records.size(),
+              2u); // the five bytes too many are dropped, the next is in step
     EXPECT_EQ(ParamsOf(crate)->records.back().filmName, "G");
     Load(crate, 5784, Bytes().U32(1).Text("F").U8(1).U32(3).Fill(3, 0));
     EXPECT_EQ(ParamsOf(crate)->records.front().keyFilter[2], 0);

@@ -189,7 +189,8 @@ TEST_F(EventsTest, ResumeGoesOnPlaying) {
     Suspend();
     editor.broadcasts.clear();
     Resume();
-    EXPECT_THAT(editor.broadcasts, Contains(EventCode::ObjectsMoved).Times(4)); // two of opening, frames 4 s and 8 s
+    EXPECT_THAT(editor.broadcasts,
+                Contains(EventCode::ObjectsMoved).Times(4)); // two of opening, frames 4 s and 8 s
     EXPECT_EQ(plugin.isPlaying, 0);
 }
 
@@ -212,7 +213,8 @@ TEST_F(EventsTest, NewLevelResetsEverythingButCameraStores) {
     EXPECT_EQ(plugin.cameraParams.size(), 1u);
     EXPECT_EQ(plugin.animateObjects, 0);
     EXPECT_EQ(plugin.currentTime, 0.0f);
-    EXPECT_THAT(calls, ElementsAre("ClearUndo", "ShowCurrentFilm", "ReloadKeysParams", "PressButton 36823 up"));
+    EXPECT_THAT(calls,
+                ElementsAre("ClearUndo", "ShowCurrentFilm", "ReloadKeysParams", "PressButton 36823 up"));
     EXPECT_EQ(window.times.back(), 0.0f);
 }
 

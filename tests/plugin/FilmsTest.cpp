@@ -76,7 +76,8 @@ TEST_F(FilmsTest, SameFilmAgainRunsEverythingAndKeepsTheTime) {
     plugin.SetTime(3.0f, true);
     editor.calls.clear();
     plugin.SetCurrentFilm(&film);
-    EXPECT_THAT(editor.calls, ElementsAre("Stop", "Deactivate", "Activate", "SetTime", "RedrawViews", "RedrawViews"));
+    EXPECT_THAT(editor.calls,
+                ElementsAre("Stop", "Deactivate", "Activate", "SetTime", "RedrawViews", "RedrawViews"));
     EXPECT_EQ(plugin.currentTime, 3.0f);
     plugin.SetCurrentFilm(nullptr);
     EXPECT_EQ(plugin.currentTime, 0.0f);
@@ -144,8 +145,9 @@ TEST_F(FilmsTest, DeletingNoFilmDoesNothing) {
 
 TEST_F(FilmsTest, NegativeTimesBecomeZero) {
     OpenNewFilm();
-    for (const float time : {-1.0f, -std::numeric_limits<float>::denorm_min(), -0.0f,
-                             std::numeric_limits<float>::quiet_NaN(), -std::numeric_limits<float>::infinity()}) {
+    for (const float time :
+         {-1.0f, -std::numeric_limits<float>::denorm_min(), -0.0f, std::numeric_limits<float>::quiet_NaN(),
+          -std::numeric_limits<float>::infinity()}) {
         plugin.currentTime = 5.0f;
         plugin.SetTime(time, true);
         EXPECT_EQ(plugin.currentTime, 0.0f) << time;
@@ -165,7 +167,7 @@ TEST_F(FilmsTest, TimeFromTheWindowIsNotToldToTheWindow) {
 TEST_F(FilmsTest, SnapRoundsToTheNearestOfThirtyFrames) {
     plugin.framesPerSecond = 30;
     EXPECT_NEAR(plugin.SnapToFrame(1.0f), 1.0, 1e-9);
-    EXPECT_NEAR(plugin.SnapToFrame(1.01f), 1.0, 1e-6);        // 0.3 frames
+    EXPECT_NEAR(plugin.SnapToFrame(1.01f), 1.0, 1e-6);         // 0.3 frames
     EXPECT_NEAR(plugin.SnapToFrame(1.02f), 31.0 / 30.0, 1e-6); // 0.6 frames
     EXPECT_NEAR(plugin.SnapToFrame(2.49f), 75.0 / 30.0, 1e-6); // 74.7 frames
 }
@@ -201,7 +203,7 @@ TEST_F(FilmsTest, CameraAtATimeIsTheLowestPriorityInForce) {
     EXPECT_EQ(name, "High");
     plugin.GetCameraNameAtTime(name, 1.0f, &key); // starts count
     EXPECT_EQ(name, "Low");
-    EXPECT_EQ(key, low); // of equals the first
+    EXPECT_EQ(key, low);                          // of equals the first
     plugin.GetCameraNameAtTime(name, 3.0f, &key); // ends don't
     EXPECT_EQ(name, "High");
     plugin.GetCameraNameAtTime(name, 5.0f, &key);
@@ -247,7 +249,8 @@ TEST_F(FilmsTest, SettingsUpdateCopiesOnlyWhatTheMaskNames) {
         change(expected);
         update.mask = mask;
         plugin.SetFilmViewSettings(3, update);
-        EXPECT_EQ(std::memcmp(&plugin.filmViewSettings[3], &expected, sizeof(expected)), 0) << "mask " << mask;
+        EXPECT_EQ(std::memcmp(&plugin.filmViewSettings[3], &expected, sizeof(expected)), 0)
+            << "mask " << mask;
     };
     expectOnly(0, [](FilmViewSettings&) {});
     expectOnly(1, [](FilmViewSettings& s) { s.movieStart = 1, s.movieEnd = 2; });

@@ -56,7 +56,8 @@ protected:
     }
     void Click(const char* text) { QTest::mouseClick(Button(text), Qt::LeftButton); }
     void ClickLine(int line) {
-        QTest::mouseClick(List()->viewport(), Qt::LeftButton, {}, List()->visualItemRect(List()->item(line)).center());
+        QTest::mouseClick(List()->viewport(), Qt::LeftButton, {},
+                          List()->visualItemRect(List()->item(line)).center());
     }
     void DoubleClickLine(int line) {
         const QPoint place = List()->visualItemRect(List()->item(line)).center();

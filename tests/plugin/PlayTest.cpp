@@ -43,7 +43,8 @@ protected:
     /// Runs code once, inside the event of the frame with this number (from 0).
     void AtFrame(int number, std::function<void()> action) {
         editor.onBroadcast = [this, number, action = std::move(action)](int code, void*) {
-            if (code == EventCode::ObjectsMoved && static_cast<int>(film.times.size()) == number + 1 && !acted) {
+            if (code == EventCode::ObjectsMoved && static_cast<int>(film.times.size()) == number + 1 &&
+                !acted) {
                 acted = true;
                 action();
             }

@@ -58,7 +58,8 @@ IFilmKey* PluginTest::AddKey(CFilmTrack* track, int kind, float time) {
     return key;
 }
 
-CFilmCameraKey* PluginTest::AddCut(IFilm* film, const std::string& camera, float from, float to, int priority) {
+CFilmCameraKey* PluginTest::AddCut(IFilm* film, const std::string& camera, float from, float to,
+                                   int priority) {
     auto* key = static_cast<CFilmCameraKey*>(AddKey(film->mainTrack, KeyKind::Camera, from));
     key->SetEndTime(to);
     key->SetValue(&camera);
@@ -69,7 +70,8 @@ CFilmCameraKey* PluginTest::AddCut(IFilm* film, const std::string& camera, float
 
 std::vector<IFilmKey*> PluginTest::KeysOf(const CFilmTrack& track, int kind) {
     std::vector<IFilmKey*> found;
-    std::ranges::copy_if(track.keys, std::back_inserter(found), [kind](const IFilmKey* key) { return key->kind == kind; });
+    std::ranges::copy_if(track.keys, std::back_inserter(found),
+                         [kind](const IFilmKey* key) { return key->kind == kind; });
     return found;
 }
 
@@ -108,7 +110,8 @@ bool LoggingWindow::ChangeActor() {
     return true;
 }
 
-void LoggingWindow::RecordObjectKeys(EditorObject* object, float time, const float* newMatrix, const float* oldMatrix) {
+void LoggingWindow::RecordObjectKeys(EditorObject* object, float time, const float* newMatrix,
+                                     const float* oldMatrix) {
     recordedObject = object;
     recordedTime = time;
     recordedNew = {newMatrix[12], newMatrix[13], newMatrix[14]};

@@ -31,7 +31,9 @@ protected:
     IFilmKey* AddKey(CFilmTrack* track, int kind, float time);
     CFilmCameraKey* AddCut(IFilm* film, const std::string& camera, float from, float to, int priority);
     static std::vector<IFilmKey*> KeysOf(const CFilmTrack& track, int kind);
-    static const CFilmVectorKey& VectorKey(const IFilmKey* key) { return static_cast<const CFilmVectorKey&>(*key); }
+    static const CFilmVectorKey& VectorKey(const IFilmKey* key) {
+        return static_cast<const CFilmVectorKey&>(*key);
+    }
     static Vector3 PositionOf(const EditorObject& object);
     static void MoveTo(EditorObject& object, float x, float y, float z);
     /// The user moves objects in a view: they are selected and event 14 comes.
@@ -96,7 +98,8 @@ public:
     void ClearUndo() override { log.push_back("ClearUndo"); }
     void ReloadKeysParams() override { log.push_back("ReloadKeysParams"); }
     void ShowFilm(IFilm*, bool) override { log.push_back("ShowFilm"); }
-    void RecordObjectKeys(EditorObject* object, float time, const float* newMatrix, const float* oldMatrix) override;
+    void RecordObjectKeys(EditorObject* object, float time, const float* newMatrix,
+                          const float* oldMatrix) override;
     IAttachDialog* GetAttachDialog() override { return hasAttachDialog ? this : nullptr; }
 
     CFilmTrack* GetTrack() const override { return attachTrack; }

@@ -20,7 +20,8 @@ protected:
     bool Open(std::string bytes) {
         const std::size_t objects = editor.level.Data()->Objects().size();
         try {
-            engine::PendingLevel pending = engine::ParseLevel(editor.level, "damaged.level", std::move(bytes));
+            engine::PendingLevel pending =
+                engine::ParseLevel(editor.level, "damaged.level", std::move(bytes));
             plugin.OnNew();
             engine::InstallLevel(editor.level, std::move(pending));
         } catch (const engine::LevelFileError& error) {

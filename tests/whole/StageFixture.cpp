@@ -107,13 +107,14 @@ void StageTest::PlayWithShortcut(std::uint32_t stepMs) {
 void StageTest::InsidePump(std::function<void()> action) {
     auto* timer = new QTimer(window.get());
     const std::uint32_t before = clock;
-    QObject::connect(timer, &QTimer::timeout, window.get(), [this, timer, before, action = std::move(action)] {
-        if (clock != before) { // the film has begun to read it
-            timer->stop();
-            timer->deleteLater();
-            action();
-        }
-    });
+    QObject::connect(timer, &QTimer::timeout, window.get(),
+                     [this, timer, before, action = std::move(action)] {
+                         if (clock != before) { // the film has begun to read it
+                             timer->stop();
+                             timer->deleteLater();
+                             action();
+                         }
+                     });
     timer->start(1); // a timer of 0 waits until nothing has to be painted
 }
 

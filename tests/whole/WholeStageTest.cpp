@@ -20,7 +20,8 @@ protected:
         std::vector<float> all;
         for (CFilmTrack* track : film.tracks) {
             if (const auto* objectTrack = AsObjectTrack(track)) {
-                all.insert(all.end(), objectTrack->actor->GetMatrix(0), objectTrack->actor->GetMatrix(0) + 16);
+                all.insert(all.end(), objectTrack->actor->GetMatrix(0),
+                           objectTrack->actor->GetMatrix(0) + 16);
             }
         }
         return all;
