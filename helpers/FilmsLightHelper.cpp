@@ -1,5 +1,19 @@
 #include "helpers/FilmsLightHelper.h"
 
+#include "plugin/contract/Film.h"
+
+#include <algorithm>
+
+bool IsSunTrack(CFilmTrack* track) {
+    const auto* gl = AsGLLightTrack(track);
+    return gl != nullptr && gl->isSun != 0;
+}
+
+CFilmTrack* FindSunTrack(const IFilm& film) {
+    const auto found = std::ranges::find_if(film.tracks, IsSunTrack);
+    return found == film.tracks.end() ? nullptr : *found;
+}
+
 void CFilmsLightHelper::Save(fs::file& file) const {
     const std::uint8_t sun = isSun ? 1 : 0;
     file.Write(&lightKind, sizeof(lightKind));

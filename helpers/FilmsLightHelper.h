@@ -5,6 +5,13 @@
 
 #include <cstdint>
 
+class IFilm;
+
+/// True for a GL light track that drives the level's sun; false for null.
+bool IsSunTrack(CFilmTrack* track);
+/// The film's first sun track, or null.
+CFilmTrack* FindSunTrack(const IFilm& film);
+
 /// Joins a light's helper object to the film track that drives it. Owned by CFilmsLightHelperMgr.
 class CFilmsLightHelper {
 public:

@@ -47,11 +47,6 @@ EditorObject** LightObjectOf(CFilmTrack* track) {
     return nullptr;
 }
 
-bool IsSunTrack(CFilmTrack* track) {
-    const auto* gl = AsGLLightTrack(track);
-    return gl != nullptr && gl->isSun != 0;
-}
-
 } // namespace
 
 CFilmsLightHelperMgr::~CFilmsLightHelperMgr() {

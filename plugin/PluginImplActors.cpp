@@ -91,11 +91,7 @@ CFilmTrack* IPluginImpl::FindTrackOfObject(IFilm* film, EditorObject* object) co
     if (!helper->isSun || !glLight) {
         return helper->track; // Required: the light's track even if it belongs to another film.
     }
-    const auto sun = std::ranges::find_if(film->tracks, [](CFilmTrack* track) {
-        const auto* light = AsGLLightTrack(track);
-        return light != nullptr && light->isSun != 0;
-    });
-    return sun == film->tracks.end() ? nullptr : *sun;
+    return FindSunTrack(*film);
 }
 
 void IPluginImpl::AddSelectedActors() {

@@ -2,20 +2,12 @@
 
 #include "helpers/MatrixMath.h"
 
-#include <algorithm>
 #include <memory>
 
 namespace {
 
 /// Bit 0 of a light's flags key: the light is on.
 constexpr std::uint32_t kLightOn = 1;
-
-bool HasSunTrack(const IFilm& film) {
-    return std::ranges::any_of(film.tracks, [](CFilmTrack* track) {
-        const auto* light = AsGLLightTrack(track);
-        return light != nullptr && light->isSun != 0;
-    });
-}
 
 void SetLightObject(CFilmTrack* track, EditorObject* object) {
     if (auto* gl = AsGLLightTrack(track)) {
@@ -95,7 +87,7 @@ bool IPluginImpl::AddSunTrack(IFilm* film) {
         return false;
     }
     const CFilmsLightHelper* helper = lightHelpers.GetOrCreateSunHelper(data);
-    if (HasSunTrack(*film) || helper == nullptr) {
+    if (FindSunTrack(*film) != nullptr || helper == nullptr) {
         return false;
     }
     auto* track = AsGLLightTrack(film->CreateGLLightTrack());
