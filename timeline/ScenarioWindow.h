@@ -4,6 +4,9 @@
 
 #include <string>
 
+class CTrackKey;
+class TimelineContext;
+
 /// The modeless dialog that attaches an actor to a parent object.
 class IAttachDialog {
 public:
@@ -31,6 +34,8 @@ public:
                                   const float* oldMatrix) = 0;
     /// Null until it was first shown.
     virtual IAttachDialog* GetAttachDialog() = 0;
+    /// The face for key views; null where there are no rows.
+    virtual TimelineContext* GetTimeline() = 0;
 };
 
 /// The scenario window, as the plug-in object sees it. It destroys itself; the plug-in object only
@@ -58,7 +63,18 @@ public:
     /// False if the row that is edited can't take this object; otherwise the text of the menu item.
     virtual bool GetLinkObjectText(const EditorObject* object, std::string& text) const = 0;
     virtual void SetLinkObject(EditorObject* object) = 0;
+    virtual bool IsVisible() const = 0;
+    virtual void Hide() = 0;
+    virtual void Show(int command) = 0;
+    /// Takes a key in, or with `refresh` only reads the present one anew.
+    virtual void SetKey(CTrackKey* key, bool refresh) = 0;
+    /// The record that the window shows, or null.
+    virtual IFilmKey* GetRecord() const = 0;
+    /// The view that the window shows, or null.
+    virtual CTrackKey* GetKey() const = 0;
     /// Lets go of its key without writing to it.
     virtual void ForgetKey() = 0;
     virtual void DestroyWindow() = 0;
+
+    bool locked = false; ///< a double click on a key doesn't open the window
 };

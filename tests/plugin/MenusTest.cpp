@@ -15,6 +15,12 @@ public:
         return object == taken;
     }
     void SetLinkObject(EditorObject* object) override { linked = object; }
+    bool IsVisible() const override { return false; }
+    void Hide() override {}
+    void Show(int) override {}
+    void SetKey(CTrackKey*, bool) override {}
+    IFilmKey* GetRecord() const override { return nullptr; }
+    CTrackKey* GetKey() const override { return nullptr; }
     void ForgetKey() override { log.push_back("ForgetKey"); }
     void DestroyWindow() override { log.push_back("DestroyWindow"); }
 

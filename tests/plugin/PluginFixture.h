@@ -101,6 +101,7 @@ public:
     void RecordObjectKeys(EditorObject* object, float time, const float* newMatrix,
                           const float* oldMatrix) override;
     IAttachDialog* GetAttachDialog() override { return hasAttachDialog ? this : nullptr; }
+    TimelineContext* GetTimeline() override { return nullptr; }
 
     CFilmTrack* GetTrack() const override { return attachTrack; }
     void SetObject(EditorObject* object) override { attachObject = object; }

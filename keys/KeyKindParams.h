@@ -1,0 +1,23 @@
+#pragma once
+
+#include "framework/Types.h"
+#include "plugin/contract/KeyKind.h"
+
+#include <array>
+#include <string>
+
+/// How the keys of one kind are drawn.
+struct KeyKindParams {
+    static constexpr COLORREF kDefaultNormal = 0x808080;
+    static constexpr COLORREF kDefaultHighlight = 0xC0C0C0;
+    static constexpr int kDefaultHeight = 15;
+
+    std::string name;
+    COLORREF normalColor = kDefaultNormal;
+    COLORREF highlightColor = kDefaultHighlight; ///< while selected
+    int rectHeight = kDefaultHeight;             ///< pixels
+    bool visible = true;
+};
+
+/// One record per key kind 0 to 19.
+using KeyKindParamsTable = std::array<KeyKindParams, KeyKind::FilterCount>;

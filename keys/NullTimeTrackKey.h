@@ -1,0 +1,20 @@
+#pragma once
+
+#include "keys/TrackKey.h"
+
+/// A key without a duration: a bar of fixed width in pixels.
+class CNullTimeTrackKey : public CTrackKey {
+public:
+    void SetRecord(IFilmKey* newRecord, bool takeTimes) override;
+    float GetDuration() const override { return 0.0f; }
+    void Draw(CDC* dc, int x, int y, float pixelsPerSecond, const CRect* clip, bool outline) override;
+    bool HitTime(float mouseTime, float secondsPerPixel) const override;
+    void OnDoubleClick() override;
+    void OnLButtonUp() override { dragging = false; }
+    bool CopyFrom(const CTrackKey* other, bool copyTime) override;
+    bool Equals(const CTrackKey* other, bool compareTime) const override;
+    void ClearMarks(CTrackCtrl* row) override;
+
+    int width = 6; ///< pixels of the hit test, never negative; the bar is always 6 wide
+    bool dragging = false;
+};

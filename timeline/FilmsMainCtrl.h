@@ -1,0 +1,146 @@
+#pragma once
+
+#include "framework/Menu.h"
+#include "keys/KeyKindParams.h"
+#include "plugin/FilmViewSettings.h"
+#include "timeline/AdvWnd.h"
+#include "timeline/FilmsInfoWnd.h"
+#include "timeline/FilmsKeyDescrWnd.h"
+#include "timeline/MarkedGridCtrl.h"
+#include "timeline/ScenarioWindow.h"
+#include "timeline/TimelineContext.h"
+#include "timeline/TimeScrollbar.h"
+#include "timeline/TrackCtrl.h"
+
+#include <list>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// The control in which a film is edited: ruler, rows, scroll bars, info window and key popup. Made and
+/// destroyed by the scenario window; owns everything that it shows. Times are seconds, rects pixels.
+class CFilmsMainCtrl : public CadvWnd, public TimelineContext, public IMainCtrl {
+    DECLARE_MESSAGE_MAP()
+
+public:
+    static constexpr int kMinWidth = 60;
+    static constexpr int kMinHeight = 70;
+    static constexpr int kMinRowHeight = 20;
+
+    CFilmsMainCtrl();
+    ~CFilmsMainCtrl() override;
+
+    /// FALSE, and nothing is made, for a rect less than 60 wide or 70 high.
+    BOOL Create(const char* className, const char* windowName, DWORD style, const CRect& rect,
+                CWnd* parentWnd, UINT id, CCreateContext* context = nullptr) override;
+    BOOL OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* handlerInfo) override;
+
+    // Films and rows.
+    void ShowFilm(IFilm* film, bool flag) override;
+    void RecalcLayout();
+    void ArrangeRows(bool invalidate, bool move) override;
+    void RebuildVisibleRows(bool redraw, const RowHandle* handle) override;
+    /// One less than would fit; may be negative.
+    int GetVisibleRowCount() const;
+    CTrackCtrl* AddTrackCtrl(bool redraw) override;
+    CTrackCtrl* AddAnimationRow(CTrackCtrl* parentRow, const std::string& name) override;
+    void InsertTrackCtrl(CTrackCtrl* row, CTrackCtrl* other, bool before);
+    void RemoveTrackCtrl(CTrackCtrl* row, bool redraw);
+    void DeleteAllRows();
+    void GetTopRowHandle(RowHandle& handle) const;
+    void SetTopRowHandle(const RowHandle& handle);
+    CTrackCtrl* FindRowOfObject(const EditorObject* object) const;
+    CTrackCtrl* FindRowOfKey(const IFilmKey* record) const;
+    CTrackCtrl* FindRowOfKeyView(const CTrackKey* view, bool byValue) const;
+
+    // Time.
+    void SetCurrentTime(float time, bool redraw);
+    void SetCurrentFrame(float time, bool redraw) override;
+    void SetMovieRange(float a, float b);
+    void SetViewRange(float a, float b, bool redraw);
+    void ApplyViewRange(bool redraw);
+    void CalcSecondsPerPixel();
+    void SetTicsDistance(float seconds, bool redraw);
+    void SetBigTics(int count, bool redraw);
+    void SetRowHeight(int height, bool redraw);
+    void ApplySettings(const FilmViewSettings& settings);
+
+    // Selection and keys.
+    void ClearSelection() override;
+    void SelectOnly(CTrackKey* key) override;
+    void Deselect(CTrackKey* key) override;
+    void ShiftKeysAtMark(float from, float to) override;
+    void SaveKeyTimes() override;
+    void RestoreKeyTimes(bool keep) override;
+    void RecordObjectKeys(EditorObject* object, float time, const float* newMatrix,
+                          const float* oldMatrix) override;
+
+    // Key parameters and their file.
+    const KeyKindParams* GetKeyParams(int kind) const override;
+    bool LoadKeysParams(const char* path, KeyKindParamsTable* records);
+    bool SaveKeysParams(const std::string& path);
+    void LoadDefaultKeysParams(KeyKindParamsTable* records);
+    bool ImportKeysParams(const char* path);
+    void ReloadKeysParams() override;
+
+    // Scrolling.
+    void OnLineForward(CTimeScrollbar* bar) override;
+    void OnLineBack(CTimeScrollbar* bar) override;
+    void OnPageForward(CTimeScrollbar* bar) override;
+    void OnPageBack(CTimeScrollbar* bar) override;
+    void OnThumbTrack(CTimeScrollbar* bar, float position) override;
+    void OnWheelBack();
+    void OnWheelForward();
+
+    // Popups.
+    void ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* key) override;
+    void ShowKeyDescription(CTrackKey* key) override;
+
+    // Actors.
+    bool IsChangingActor() const override { return changingActor; }
+    bool ChangeActor() override;
+    void ClearUndo() override {}
+    IAttachDialog* GetAttachDialog() override { return nullptr; }
+
+    void ForgetView(CTrackKey* view) override;
+    void ForgetRow(CTrackCtrl* row) override;
+    /// A film track that is about to be deleted.
+    void ForgetTrack(const CFilmTrack* track);
+    bool IsRebuilding() const override { return rebuilding; }
+    void InvalidateControl(bool erase) override { CadvWnd::Invalidate(erase); }
+    void FocusControl() override { SetFocus(); }
+    void Invalidate() override { CadvWnd::Invalidate(FALSE); }
+    TimelineContext* GetTimeline() override { return this; }
+
+    CTimeScrollbar* hScroll = nullptr; ///< owned, like the other windows
+    CTimeScrollbar* vScroll = nullptr;
+    std::list<CTrackCtrl*> tracks;          ///< every row in display order; owned
+    std::vector<CTrackCtrl*> visibleTracks; ///< the rows of tracks whose visible flag is set
+    CTrackCtrl* topRow = nullptr;           ///< first row shown
+    int headerHeight = 30;                  ///< pixels: ruler and info window
+    int bottomMargin = 20;                  ///< pixels: time scroll bar
+    int rowHeight = kMinRowHeight;          ///< pixels
+    int rightMargin = 20;                   ///< pixels: row scroll bar
+    KeyKindParamsTable keyParams;
+    float secondsPerPixel = 0.0f; ///< zoom kept across resizes
+    CMenu popupMenu;
+    CMenu trackMenu;
+    CMenu keyMenu;
+    CMenu mainMenu;
+    CTrackKey* menuKey = nullptr;  ///< under the last right click
+    CTrackCtrl* menuRow = nullptr; ///< under the last right click; menu commands work on it
+    CTrackCtrl* adjustRow = nullptr;
+    CTrackKey* hoverKey = nullptr; ///< whose description is shown or pending
+    bool changingActor = false;
+
+protected:
+    BOOL PreCreateWindow(CREATESTRUCT& cs) override;
+    void OnPaint();
+    void OnRButtonDown(UINT flags, CPoint point);
+    void OnTimer(UINT_PTR id);
+    void OnMouseMove(UINT flags, CPoint point);
+    void OnKeyDown(UINT key, UINT repeat, UINT flags);
+
+private:
+    bool rebuilding = false;
+};

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "framework/Wnd.h"
+#include "keys/KeyKindParams.h"
+#include "plugin/contract/Film.h"
+
+#include <string>
+#include <vector>
+
+class CMarkedGridCtrl;
+class CTimeScrollbar;
+class CTrackCtrl;
+class CTrackKey;
+
+/// The face of the main control that its child windows and the key views see. A child reaches it as its
+/// parent window (`TimelineOf`) and does nothing without one.
+class TimelineContext {
+public:
+    virtual ~TimelineContext() = default;
+
+    /// Every selected key is told, then none is selected.
+    virtual void ClearSelection() = 0;
+    virtual void SelectOnly(CTrackKey* key) = 0;
+    virtual void Deselect(CTrackKey* key) = 0;
+    /// The user's move of the cursor: snapped to a frame, and the film follows.
+    virtual void SetCurrentFrame(float time, bool redraw) = 0;
+    virtual void ShiftKeysAtMark(float from, float to) = 0;
+    virtual void SaveKeyTimes() = 0;
+    virtual void RestoreKeyTimes(bool keep) = 0;
+    virtual void ArrangeRows(bool invalidate, bool move) = 0;
+    /// `handle` may be null.
+    virtual void RebuildVisibleRows(bool redraw, const struct RowHandle* handle) = 0;
+    /// A new row at the end; the caller sets its kind. Null if its window can't be made.
+    virtual CTrackCtrl* AddTrackCtrl(bool redraw) = 0;
+    virtual CTrackCtrl* AddAnimationRow(CTrackCtrl* parentRow, const std::string& name) = 0;
+    virtual void ShowFilm(IFilm* film, bool flag) = 0;
+    /// Screen coordinates; row and key may be null.
+    virtual void ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* key) = 0;
+    /// The key under the mouse, or null.
+    virtual void ShowKeyDescription(CTrackKey* key) = 0;
+    /// Null outside 0 to 19.
+    virtual const KeyKindParams* GetKeyParams(int kind) const = 0;
+    /// A view that is about to be deleted: every holder lets go of it.
+    virtual void ForgetView(CTrackKey* view) = 0;
+    /// A row that is about to be deleted: every holder lets go of it.
+    virtual void ForgetRow(CTrackCtrl* row) = 0;
+    /// True while ShowFilm makes rows: selection changes then don't reach the attributes dialog.
+    virtual bool IsRebuilding() const = 0;
+    /// Repaints the whole control.
+    virtual void InvalidateControl(bool erase) = 0;
+    /// Gives the control the keyboard.
+    virtual void FocusControl() = 0;
+
+    virtual void OnLineForward(CTimeScrollbar* bar) = 0;
+    virtual void OnLineBack(CTimeScrollbar* bar) = 0;
+    virtual void OnPageForward(CTimeScrollbar* bar) = 0;
+    virtual void OnPageBack(CTimeScrollbar* bar) = 0;
+    virtual void OnThumbTrack(CTimeScrollbar* bar, float position) = 0;
+
+    int leftWidth = 150;      ///< pixels of the name column
+    float currentTime = 0.0f; ///< seconds, of the cursor
+    float mouseTime = 0.0f;   ///< seconds; written by whoever has the mouse; where a new key goes
+    float movieStart = 0.0f;  ///< seconds, limits of the time axis
+    float movieEnd = 0.0f;
+    float viewStart = 0.0f; ///< seconds, the part of the axis that is drawn
+    float viewEnd = 0.0f;
+    CTrackKey* activeKey = nullptr;       ///< last told by a key view; written only
+    std::vector<CTrackKey*> selectedKeys; ///< oldest first
+    CMarkedGridCtrl* grid = nullptr;      ///< the ruler
+    CWnd* infoWnd = nullptr;              ///< invalidated at each mouse move and cursor change
+    CWnd* keyDescrWnd = nullptr;          ///< a row offers a hover only if it exists
+};
+
+/// Names a row across a rebuild.
+struct RowHandle {
+    CFilmTrack* track = nullptr;
+    int kind = KeyKind::None;
+    int subIndex = -1;
+};
+
+/// The main control as the parent of a window, or null.
+TimelineContext* TimelineOf(const CWnd* child);
+/// The main control of the plug-in's scenario window, or null while there is none.
+TimelineContext* GetTimeline();

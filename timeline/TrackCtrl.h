@@ -1,0 +1,112 @@
+#pragma once
+
+#include "framework/Button.h"
+#include "keys/KeyViewList.h"
+#include "plugin/contract/EditorObject.h"
+#include "plugin/contract/FilmTrack.h"
+#include "plugin/PluginFilmsParams.h"
+#include "timeline/GridCtrl.h"
+
+#include <list>
+#include <string>
+
+class CMenu;
+class CTrackKey;
+class TimelineContext;
+
+/// One line of the timeline: a name cell and the keys of one kind of one track. A root row (kind 21) holds no
+/// keys and folds the kind rows of its track. Rows are children of the main control, which owns them.
+class CTrackCtrl : public CGridCtrl {
+    DECLARE_MESSAGE_MAP()
+
+public:
+    CTrackCtrl();
+    /// Deletes the views; their records stay with the host.
+    ~CTrackCtrl() override;
+
+    /// Makes the fold button too; always 1.
+    BOOL Create(const char* className, const char* windowName, DWORD style, const CRect& rect, CWnd* parent,
+                UINT id, CCreateContext* context = nullptr) override;
+    void SetTimeRange(float a, float b) override;
+    void OnLButtonDown(UINT flags, int x, int y) override;
+    void OnLButtonUp(UINT flags, int x, int y) override;
+    void OnLButtonDblClk(UINT flags, int x, int y) override;
+    void OnMouseMove(UINT flags, int x, int y) override;
+    void OnRButtonDown(UINT flags, int x, int y) override;
+
+    // Places and times.
+    bool IsRoot() const { return kind == KeyKind::None; }
+    /// Pixels of the name column, -1 without a main control.
+    int GetLeftWidth() const;
+    /// -1 for a null key and an unknown alignment.
+    int GetKeyTop(const CTrackKey* key, const CRect& rect) const;
+    /// -1.0 for a null point.
+    double TimeFromPoint(const CPoint* point) const;
+    CTrackKey* GetKeyAt(CPoint point) const;
+    /// The key itself if it is in this row; by value the first key that equals it, times included.
+    CTrackKey* FindKeyView(const CTrackKey* view, bool byValue) const;
+
+    // The tree.
+    /// A subIndex of -2 matches any.
+    CTrackCtrl* FindChild(int childKind, int childSubIndex) const;
+    bool HasChildNamed(const std::string& childName) const;
+    CTrackCtrl* FindLastAnimationRow();
+    bool AddChildRow(CTrackCtrl* row, bool first);
+    bool AddChildOfKind(int childKind);
+    void CreateChildRows(int cameraCount);
+    bool CreateAnimationRows();
+    bool InsertBeforeLastAnimationRow(CTrackCtrl* row);
+    CTrackCtrl* FindAnimationRowFor(CTrackCtrl* row);
+    void RenameAnimationKeys(const std::string& from, const std::string& to);
+    void RemoveChildRow(CTrackCtrl* row);
+    void SetCameraIndex(int index);
+
+    // Folding and filter.
+    void UpdateVisibility(bool show);
+    /// 20 bytes, null for all set.
+    void ApplyKindFlags(const std::uint8_t* flags, bool show);
+    void SetExpanded(bool flag, bool redraw);
+    void ToggleExpanded();
+    void SetVisibleFlag(bool flag);
+    void SetKindFlag(int flagKind, bool flag);
+
+    // Keys.
+    /// Puts a view into the row of this tree that takes it. `existing`: the record is in the track already.
+    bool AddKeyView(CTrackKey* view, bool redraw, bool existing, bool noUndo);
+    /// Takes a view out; with `destroy` and `noUndo` the view and its record are deleted.
+    void RemoveKey(CTrackKey* view, bool destroy, bool redraw, bool noUndo);
+    void DeleteAllKeys(bool redraw);
+    void SaveKeyTimes();
+    void RestoreKeyTimes(bool keep);
+    void ShiftKeysNear(float from, float to);
+    /// The nearest key at or after a time (or at or before it); one that stands at the time is passed over.
+    CTrackKey* FindNearestKey(float time, bool after) const;
+    /// Copies the row menu resource `source` into the menu and takes out what this row doesn't offer.
+    void FillRowMenu(CMenu* menu, CMenu* source);
+
+    CPoint lastPoint;             ///< pixels, at the last press or drag step
+    float pixelsPerSecond = 0.0f; ///< noted at each paint
+    CTrackCtrl* lastAnimationRow = nullptr;
+    int kind = KeyKind::None;
+    KeyViewList keys;                ///< owns the views
+    std::list<CTrackCtrl*> children; ///< owned by the main control
+    CTrackCtrl* parent = nullptr;
+    std::string name;
+    CTrackKey* dragKey = nullptr;
+    float dragDuration = 0.0f;
+    float dragTime = 0.0f;
+    CFilmTrack* track = nullptr;
+    bool visible = true;
+    int subIndex = -1; ///< kind 0: the camera index; level root: the highest index given so far
+    CButton expandButton;
+    KeyFilter kindFlags{};
+    bool expanded = false;
+
+protected:
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
+    void OnPaint();
+    void OnKeyDown(UINT key, UINT repeat, UINT flags);
+};
+
+/// The key last pressed or last added, of the whole plug-in; null while there is none.
+CTrackKey*& CurrentKey();
