@@ -101,7 +101,7 @@ public:
     void RecordObjectKeys(EditorObject* object, float time, const float* newMatrix,
                           const float* oldMatrix) override;
     IAttachDialog* GetAttachDialog() override { return hasAttachDialog ? this : nullptr; }
-    TimelineContext* GetTimeline() override { return nullptr; }
+    TimelineContext* GetTimeline() override { return timeline; }
 
     CFilmTrack* GetTrack() const override { return attachTrack; }
     void SetObject(EditorObject* object) override { attachObject = object; }
@@ -113,6 +113,7 @@ public:
     bool hasControl = true;
     bool changingActor = false;
     bool hasAttachDialog = false;
+    TimelineContext* timeline = nullptr; ///< for key views
     CFilmTrack* attachTrack = nullptr;
     EditorObject* attachObject = nullptr;
     EditorObject* recordedObject = nullptr;

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "timeline/TimelineContext.h"
+
+#include <string>
+#include <vector>
+
+/// A main control without rows of its own: it writes down what its children ask for. Make a window of it with
+/// Create and give it to them as their parent.
+class FakeTimeline : public CWnd, public TimelineContext {
+public:
+    void ClearSelection() override;
+    void SelectOnly(CTrackKey* key) override;
+    void Deselect(CTrackKey* key) override;
+    void SetCurrentFrame(float time, bool redraw) override;
+    void ShiftKeysAtMark(float from, float to) override;
+    void SaveKeyTimes() override { log.push_back("SaveKeyTimes"); }
+    void RestoreKeyTimes(bool keep) override;
+    void ArrangeRows(bool invalidate, bool move) override;
+    void RebuildVisibleRows(bool redraw, const RowHandle* handle) override;
+    CTrackCtrl* AddTrackCtrl(bool redraw) override;
+    CTrackCtrl* AddAnimationRow(CTrackCtrl* parentRow, const std::string& name) override;
+    void ShowFilm(IFilm* film, bool flag) override;
+    void ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* key) override;
+    void ShowKeyDescription(CTrackKey* key) override;
+    const KeyKindParams* GetKeyParams(int kind) const override;
+    void ForgetView(CTrackKey* view) override;
+    void ForgetRow(CTrackCtrl* row) override;
+    bool IsRebuilding() const override { return rebuilding; }
+    void InvalidateControl(bool erase) override;
+    void FocusControl() override { log.push_back("FocusControl"); }
+    void OnLineForward(CTimeScrollbar*) override { log.push_back("OnLineForward"); }
+    void OnLineBack(CTimeScrollbar*) override { log.push_back("OnLineBack"); }
+    void OnPageForward(CTimeScrollbar*) override { log.push_back("OnPageForward"); }
+    void OnPageBack(CTimeScrollbar*) override { log.push_back("OnPageBack"); }
+    void OnThumbTrack(CTimeScrollbar* bar, float position) override;
+
+    std::vector<std::string> log;
+    KeyKindParamsTable keyParams;
+    bool rebuilding = false;
+    CTrackCtrl* nextRow = nullptr;          ///< what AddTrackCtrl and AddAnimationRow answer
+    std::vector<CTrackKey*> forgottenViews; ///< of ForgetView; they may be gone
+    CTrackCtrl* menuRow = nullptr;          ///< of the last ShowContextMenu
+    CTrackKey* menuKey = nullptr;
+    CTrackKey* described = nullptr; ///< of the last ShowKeyDescription
+    float thumbPosition = 0.0f;     ///< of the last OnThumbTrack
+};
