@@ -1,0 +1,26 @@
+#include "timeline/TrackCtrlStore.h"
+
+#include "plugin/PluginImpl.h"
+
+#include <algorithm>
+
+namespace {
+
+CPluginFilmsParams* FindCameraStore(const std::string& filmName, const std::string& camera) {
+    std::list<CPluginFilmsParams>& stores = GetPlugin().cameraParams;
+    const auto found = std::ranges::find_if(
+        stores, [&](CPluginFilmsParams& store) { return store.Find(filmName, camera, nullptr) != nullptr; });
+    return found != stores.end() ? &*found : &stores.emplace_back();
+}
+
+} // namespace
+
+TrackStore FindTrackStore(CFilmTrack* track, const std::string& filmName) {
+    if (EditorObject* object = GetPlugin().FindObjectByTrack(track)) {
+        return {IPluginImpl::GetParams(object), object->name};
+    }
+    if (const CFilmCameraTrack* camera = AsCameraTrack(track)) {
+        return {FindCameraStore(filmName, camera->cameraName), camera->cameraName};
+    }
+    return {&GetPlugin().levelParams, "Level"};
+}
