@@ -99,7 +99,8 @@ BOOL CFilmsMainCtrl::CreateScrollBars(int width, int height) {
 
 BOOL CFilmsMainCtrl::CreateInfoWindows() {
     infoWnd = new CFilmsInfoWnd;
-    if (!infoWnd->Create(nullptr, nullptr, kChildStyle, CRect(0, 0, leftWidth, kFirstHeader), this, kInfoId)) {
+    if (!infoWnd->Create(nullptr, nullptr, kChildStyle, CRect(0, 0, leftWidth, kFirstHeader), this,
+                         kInfoId)) {
         return FALSE;
     }
     keyDescrWnd = new CFilmsKeyDescrWnd;
@@ -148,7 +149,8 @@ void CFilmsMainCtrl::OnPaint() {
     dc.Rectangle(client);
     dc.SelectObject(oldBrush);
     dc.SelectObject(oldPen);
-    const std::pair<CWnd*, BOOL> windows[] = {{hScroll, TRUE}, {vScroll, TRUE}, {grid, TRUE}, {infoWnd, FALSE}};
+    const std::pair<CWnd*, BOOL> windows[] = {
+        {hScroll, TRUE}, {vScroll, TRUE}, {grid, TRUE}, {infoWnd, FALSE}};
     for (const auto& [window, erase] : windows) {
         if (window != nullptr) {
             window->Invalidate(erase);

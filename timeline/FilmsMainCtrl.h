@@ -195,9 +195,9 @@ private:
 
     static constexpr int kAnySubIndex = -2;
 
-    std::vector<CTrackCtrl*> detachedRows; ///< made, but in no list any more; owned
+    std::vector<CTrackCtrl*> detachedRows;                ///< made, but in no list any more; owned
     std::shared_ptr<int> life = std::make_shared<int>(0); ///< ends with the control
-    unsigned showGeneration = 0;           ///< counts calls of ShowFilm
+    unsigned showGeneration = 0;                          ///< counts calls of ShowFilm
     bool rebuilding = false;
     bool forgettingAll = false; ///< every holder has let go already
     bool newAltPress = false;   ///< the last press of Alt was not a repeat

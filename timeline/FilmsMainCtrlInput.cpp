@@ -60,7 +60,8 @@ void CFilmsMainCtrl::OnKeyDown(UINT key, UINT /*repeat*/, UINT flags) {
     }
 }
 
-/// Required: it is the button "Deselect keys" that shows the mark here, while a press on a key uses the other.
+/// Required: it is the button "Deselect keys" that shows the mark here, while a press on a key uses the
+/// other.
 void CFilmsMainCtrl::ToggleMarkOfFirstKey() {
     if (selectedKeys.empty()) {
         return;
@@ -166,8 +167,8 @@ void CFilmsMainCtrl::OnTimer(UINT_PTR id) {
     KillTimer(id);
 }
 
-/// Home and End then reach the key that is described. Only inside the active window: an editor elsewhere keeps
-/// its caret.
+/// Home and End then reach the key that is described. Only inside the active window: an editor elsewhere
+/// keeps its caret.
 void CFilmsMainCtrl::TakeFocusForPopup() {
     CWnd* top = GetTopLevelParent();
     if (top != nullptr && CWnd::GetActiveWindow() == top) {

@@ -116,7 +116,8 @@ CTrackCtrl* CFilmsMainCtrl::NearestVisibleRow(const CTrackCtrl* row) const {
     if (place == tracks.rend()) {
         return nullptr;
     }
-    const auto before = std::find_if(std::next(place), tracks.rend(), [](CTrackCtrl* r) { return r->visible; });
+    const auto before =
+        std::find_if(std::next(place), tracks.rend(), [](CTrackCtrl* r) { return r->visible; });
     return before != tracks.rend() ? *before : behind;
 }
 
@@ -323,7 +324,8 @@ CTrackCtrl* CFilmsMainCtrl::FindRowOfKey(const IFilmKey* record) const {
     if (record == nullptr || record->track == nullptr) {
         return nullptr;
     }
-    const auto row = std::ranges::find_if(tracks, [record](const CTrackCtrl* r) { return r->track == record->track; });
+    const auto row =
+        std::ranges::find_if(tracks, [record](const CTrackCtrl* r) { return r->track == record->track; });
     if (row == tracks.end()) {
         return nullptr;
     }

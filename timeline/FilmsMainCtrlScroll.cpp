@@ -69,8 +69,9 @@ void CFilmsMainCtrl::OnPageForward(CTimeScrollbar* bar) {
     const int fitting = std::max(GetVisibleRowCount(), 0);
     // Required: with fewer rows left than fit there is no row to go to, and the list shows none until it is
     // rebuilt.
-    ScrollRowsTo(remaining >= fitting ? RowAt(top + static_cast<std::size_t>(std::min(remaining - fitting, fitting)))
-                                      : nullptr);
+    ScrollRowsTo(remaining >= fitting
+                     ? RowAt(top + static_cast<std::size_t>(std::min(remaining - fitting, fitting)))
+                     : nullptr);
 }
 
 void CFilmsMainCtrl::OnPageBack(CTimeScrollbar* bar) {

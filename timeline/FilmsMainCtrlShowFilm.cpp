@@ -16,7 +16,8 @@ namespace {
 /// Camera keys from this priority on never show, so they need no row.
 constexpr int kCameraRowLimit = 2000;
 
-/// One more than the highest camera index among the track's keys, at least 1; 0 where there are no camera rows.
+/// One more than the highest camera index among the track's keys, at least 1; 0 where there are no camera
+/// rows.
 int CountCameraRows(CFilmTrack* track) {
     if (AsLevelTrack(track) == nullptr) {
         return 0;
@@ -99,8 +100,8 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     plugin.SetTime(savedTime, /*fromWindow*/ false);
 }
 
-/// The dialog lets go of a view that is about to be deleted. When the film stays, nothing is written to its key,
-/// and the answer is the record to come back to.
+/// The dialog lets go of a view that is about to be deleted. When the film stays, nothing is written to its
+/// key, and the answer is the record to come back to.
 IFilmKey* CFilmsMainCtrl::LeaveAttributesDialog(const IFilm* film) {
     IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
     IFilmKey* record = dialog != nullptr ? dialog->GetRecord() : nullptr;
@@ -120,7 +121,8 @@ void CFilmsMainCtrl::ReturnToAttributesDialog(const IFilmKey* record) {
     if (row == nullptr) {
         return;
     }
-    for (const CTrackCtrl* sibling : row->parent != nullptr ? row->parent->children : std::list<CTrackCtrl*>{}) {
+    for (const CTrackCtrl* sibling :
+         row->parent != nullptr ? row->parent->children : std::list<CTrackCtrl*>{}) {
         for (CTrackKey* view : sibling->keys) {
             if (view->record == record) {
                 GetPlugin().keyAttributesDlg->SetKey(view, /*refresh*/ false);

@@ -69,8 +69,8 @@ public:
     void ToggleExpanded();
     void SetVisibleFlag(bool flag);
     void SetKindFlag(int flagKind, bool flag);
-    /// The expanded state that is stored for this root row's track in the current film; a record with defaults is
-    /// made if there is none.
+    /// The expanded state that is stored for this root row's track in the current film; a record with
+    /// defaults is made if there is none.
     void ReadStoredState(std::uint8_t& storedExpanded);
 
     // Keys.

@@ -29,7 +29,8 @@ ControlTest::ControlTest() {
     control = std::make_unique<CFilmsMainCtrl>();
     boxes.clear(); // this editor has no data folder
     frame.Create(nullptr, "frame", WS_POPUP | WS_VISIBLE, CRect(0, 0, kWidth, kHeight), nullptr, 0);
-    control->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, kWidth, kHeight), &frame, kControlId);
+    control->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, kWidth, kHeight), &frame,
+                    kControlId);
     control->RecalcLayout();
     holder.control = control.get();
     plugin.scenarioDlg = &holder;

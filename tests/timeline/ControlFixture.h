@@ -33,7 +33,8 @@ protected:
     ~ControlTest() override;
 
     void Resize(int width, int height);
-    /// The row of a kind below the root row with a name; null if there is none. Kind 21 is the root row itself.
+    /// The row of a kind below the root row with a name; null if there is none. Kind 21 is the root row
+    /// itself.
     CTrackCtrl* RowOf(const std::string& rootName, int kind = KeyKind::None, int subIndex = -2);
     /// Names of all rows, kind rows behind two blanks.
     std::vector<std::string> RowNames() const;
