@@ -176,7 +176,8 @@ TEST_F(MainCtrlForgetTest, TheControlGoesWhileAHoverIsPending) {
     holder.control = nullptr;
     control.reset();
     Settle(600);
-    SUCCEED() << "no timer reached a control that is gone";
+    EXPECT_EQ(frame.GetWindowChild(0), nullptr);
+    EXPECT_EQ(GetTimeline(), nullptr);
 }
 
 TEST_F(MainCtrlForgetTest, AFilmClosedFromInsideItsPlaying) {
