@@ -71,6 +71,9 @@ public:
     void ToggleExpanded();
     void SetVisibleFlag(bool flag);
     void SetKindFlag(int flagKind, bool flag);
+    /// The expanded state that is stored for this root row's track in the current film; a record with
+    /// defaults is made if there is none.
+    void ReadStoredState(std::uint8_t& storedExpanded);
 
     // Keys.
     /// Puts a view into the row of this tree that takes it. `existing`: the record is in the track already.
@@ -78,6 +81,8 @@ public:
     /// Takes a view out; with `destroy` and `noUndo` the view and its record are deleted.
     void RemoveKey(CTrackKey* view, bool destroy, bool redraw, bool noUndo);
     void DeleteAllKeys(bool redraw);
+    /// The track is going: the views go, their records are no longer looked at, and `track` becomes null.
+    void DropTrack();
     void SaveKeyTimes();
     void RestoreKeyTimes(bool keep);
     void ShiftKeysNear(float from, float to);
