@@ -26,9 +26,7 @@ CTrackCtrl::~CTrackCtrl() {
     for (RowWatch* standing = watch; standing != nullptr; standing = standing->outer) {
         standing->row = nullptr;
     }
-    const std::vector<CTrackKey*> views(keys.begin(), keys.end());
-    keys.Clear();
-    std::ranges::for_each(views, [this](CTrackKey* view) { DropView(view); });
+    DropViews();
 }
 
 BOOL CTrackCtrl::Create(const char* className, const char* windowName, DWORD style, const CRect& rect,

@@ -155,6 +155,7 @@ private:
     void FillNewRecord(IFilmKey& record) const;
     void ShowInEngine() const;
     void DropView(CTrackKey* view);
+    void DropViews();
     void RemoveViews(const std::vector<CTrackKey*>& gone);
 
     /// Of all rows' views: no view is hit more than half of this beside its time. Pixels.

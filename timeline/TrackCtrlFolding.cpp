@@ -94,6 +94,18 @@ void CTrackCtrl::SetKindFlag(int flagKind, bool flag) {
     }
 }
 
+void CTrackCtrl::ReadStoredState(std::uint8_t& storedExpanded) {
+    storedExpanded = 0;
+    const IFilm* film = GetPlugin().GetCurrentFilm();
+    if (track == nullptr || film == nullptr || film->name == nullptr) {
+        return;
+    }
+    const TrackStore store = FindTrackStore(track, film->name);
+    if (store.params != nullptr && store.params->Find(film->name, store.entry, &storedExpanded) == nullptr) {
+        store.params->Set(film->name, nullptr, 0, CPluginFilmsParams::kExpanded, store.entry);
+    }
+}
+
 BOOL CTrackCtrl::OnCommand(WPARAM wParam, LPARAM lParam) {
     HWND button = expandButton.GetSafeHwnd();
     if (button != nullptr && reinterpret_cast<HWND>(lParam) == button && HIWORD(wParam) == BN_CLICKED) {

@@ -123,6 +123,17 @@ void CTrackCtrl::DeleteAllKeys(bool redraw) {
     }
 }
 
+void CTrackCtrl::DropTrack() {
+    track = nullptr;
+    DropViews();
+}
+
+void CTrackCtrl::DropViews() {
+    const std::vector<CTrackKey*> views(keys.begin(), keys.end());
+    keys.Clear();
+    std::ranges::for_each(views, [this](CTrackKey* view) { DropView(view); });
+}
+
 /// Deletes a view that is out of the list; everything that points at it lets go of it first.
 void CTrackCtrl::DropView(CTrackKey* view) {
     TimelineContext* timeline = TimelineOf(this);

@@ -13,11 +13,22 @@ CPluginFilmsParams* FindCameraStore(const std::string& filmName, const std::stri
     return found != stores.end() ? &*found : &stores.emplace_back();
 }
 
+/// The object's store; one that has none yet gets it. The plug-in object frees it with the object.
+CPluginFilmsParams* ObjectStore(EditorObject& object) {
+    CPluginFilmsParams* params = IPluginImpl::GetParams(&object);
+    EditorObjectInfo* info = object.GetInfo();
+    if (params == nullptr && info != nullptr) {
+        params = new CPluginFilmsParams;
+        info->SetPluginData(IPluginImpl::kPluginKind, params);
+    }
+    return params;
+}
+
 } // namespace
 
 TrackStore FindTrackStore(CFilmTrack* track, const std::string& filmName) {
     if (EditorObject* object = GetPlugin().FindObjectByTrack(track)) {
-        return {IPluginImpl::GetParams(object), object->name};
+        return {ObjectStore(*object), object->name};
     }
     if (const CFilmCameraTrack* camera = AsCameraTrack(track)) {
         return {FindCameraStore(filmName, camera->cameraName), camera->cameraName};

@@ -7,9 +7,10 @@
 
 /// Where the fold state and the key filter of a track are kept.
 struct TrackStore {
-    CPluginFilmsParams* params = nullptr; ///< owned by the plug-in object or the level object; may be null
-    std::string entry;                    ///< the name within the store
+    CPluginFilmsParams* params =
+        nullptr;       ///< owned by the plug-in object; null for an object without a record
+    std::string entry; ///< the name within the store
 };
 
-/// A camera that has no store yet in this film gets an empty one.
+/// An object and a camera that have no store yet get an empty one.
 TrackStore FindTrackStore(CFilmTrack* track, const std::string& filmName);
