@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <limits>
+#include <map>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -255,6 +256,29 @@ TEST_F(GridCtrlTest, CrowdedTicsKeepOneToAColumnTheBigOneFirst) {
     EXPECT_EQ(tics[0].label, "0.00");
     EXPECT_EQ(tics[1].label, "");
     EXPECT_EQ(tics[3].label, "6.00");
+}
+
+TEST_F(GridCtrlTest, CrowdedTicsAreThoseThatCountingEachWouldLeave) {
+    for (const int perPixel : {2, 4, 8, 64}) {
+        for (const double start : {0.0, 3.25, 17.5}) {
+            const TicAxis axis{0.0, 1.0, start, start + 100.0 * perPixel, 7, 3};
+            std::map<int, bool> bigByColumn;
+            std::map<int, std::string> labelByColumn;
+            for (int i = static_cast<int>(std::ceil(start)); i <= static_cast<int>(axis.viewEnd); ++i) {
+                const int x = static_cast<int>((i - start) / perPixel + 1);
+                bigByColumn[x] = bigByColumn[x] || i % 7 == 0;
+                if (i % 21 == 0) {
+                    labelByColumn.emplace(x, TicLabel(i));
+                }
+            }
+            const std::vector<Tic> tics = LayOutTics(axis, 1, 101);
+            ASSERT_EQ(tics.size(), bigByColumn.size()) << perPixel << " " << start;
+            for (const Tic& tic : tics) {
+                EXPECT_EQ(tic.big, bigByColumn[tic.x]) << perPixel << " " << start << " " << tic.x;
+                EXPECT_EQ(tic.label, labelByColumn[tic.x]) << perPixel << " " << start << " " << tic.x;
+            }
+        }
+    }
 }
 
 TEST_F(GridCtrlTest, TinyTicsOverALongAxisCostOnePerColumn) {
