@@ -103,6 +103,9 @@ void IPluginImpl::OnNew() {
 }
 
 void IPluginImpl::OnLevelLoaded() {
+    if (keyAttributesDlg) {
+        keyAttributesDlg->ForgetKey(); // before the rows look for its record, which went with the old level
+    }
     LeaveFilm();
     isPlaying = 0;
     RewindTime();
@@ -128,9 +131,6 @@ void IPluginImpl::OnLevelLoaded() {
 
 /// The level went: no film is told.
 void IPluginImpl::LeaveFilm() {
-    if (keyAttributesDlg) {
-        keyAttributesDlg->ForgetKey();
-    }
     if (IMainCtrl* control = GetMainCtrl()) {
         control->ClearUndo();
     }
