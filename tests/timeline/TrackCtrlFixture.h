@@ -7,6 +7,7 @@
 #include "timeline/MarkedGridCtrl.h"
 #include "timeline/TrackCtrl.h"
 
+#include <functional>
 #include <list>
 #include <memory>
 #include <string>
@@ -20,9 +21,27 @@ public:
     /// A row of 650 x 20 pixels over 0 to 100 seconds that shows 0 to 10: with the name column of 150 there
     /// are 50 pixels a second.
     CTrackCtrl& MakeRow(int kind);
+    void SelectOnly(CTrackKey* key) override {
+        FakeTimeline::SelectOnly(key);
+        if (onSelect) {
+            onSelect();
+        }
+    }
 
+    std::function<void()> onSelect; ///< after a selection; may take all rows away
     std::list<std::unique_ptr<CTrackCtrl>> rows;
     bool refuseRows = false;
+};
+
+/// The helper that draws a camera's path; it only remembers the track.
+struct FakeVisualizer final : ITrackVisualizer {
+    void SetRenderTrack(CFilmTrack* newTrack) override { track = newTrack; }
+    CFilmTrack* GetRenderTrack() const override { return track; }
+    void Draw() override {}
+    void RemoveCameraTracksOf(IFilm*) override {}
+    void Reset() override { track = nullptr; }
+
+    CFilmTrack* track = nullptr;
 };
 
 /// Rows below a stand-in for the main control, with an opened film whose actor is the object "Box".

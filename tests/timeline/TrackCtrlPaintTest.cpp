@@ -13,17 +13,6 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-/// The helper that draws a camera's path; it only remembers the track.
-struct FakeVisualizer : ITrackVisualizer {
-    void SetRenderTrack(CFilmTrack* newTrack) override { track = newTrack; }
-    CFilmTrack* GetRenderTrack() const override { return track; }
-    void Draw() override {}
-    void RemoveCameraTracksOf(IFilm*) override {}
-    void Reset() override { track = nullptr; }
-
-    CFilmTrack* track = nullptr;
-};
-
 class TrackCtrlPaintTest : public TrackCtrlTest {};
 
 } // namespace
