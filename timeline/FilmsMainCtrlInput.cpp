@@ -210,7 +210,9 @@ void CFilmsMainCtrl::ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* k
     } else {
         FillMainMenu();
     }
-    popupMenu.TrackPopupMenu(TPM_RIGHTBUTTON, x, y, this);
+    if (popupMenu.GetMenuItemCount() > 0) { // the row of a track that is gone offers nothing
+        popupMenu.TrackPopupMenu(TPM_RIGHTBUTTON, x, y, this);
+    }
 }
 
 void CFilmsMainCtrl::FillMainMenu() {

@@ -228,12 +228,14 @@ void CFilmsMainCtrl::InsertTrackCtrl(CTrackCtrl* row, CTrackCtrl* other, bool be
     if (old == tracks.end()) {
         return;
     }
-    tracks.erase(old);
     auto place = std::ranges::find(tracks, other);
     if (place == tracks.end()) {
+        ForgetRow(row);
+        tracks.erase(old);
         detachedRows.push_back(row);
         return;
     }
+    tracks.erase(old);
     tracks.insert(before ? place : std::next(place), row);
 }
 

@@ -14,8 +14,13 @@ protected:
     MainCtrlForgetTest() {
         Hooks().cursorPos = [] { return CPoint(100, 100); };
         film = OpenFilmWithActors(2);
-        RowOf("Actor100")->SetExpanded(true, true);
-        row = RowOf("Actor100", KeyKind::Position);
+        light = editor.CreateOfClass(ClassName::GLLight, "Lamp");
+        Unfold("Actor100", KeyKind::Position);
+    }
+    /// The row that the test is about, and its first key.
+    void Unfold(const std::string& root, int kind) {
+        RowOf(root)->SetExpanded(true, true);
+        row = RowOf(root, kind);
         key = row->keys.front();
         Settle();
     }
@@ -24,18 +29,16 @@ protected:
         row->GetClientRect(&client);
         row->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(150, client.Height() / 2));
     }
-    void DeleteActor() {
-        EditorObject* actor = AsObjectTrack(row->track)->actor;
-        editor.Select({actor});
-        editor.DeleteObjects({actor});
-    }
+    std::string NameOfLight() const { return light->name; }
+    void DeleteLight() { editor.DeleteObjects({light}); }
     void ExpectNothingHeld() {
         EXPECT_THAT(control->selectedKeys, IsEmpty());
         EXPECT_EQ(control->hoverKey, nullptr);
         EXPECT_EQ(control->menuKey, nullptr);
         EXPECT_EQ(control->menuRow, nullptr);
         EXPECT_EQ(control->activeKey, nullptr);
-        EXPECT_EQ(CurrentKey(), nullptr);
+        // The key last added stays current; it must be one that is shown.
+        EXPECT_TRUE(CurrentKey() == nullptr || control->FindRowOfKeyView(CurrentKey(), false) != nullptr);
         EXPECT_FALSE(control->keyDescrWnd->IsWindowVisible());
     }
     /// Every timer and every paint that is still due.
@@ -45,7 +48,17 @@ protected:
         Settle(20);
     }
 
+    CTrackCtrl* FindLightRow() {
+        for (CTrackCtrl* candidate : control->tracks) {
+            if (AsGLLightTrack(candidate->track) != nullptr) {
+                return candidate;
+            }
+        }
+        return nullptr;
+    }
+
     IFilm* film = nullptr;
+    EditorObject* light = nullptr;
     CTrackCtrl* row = nullptr;
     CTrackKey* key = nullptr;
 };
@@ -79,15 +92,20 @@ TEST_F(MainCtrlForgetTest, AFilmChangeWhileThePopupShows) {
 }
 
 TEST_F(MainCtrlForgetTest, AnObjectDeletedWhileItsKeyIsHeld) {
+    Unfold(NameOfLight(), KeyKind::Position);
     PressKey();
-    DeleteActor();
+    ASSERT_EQ(row->dragKey, key);
+    control->ShowKeyDescription(key);
+    DeleteLight();
+    EXPECT_EQ(FindLightRow(), nullptr);
     ExpectNothingHeld();
     Drain();
 }
 
 TEST_F(MainCtrlForgetTest, AnObjectDeletedUnderAnOpenMenu) {
+    Unfold(NameOfLight(), KeyKind::Position);
     Hooks().popupMenu = [this](const CMenu&, CPoint) {
-        DeleteActor();
+        DeleteLight();
         return UINT{36814};
     };
     control->ShowContextMenu(0, 0, row, key);
@@ -166,9 +184,12 @@ TEST_F(MainCtrlForgetTest, ADroppedTrackLeavesEmptyRows) {
     EXPECT_THAT(row->keys, IsEmpty());
     EXPECT_EQ(RowOf("Actor100")->track, nullptr);
     Drain();
+    int menus = 0;
+    Hooks().popupMenu = [&menus](const CMenu&, CPoint) { return static_cast<UINT>(++menus * 0); };
     row->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(10, 5));
     row->SendMessage(WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(10, 5));
     RowOf("Actor100")->ToggleExpanded();
+    EXPECT_EQ(menus, 0); // it has nothing to offer
 }
 
 TEST_F(MainCtrlForgetTest, TheControlGoesWhileAHoverIsPending) {

@@ -111,8 +111,7 @@ TEST_F(MainCtrlLayoutTest, SkipsARowWhoseFlagIsClearWithoutAGap) {
 TEST_F(MainCtrlLayoutTest, InvalidatesRowsWithoutMovingThem) {
     OpenFilmWithActors(3);
     Settle();
-    control->visibleTracks[1]->MoveWindow(0, 200, 780, 20);
-    Settle();
+    control->visibleTracks[1]->MoveWindow(0, 200, 780, 20, /*repaint*/ FALSE);
     control->ArrangeRows(/*invalidate*/ true, /*move*/ false);
     EXPECT_TRUE(IsAt(PlaceOf(control->visibleTracks[1]), 0, 200, 780, 220));
     CRect update;

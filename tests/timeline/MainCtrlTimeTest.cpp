@@ -1,5 +1,7 @@
 #include "tests/timeline/ControlFixture.h"
 
+#include "keys/TrackKey.h"
+
 #include <limits>
 
 namespace {

@@ -1,0 +1,208 @@
+#include "bench/EngineBenches.h"
+#include "bench/TimelineCases.h"
+#include "keys/NullTimeTrackKey.h"
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <malloc.h>
+
+namespace films_bench {
+
+namespace {
+
+constexpr Case kShow3k{"3k", 200, 5};
+constexpr Case kShow30k{"30k", 200, 50};
+constexpr Case kShow300k{"300k", 200, 500};
+constexpr int kRepeats = 5;
+
+using Clock = std::chrono::steady_clock;
+
+double SecondsSince(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+std::size_t HeapBytes() {
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+/// Opens the film in an empty control.
+void ShowFilm(benchmark::State& state, Case size) {
+    TimelineFilm timeline(size);
+    timeline.Show();
+    timeline.Empty();
+    double bytesPerKey = 0.0;
+    for (auto _ : state) {
+        StartCold();
+        const std::size_t before = HeapBytes();
+        const auto start = Clock::now();
+        timeline.Show();
+        state.SetIterationTime(SecondsSince(start));
+        const std::size_t windows = 0;
+        bytesPerKey = static_cast<double>(HeapBytes() - before - windows) / KeyCount(size);
+        timeline.Empty();
+        TimelineFilm::Paint();
+    }
+    state.counters["bytes_per_key"] = bytesPerKey;
+}
+
+/// The same views and row windows, made in bare loops.
+void BareShow(benchmark::State& state, Case size) {
+    TimelineFilm timeline(size);
+    timeline.Show();
+    const std::size_t rows = timeline.control->tracks.size();
+    timeline.Empty();
+    for (auto _ : state) {
+        StartCold();
+        std::vector<std::unique_ptr<CTrackCtrl>> made;
+        std::vector<std::unique_ptr<CTrackKey>> views;
+        const auto start = Clock::now();
+        for (std::size_t i = 0; i < rows; ++i) {
+            auto row = std::make_unique<CTrackCtrl>();
+            row->Create(nullptr, nullptr, WS_CHILD, CRect(10, 10, 20, 20), timeline.control.get(), 55);
+            made.push_back(std::move(row));
+        }
+        for (CFilmTrack* track : timeline.film.tracks) {
+            for (IFilmKey* record : track->keys) {
+                auto view = std::make_unique<CNullTimeTrackKey>();
+                view->SetRecord(record, true);
+                views.push_back(std::move(view));
+            }
+        }
+        state.SetIterationTime(SecondsSince(start));
+        benchmark::DoNotOptimize(views.data());
+        views.clear();
+        made.clear();
+        TimelineFilm::Paint();
+    }
+}
+
+/// The M film unfolded: 600 rows with keys and 200 root rows, 40 in the window, about 20,000 keys in view.
+TimelineFilm& UnfoldedFilm() {
+    static TimelineFilm* timeline = [] {
+        auto* made = new TimelineFilm(kMedium);
+        made->Show();
+        made->Unfold();
+        return made;
+    }();
+    return *timeline;
+}
+
+void ScrollRow(benchmark::State& state) {
+    TimelineFilm& timeline = UnfoldedFilm();
+    bool forward = true;
+    for (auto _ : state) {
+        if (forward) {
+            timeline.control->OnLineForward(timeline.control->vScroll);
+        } else {
+            timeline.control->OnLineBack(timeline.control->vScroll);
+        }
+        forward = !forward;
+        state.PauseTiming();
+        TimelineFilm::Paint();
+        state.ResumeTiming();
+    }
+}
+
+void MoveCursor(benchmark::State& state) {
+    TimelineFilm& timeline = UnfoldedFilm();
+    float time = 0.0f;
+    for (auto _ : state) {
+        timeline.control->SetCurrentTime(time, true);
+        time = time < 90.0f ? time + kFrameSeconds : 0.0f;
+        state.PauseTiming();
+        TimelineFilm::Paint();
+        state.ResumeTiming();
+    }
+}
+
+void GetKeyAt(benchmark::State& state) {
+    TimelineFilm& timeline = UnfoldedFilm();
+    CTrackCtrl* row = nullptr;
+    for (CTrackCtrl* candidate : timeline.control->visibleTracks) {
+        if (row == nullptr && candidate->kind == KeyKind::Position) {
+            row = candidate;
+        }
+    }
+    int x = 150;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(row->GetKeyAt({x, 10}));
+        x = x < 1200 ? x + 1 : 150;
+    }
+}
+
+/// One frame at the window: the step and everything that it has to paint. Shows how the frames spread.
+template <class Step> void Frames(benchmark::State& state, Step step) {
+    TimelineFilm& timeline = UnfoldedFilm();
+    std::vector<double> milliseconds;
+    int frame = 0;
+    for (auto _ : state) {
+        const auto start = Clock::now();
+        step(timeline, frame++);
+        TimelineFilm::Paint();
+        const double seconds = SecondsSince(start);
+        state.SetIterationTime(seconds);
+        milliseconds.push_back(seconds * 1e3);
+    }
+    std::ranges::sort(milliseconds);
+    const auto at = [&](double part) {
+        return milliseconds[static_cast<std::size_t>(part * static_cast<double>(milliseconds.size() - 1))];
+    };
+    state.counters["p50_ms"] = at(0.5);
+    state.counters["p95_ms"] = at(0.95);
+    state.counters["p99_ms"] = at(0.99);
+    state.counters["max_ms"] = at(1.0);
+}
+
+void ScrollStep(TimelineFilm& timeline, int frame) {
+    if ((frame / 200) % 2 == 0) {
+        timeline.control->OnLineForward(timeline.control->vScroll);
+    } else {
+        timeline.control->OnLineBack(timeline.control->vScroll);
+    }
+}
+
+void ScrubStep(TimelineFilm& timeline, int frame) {
+    timeline.control->SetCurrentFrame(static_cast<float>(frame % 2900) * kFrameSeconds, true);
+}
+
+void PlayStep(TimelineFilm& timeline, int frame) {
+    timeline.plugin.SetTime(static_cast<float>(frame % 2900) * kFrameSeconds, false);
+}
+
+/// The view moves along the axis at a tenth of it.
+void PanStep(TimelineFilm& timeline, int frame) {
+    const float start = static_cast<float>(frame % 900) * 0.1f;
+    timeline.control->SetViewRange(start, start + 10.0f, true);
+}
+
+} // namespace
+
+void RegisterTimelineBenches() {
+    for (const Case& size : {kShow3k, kShow30k, kShow300k}) {
+        benchmark::RegisterBenchmark((std::string("ShowFilm/600rows_") + size.name).c_str(), ShowFilm, size)
+            ->UseManualTime()
+            ->Iterations(kRepeats)
+            ->Unit(benchmark::kMillisecond);
+    }
+    benchmark::RegisterBenchmark("bare_ShowFilm/600rows_300k", BareShow, kShow300k)
+        ->UseManualTime()
+        ->Iterations(kRepeats)
+        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("ScrollRow/M", ScrollRow)->Iterations(400);
+    benchmark::RegisterBenchmark("MoveCursor/M", MoveCursor)->Iterations(400);
+    benchmark::RegisterBenchmark("MouseMove_GetKeyAt/M", GetKeyAt);
+    const std::pair<const char*, void (*)(TimelineFilm&, int)> frames[] = {{"frame_scroll/M", ScrollStep},
+                                                                           {"frame_scrub/M", ScrubStep},
+                                                                           {"frame_play/M", PlayStep},
+                                                                           {"frame_pan/M", PanStep}};
+    for (const auto& [name, step] : frames) {
+        benchmark::RegisterBenchmark(name, [step = step](benchmark::State& state) { Frames(state, step); })
+            ->UseManualTime()
+            ->Iterations(600)
+            ->Unit(benchmark::kMillisecond);
+    }
+}
+
+} // namespace films_bench
