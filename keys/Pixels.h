@@ -1,14 +1,27 @@
 #pragma once
 
-#include <algorithm>
+#include <cmath>
+#include <limits>
 
-/// Pixels beyond this are cut: far outside any window, and sums of a few of them stay in an int.
-inline constexpr int kPixelLimit = 1'000'000;
+/// Farther from a window's edge than anything that is drawn, and near enough that sums of a few such numbers
+/// fit an int.
+inline constexpr int kFarPixel = 1 << 24;
+inline constexpr int kPixelLimit = kFarPixel;
 
-/// Cut toward zero and to the limit; NaN gives 0.
-inline int CutToPixel(double value) {
-    if (!(value == value)) {
+/// Cuts a position in pixels toward zero. What lies farther away than kFarPixel stops there; no number at all
+/// (0/0) is 0.
+inline int CutToPixel(double position) {
+    if (std::isnan(position)) {
         return 0;
     }
-    return static_cast<int>(std::clamp<double>(value, -kPixelLimit, kPixelLimit));
+    return static_cast<int>(std::fmin(std::fmax(position, -kFarPixel), kFarPixel));
+}
+
+/// Cuts a count toward zero into the limits of an int; no number at all is 0.
+inline int CutToInt(double count) {
+    if (std::isnan(count)) {
+        return 0;
+    }
+    return static_cast<int>(
+        std::fmin(std::fmax(count, std::numeric_limits<int>::min()), std::numeric_limits<int>::max()));
 }

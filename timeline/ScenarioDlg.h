@@ -5,7 +5,7 @@
 #include "timeline/FilmsMainCtrl.h"
 #include "timeline/ScenarioWindow.h"
 
-#include <memory>
+#include <array>
 
 /// The toolbar of the scenario window.
 class CScenarioDlgToolbar : public CToolBarReg {
@@ -21,8 +21,9 @@ protected:
     int OnCreate(CREATESTRUCT* cs);
 };
 
-/// The window "Scenario": a modeless dialog with a toolbar and the main control. It is made once by the
-/// plug-in object's panel and lives as long as the host's main window.
+/// The window "Scenario": a modeless dialog with a toolbar and the main control. Make it with new: it enters
+/// itself as the plug-in object's window, lives as long as the host's main window and deletes itself with its
+/// window. Closing it only hides it.
 class CScenarioDlg : public CDialog, public IScenarioWindow {
     DECLARE_MESSAGE_MAP()
 
@@ -63,4 +64,38 @@ protected:
     void OnDestroy();
     BOOL OnMouseWheel(UINT flags, short delta, CPoint screenPoint);
     BOOL OnToolTipText(UINT id, NMHDR* header, LRESULT* result);
+    void PostNcDestroy() override;
+
+private:
+    struct Command;
+    static const Command kCommands[];
+
+    void MakeToolbar();
+    void MakeMainCtrl(const CRect& rect);
+    /// The client area without the toolbar.
+    CRect FreeRect();
+    /// Shows as much more or less time as the main control grew or shrank, in pixels.
+    void KeepScale(int grown);
+    /// Goes to a time; a film that plays plays on from there. The window may be gone afterwards.
+    void StepTo(float time);
+
+    void OnPlay();
+    void OnStop();
+    void OnValidate();
+    void OnAnimate();
+    void OnAttach();
+    void OnMoveToBegin();
+    void OnMoveToEnd();
+    void OnUndo();
+    void OnFrameBack();
+    void OnFrameForward();
+    void OnKeyFrameBack() { JumpToKey(/*forward*/ false); }
+    void OnKeyFrameForward() { JumpToKey(/*forward*/ true); }
+    void OnCreateCameraFrame();
+    void OnToVirtualObject();
+    void OnDeselectKeys();
+    void OnSelectKey();
+
+    bool dying = false;
+    std::array<char, 256> tipText{}; ///< the tip that was asked for last
 };

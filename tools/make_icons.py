@@ -1,20 +1,22 @@
 #!/usr/bin/env python3
 """Draws the toolbar bitmaps of resources/: `tools/make_icons.py resources`.
 
-Each icon is a list of (colour, shape) layers in a 16 x 15 box; a shape answers whether a point lies in it.
-Written as 32-bit bitmaps with alpha, once at 1x and once at 2x.
+Each icon is a list of (colour, shape) layers in a box 16 wide and 15 or 16 high; a shape answers whether a
+point lies in it. Written as 32-bit bitmaps with alpha, once at 1x and once at 2x.
 """
+import math
 import struct
 import sys
 from pathlib import Path
 
-WIDTH, HEIGHT = 16, 15
+WIDTH = 16
 SAMPLES = 6  # per axis and pixel
 
 INK = (58, 66, 82)
 BLUE = (43, 120, 214)
 SKY = (142, 190, 246)
 RED = (222, 66, 58)
+GREEN = (38, 158, 92)
 PAPER = (247, 249, 252)
 
 
@@ -55,6 +57,23 @@ def line(points, width, closed=False, dash=None):
                     return True
         return False
     return inside
+
+
+def arc(cx, cy, radius, width, start, end):
+    """A stroke along a circle, clockwise from one angle to the other; degrees, 0 at the right."""
+    def inside(x, y):
+        distance = math.hypot(x - cx, y - cy)
+        angle = math.degrees(math.atan2(y - cy, x - cx)) % 360
+        return abs(distance - radius) <= width / 2 and (angle - start) % 360 <= (end - start) % 360
+    return inside
+
+
+def diamond(cx, cy, r):
+    return [(cx, cy - r), (cx + r, cy), (cx, cy + r), (cx - r, cy)]
+
+
+def mirrored(layers):
+    return [(colour, lambda x, y, shape=shape: shape(WIDTH - x, y)) for colour, shape in layers]
 
 
 def cube(cx, cy, r):
@@ -98,7 +117,79 @@ def to_normal():
             (INK, line([outline[5], middle, outline[1]], 1.1)), (INK, line([middle, outline[3]], 1.1))]
 
 
-TOOLBARS = {"toolbar_1740": [film_strip, animate, camera_frame, to_virtual, to_normal]}
+def undo():
+    return [(BLUE, arc(8.5, 8.5, 4.6, 2.2, 205, 90)), (BLUE, polygon((0.8, 8.2), (7.4, 7.2), (2.6, 2.4)))]
+
+
+def redo():
+    return mirrored(undo())
+
+
+def to_begin():
+    return [(INK, rect(1, 3, 3, 13)), (BLUE, polygon((3, 8), (9, 3), (9, 13))),
+            (BLUE, polygon((9, 8), (15, 3), (15, 13)))]
+
+
+def to_end():
+    return mirrored(to_begin())
+
+
+def frame_back():
+    return [(BLUE, polygon((2, 8), (10, 2.5), (10, 13.5))), (INK, rect(11, 3, 13, 13))]
+
+
+def frame_forward():
+    return mirrored(frame_back())
+
+
+def key_back():
+    return [(BLUE, polygon((0.5, 8), (7, 3.5), (7, 12.5))), (INK, polygon(*diamond(11, 8, 4.6))),
+            (SKY, polygon(*diamond(11, 8, 3)))]
+
+
+def key_forward():
+    return mirrored(key_back())
+
+
+def play():
+    return [(GREEN, polygon((3, 1.5), (14.5, 8), (3, 14.5)))]
+
+
+def stop():
+    return [(RED, rect(3, 3, 13, 13))]
+
+
+def validate():
+    holes = [(PAPER, rect(x, y, x + 1.4, y + 1.4)) for x in (2.3, 5.6, 8.9, 12.2) for y in (2.4, 9.2)]
+    return [(INK, rect(1, 1.5, 15, 11.5)), (SKY, rect(2.2, 4.8, 13.8, 8.2))] + holes + [
+        (PAPER, line([(5.2, 10), (8.6, 13.4), (14.2, 6.2)], 4.2)),
+        (GREEN, line([(5.2, 10), (8.6, 13.4), (14.2, 6.2)], 2.4))]
+
+
+def deselect_keys():
+    return [(INK, line(diamond(6.5, 7, 5.3), 1.3, closed=True, dash=1.9)),
+            (RED, line([(9.4, 9.4), (14.2, 14.2)], 2.0)), (RED, line([(14.2, 9.4), (9.4, 14.2)], 2.0))]
+
+
+def select_key():
+    pointer = [(7.5, 6.5), (7.5, 15.2), (9.7, 13.2), (11.2, 15.6), (12.9, 14.6), (11.5, 12.3), (14.4, 12)]
+    return [(INK, polygon(*diamond(6.5, 6.5, 5.9))), (SKY, polygon(*diamond(6.5, 6.5, 4.2))),
+            (PAPER, line(pointer, 2.2, closed=True)), (BLUE, polygon(*pointer))]
+
+
+def attach_movie():
+    return [(INK, rect(1, 1, 12, 10)), (SKY, rect(2.2, 2.2, 10.8, 8.8)),
+            (PAPER, polygon((4.8, 3), (9, 5.5), (4.8, 8))), (PAPER, line([(6.6, 13.2), (13.4, 9.2)], 5.6)),
+            (BLUE, arc(7.2, 12.4, 2.3, 1.5, 0, 359)), (BLUE, arc(12.6, 10.4, 2.3, 1.5, 0, 359)),
+            (BLUE, line([(8.6, 11.9), (11.2, 10.9)], 1.5))]
+
+
+# For each bitmap the height of its pictures and how they are drawn, from left to right.
+TOOLBARS = {
+    "toolbar_1740": (15, [film_strip, animate, camera_frame, to_virtual, to_normal]),
+    "toolbar_1757": (16, [undo, redo, to_begin, frame_back, key_back, key_forward, frame_forward, to_end, play, stop,
+                          validate, animate, camera_frame, to_virtual, deselect_keys, select_key, attach_movie]),
+}
 
 
 def pixel(layers, left, top, size):
@@ -119,8 +210,8 @@ def pixel(layers, left, top, size):
     return bytes((blue, green, red, round(255 * covered / SAMPLES ** 2)))
 
 
-def bitmap(icons, scale):
-    width, height = WIDTH * scale * len(icons), HEIGHT * scale
+def bitmap(icons, icon_height, scale):
+    width, height = WIDTH * scale * len(icons), icon_height * scale
     rows = []
     for row in range(height):
         rows.append(b"".join(pixel(icon, column / scale, row / scale, 1 / scale)
@@ -133,10 +224,10 @@ def bitmap(icons, scale):
 
 def main():
     folder = Path(sys.argv[1])
-    for name, draw in TOOLBARS.items():
+    for name, (height, draw) in TOOLBARS.items():
         icons = [icon() for icon in draw]
-        (folder / f"{name}.bmp").write_bytes(bitmap(icons, 1))
-        (folder / f"{name}@2x.bmp").write_bytes(bitmap(icons, 2))
+        (folder / f"{name}.bmp").write_bytes(bitmap(icons, height, 1))
+        (folder / f"{name}@2x.bmp").write_bytes(bitmap(icons, height, 2))
 
 
 if __name__ == "__main__":

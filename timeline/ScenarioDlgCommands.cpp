@@ -1,0 +1,176 @@
+#include "keys/TrackKey.h"
+#include "plugin/PluginImpl.h"
+#include "resources/resource.h"
+#include "timeline/FrameSteps.h"
+#include "timeline/ScenarioDlg.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Local numbers of the plug-in object's own commands.
+constexpr std::uint32_t kAnimateObject = 50;
+constexpr std::uint32_t kCreateCameraFrame = 51;
+constexpr std::uint32_t kToVirtualObject = 52;
+
+void RunPluginCommand(std::uint32_t local) {
+    IPluginImpl& plugin = GetPlugin();
+    plugin.OnCommand(plugin.pluginId.PluginNumber(), local);
+}
+
+} // namespace
+
+/// A command of the toolbar. With `baseToo` the message goes on to the base class.
+struct CScenarioDlg::Command {
+    UINT id;
+    void (CScenarioDlg::*run)();
+    bool baseToo;
+};
+
+const CScenarioDlg::Command CScenarioDlg::kCommands[] = {
+    {IDC_PLAY_MOVIE, &CScenarioDlg::OnPlay, false},
+    {IDC_STOP_MOVIE, &CScenarioDlg::OnStop, false},
+    {IDC_VALIDATE_MOVIE, &CScenarioDlg::OnValidate, false},
+    {IDC_ANIMATE_OBJECT, &CScenarioDlg::OnAnimate, true},
+    {IDC_ATTACH_MOVIE, &CScenarioDlg::OnAttach, false},
+    {IDC_MOVE_TO_BEGIN, &CScenarioDlg::OnMoveToBegin, false},
+    {IDC_MOVE_TO_END, &CScenarioDlg::OnMoveToEnd, false},
+    {IDC_UNDO, &CScenarioDlg::OnUndo, false},
+    {IDC_REDO, &CScenarioDlg::OnUndo, false},
+    {IDC_FRAME_BACK, &CScenarioDlg::OnFrameBack, false},
+    {IDC_FRAME_FORWARD, &CScenarioDlg::OnFrameForward, false},
+    {IDC_CREATE_CAMERA_FRAME, &CScenarioDlg::OnCreateCameraFrame, true},
+    {IDC_TO_VIRTUAL_OBJECT, &CScenarioDlg::OnToVirtualObject, true},
+    {IDC_KEY_FRAME_BACK, &CScenarioDlg::OnKeyFrameBack, false},
+    {IDC_KEY_FRAME_FORWARD, &CScenarioDlg::OnKeyFrameForward, false},
+    {IDC_DESELECT_KEYS, &CScenarioDlg::OnDeselectKeys, true},
+    {IDC_SELECT_KEY, &CScenarioDlg::OnSelectKey, true},
+};
+
+/// Playing, and whatever asks the user, pumps messages: the window may be gone when a command returns.
+BOOL CScenarioDlg::OnCommand(WPARAM wParam, LPARAM lParam) {
+    const HWND self = GetSafeHwnd();
+    const auto* command =
+        std::find_if(std::begin(kCommands), std::end(kCommands),
+                     [wParam](const Command& c) { return HIWORD(wParam) == 0 && LOWORD(wParam) == c.id; });
+    if (command == std::end(kCommands)) {
+        return CDialog::OnCommand(wParam, lParam);
+    }
+    (this->*command->run)();
+    return !command->baseToo || !IsWindow(self) || CDialog::OnCommand(wParam, lParam);
+}
+
+void CScenarioDlg::OnPlay() {
+    GetPlugin().Play(GetPlugin().currentTime);
+}
+
+void CScenarioDlg::OnStop() {
+    GetPlugin().StopPlaying();
+}
+
+void CScenarioDlg::OnValidate() {
+    GetPlugin().ValidateFilm(GetPlugin().GetCurrentFilm());
+}
+
+/// Required: with animating off it is the button "Deselect keys" that is released. The plug-in object has
+/// set the command's own button already.
+void CScenarioDlg::OnAnimate() {
+    const HWND self = GetSafeHwnd();
+    RunPluginCommand(kAnimateObject);
+    if (!IsWindow(self)) {
+        return;
+    }
+    if (GetPlugin().animateObjects != 1) {
+        PressButton(IDC_DESELECT_KEYS, false);
+    } else {
+        PressButton(IDC_ANIMATE_OBJECT, true);
+    }
+}
+
+void CScenarioDlg::OnAttach() {
+    IPluginImpl& plugin = GetPlugin();
+    const int number = plugin.editor != nullptr ? plugin.editor->GetActiveView() : -1;
+    const auto& views = plugin.attachedViews;
+    const bool attach = number >= 0 && std::find(views.begin(), views.end(), number) == views.end();
+    PressButton(IDC_ATTACH_MOVIE, attach);
+    if (number < 0) {
+        return;
+    }
+    if (attach) {
+        plugin.AttachView(number);
+    } else {
+        plugin.DetachView(number);
+    }
+}
+
+void CScenarioDlg::StepTo(float time) {
+    IPluginImpl& plugin = GetPlugin();
+    const bool wasPlaying = plugin.isPlaying != 0;
+    if (wasPlaying) {
+        plugin.StopPlaying();
+    }
+    SetTime(time);
+    plugin.SetTime(time, /*fromWindow*/ true);
+    if (wasPlaying) {
+        plugin.Play(time);
+    }
+}
+
+void CScenarioDlg::OnMoveToBegin() {
+    if (GetPlugin().GetCurrentFilm() != nullptr) {
+        StepTo(0.0f);
+    }
+}
+
+/// A film that played stays stopped.
+void CScenarioDlg::OnMoveToEnd() {
+    IPluginImpl& plugin = GetPlugin();
+    if (const IFilm* film = plugin.GetCurrentFilm()) {
+        plugin.StopPlaying();
+        const float end = film->length;
+        SetTime(end);
+        plugin.SetTime(end, /*fromWindow*/ true);
+    }
+}
+
+/// Both buttons are there and do nothing: edits are final.
+void CScenarioDlg::OnUndo() {
+}
+
+void CScenarioDlg::OnFrameBack() {
+    const IPluginImpl& plugin = GetPlugin();
+    if (plugin.GetCurrentFilm() != nullptr) {
+        StepTo(FrameBack(plugin.currentTime, plugin.framesPerSecond));
+    }
+}
+
+void CScenarioDlg::OnFrameForward() {
+    const IPluginImpl& plugin = GetPlugin();
+    if (const IFilm* film = plugin.GetCurrentFilm()) {
+        StepTo(FrameForward(plugin.currentTime, plugin.framesPerSecond, film->length));
+    }
+}
+
+void CScenarioDlg::OnCreateCameraFrame() {
+    RunPluginCommand(kCreateCameraFrame);
+}
+
+void CScenarioDlg::OnToVirtualObject() {
+    RunPluginCommand(kToVirtualObject);
+}
+
+void CScenarioDlg::OnDeselectKeys() {
+    if (mainCtrl != nullptr && !mainCtrl->selectedKeys.empty()) {
+        CTrackKey* key = mainCtrl->selectedKeys.front();
+        key->ClearMarks(mainCtrl->FindRowOfKeyView(key, /*byValue*/ false));
+    }
+}
+
+void CScenarioDlg::OnSelectKey() {
+    if (mainCtrl != nullptr && !mainCtrl->selectedKeys.empty()) {
+        CTrackKey* key = mainCtrl->selectedKeys.front();
+        key->marked = !key->marked;
+        PressButton(IDC_SELECT_KEY, key->marked);
+    }
+    Invalidate();
+}

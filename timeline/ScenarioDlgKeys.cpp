@@ -1,0 +1,143 @@
+#include "files/Log.h"
+#include "keys/TrackKey.h"
+#include "plugin/PluginImpl.h"
+#include "timeline/ScenarioDlg.h"
+
+#include <cmath>
+
+namespace {
+
+/// Seconds; nothing that far away is jumped to.
+constexpr double kFarthestJump = 10000.0;
+constexpr double kFarthestKey = 100000.0;
+
+using RowList = std::vector<CTrackCtrl*>;
+
+/// The rows that a jump looks at. The last three only count while the first two hold no row, whether those
+/// have keys or not.
+struct JumpRows {
+    RowList selectedObjects;
+    RowList activeCamera;
+    RowList level;
+    RowList otherObjects;
+    RowList otherCameras;
+};
+
+const CFilmCameraTrack* ActiveCamera() {
+    const IFilm* film = GetPlugin().GetCurrentFilm();
+    const CFilmLevelTrack* main = film != nullptr ? AsLevelTrack(film->mainTrack) : nullptr;
+    return main != nullptr && main->cameraHolder != nullptr ? main->cameraHolder->activeCamera : nullptr;
+}
+
+EditorObject* ActorOf(const CFilmObjectTrack& track) {
+    if (track.actor == nullptr) {
+        DebugPrint("Object track with no attached object\n");
+    }
+    return track.actor;
+}
+
+EditorObject* LightOf(CFilmTrack* track) {
+    const CFilmsLightHelper* helper = GetPlugin().lightHelpers.FindByTrack(track);
+    if (helper == nullptr) {
+        DebugPrint("No helper connected with gl- or dyn- light track\n");
+        return nullptr;
+    }
+    if (helper->object == nullptr) {
+        DebugPrint("CFilmsLightHelper without representing object\n");
+    }
+    return helper->object;
+}
+
+bool IsSelected(EditorObject& object) {
+    constexpr std::uint32_t kSelected = 1;
+    const EditorObjectInfo* info = object.GetInfo();
+    return info != nullptr && (info->flags & kSelected) != 0;
+}
+
+/// The list that the row of a track belongs to; null for a broken track, after a word about it.
+RowList* ListFor(CFilmTrack* track, JumpRows& rows) {
+    if (track->IsA(ClassId::LevelTrack)) {
+        return &rows.level;
+    }
+    if (track->IsA(ClassId::CameraTrack)) {
+        return track == ActiveCamera() ? &rows.activeCamera : &rows.otherCameras;
+    }
+    const CFilmObjectTrack* objectTrack = AsObjectTrack(track);
+    if (objectTrack == nullptr && AsGLLightTrack(track) == nullptr && AsDynLightTrack(track) == nullptr) {
+        return nullptr;
+    }
+    EditorObject* object = objectTrack != nullptr ? ActorOf(*objectTrack) : LightOf(track);
+    if (object == nullptr) {
+        return nullptr;
+    }
+    return IsSelected(*object) ? &rows.selectedObjects : &rows.otherObjects;
+}
+
+JumpRows SortRows(const std::list<CTrackCtrl*>& tracks) {
+    JumpRows rows;
+    for (CTrackCtrl* row : tracks) {
+        if (row == nullptr) {
+            DebugPrint("NULL CTrackCtrl pointer on track list\n");
+        } else if (row->track == nullptr) {
+            DebugPrint("CTrackCtrl with NULL pointer to CFilmTrack\n");
+        } else if (row->visible && !row->IsRoot()) {
+            if (RowList* list = ListFor(row->track, rows)) {
+                list->push_back(row);
+            }
+        }
+    }
+    return rows;
+}
+
+/// The nearest key found so far, and how far away it may be to be replaced.
+struct NearestKey {
+    CTrackKey* key = nullptr;
+    double distance = 0.0;
+};
+
+NearestKey NearestOf(const RowList& rows, float time, bool forward) {
+    NearestKey nearest{nullptr, kFarthestKey};
+    for (const CTrackCtrl* row : rows) {
+        CTrackKey* key = row->FindNearestKey(time, forward);
+        const double distance =
+            key != nullptr ? std::fabs(static_cast<double>(key->time) - static_cast<double>(time)) : 0.0;
+        if (key != nullptr && distance < nearest.distance) {
+            nearest = {key, distance};
+        }
+    }
+    return nearest;
+}
+
+CTrackKey* FindJumpKey(const JumpRows& rows, float time, bool forward) {
+    NearestKey best{nullptr, kFarthestJump};
+    const auto look = [&](const RowList& list) {
+        const NearestKey nearest = NearestOf(list, time, forward);
+        if (nearest.key != nullptr && nearest.distance < best.distance) {
+            best = nearest;
+        }
+    };
+    look(rows.selectedObjects);
+    look(rows.activeCamera);
+    if (rows.selectedObjects.empty() && rows.activeCamera.empty()) {
+        look(rows.level);
+        look(rows.otherObjects);
+        look(rows.otherCameras);
+    }
+    return best.key;
+}
+
+} // namespace
+
+void CScenarioDlg::JumpToKey(bool forward) {
+    IPluginImpl& plugin = GetPlugin();
+    if (plugin.GetCurrentFilm() == nullptr || mainCtrl == nullptr) {
+        return;
+    }
+    CTrackKey* key = FindJumpKey(SortRows(mainCtrl->tracks), plugin.currentTime, forward);
+    if (key == nullptr) {
+        return;
+    }
+    const float time = key->time;
+    mainCtrl->SelectOnly(key);
+    plugin.SetTime(time, /*fromWindow*/ false);
+}
