@@ -1,6 +1,8 @@
 #include "keys/NullTimeTrackKey.h"
 
+#include "keys/TimedTrackKey.h"
 #include "tests/keys/KeyFixture.h"
+#include "timeline/TrackCtrl.h"
 
 #include <limits>
 
@@ -192,8 +194,8 @@ TEST_F(NullTimeTrackKeyTest, ColourThatIsNoNumberDraws) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float infinity = std::numeric_limits<float>::infinity();
     SetColor({nan, infinity, -infinity});
-    // 0; cut to 7FFFFFFF, so FF; cut to -7FFFFFFF, so 01.
-    EXPECT_EQ(Fill(CTrackKey::kNormal), 0x01FF00u);
+    // 0; cut to 7FFFFFFF, so FF; cut to -80000000, so 00.
+    EXPECT_EQ(Fill(CTrackKey::kNormal), 0x00FF00u);
     // 30; capped; 30 - 7FFFFFFF ends in 1F.
     EXPECT_EQ(Fill(CTrackKey::kHighlighted), 0x1FFF1Eu);
 }
@@ -297,6 +299,76 @@ TEST_F(NullTimeTrackKeyTest, EqualKeysHaveOneWidth) {
     EXPECT_TRUE(view.Equals(&other, true));
     other.width = 7;
     EXPECT_FALSE(view.Equals(&other, true));
+}
+
+// Marks.
+
+/// Two rows of one track with a key each, and a row of another track.
+class ClearMarksTest : public NullTimeTrackKeyTest {
+protected:
+    ClearMarksTest() {
+        for (CTrackCtrl* row : {&first, &second}) {
+            row->parent = &root;
+            root.children.push_back(row);
+        }
+        stranger.parent = &otherRoot;
+        otherRoot.children.push_back(&stranger);
+        Add(first, view);
+        Add(first, beside);
+        Add(second, timed);
+        Add(stranger, foreign);
+    }
+    ~ClearMarksTest() override {
+        for (CTrackCtrl* row : {&first, &second, &stranger}) {
+            row->keys.Clear(); // the views are the test's own
+        }
+        for (CTrackCtrl* row : {&root, &otherRoot}) {
+            row->children.clear();
+        }
+    }
+    static void Add(CTrackCtrl& row, CTrackKey& key) {
+        row.keys.Insert(&key);
+        key.marked = true;
+    }
+
+    CNullTimeTrackKey beside;
+    CTimedTrackKey timed;
+    CNullTimeTrackKey foreign;
+    CTrackCtrl root;
+    CTrackCtrl otherRoot;
+    CTrackCtrl first;
+    CTrackCtrl second;
+    CTrackCtrl stranger;
+};
+
+TEST_F(ClearMarksTest, AllRowsOfTheTrackLoseTheirMarks) {
+    view.ClearMarks(&first);
+    EXPECT_FALSE(view.marked);
+    EXPECT_FALSE(beside.marked);
+    EXPECT_FALSE(timed.marked);
+    EXPECT_TRUE(foreign.marked);
+    EXPECT_THAT(timeline.log, ElementsAre("InvalidateControl false"));
+}
+
+TEST_F(ClearMarksTest, KeyWithoutAMarkClearsNone) {
+    view.marked = false;
+    view.ClearMarks(&first);
+    EXPECT_TRUE(beside.marked);
+    EXPECT_THAT(timeline.log, IsEmpty());
+}
+
+TEST_F(ClearMarksTest, RowWithoutAParentClearsNone) {
+    view.ClearMarks(&root);
+    view.ClearMarks(nullptr);
+    EXPECT_TRUE(view.marked);
+    EXPECT_TRUE(beside.marked);
+    EXPECT_THAT(timeline.log, IsEmpty());
+}
+
+TEST_F(ClearMarksTest, TimedKeyClearsNone) {
+    timed.ClearMarks(&second);
+    EXPECT_TRUE(timed.marked);
+    EXPECT_TRUE(view.marked);
 }
 
 TEST_F(NullTimeTrackKeyTest, DraggingEndsWithTheButton) {

@@ -256,12 +256,13 @@ TEST_F(TimedTrackKeyTest, OutlineOfASelectedKeyGoesAroundTheClippedBox) {
 }
 
 TEST_F(TimedTrackKeyTest, EndlessAndUnknownWidthsAreCut) {
-    // Widths are cut to a million pixels; what is left over counts as a pixel more.
+    // Widths are cut to 2^24 = 16777216 pixels; what is left over counts as a pixel more.
     EXPECT_THAT(Drawn(view, 100, 20, kInfinity),
-                ElementsAre("box 99,21,1000100,34 pen 0/2/000000 fill 808080"));
+                ElementsAre("box 99,21,16777316,34 pen 0/2/000000 fill 808080"));
     EXPECT_THAT(Drawn(view, 100, 20, kNaN), ElementsAre("box 99,21,99,34 pen 0/2/000000 fill 808080"));
     view.duration = 1e9f;
-    EXPECT_THAT(Drawn(view, -100, 20, 1e9f), ElementsAre("box -101,21,999900,34 pen 0/2/000000 fill 808080"));
+    EXPECT_THAT(Drawn(view, -100, 20, 1e9f),
+                ElementsAre("box -101,21,16777116,34 pen 0/2/000000 fill 808080"));
 }
 
 TEST_F(TimedTrackKeyTest, HugePlacesAndHeightsStayInRange) {
