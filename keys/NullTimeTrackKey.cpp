@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 
 namespace {
 
@@ -16,12 +15,6 @@ constexpr int kBarHalf = 3;
 constexpr COLORREF kBlack = 0x000000;
 constexpr COLORREF kWhite = 0xFFFFFF;
 constexpr COLORREF kRed = 0x0000FF;
-
-/// A float cut toward zero.
-std::int64_t CutToInt(float value) {
-    constexpr double kLimit = std::numeric_limits<std::int32_t>::max();
-    return value == value ? static_cast<std::int64_t>(std::clamp<double>(value, -kLimit, kLimit)) : 0;
-}
 
 constexpr std::int64_t kFullChannel = 255;
 

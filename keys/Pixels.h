@@ -6,7 +6,6 @@
 /// Farther from a window's edge than anything that is drawn, and near enough that sums of a few such numbers
 /// fit an int.
 inline constexpr int kFarPixel = 1 << 24;
-inline constexpr int kPixelLimit = kFarPixel;
 
 /// Cuts a position in pixels toward zero. What lies farther away than kFarPixel stops there; no number at all
 /// (0/0) is 0.

@@ -139,7 +139,7 @@ float CTrackKey::GetNaturalDuration() const {
 }
 
 int CTrackKey::GetDrawnHeight() const {
-    return std::clamp(rectHeight, -kPixelLimit, kPixelLimit);
+    return std::clamp(rectHeight, -kFarPixel, kFarPixel);
 }
 
 void CTrackKey::TimesChanged() {

@@ -1,4 +1,5 @@
 #include "framework/Menu.h"
+#include "helpers/FilmsLightHelper.h"
 #include "keys/TrackKey.h"
 #include "plugin/contract/FilmTrack.h"
 #include "resources/resource.h"
@@ -12,11 +13,6 @@ void Delete(CMenu& menu, std::initializer_list<UINT> commands) {
     for (const UINT command : commands) {
         menu.DeleteMenu(command, MF_BYCOMMAND);
     }
-}
-
-bool IsSunTrack(CFilmTrack* track) {
-    const CFilmGLLightTrack* light = AsGLLightTrack(track);
-    return light != nullptr && light->isSun != 0;
 }
 
 void TrimRootMenu(CMenu& menu, CFilmTrack* track) {
