@@ -45,11 +45,30 @@ public:
     void TimesChanged() { indexValid = false; }
 
 private:
+    /// What the index holds of one view while it is built.
+    struct Span {
+        float start;
+        float end;
+        std::uint32_t place;
+    };
+
+    struct Search {
+        float from;
+        std::size_t count; ///< so many views of `byTime` start early enough
+        std::vector<std::uint32_t>& places;
+    };
+
+    std::vector<Span> SpansByTime() const;
     void RebuildIndex() const;
+    /// Goes down the tree of ends from a node that stands for so many leaves.
+    void CollectPlaces(const Search& search, std::size_t node, std::size_t firstLeaf,
+                       std::size_t leaves) const;
+    void CollectAll(float from, float to, std::vector<CTrackKey*>& found) const;
+    void SortFilled();
 
     std::vector<CTrackKey*> views;
     bool filling = false;
     mutable bool indexValid = false;
     mutable std::vector<std::uint32_t> byTime; ///< places in `views`, by time
-    mutable std::vector<float> latestEnds;     ///< tree of the latest end in each run of `byTime`
+    mutable std::vector<float> latestEnds;     ///< binary tree of the latest end in each run of `byTime`
 };

@@ -17,4 +17,7 @@ public:
 
     int width = 6; ///< pixels of the hit test, never negative; the bar is always 6 wide
     bool dragging = false;
+
+private:
+    COLORREF GetFill() const;
 };

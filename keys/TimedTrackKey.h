@@ -26,4 +26,7 @@ public:
 
     float duration = 0.0f; ///< seconds
     int dragMode = kDragNone;
+
+private:
+    CRect GetBox(int x, int y, float pixelsPerSecond) const;
 };

@@ -71,8 +71,15 @@ public:
     bool selected = false;
 
 protected:
+    /// Times and durations closer than this are the same.
+    static constexpr float kSameTimeSeconds = 0.000001f;
+
     /// Must follow every change of time or duration.
     void TimesChanged();
+    /// Shows the key in the attributes window, if there is one that isn't locked.
+    void ShowAttributes();
+    /// The height within what pixel sums can hold.
+    int GetDrawnHeight() const;
 
 private:
     friend class KeyViewList;

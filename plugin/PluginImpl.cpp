@@ -104,9 +104,6 @@ void IPluginImpl::OnNew() {
 
 void IPluginImpl::OnLevelLoaded() {
     LeaveFilm();
-    if (keyAttributesDlg) {
-        keyAttributesDlg->ForgetKey();
-    }
     isPlaying = 0;
     RewindTime();
     SetAnimateObjects(false);
@@ -131,6 +128,9 @@ void IPluginImpl::OnLevelLoaded() {
 
 /// The level went: no film is told.
 void IPluginImpl::LeaveFilm() {
+    if (keyAttributesDlg) {
+        keyAttributesDlg->ForgetKey();
+    }
     if (IMainCtrl* control = GetMainCtrl()) {
         control->ClearUndo();
     }

@@ -200,6 +200,8 @@ public:
 private:
     friend class PluginImplTest;
 
+    int playDepth = 0; ///< timing loops that run inside each other
+
     void OnObjectsCreated();
     void OnObjectsDeleted();
     void OnSelectionChanged();

@@ -200,6 +200,9 @@ void IPluginImpl::RemoveActor(IFilm* film, EditorObject* object, bool lightsOnly
     if (track == nullptr || track->film == nullptr || track->film->name != film->name) {
         return;
     }
+    if (IMainCtrl* control = GetMainCtrl()) {
+        control->ForgetTrack(track);
+    }
     track->film->RemoveTrack(track, 1);
     if (helper != nullptr) {
         helper->track = nullptr; // the helper stays until its object is deleted

@@ -10,6 +10,9 @@ namespace {
 
 constexpr int kSpaceKey = 32;
 constexpr int kPlayShortcut = 0;
+/// Plays inside plays. A ruler that is dragged in a playing film starts one at each move; deeper ones are left to
+/// the loop that runs, so that the stack stays bounded.
+constexpr int kDeepestPlay = 32;
 /// Degrees to radians, float32 as the host's views take it.
 constexpr float kRadiansPerDegree = 0.017453292f;
 /// Milliseconds to seconds. Float32 and widened: films play by its value, not by an exact 0.001.
@@ -72,8 +75,13 @@ void IPluginImpl::Play(float) {
     ValidateFilm(currentFilm);
     isPlaying = 1;
     StartTiming();
+    if (playDepth >= kDeepestPlay) {
+        return;
+    }
+    ++playDepth;
     while (isPlaying != 0 && PumpMessages() && AdvancePlaying()) {
     }
+    --playDepth;
 }
 
 /// The loss of precision of the float32 origin is part of how films play.

@@ -4,10 +4,9 @@
 #include "framework/Wnd.h"
 #include "plugin/Export.h"
 
-#include <memory>
-
 /// A child window that can paint through an off-screen bitmap: the common base of the timeline's windows, and
-/// the one class that the library exports, under these very names.
+/// the one class that the library exports, under these very names. Its operations stand out of line, or they
+/// would not be exported.
 class FILMS_PLUGIN_API CadvWnd : public CWnd {
     DECLARE_DYNCREATE(CadvWnd)
     DECLARE_MESSAGE_MAP()
@@ -31,13 +30,14 @@ public:
     virtual void InternalRedrawBG(CDC* dc, CRect rect);
 
     void SetBackgroundMode(COLORREF color, int mode);
-    int GetBackgroundMode() const { return backgroundMode; }
-    COLORREF GetBackgroundColor() const { return backgroundColor; }
+    int GetBackgroundMode() const;
+    COLORREF GetBackgroundColor() const;
     /// Any number but 0 is on and kept as it is.
     void SetFlickerFree(int flag);
-    int IsFlickerFree() const { return flickerFree; }
-    void SetContentsChanged(int flag) { contentsChanged = flag; }
-    int IsContentsChanged() const { return contentsChanged; }
+    int IsFlickerFree() const;
+    /// The next paint draws the bitmap anew; without it an unchanged window is one block copy.
+    void SetContentsChanged(int flag);
+    int IsContentsChanged() const;
     /// Makes the bitmap anew in the size of the client area. Nothing without a window.
     void ReCreateBitmap();
 

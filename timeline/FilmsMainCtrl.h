@@ -104,8 +104,7 @@ public:
 
     void ForgetView(CTrackKey* view) override;
     void ForgetRow(CTrackCtrl* row) override;
-    /// A film track that is about to be deleted.
-    void ForgetTrack(const CFilmTrack* track);
+    void ForgetTrack(const CFilmTrack* track) override;
     bool IsRebuilding() const override { return rebuilding; }
     void InvalidateControl(bool erase) override { CadvWnd::Invalidate(erase); }
     void FocusControl() override { SetFocus(); }
@@ -134,7 +133,6 @@ public:
     bool changingActor = false;
 
 protected:
-    BOOL PreCreateWindow(CREATESTRUCT& cs) override;
     void OnPaint();
     void OnRButtonDown(UINT flags, CPoint point);
     void OnTimer(UINT_PTR id);
@@ -142,5 +140,65 @@ protected:
     void OnKeyDown(UINT key, UINT repeat, UINT flags);
 
 private:
+    BOOL CreateGrid(int width);
+    BOOL CreateScrollBars(int width, int height);
+    BOOL CreateInfoWindows();
+    void ResetRowBar();
+    float RowPage() const;
+    void ForgetAllRows();
+    void StopHover();
+
+    std::size_t TopIndex() const;
+    std::size_t PlaceRows(std::size_t place, CRect rect, int limit, bool move);
+    void RepaintRows();
+    CTrackCtrl* NearestVisibleRow(const CTrackCtrl* row) const;
+    void FillLastPage();
+    void ShowTopRowInBar(bool newRange);
+    std::unique_ptr<CTrackCtrl> MakeRow();
+    void GrowRowBar(bool redraw);
+    void LeaveTrackOf(CTrackCtrl* row);
+
+    IFilmKey* LeaveAttributesDialog(const IFilm* film);
+    void ReturnToAttributesDialog(const IFilmKey* record);
+    bool MakeRows(IFilm* film, unsigned generation);
+    bool ShowTrack(CFilmTrack* track, unsigned generation);
+    void ShowKey(CTrackCtrl* root, IFilmKey* record);
+
+    void ScrollRowsTo(CTrackCtrl* row);
+    void ScrollTime(float step);
+    void ScrollRowsToPosition(float position);
+    void ScrollTimeToPosition(float position);
+    CTrackCtrl* RowAt(std::size_t index) const;
+
+    void MoveCursor(float time);
+    void JumpToKeyUnderMouse(bool end);
+    void ToggleMarkOfFirstKey();
+    void DescribeKey(CTrackKey* key);
+    void MovePopupToCursor(bool onTop);
+    void TakeFocusForPopup();
+    void FillMainMenu();
+    void RunCommand(UINT id);
+
+    using Command = void (CFilmsMainCtrl::*)();
+    struct CommandEntry {
+        UINT id;
+        Command run;
+    };
+    static const CommandEntry kCommands[];
+    void OnMenuAddActors();
+    void OnMenuRemoveActors();
+    void OnMenuRemoveActor();
+    void OnMenuPlay();
+    void OnMenuStop();
+    void OnMenuValidate();
+    void OnMenuChangeActor();
+
+    static constexpr int kAnySubIndex = -2;
+
+    std::vector<CTrackCtrl*> detachedRows;                ///< made, but in no list any more; owned
+    std::shared_ptr<int> life = std::make_shared<int>(0); ///< ends with the control
+    unsigned showGeneration = 0;                          ///< counts calls of ShowFilm
     bool rebuilding = false;
+    bool forgettingAll = false; ///< every holder has let go already
+    bool newAltPress = false;   ///< the last press of Alt was not a repeat
 };

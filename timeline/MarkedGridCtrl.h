@@ -3,7 +3,8 @@
 #include "timeline/GridCtrl.h"
 
 #include <list>
-#include <memory>
+
+class TimelineContext;
 
 /// A time that the user noted on the ruler.
 class CMark {
@@ -35,16 +36,18 @@ public:
     CMark* AddMark(float time);
     /// The nearest mark within markHitRange pixels, the earlier of two; null for a null point.
     CMark* FindMark(const CPoint* point) const;
+    /// Seconds at a client point, also outside the window; the start of the view for a ruler of no width.
     float TimeFromPoint(CPoint point) const;
     void SetLabelDistance(int distance, bool redraw);
+    /// Ends a mark's drag, too.
     void DeleteMarks();
 
-    std::list<CMark*> marks; ///< owned
-    int markWidth = 10;      ///< pixels
-    int markHitRange = 15;   ///< pixels
-    CMark* dragMark = nullptr;
-    float dragMarkTime = -1.0f;
-    int labelDistance = 4;
+    std::list<CMark*> marks;     ///< owned, oldest first
+    int markWidth = 10;          ///< pixels
+    int markHitRange = 15;       ///< pixels
+    CMark* dragMark = nullptr;   ///< one of marks
+    float dragMarkTime = -1.0f;  ///< seconds, where the drag began
+    int labelDistance = 4;       ///< in tics; see DrawGrid
     CMark* cursorMark = nullptr; ///< owned, not in marks
     COLORREF markColor = 0xFF0000;
     COLORREF dragMarkColor = 0x00FF00;
@@ -52,4 +55,12 @@ public:
 
 protected:
     void OnPaint();
+
+private:
+    void DeleteMark(CMark* mark);
+    void BeginMarkDrag(TimelineContext& timeline, CMark* mark);
+    void MoveCursor(TimelineContext& timeline, float time);
+    void DrawMarkAt(CDC* dc, const CRect& client, float time, bool pointsUp, COLORREF color) const;
+
+    bool pressed = false; ///< between a press and its release
 };

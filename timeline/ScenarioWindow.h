@@ -29,6 +29,8 @@ public:
     /// Back to the key parameters of the data folder.
     virtual void ReloadKeysParams() = 0;
     virtual void ShowFilm(IFilm* film, bool flag) = 0;
+    /// A track that is about to be deleted: no row and no view looks at it any more.
+    virtual void ForgetTrack(const CFilmTrack* track) = 0;
     /// Writes position, rotation and scale keys on the object's rows from its new and old matrix.
     virtual void RecordObjectKeys(EditorObject* object, float time, const float* newMatrix,
                                   const float* oldMatrix) = 0;

@@ -30,4 +30,10 @@ protected:
     void OnLButtonDown(UINT flags, CPoint point);
     void OnLButtonUp(UINT flags, CPoint point);
     void OnMouseMove(UINT flags, CPoint point);
+
+private:
+    bool IsHorizontal() const { return vertical == 0; }
+    bool IsVertical() const { return vertical == 1; }
+    void PlaceThumb(int& from, int& to) const;
+    CRect PageBackRect() const;
 };

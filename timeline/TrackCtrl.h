@@ -9,9 +9,11 @@
 
 #include <list>
 #include <string>
+#include <vector>
 
 class CMenu;
 class CTrackKey;
+class RowWatch;
 class TimelineContext;
 
 /// One line of the timeline: a name cell and the keys of one kind of one track. A root row (kind 21) holds no
@@ -69,6 +71,9 @@ public:
     void ToggleExpanded();
     void SetVisibleFlag(bool flag);
     void SetKindFlag(int flagKind, bool flag);
+    /// The expanded state that is stored for this root row's track in the current film; a record with
+    /// defaults is made if there is none.
+    void ReadStoredState(std::uint8_t& storedExpanded);
 
     // Keys.
     /// Puts a view into the row of this tree that takes it. `existing`: the record is in the track already.
@@ -76,6 +81,8 @@ public:
     /// Takes a view out; with `destroy` and `noUndo` the view and its record are deleted.
     void RemoveKey(CTrackKey* view, bool destroy, bool redraw, bool noUndo);
     void DeleteAllKeys(bool redraw);
+    /// The track is going: the views go, their records are no longer looked at, and `track` becomes null.
+    void DropTrack();
     void SaveKeyTimes();
     void RestoreKeyTimes(bool keep);
     void ShiftKeysNear(float from, float to);
@@ -106,6 +113,57 @@ protected:
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
     void OnPaint();
     void OnKeyDown(UINT key, UINT repeat, UINT flags);
+
+private:
+    friend class RowWatch;
+
+    // Places and times.
+    CRect ClientRect() const;
+    int KeyX(float time, float scale) const;
+    bool IsInView(const CTrackKey& key) const;
+    bool FindCandidates(float time, float secondsPerPixel, std::vector<CTrackKey*>& found) const;
+
+    // Painting, in the order of the calls.
+    int PaintFrame(CDC& dc, const CRect& client) const;
+    void PaintKeys(CDC& dc, const CRect& area);
+    void PaintKey(CDC& dc, CTrackKey& key, const CRect& area) const;
+    void DropCoveredKeys(std::vector<CTrackKey*>& shown) const;
+    void PaintName(CDC& dc, const CRect& cell) const;
+    COLORREF GetNameColor() const;
+    void PaintLines(CDC& dc, const CRect& area, const TimelineContext& timeline) const;
+    void PaintLine(CDC& dc, const CRect& area, float time) const;
+    void PlaceButton(const CRect& client);
+    void SetButtonSign(char sign);
+
+    // Mouse.
+    CTrackKey* FindGrippedKey(int x) const;
+    void PressKey(TimelineContext& timeline, CPoint point);
+    void PressEmpty(TimelineContext& timeline, int x);
+    void PressObject(EditorObject& object) const;
+    void PressCamera() const;
+
+    // The tree.
+    void NameAfterKind();
+    bool IsCameraRow() const { return kind == KeyKind::Camera; }
+    bool AskForMeshElement(EditorObject& object, const std::string& element);
+    bool EnsureAnimationRow(TimelineContext& timeline, EditorObject& object, const std::string& element);
+    void PlaceCameraRow(CTrackCtrl* row);
+
+    // Keys.
+    bool TakesKey(const IFilmKey& record) const;
+    bool AddToChild(CTrackKey* view, bool redraw, bool existing, bool noUndo);
+    void FillNewRecord(IFilmKey& record) const;
+    void ShowInEngine() const;
+    void DropView(CTrackKey* view);
+    void DropViews();
+    void RemoveViews(const std::vector<CTrackKey*>& gone);
+
+    /// Of all rows' views: no view is hit more than half of this beside its time. Pixels.
+    static int widestHit;
+
+    RowWatch* watch = nullptr; ///< the newest of those that stand on the stack
+    CRect buttonRect;          ///< where the button was put last
+    char buttonSign = '+';
 };
 
 /// The key last pressed or last added, of the whole plug-in; null while there is none.

@@ -98,6 +98,7 @@ public:
     void ClearUndo() override { log.push_back("ClearUndo"); }
     void ReloadKeysParams() override { log.push_back("ReloadKeysParams"); }
     void ShowFilm(IFilm*, bool) override { log.push_back("ShowFilm"); }
+    void ForgetTrack(const CFilmTrack*) override { log.push_back("ForgetTrack"); }
     void RecordObjectKeys(EditorObject* object, float time, const float* newMatrix,
                           const float* oldMatrix) override;
     IAttachDialog* GetAttachDialog() override { return hasAttachDialog ? this : nullptr; }

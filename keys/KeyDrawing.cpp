@@ -1,0 +1,14 @@
+#include "keys/KeyDrawing.h"
+
+#include "framework/Constants.h"
+
+void DrawKeyOutline(CDC& dc, const CRect& rect, const CRect* clip) {
+    constexpr int kGrow = 5;
+    CRect frame = rect;
+    frame.InflateRect(kGrow, kGrow);
+    if (clip != nullptr && !frame.IntersectRect(frame, *clip)) {
+        return;
+    }
+    SelectionScope<CBrush> hollow(dc, *static_cast<CBrush*>(StockObject(NULL_BRUSH)));
+    dc.Rectangle(frame);
+}

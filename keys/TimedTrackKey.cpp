@@ -1,0 +1,168 @@
+#include "keys/TimedTrackKey.h"
+
+#include "framework/Constants.h"
+#include "keys/KeyDrawing.h"
+#include "keys/Pixels.h"
+#include "plugin/contract/FilmManager.h"
+#include "plugin/contract/FilmTrack.h"
+#include "plugin/PluginImpl.h"
+
+#include <cmath>
+
+namespace {
+
+/// Shorter keys can't be gripped; a duration up to this is never taken.
+constexpr float kMinDuration = 0.001f;
+constexpr int kGripDistance = 3;
+constexpr COLORREF kBlack = 0x000000;
+constexpr COLORREF kWhite = 0xFFFFFF;
+
+/// The text inside the key, null for kinds without.
+const std::string* LabelOf(const IFilmKey& record) {
+    switch (record.kind) {
+    case KeyKind::Camera:
+        return &static_cast<const CFilmCameraKey&>(record).cameraName;
+    case KeyKind::Animation:
+        return &static_cast<const CFilmAnimationKey&>(record).animationName;
+    case KeyKind::Speech:
+        return &static_cast<const CFilmSpeechKey&>(record).speechPath;
+    case KeyKind::Sound:
+        return &static_cast<const CFilmSoundKey&>(record).wavPath;
+    default:
+        return nullptr;
+    }
+}
+
+CFont& LabelFont() {
+    constexpr int kTenthsOfPoint = 80;
+    static CFont font;
+    if (font.face.empty()) {
+        font.CreatePointFont(kTenthsOfPoint, "Arial");
+    }
+    return font;
+}
+
+void DrawLabel(CDC& dc, const std::string& text, const CRect& box) {
+    SelectionScope<CFont> font(dc, LabelFont());
+    const int oldMode = dc.SetBkMode(TRANSPARENT);
+    dc.DrawText(text, box, DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_PATH_ELLIPSIS);
+    dc.SetBkMode(oldMode);
+}
+
+/// White squares beside the box; one wholly outside the clip is not drawn.
+void DrawGrips(CDC& dc, const CRect& box, const CRect* clip) {
+    const int side = box.Height();
+    const CRect grips[] = {
+        {box.left - kGripDistance - side, box.top, box.left - kGripDistance, box.bottom},
+        {box.right + kGripDistance, box.top, box.right + kGripDistance + side, box.bottom}};
+    CBrush white(kWhite);
+    SelectionScope<CBrush> brush(dc, white);
+    for (CRect grip : grips) {
+        if (clip == nullptr || grip.IntersectRect(grip, *clip)) {
+            dc.Rectangle(grip);
+        }
+    }
+}
+
+/// A record that leaves its view is deleted, and the attributes window lets go of it.
+void DestroyRecord(IFilmKey* record) {
+    IPluginImpl& plugin = GetPlugin();
+    if (plugin.keyAttributesDlg != nullptr && plugin.keyAttributesDlg->GetRecord() == record) {
+        plugin.keyAttributesDlg->ForgetKey();
+    }
+    if (record->track != nullptr) {
+        record->track->RemoveKey(record, /*destroy*/ true);
+    } else if (IFilmManager* manager = plugin.GetFilmManager()) {
+        manager->keyFactory->DestroyKey(record);
+    }
+}
+
+} // namespace
+
+void CTimedTrackKey::SetRecord(IFilmKey* newRecord, bool takeTimes) {
+    IFilmKey* old = record;
+    record = newRecord;
+    if (old != nullptr && old != newRecord) {
+        DestroyRecord(old);
+    }
+    if (record != nullptr && takeTimes) {
+        time = record->time;
+        duration = record->endTime - record->time;
+        TimesChanged();
+    }
+}
+
+void CTimedTrackKey::SetDuration(float newDuration, bool viewOnly) {
+    if (!(newDuration > kMinDuration)) {
+        return;
+    }
+    duration = newDuration;
+    TimesChanged();
+    if (!viewOnly && record != nullptr) {
+        record->SetEndTime(duration + time);
+    }
+}
+
+CRect CTimedTrackKey::GetBox(int x, int y, float pixelsPerSecond) const {
+    const float width = pixelsPerSecond * duration;
+    const int whole = CutToPixel(width);
+    const int rest = width - static_cast<float>(whole) > 0.5f ? 1 : 0;
+    return {x - 1, y + 1, x + whole - 1 + rest, y + GetDrawnHeight() - 1};
+}
+
+void CTimedTrackKey::Draw(CDC* dc, int x, int y, float pixelsPerSecond, const CRect* clip, bool outline) {
+    if (dc == nullptr || state == kHidden) {
+        return;
+    }
+    CPen black(PS_SOLID, 2, kBlack);
+    SelectionScope<CPen> pen(*dc, black);
+    CRect box = GetBox(CutToPixel(x), CutToPixel(y), pixelsPerSecond);
+    CBrush fill(state == kNormal ? normalColor : state == kHighlighted ? highlightColor : kBlack);
+    {
+        SelectionScope<CBrush> brush(*dc, fill);
+        dc->Rectangle(box);
+    }
+    if (selected) {
+        DrawGrips(*dc, box, clip);
+        // Required: only a selected key's box is cut, and the label moves with it.
+        if (clip != nullptr && !box.IntersectRect(box, *clip)) {
+            return;
+        }
+    }
+    const std::string* label = record != nullptr ? LabelOf(*record) : nullptr;
+    if (label != nullptr && !label->empty()) {
+        DrawLabel(*dc, *label, box);
+    }
+    if (outline) {
+        DrawKeyOutline(*dc, box, clip);
+    }
+}
+
+bool CTimedTrackKey::HitTime(float mouseTime, float /*secondsPerPixel*/) const {
+    return mouseTime >= time && mouseTime <= time + duration;
+}
+
+bool CTimedTrackKey::HitGrip(int x, int keyX, float pixelsPerSecond) const {
+    // Required: the squares are drawn 2 pixels smaller, and neither y nor the selection counts.
+    const int start = CutToPixel(keyX);
+    const int end = start + CutToPixel(pixelsPerSecond * duration);
+    const int side = GetDrawnHeight();
+    return (x >= start - side - kGripDistance && x <= start - kGripDistance) ||
+           (x >= end + kGripDistance && x <= end + side + kGripDistance);
+}
+
+bool CTimedTrackKey::CopyFrom(const CTrackKey* other, bool copyTime) {
+    if (!CTrackKey::CopyFrom(other, copyTime)) {
+        return false;
+    }
+    if (other->record != nullptr && (other->record->flags & KeyFlag::NoDuration) != 0) {
+        return true;
+    }
+    SetDuration(other->GetDuration(), /*viewOnly*/ false);
+    return true;
+}
+
+bool CTimedTrackKey::Equals(const CTrackKey* other, bool compareTime) const {
+    return CTrackKey::Equals(other, compareTime) && dynamic_cast<const CTimedTrackKey*>(other) != nullptr &&
+           std::fabs(duration - other->GetDuration()) < kSameTimeSeconds;
+}

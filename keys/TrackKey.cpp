@@ -1,0 +1,149 @@
+#include "keys/TrackKey.h"
+
+#include "keys/KeyViewList.h"
+#include "keys/Pixels.h"
+#include "plugin/PluginImpl.h"
+#include "timeline/TimelineContext.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+bool IsTimelineRebuilding() {
+    const TimelineContext* timeline = GetTimeline();
+    return timeline != nullptr && timeline->IsRebuilding();
+}
+
+} // namespace
+
+CTrackKey::~CTrackKey() {
+    if (list != nullptr) {
+        list->Remove(this);
+    }
+}
+
+void CTrackKey::SetSelected(bool flag) {
+    selected = flag;
+    if (state == kHidden) {
+        return;
+    }
+    state = flag ? kHighlighted : kNormal;
+    IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
+    if (dialog != nullptr && dialog->IsVisible() && !IsTimelineRebuilding()) {
+        dialog->SetKey(this, /*refresh*/ false);
+    }
+}
+
+void CTrackKey::SaveTime() {
+    savedTime = time;
+}
+
+void CTrackKey::RestoreTime(bool keep) {
+    if (!keep) {
+        SetPosition(savedTime, /*viewOnly*/ false);
+    }
+    savedTime = -1.0f;
+}
+
+void CTrackKey::OnDoubleClick() {
+    if (TimelineContext* timeline = GetTimeline()) {
+        timeline->activeKey = this;
+    }
+    ShowAttributes();
+}
+
+void CTrackKey::ShowAttributes() {
+    constexpr int kShow = 5;
+    IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
+    if (dialog != nullptr && !dialog->locked) {
+        dialog->SetKey(this, /*refresh*/ false);
+        dialog->Show(kShow);
+    }
+}
+
+void CTrackKey::OnLButtonDown(int /*x*/, int /*y*/, float /*pixelsPerSecond*/, CPoint /*point*/,
+                              float /*pressTime*/) {
+    if (TimelineContext* timeline = GetTimeline()) {
+        timeline->activeKey = this;
+    }
+}
+
+bool CTrackKey::CopyFrom(const CTrackKey* other, bool copyTime) {
+    if (other == nullptr) {
+        return false;
+    }
+    name = other->name;
+    normalColor = other->normalColor;
+    highlightColor = other->highlightColor;
+    if (other->rectHeight >= 0) {
+        rectHeight = other->rectHeight;
+    }
+    if (copyTime) {
+        SetPosition(other->time, /*viewOnly*/ false);
+    }
+    if (record != nullptr && other->record != nullptr) {
+        record->CopyFrom(*other->record, 0);
+    }
+    return true;
+}
+
+bool CTrackKey::Equals(const CTrackKey* other, bool compareTime) const {
+    if (other == nullptr) {
+        return false;
+    }
+    if (compareTime && std::fabs(time - other->time) >= kSameTimeSeconds) {
+        return false;
+    }
+    if (record != nullptr && other->record != nullptr && !record->Equals(*other->record, compareTime)) {
+        return false;
+    }
+    return name == other->name && normalColor == other->normalColor &&
+           highlightColor == other->highlightColor && rectHeight == other->rectHeight;
+}
+
+void CTrackKey::SetPosition(float newTime, bool viewOnly) {
+    time = newTime;
+    TimesChanged();
+    if (!viewOnly && record != nullptr) {
+        record->SetTime(time);
+        record->SetEndTime(time + GetDuration());
+    }
+}
+
+void CTrackKey::ApplyKeyParams(const KeyKindParams* params) {
+    if (params == nullptr) {
+        return;
+    }
+    normalColor = params->normalColor;
+    highlightColor = params->highlightColor;
+    if (params->rectHeight >= 0) {
+        rectHeight = params->rectHeight;
+    }
+    // Required: a selected view loses its highlight, not its selection.
+    state = params->visible ? kNormal : kHidden;
+}
+
+bool CTrackKey::IsDrawnBefore(const CTrackKey* other) const {
+    if (other == nullptr) {
+        return false;
+    }
+    if (rectHeight != other->rectHeight) {
+        return rectHeight < other->rectHeight;
+    }
+    return GetDuration() < other->GetDuration();
+}
+
+float CTrackKey::GetNaturalDuration() const {
+    return record != nullptr ? record->GetNaturalDuration() : -1.0f;
+}
+
+int CTrackKey::GetDrawnHeight() const {
+    return std::clamp(rectHeight, -kPixelLimit, kPixelLimit);
+}
+
+void CTrackKey::TimesChanged() {
+    if (list != nullptr) {
+        list->TimesChanged();
+    }
+}

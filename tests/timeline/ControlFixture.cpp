@@ -1,0 +1,99 @@
+#include "tests/timeline/ControlFixture.h"
+
+#include <QCoreApplication>
+#include <QTest>
+
+namespace {
+
+constexpr UINT kControlId = 1234;
+
+} // namespace
+
+void ControlHolder::ShowCurrentFilm() {
+    if (control != nullptr) {
+        control->ShowFilm(GetPlugin().GetCurrentFilm(), true);
+    }
+}
+
+void ControlHolder::SetTime(float time) {
+    if (control != nullptr) {
+        control->SetCurrentTime(time, true);
+    }
+}
+
+void ControlHolder::PressButton(unsigned id, bool down) {
+    pressed.push_back(std::to_string(id) + (down ? " true" : " false"));
+}
+
+ControlTest::ControlTest() {
+    control = std::make_unique<CFilmsMainCtrl>();
+    boxes.clear(); // this editor has no data folder
+    frame.Create(nullptr, "frame", WS_POPUP | WS_VISIBLE, CRect(0, 0, kWidth, kHeight), nullptr, 0);
+    control->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, kWidth, kHeight), &frame,
+                    kControlId);
+    control->RecalcLayout();
+    holder.control = control.get();
+    plugin.scenarioDlg = &holder;
+    Settle();
+}
+
+ControlTest::~ControlTest() {
+    plugin.StopPlaying();
+    plugin.scenarioDlg = nullptr;
+    control.reset();
+    frame.DestroyWindow();
+    Settle();
+}
+
+void ControlTest::Resize(int width, int height) {
+    control->MoveWindow(0, 0, width, height);
+    control->RecalcLayout();
+}
+
+CTrackCtrl* ControlTest::RowOf(const std::string& rootName, int kind, int subIndex) {
+    for (CTrackCtrl* row : control->tracks) {
+        if (row->IsRoot() && row->name == rootName) {
+            return kind == KeyKind::None ? row : row->FindChild(kind, subIndex);
+        }
+    }
+    return nullptr;
+}
+
+std::vector<std::string> ControlTest::RowNames() const {
+    std::vector<std::string> names;
+    for (const CTrackCtrl* row : control->tracks) {
+        names.push_back((row->IsRoot() ? "" : "  ") + row->name);
+    }
+    return names;
+}
+
+std::vector<std::string> ControlTest::VisibleNames() const {
+    std::vector<std::string> names;
+    for (const CTrackCtrl* row : control->visibleTracks) {
+        names.push_back(row->name);
+    }
+    return names;
+}
+
+IFilm* ControlTest::OpenFilmWithActors(int count) {
+    std::vector<EditorObject*> actors;
+    for (int i = 0; i < count; ++i) {
+        actors.push_back(editor.Create("Actor" + std::to_string(100 + i)));
+    }
+    return OpenFilmWith(actors);
+}
+
+CRect ControlTest::PlaceOf(const CWnd* child) const {
+    CRect rect;
+    child->GetWindowRect(&rect);
+    control->ScreenToClient(&rect);
+    return rect;
+}
+
+void ControlTest::Settle(int milliseconds) {
+    if (milliseconds > 0) {
+        QTest::qWait(milliseconds);
+    }
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+}

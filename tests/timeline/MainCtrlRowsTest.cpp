@@ -1,0 +1,232 @@
+#include "tests/timeline/ControlFixture.h"
+
+#include <algorithm>
+#include <gmock/gmock.h>
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+class MainCtrlRowsTest : public ControlTest {
+protected:
+    /// Rows of no track: "0", "1", ...
+    void AddBareRows(int count) {
+        for (int i = 0; i < count; ++i) {
+            control->AddTrackCtrl(/*redraw*/ false)->name = std::to_string(i);
+        }
+    }
+    CTrackCtrl* Row(std::size_t index) {
+        return *std::next(control->tracks.begin(), static_cast<long>(index));
+    }
+    std::string TopName() const { return control->topRow != nullptr ? control->topRow->name : "none"; }
+};
+
+} // namespace
+
+TEST_F(MainCtrlRowsTest, TheFirstRowBecomesTheTopRow) {
+    AddBareRows(2);
+    EXPECT_EQ(TopName(), "0");
+    EXPECT_EQ(control->vScroll->rangeEnd, 2.0f);
+    EXPECT_EQ(control->vScroll->page, 2.0f);
+}
+
+TEST_F(MainCtrlRowsTest, ThePageGrowsOnlyWhileRowsFit) {
+    AddBareRows(20); // 16 count as fitting
+    EXPECT_EQ(control->vScroll->rangeEnd, 20.0f);
+    EXPECT_EQ(control->vScroll->page, 16.0f);
+}
+
+TEST_F(MainCtrlRowsTest, ANewRowTakesTheAxisOfTheRuler) {
+    control->SetMovieRange(0.0f, 8.0f);
+    control->SetViewRange(1.0f, 5.0f, false);
+    control->SetTicsDistance(0.5f, false);
+    control->SetBigTics(3, false);
+    CTrackCtrl* row = control->AddTrackCtrl(false);
+    EXPECT_EQ(row->rangeEnd, 8.0f);
+    EXPECT_EQ(row->viewStart, 1.0f);
+    EXPECT_EQ(row->viewEnd, 5.0f);
+    EXPECT_EQ(row->ticDistance, 0.5f);
+    EXPECT_EQ(row->bigTics, 3);
+    EXPECT_NE(row->IsFlickerFree(), 0);
+    EXPECT_FALSE(row->IsWindowVisible());
+}
+
+TEST_F(MainCtrlRowsTest, RebuildingListsTheVisibleRowsInOrder) {
+    AddBareRows(4);
+    Row(1)->visible = false;
+    control->RebuildVisibleRows(/*redraw*/ false, nullptr);
+    EXPECT_THAT(VisibleNames(), ElementsAre("0", "2", "3"));
+    EXPECT_EQ(control->vScroll->rangeEnd, 3.0f);
+}
+
+TEST_F(MainCtrlRowsTest, AHiddenTopRowGivesWayToTheNextTowardsTheStart) {
+    AddBareRows(40);
+    control->topRow = Row(10);
+    Row(10)->visible = false;
+    Row(9)->visible = false;
+    control->RebuildVisibleRows(false, nullptr);
+    EXPECT_EQ(TopName(), "8");
+}
+
+TEST_F(MainCtrlRowsTest, WithNoneTowardsTheStartTheNearestBehindBecomesTheTopRow) {
+    AddBareRows(40);
+    for (std::size_t i = 0; i < 5; ++i) {
+        Row(i)->visible = false;
+    }
+    control->topRow = Row(1);
+    control->RebuildVisibleRows(false, nullptr);
+    EXPECT_EQ(TopName(), "5");
+}
+
+TEST_F(MainCtrlRowsTest, WithNoVisibleRowThereIsNoTopRow) {
+    AddBareRows(2);
+    Row(0)->visible = Row(1)->visible = false;
+    control->RebuildVisibleRows(true, nullptr);
+    EXPECT_EQ(TopName(), "none");
+    EXPECT_EQ(control->vScroll->position, 0.0f);
+}
+
+TEST_F(MainCtrlRowsTest, TheLastPageStaysFullButForOneRow) {
+    AddBareRows(30);
+    control->topRow = Row(25); // 5 rows are left of 16: 10 rows back
+    control->RebuildVisibleRows(false, nullptr);
+    EXPECT_EQ(TopName(), "15");
+    EXPECT_EQ(control->vScroll->position, 15.0f);
+}
+
+TEST_F(MainCtrlRowsTest, TheLastPageStopsAtTheFirstRow) {
+    AddBareRows(4);
+    control->topRow = Row(3);
+    control->RebuildVisibleRows(false, nullptr);
+    EXPECT_EQ(TopName(), "0");
+}
+
+TEST_F(MainCtrlRowsTest, ATopRowOutsideTheListCountsAsNone) {
+    AddBareRows(3);
+    control->visibleTracks.erase(control->visibleTracks.begin());
+    control->ArrangeRows(false, true); // the top row is no longer listed
+    for (const CTrackCtrl* row : control->visibleTracks) {
+        EXPECT_FALSE(row->IsWindowVisible());
+    }
+}
+
+TEST_F(MainCtrlRowsTest, HandleFindsTheRowAgain) {
+    OpenFilmWithActors(40);
+    control->topRow = RowOf("Actor105");
+    RowHandle handle;
+    control->GetTopRowHandle(handle);
+    EXPECT_EQ(handle.track, control->topRow->track);
+    EXPECT_EQ(handle.kind, KeyKind::None);
+    control->topRow = nullptr;
+    control->RebuildVisibleRows(false, &handle);
+    EXPECT_EQ(TopName(), "Actor105");
+}
+
+TEST_F(MainCtrlRowsTest, HandleOfNoRowReadsEmpty) {
+    RowHandle handle{nullptr, 3, 7};
+    control->GetTopRowHandle(handle);
+    EXPECT_EQ(handle.track, nullptr);
+    EXPECT_EQ(handle.kind, 21);
+    EXPECT_EQ(handle.subIndex, -1);
+}
+
+TEST_F(MainCtrlRowsTest, AnUnknownHandleLeavesTheTopRow) {
+    OpenFilmWithActors(40);
+    control->topRow = RowOf("Actor103");
+    const RowHandle unknown{control->topRow->track, KeyKind::Camera, 4};
+    control->RebuildVisibleRows(false, &unknown);
+    EXPECT_EQ(TopName(), "Actor103");
+}
+
+TEST_F(MainCtrlRowsTest, InsertMovesARowBeforeOrBehindAnother) {
+    AddBareRows(4);
+    control->InsertTrackCtrl(Row(3), Row(1), /*before*/ true);
+    EXPECT_THAT(RowNames(), ElementsAre("0", "3", "1", "2"));
+    control->InsertTrackCtrl(Row(0), Row(3), /*before*/ false);
+    EXPECT_THAT(RowNames(), ElementsAre("3", "1", "2", "0"));
+}
+
+TEST_F(MainCtrlRowsTest, InsertBesideAnUnknownRowTakesTheRowOut) {
+    AddBareRows(2);
+    control->InsertTrackCtrl(Row(0), nullptr, true);
+    EXPECT_THAT(RowNames(), ElementsAre("1"));
+    control->RebuildVisibleRows(true, nullptr);
+    EXPECT_EQ(TopName(), "1");
+}
+
+TEST_F(MainCtrlRowsTest, RemovingARootRowRemovesItsTrackFromTheFilm) {
+    IFilm* film = OpenFilmWithActors(2);
+    const std::size_t tracks = film->tracks.size();
+    control->RemoveTrackCtrl(RowOf("Actor100"), true);
+    EXPECT_EQ(film->tracks.size(), tracks - 1);
+    EXPECT_EQ(RowOf("Actor100"), nullptr);
+    EXPECT_NE(RowOf("Actor101"), nullptr);
+}
+
+TEST_F(MainCtrlRowsTest, RemovingTheTopRowFindsAnother) {
+    OpenFilmWithActors(40);
+    control->topRow = RowOf("Actor105");
+    control->RemoveTrackCtrl(RowOf("Actor105"), true);
+    EXPECT_EQ(TopName(), "Actor104");
+}
+
+TEST_F(MainCtrlRowsTest, RemovingAKindRowKeepsItsRecords) {
+    IFilm* film = OpenFilmWithActors(1);
+    CTrackCtrl* root = RowOf("Actor100");
+    CTrackCtrl* positions = RowOf("Actor100", KeyKind::Position);
+    control->RemoveTrackCtrl(positions, true);
+    EXPECT_EQ(root->FindChild(KeyKind::Position, -2), nullptr);
+    EXPECT_EQ(KeysOf(*film->tracks.back(), KeyKind::Position).size(), 1u);
+}
+
+TEST_F(MainCtrlRowsTest, RemovingACameraRowDeletesItsKeysAndRenumbersTheOthers) {
+    IFilm* film = OpenNewFilm();
+    for (int index = 0; index < 3; ++index) {
+        AddCut(film, "", static_cast<float>(index), static_cast<float>(index) + 1.0f, index);
+    }
+    control->ShowFilm(film, true);
+    control->RemoveTrackCtrl(RowOf("Level", KeyKind::Camera, 1), true);
+    CTrackCtrl* level = RowOf("Level");
+    EXPECT_NE(level->FindChild(KeyKind::Camera, 0), nullptr);
+    EXPECT_EQ(level->FindChild(KeyKind::Camera, 1)->name, "Camera keys(1)");
+    EXPECT_EQ(level->FindChild(KeyKind::Camera, 2), nullptr);
+    const std::vector<IFilmKey*> left = KeysOf(*film->mainTrack, KeyKind::Camera);
+    ASSERT_EQ(left.size(), 2u);
+    EXPECT_EQ(static_cast<CFilmCameraKey*>(left[1])->priority, 1);
+}
+
+TEST_F(MainCtrlRowsTest, DeletingAllRowsEmptiesTheRowBar) {
+    OpenFilmWithActors(20);
+    control->DeleteAllRows();
+    EXPECT_THAT(RowNames(), IsEmpty());
+    EXPECT_THAT(VisibleNames(), IsEmpty());
+    EXPECT_EQ(control->topRow, nullptr);
+    EXPECT_EQ(control->vScroll->rangeEnd, 0.0f);
+    EXPECT_EQ(control->vScroll->page, 0.0f);
+}
+
+TEST_F(MainCtrlRowsTest, FindsTheRowOfAnObjectOnlyAmongActorsAndLights) {
+    OpenFilmWithActors(2);
+    EditorObject* actor = AsObjectTrack(RowOf("Actor101")->track)->actor;
+    EXPECT_EQ(control->FindRowOfObject(actor), RowOf("Actor101"));
+    EXPECT_EQ(control->FindRowOfObject(nullptr), nullptr);
+    EXPECT_EQ(control->FindRowOfObject(editor.Create("Bystander")), nullptr);
+}
+
+TEST_F(MainCtrlRowsTest, FindsTheRowOfARecord) {
+    IFilm* film = OpenFilmWithActors(1);
+    CFilmCameraKey* second = AddCut(film, "", 0.0f, 1.0f, 1);
+    control->ShowFilm(film, true);
+    EXPECT_EQ(control->FindRowOfKey(second), RowOf("Level", KeyKind::Camera, 1));
+    IFilmKey* position = KeysOf(*RowOf("Actor100")->track, KeyKind::Position).front();
+    EXPECT_EQ(control->FindRowOfKey(position), RowOf("Actor100", KeyKind::Position));
+    EXPECT_EQ(control->FindRowOfKey(nullptr), nullptr);
+}
+
+TEST_F(MainCtrlRowsTest, FindsTheRowOfAView) {
+    OpenFilmWithActors(2);
+    CTrackCtrl* row = RowOf("Actor101", KeyKind::Rotation);
+    EXPECT_EQ(control->FindRowOfKeyView(row->keys.front(), /*byValue*/ false), row);
+    EXPECT_EQ(control->FindRowOfKeyView(nullptr, false), nullptr);
+}

@@ -1,0 +1,86 @@
+#include "timeline/FilmsMainCtrl.h"
+
+#include "framework/MessageBox.h"
+#include "plugin/PluginImpl.h"
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+constexpr const char* kWrongTrack = "Cannot perform action for track this type!";
+
+/// The one object that is selected, or null.
+EditorObject* OnlySelectedObject() {
+    IEditorView* view = GetPlugin().view;
+    const ObjectList* selected = view != nullptr ? view->GetSelectedObjects() : nullptr;
+    return selected != nullptr && selected->size() == 1 ? selected->front() : nullptr;
+}
+
+bool CanAct(EditorObject* object) {
+    const IPluginImpl& plugin = GetPlugin();
+    return object->IsA(ClassId::EditorObject) && (!plugin.ObjectDerivesFrom(object, ClassName::Helper) ||
+                                                  plugin.ObjectDerivesFrom(object, ClassName::VirtualObject));
+}
+
+bool IsLinkedFx(int kind) {
+    return kind == KeyKind::FxSequence || kind == KeyKind::FxParticle || kind == KeyKind::FxTrace ||
+           kind == KeyKind::FxFlare;
+}
+
+/// What a key needs and the object hasn't; empty if nothing.
+std::string FaultOfKey(const IFilmKey& key, const EditorObject& object) {
+    if (key.kind == KeyKind::Animation) {
+        const auto& animation = static_cast<const CFilmAnimationKey&>(key);
+        if (object.FindMeshElement(animation.meshElement) < 0) {
+            return "Cannot find mesh element for animation key!";
+        }
+        if (!animation.animationName.empty() && object.FindAnimation(animation.animationName) < 0) {
+            return "Cannot find animation sequence " + animation.animationName + " for animation key!";
+        }
+    } else if (IsLinkedFx(key.kind) &&
+               object.FindMeshElement(static_cast<const CFilmFxKey&>(key).linkElement) < 0) {
+        return "Cannot find mesh element for FX key!";
+    }
+    return {};
+}
+
+std::string FaultOfActor(CFilmTrack* track, EditorObject* object) {
+    if (AsObjectTrack(track) == nullptr) {
+        return kWrongTrack;
+    }
+    if (object == nullptr) {
+        return "Cannot perform action for such selection!";
+    }
+    if (!CanAct(object)) {
+        return "Cannot change actor to that object!";
+    }
+    for (const IFilmKey* key : track->keys) {
+        if (std::string fault = FaultOfKey(*key, *object); !fault.empty()) {
+            return fault;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+bool CFilmsMainCtrl::ChangeActor() {
+    changingActor = false;
+    CFilmTrack* track = menuRow != nullptr ? menuRow->track : nullptr;
+    EditorObject* object = OnlySelectedObject();
+    const std::string fault = FaultOfActor(track, object);
+    if (!fault.empty()) {
+        AfxMessageBox(fault);
+        return false;
+    }
+    IPluginImpl& plugin = GetPlugin();
+    AsObjectTrack(track)->SetActor(object, plugin.ObjectDerivesFrom(object, ClassName::VirtualObject));
+    menuRow->name = object->name;
+    ShowFilm(plugin.GetCurrentFilm(), /*flag*/ true);
+    return true;
+}
+
+/// Moves in the views leave the keys of the film that is shown as they are.
+void CFilmsMainCtrl::RecordObjectKeys(EditorObject*, float, const float*, const float*) {
+}

@@ -1,0 +1,181 @@
+#include "timeline/FilmsMainCtrl.h"
+
+#include "helpers/FilmsLightHelper.h"
+#include "keys/NullTimeTrackKey.h"
+#include "keys/TimedTrackKey.h"
+#include "plugin/PluginImpl.h"
+#include "timeline/TrackOrder.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+namespace {
+
+/// Camera keys from this priority on never show, so they need no row.
+constexpr int kCameraRowLimit = 2000;
+
+/// One more than the highest camera index among the track's keys, at least 1; 0 where there are no camera
+/// rows.
+int CountCameraRows(CFilmTrack* track) {
+    if (AsLevelTrack(track) == nullptr) {
+        return 0;
+    }
+    int highest = 0;
+    for (const IFilmKey* key : track->keys) {
+        if (key->kind == KeyKind::Camera) {
+            highest = std::max(highest, static_cast<const CFilmCameraKey*>(key)->priority);
+        }
+    }
+    return std::min(highest, kCameraRowLimit - 1) + 1;
+}
+
+std::unique_ptr<CTrackKey> MakeView(IFilmKey* record) {
+    std::unique_ptr<CTrackKey> view;
+    if ((record->flags & KeyFlag::NoDuration) != 0) {
+        view = std::make_unique<CNullTimeTrackKey>();
+    } else {
+        view = std::make_unique<CTimedTrackKey>();
+    }
+    view->SetRecord(record, /*takeTimes*/ true);
+    return view;
+}
+
+/// Brings a row's keys into draw order once, when all are in.
+class FillScope {
+public:
+    explicit FillScope(CTrackCtrl& root) : rows(root.children.begin(), root.children.end()) {
+        for (CTrackCtrl* row : rows) {
+            row->keys.BeginFill();
+        }
+    }
+    ~FillScope() {
+        for (CTrackCtrl* row : rows) {
+            row->keys.EndFill();
+        }
+    }
+    FillScope(const FillScope&) = delete;
+    FillScope& operator=(const FillScope&) = delete;
+
+private:
+    std::vector<CTrackCtrl*> rows;
+};
+
+} // namespace
+
+void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
+    IPluginImpl& plugin = GetPlugin();
+    const float savedTime = plugin.currentTime;
+    RowHandle handle;
+    GetTopRowHandle(handle);
+    ClearUndo();
+    IFilmKey* shownRecord = LeaveAttributesDialog(film);
+    DeleteAllRows();
+    if (grid != nullptr) {
+        grid->DeleteMarks();
+    }
+    const unsigned generation = ++showGeneration;
+    if (film == nullptr) {
+        rebuilding = false;
+        CadvWnd::Invalidate(FALSE);
+        return;
+    }
+    IKeyAttributesDlg* dialog = plugin.GetKeyAttributesDlg();
+    plugin.AddSunTrack(film);
+    if (film->index >= 0 && film->index < IFilmManager::kFilms) {
+        ApplySettings(plugin.filmViewSettings[static_cast<std::size_t>(film->index)]);
+    }
+    rebuilding = true;
+    if (!MakeRows(film, generation)) {
+        return; // a message box let in a newer call, which has done it all
+    }
+    ClearSelection();
+    rebuilding = false;
+    if (dialog != nullptr) {
+        dialog->locked = false;
+        ReturnToAttributesDialog(shownRecord);
+    }
+    RebuildVisibleRows(/*redraw*/ true, &handle);
+    plugin.SetTime(savedTime, /*fromWindow*/ false);
+}
+
+/// The dialog lets go of a view that is about to be deleted. When the film stays, nothing is written to its
+/// key, and the answer is the record to come back to.
+IFilmKey* CFilmsMainCtrl::LeaveAttributesDialog(const IFilm* film) {
+    IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
+    IFilmKey* record = dialog != nullptr ? dialog->GetRecord() : nullptr;
+    if (record == nullptr) {
+        return nullptr;
+    }
+    if (film != nullptr && record->track != nullptr && record->track->film == film) {
+        dialog->ForgetKey();
+        return record;
+    }
+    dialog->SetKey(nullptr, /*refresh*/ false);
+    return nullptr;
+}
+
+void CFilmsMainCtrl::ReturnToAttributesDialog(const IFilmKey* record) {
+    const CTrackCtrl* row = FindRowOfKey(record);
+    if (row == nullptr) {
+        return;
+    }
+    for (const CTrackCtrl* sibling :
+         row->parent != nullptr ? row->parent->children : std::list<CTrackCtrl*>{}) {
+        for (CTrackKey* view : sibling->keys) {
+            if (view->record == record) {
+                GetPlugin().keyAttributesDlg->SetKey(view, /*refresh*/ false);
+                return;
+            }
+        }
+    }
+}
+
+/// False if another call of ShowFilm came between.
+bool CFilmsMainCtrl::MakeRows(IFilm* film, unsigned generation) {
+    std::vector<CFilmTrack*> order(film->tracks.begin(), film->tracks.end());
+    for (CFilmTrack* track : order) {
+        track->Finish();
+    }
+    SortTracks(order);
+    for (CFilmTrack* track : order) {
+        if (!ShowTrack(track, generation)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool CFilmsMainCtrl::ShowTrack(CFilmTrack* track, unsigned generation) {
+    CTrackCtrl* root = AddTrackCtrl(/*redraw*/ true);
+    if (root == nullptr) {
+        return true;
+    }
+    root->track = track;
+    root->name = RootRowName(track);
+    root->CreateChildRows(CountCameraRows(track));
+    if (generation != showGeneration) {
+        return false;
+    }
+    {
+        const FillScope fill(*root);
+        for (IFilmKey* record : track->keys) {
+            ShowKey(root, record);
+        }
+    }
+    std::uint8_t expanded = 0;
+    root->ReadStoredState(expanded);
+    root->UpdateVisibility(/*show*/ true);
+    root->SetExpanded(expanded != 0, /*redraw*/ false);
+    return true;
+}
+
+void CFilmsMainCtrl::ShowKey(CTrackCtrl* root, IFilmKey* record) {
+    std::unique_ptr<CTrackKey> view = MakeView(record);
+    if (root->AddKeyView(view.get(), /*redraw*/ false, /*existing*/ true, /*noUndo*/ true)) {
+        view.release();
+    } else {
+        ForgetView(view.get());
+    }
+}

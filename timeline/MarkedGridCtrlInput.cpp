@@ -1,0 +1,109 @@
+#include "timeline/MarkedGridCtrl.h"
+#include "timeline/TimelineContext.h"
+
+// The ruler writes the time under the mouse as it is; rows write it snapped to a frame. Required.
+
+namespace {
+
+void InvalidateInfo(TimelineContext& timeline) {
+    if (timeline.infoWnd != nullptr) {
+        timeline.infoWnd->Invalidate(FALSE);
+    }
+}
+
+} // namespace
+
+void CMarkedGridCtrl::MoveCursor(TimelineContext& timeline, float time) {
+    cursorMark->time = time;
+    timeline.SetCurrentFrame(time, /*redraw*/ true);
+}
+
+void CMarkedGridCtrl::BeginMarkDrag(TimelineContext& timeline, CMark* mark) {
+    dragMark = mark;
+    dragMarkTime = mark->time;
+    SetCapture();
+    timeline.SaveKeyTimes();
+}
+
+void CMarkedGridCtrl::OnLButtonDown(UINT flags, int x, int y) {
+    TimelineContext* timeline = TimelineOf(this);
+    if (timeline == nullptr) {
+        return;
+    }
+    const CPoint point(x, y);
+    const float time = TimeFromPoint(point);
+    const HWND self = GetSafeHwnd();
+    timeline->mouseTime = time;
+    InvalidateInfo(*timeline);
+    pressed = true;
+    if ((flags & MK_SHIFT) != 0) {
+        if (CMark* mark = FindMark(&point)) {
+            BeginMarkDrag(*timeline, mark);
+            return;
+        }
+        AddMark(time);
+        timeline->ArrangeRows(/*invalidate*/ true, /*move*/ false);
+        Invalidate(FALSE);
+    } else {
+        MoveCursor(*timeline, time);
+    }
+    // A film that plays runs its message loop inside the move of the cursor: by now the button may be up, or
+    // this window gone.
+    if (IsWindow(self) && pressed) {
+        SetCapture();
+    }
+}
+
+void CMarkedGridCtrl::OnMouseMove(UINT flags, int x, int y) {
+    TimelineContext* timeline = TimelineOf(this);
+    if (timeline == nullptr) {
+        return;
+    }
+    const float time = TimeFromPoint({x, y});
+    const HWND self = GetSafeHwnd();
+    timeline->mouseTime = time;
+    // Required: a mark's drag whose Shift is let go moves the cursor until Shift is down again.
+    if ((flags & MK_LBUTTON) != 0 && (flags & MK_SHIFT) == 0) {
+        MoveCursor(*timeline, time);
+    } else if (dragMark != nullptr) {
+        timeline->ShiftKeysAtMark(dragMark->time, time);
+        dragMark->time = time;
+    }
+    if (IsWindow(self)) {
+        InvalidateInfo(*timeline);
+    }
+}
+
+void CMarkedGridCtrl::OnLButtonUp(UINT /*flags*/, int x, int y) {
+    TimelineContext* timeline = TimelineOf(this);
+    if (timeline == nullptr) {
+        return;
+    }
+    pressed = false;
+    if (dragMark != nullptr) {
+        ReleaseCapture();
+        const float time = TimeFromPoint({x, y});
+        const bool keep = time >= viewStart && time <= viewEnd;
+        timeline->RestoreKeyTimes(keep);
+        if (!keep) {
+            DeleteMark(dragMark);
+        }
+        dragMark = nullptr;
+        dragMarkTime = -1.0f;
+        timeline->InvalidateControl(/*erase*/ true);
+    }
+    ReleaseCapture();
+}
+
+void CMarkedGridCtrl::OnLButtonDblClk(UINT /*flags*/, int /*x*/, int /*y*/) {
+}
+
+void CMarkedGridCtrl::OnRButtonDown(UINT /*flags*/, int x, int y) {
+    TimelineContext* timeline = TimelineOf(this);
+    if (timeline == nullptr) {
+        return;
+    }
+    CPoint point(x, y);
+    ClientToScreen(&point);
+    timeline->ShowContextMenu(point.x, point.y, nullptr, nullptr);
+}

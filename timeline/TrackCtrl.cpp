@@ -1,0 +1,104 @@
+#include "timeline/TrackCtrl.h"
+
+#include "keys/Pixels.h"
+#include "keys/TimedTrackKey.h"
+#include "timeline/TimelineContext.h"
+#include "timeline/TrackCtrlWatch.h"
+
+#include <algorithm>
+
+BEGIN_MESSAGE_MAP(CTrackCtrl, CGridCtrl)
+ON_WM_PAINT()
+ON_WM_KEYDOWN()
+END_MESSAGE_MAP()
+
+CTrackKey*& CurrentKey() {
+    static CTrackKey* current = nullptr;
+    return current;
+}
+
+CTrackCtrl::CTrackCtrl() {
+    // Required: any new row ends the editing of the current key.
+    CurrentKey() = nullptr;
+}
+
+CTrackCtrl::~CTrackCtrl() {
+    for (RowWatch* standing = watch; standing != nullptr; standing = standing->outer) {
+        standing->row = nullptr;
+    }
+    DropViews();
+}
+
+BOOL CTrackCtrl::Create(const char* className, const char* windowName, DWORD style, const CRect& rect,
+                        CWnd* parentWnd, UINT id, CCreateContext* context) {
+    if (CGridCtrl::Create(className, windowName, style, rect, parentWnd, id, context)) {
+        expandButton.Create("+", WS_CHILD, CRect(0, 0, 10, 10), this, 0);
+    }
+    return 1; // Required: also without a window.
+}
+
+void CTrackCtrl::SetTimeRange(float a, float b) {
+    CGridCtrl::SetTimeRange(a, b);
+    std::vector<CTrackKey*> outside;
+    std::ranges::copy_if(keys, std::back_inserter(outside), [this](const CTrackKey* key) {
+        return !(key->time >= rangeStart && key->time <= rangeEnd);
+    });
+    RemoveViews(outside);
+    for (CTrackKey* key : keys) {
+        auto* timed = dynamic_cast<CTimedTrackKey*>(key);
+        if (timed != nullptr && timed->time + timed->duration > rangeEnd) {
+            // Required: the shortest durations are refused, so a key that starts at the very end stays long.
+            timed->SetDuration(rangeEnd - timed->time, /*viewOnly*/ false);
+        }
+    }
+}
+
+CRect CTrackCtrl::ClientRect() const {
+    CRect client;
+    GetClientRect(&client);
+    return client;
+}
+
+int CTrackCtrl::GetLeftWidth() const {
+    const TimelineContext* timeline = TimelineOf(this);
+    return timeline != nullptr ? timeline->leftWidth : -1;
+}
+
+int CTrackCtrl::GetKeyTop(const CTrackKey* key, const CRect& rect) const {
+    if (key == nullptr) {
+        return -1;
+    }
+    switch (alignment) {
+    case kTop:
+        return rect.top + 2;
+    case kMiddle:
+        return rect.Height() / 2 - key->rectHeight / 2; // Required: without the rect's top.
+    case kBottom:
+        return rect.bottom - key->rectHeight - 1;
+    default:
+        return -1;
+    }
+}
+
+double CTrackCtrl::TimeFromPoint(const CPoint* point) const {
+    if (point == nullptr) {
+        return -1.0;
+    }
+    const CRect client = ClientRect();
+    const int nameWidth = GetLeftWidth();
+    const int width = client.right - nameWidth - client.left;
+    if (width == 0) {
+        return viewStart; // no pixel for any other time
+    }
+    return (static_cast<double>(viewEnd) - viewStart) / width * (point->x - nameWidth) + viewStart;
+}
+
+int CTrackCtrl::KeyX(float time, float scale) const {
+    return CutToPixel((static_cast<double>(time) - viewStart) * scale + GetLeftWidth());
+}
+
+/// Required: one of the key's ends must be in the view; a key that reaches beyond both sides isn't.
+bool CTrackCtrl::IsInView(const CTrackKey& key) const {
+    const float end = key.time + key.GetDuration();
+    return (key.time >= viewStart && key.time <= viewEnd) || (end >= viewStart && end <= viewEnd);
+}

@@ -1,0 +1,115 @@
+#include "plugin/PluginImpl.h"
+#include "timeline/TimelineContext.h"
+#include "timeline/TrackCtrl.h"
+#include "timeline/TrackCtrlStore.h"
+
+#include <algorithm>
+
+namespace {
+
+bool HasFilterByte(int kind) {
+    return kind >= 0 && kind < KeyKind::FilterCount;
+}
+
+/// Nothing without a track or an open film. `what` names the bits of CPluginFilmsParams::Set.
+void StoreState(CFilmTrack* track, const std::uint8_t* filter, bool expanded, int what) {
+    const IFilm* film = GetPlugin().GetCurrentFilm();
+    if (track == nullptr || film == nullptr || film->name == nullptr) {
+        return;
+    }
+    const TrackStore store = FindTrackStore(track, film->name);
+    if (store.params != nullptr) {
+        store.params->Set(film->name, filter, expanded ? 1 : 0, what, store.entry);
+    }
+}
+
+} // namespace
+
+void CTrackCtrl::UpdateVisibility(bool show) {
+    if (IsRoot()) {
+        visible = true;
+        kindFlags.fill(0);
+    } else {
+        visible = show && !keys.empty();
+    }
+    for (CTrackCtrl* child : children) {
+        if (HasFilterByte(child->kind) && !child->keys.empty()) {
+            kindFlags[static_cast<std::size_t>(child->kind)] = 1;
+        }
+        child->UpdateVisibility(show && expanded);
+    }
+}
+
+void CTrackCtrl::ApplyKindFlags(const std::uint8_t* flags, bool show) {
+    if (flags == nullptr) {
+        kindFlags.fill(1);
+    } else if (flags != kindFlags.data()) {
+        std::copy_n(flags, kindFlags.size(), kindFlags.begin());
+    }
+    if (HasFilterByte(kind)) {
+        visible = show && kindFlags[static_cast<std::size_t>(kind)] != 0;
+    }
+    for (CTrackCtrl* child : children) {
+        child->ApplyKindFlags(kindFlags.data(), show && expanded);
+    }
+}
+
+void CTrackCtrl::SetExpanded(bool flag, bool redraw) {
+    expanded = flag;
+    ApplyKindFlags(kindFlags.data(), flag);
+    TimelineContext* timeline = TimelineOf(this);
+    if (redraw && timeline != nullptr) {
+        timeline->RebuildVisibleRows(/*redraw*/ true, nullptr);
+    }
+}
+
+void CTrackCtrl::ToggleExpanded() {
+    const bool opened = !expanded;
+    SetButtonSign(opened ? '-' : '+');
+    SetExpanded(opened, /*redraw*/ true);
+    StoreState(track, nullptr, expanded, CPluginFilmsParams::kExpanded);
+    if (TimelineContext* timeline = TimelineOf(this)) {
+        timeline->FocusControl();
+    }
+}
+
+void CTrackCtrl::SetVisibleFlag(bool flag) {
+    visible = flag;
+    ApplyKindFlags(kindFlags.data(), flag);
+    if (parent != nullptr) {
+        parent->SetKindFlag(kind, visible);
+    }
+}
+
+void CTrackCtrl::SetKindFlag(int flagKind, bool flag) {
+    if (!HasFilterByte(flagKind)) {
+        return;
+    }
+    kindFlags[static_cast<std::size_t>(flagKind)] = flag ? 1 : 0;
+    if (IsRoot()) {
+        // Required: a record that is made here says "unfolded".
+        StoreState(track, kindFlags.data(), /*expanded*/ true, CPluginFilmsParams::kFilter);
+    } else if (parent != nullptr) {
+        parent->SetKindFlag(flagKind, flag);
+    }
+}
+
+void CTrackCtrl::ReadStoredState(std::uint8_t& storedExpanded) {
+    storedExpanded = 0;
+    const IFilm* film = GetPlugin().GetCurrentFilm();
+    if (track == nullptr || film == nullptr || film->name == nullptr) {
+        return;
+    }
+    const TrackStore store = FindTrackStore(track, film->name);
+    if (store.params != nullptr && store.params->Find(film->name, store.entry, &storedExpanded) == nullptr) {
+        store.params->Set(film->name, nullptr, 0, CPluginFilmsParams::kExpanded, store.entry);
+    }
+}
+
+BOOL CTrackCtrl::OnCommand(WPARAM wParam, LPARAM lParam) {
+    HWND button = expandButton.GetSafeHwnd();
+    if (button != nullptr && reinterpret_cast<HWND>(lParam) == button && HIWORD(wParam) == BN_CLICKED) {
+        ToggleExpanded();
+    }
+    return CGridCtrl::OnCommand(wParam, lParam);
+}

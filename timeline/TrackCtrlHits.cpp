@@ -1,0 +1,80 @@
+#include "keys/NullTimeTrackKey.h"
+#include "timeline/TrackCtrl.h"
+
+#include <algorithm>
+#include <cmath>
+#include <typeinfo>
+
+int CTrackCtrl::widestHit = CNullTimeTrackKey().width;
+
+CTrackKey* CTrackCtrl::GetKeyAt(CPoint point) const {
+    const CRect client = ClientRect();
+    const int nameWidth = GetLeftWidth();
+    const int width = client.right - nameWidth - client.left;
+    if (viewEnd == viewStart || client.IsRectEmpty() || width == 0) {
+        return nullptr;
+    }
+    // Required: no limit to the left, so a key that starts before the view is hit through the name cell.
+    const auto secondsPerPixel = static_cast<float>((static_cast<double>(viewEnd) - viewStart) / width);
+    const auto time =
+        static_cast<float>(static_cast<double>(point.x - nameWidth) * secondsPerPixel + viewStart);
+    const int y = point.y - client.top;
+
+    static std::vector<CTrackKey*> candidates; // kept between calls, so that a mouse move makes no memory
+    const bool narrowed = FindCandidates(time, secondsPerPixel, candidates);
+    CTrackKey* hit = nullptr;
+    const auto test = [&](CTrackKey* key) {
+        const int top = GetKeyTop(key, client);
+        if (key->state != CTrackKey::kHidden && top != -1 && y >= top && y <= top + key->rectHeight &&
+            key->HitTime(time, secondsPerPixel)) {
+            hit = key; // the last one is drawn on top
+        }
+    };
+    if (narrowed) {
+        std::ranges::for_each(candidates, test);
+    } else {
+        std::ranges::for_each(keys, test);
+    }
+    return hit;
+}
+
+/// All keys that a test at this time can hit, in draw order. False if there is no telling.
+bool CTrackCtrl::FindCandidates(float time, float secondsPerPixel, std::vector<CTrackKey*>& found) const {
+    // Times are float: what rounding can move is far less than this part of a number.
+    constexpr double kSlack = 1e-6;
+    const double reach = static_cast<double>(widestHit / 2) * secondsPerPixel;
+    if (!(secondsPerPixel > 0.0f) || !std::isfinite(reach) || !std::isfinite(time)) {
+        return false;
+    }
+    const double margin = reach + (std::fabs(time) + reach) * kSlack;
+    keys.Overlapping(static_cast<float>(time - margin), static_cast<float>(time + margin), found);
+    return true;
+}
+
+CTrackKey* CTrackCtrl::FindKeyView(const CTrackKey* view, bool byValue) const {
+    if (view == nullptr) {
+        return nullptr;
+    }
+    const auto found = std::ranges::find_if(keys, [view, byValue](const CTrackKey* key) {
+        // Views of different classes can't be compared.
+        return byValue ? typeid(*view) == typeid(*key) && view->Equals(key, /*compareTime*/ true)
+                       : key == view;
+    });
+    return found != keys.end() ? *found : nullptr;
+}
+
+CTrackKey* CTrackCtrl::FindNearestKey(float time, bool after) const {
+    constexpr double kSameTimeSeconds = 0.000001;
+    constexpr double kFarthestSeconds = 100000.0;
+    CTrackKey* nearest = nullptr;
+    double least = kFarthestSeconds;
+    for (CTrackKey* key : keys) {
+        const double ahead = static_cast<double>(key->time) - time;
+        const double distance = after ? ahead : -ahead;
+        if (distance >= kSameTimeSeconds && distance < least) {
+            nearest = key;
+            least = distance;
+        }
+    }
+    return nearest;
+}

@@ -1,0 +1,200 @@
+#include "keys/NullTimeTrackKey.h"
+#include "plugin/PluginImpl.h"
+#include "timeline/TimelineContext.h"
+#include "timeline/TrackCtrl.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace {
+
+/// The row of the keys that animate the whole object.
+const char* const kWholeObject = "Animation keys";
+
+} // namespace
+
+bool CTrackCtrl::TakesKey(const IFilmKey& record) const {
+    return !IsRoot() && record.kind == kind &&
+           (kind != KeyKind::Camera || static_cast<const CFilmCameraKey&>(record).priority == subIndex);
+}
+
+bool CTrackCtrl::AddToChild(CTrackKey* view, bool redraw, bool existing, bool noUndo) {
+    return std::ranges::any_of(
+        children, [=](CTrackCtrl* child) { return child->AddKeyView(view, redraw, existing, noUndo); });
+}
+
+bool CTrackCtrl::AddKeyView(CTrackKey* view, bool redraw, bool existing, bool noUndo) {
+    if (view == nullptr || view->record == nullptr) {
+        return false;
+    }
+    IFilmKey& record = *view->record;
+    if (!TakesKey(record)) {
+        return AddToChild(view, redraw, existing, noUndo);
+    }
+    if (kind == KeyKind::Animation) {
+        const std::string& element = static_cast<const CFilmAnimationKey&>(record).meshElement;
+        if (name != (element.empty() ? kWholeObject : element)) {
+            return false;
+        }
+    }
+    TimelineContext* timeline = TimelineOf(this);
+    if (timeline != nullptr) {
+        view->ApplyKeyParams(timeline->GetKeyParams(kind));
+    }
+    keys.Insert(view);
+    if (const auto* bar = dynamic_cast<const CNullTimeTrackKey*>(view)) {
+        widestHit = std::max(widestHit, bar->width);
+    }
+    if (!existing && track != nullptr) {
+        track->AddKey(&record);
+    }
+    if (kind == KeyKind::Animation || kind == KeyKind::Speech) {
+        ShowInEngine();
+    }
+    if (!existing) {
+        FillNewRecord(record);
+    }
+    if (timeline != nullptr) {
+        timeline->SelectOnly(view); // Required: also for a key that was there before.
+    }
+    if (redraw && IsInView(*view)) {
+        Invalidate(FALSE);
+    }
+    CurrentKey() = view;
+    return true;
+}
+
+/// An object whose keys play must take part in the engine.
+void CTrackCtrl::ShowInEngine() const {
+    constexpr std::uint32_t kLeftOut = 4;
+    if (EditorObject* object = GetPlugin().FindObjectByTrack(track)) {
+        object->SetFlags(object->GetFlags() & ~kLeftOut);
+    }
+}
+
+/// Effects that the user adds to an object start at that object's own place.
+void CTrackCtrl::FillNewRecord(IFilmKey& record) const {
+    const CFilmObjectTrack* objectTrack = AsObjectTrack(record.track);
+    const bool isAtObject = kind == KeyKind::FxSequence || kind == KeyKind::FxFlare ||
+                            kind == KeyKind::FxParticle || kind == KeyKind::FxTrace;
+    if (objectTrack != nullptr && isAtObject) {
+        record.SetInHandle(objectTrack->actor);
+        static_cast<CFilmFxKey&>(record).position = {};
+    }
+}
+
+void CTrackCtrl::RemoveKey(CTrackKey* view, bool destroy, bool redraw, bool noUndo) {
+    TimelineContext* timeline = TimelineOf(this);
+    if (view == nullptr || timeline == nullptr) {
+        return;
+    }
+    if (view->selected) {
+        timeline->Deselect(view);
+    }
+    keys.Remove(view);
+    const bool destroyed = destroy && noUndo;
+    IFilmKey* record = view->record;
+    if (redraw && IsInView(*view)) {
+        Invalidate(FALSE);
+    }
+    if (destroyed) {
+        DropView(view); // before its record goes: a window that shows the key must not write to it any more
+    }
+    if (record != nullptr && track != nullptr) {
+        track->RemoveKey(record, destroyed);
+    }
+}
+
+void CTrackCtrl::DeleteAllKeys(bool redraw) {
+    if (TimelineContext* timeline = TimelineOf(this)) {
+        timeline->ClearSelection();
+    }
+    const std::vector<CTrackKey*> views(keys.begin(), keys.end());
+    keys.Clear();
+    for (CTrackKey* view : views) {
+        IFilmKey* record = view->record;
+        DropView(view);
+        if (record != nullptr && track != nullptr) {
+            track->RemoveKey(record, /*destroy*/ true);
+        }
+    }
+    if (redraw) {
+        Invalidate(FALSE);
+    }
+}
+
+void CTrackCtrl::DropTrack() {
+    track = nullptr;
+    DropViews();
+}
+
+void CTrackCtrl::DropViews() {
+    const std::vector<CTrackKey*> views(keys.begin(), keys.end());
+    keys.Clear();
+    std::ranges::for_each(views, [this](CTrackKey* view) { DropView(view); });
+}
+
+/// Deletes a view that is out of the list; everything that points at it lets go of it first.
+void CTrackCtrl::DropView(CTrackKey* view) {
+    TimelineContext* timeline = TimelineOf(this);
+    if (timeline != nullptr || (timeline = GetTimeline()) != nullptr) {
+        timeline->ForgetView(view);
+    }
+    if (CurrentKey() == view) {
+        CurrentKey() = nullptr;
+    }
+    if (dragKey == view) {
+        dragKey = nullptr;
+    }
+    delete view;
+}
+
+/// Takes views out and deletes them. The others keep their order.
+void CTrackCtrl::RemoveViews(const std::vector<CTrackKey*>& gone) {
+    constexpr std::size_t kMany = 100;
+    const bool inOrder = std::ranges::adjacent_find(keys, [](const CTrackKey* a, const CTrackKey* b) {
+                             return a->IsDrawnBefore(b);
+                         }) == keys.end();
+    if (gone.size() > kMany && inOrder) {
+        const std::unordered_set<const CTrackKey*> leaving(gone.begin(), gone.end());
+        std::vector<CTrackKey*> staying;
+        std::ranges::copy_if(keys, std::back_inserter(staying),
+                             [&](const CTrackKey* key) { return !leaving.contains(key); });
+        keys.Clear();
+        keys.BeginFill();
+        std::ranges::for_each(staying, [this](CTrackKey* key) { keys.Insert(key); });
+        keys.EndFill();
+    } else {
+        std::ranges::for_each(gone, [this](CTrackKey* key) { keys.Remove(key); });
+    }
+    std::ranges::for_each(gone, [this](CTrackKey* key) { DropView(key); });
+}
+
+void CTrackCtrl::SaveKeyTimes() {
+    for (CTrackKey* key : keys) {
+        key->SaveTime();
+    }
+}
+
+void CTrackCtrl::RestoreKeyTimes(bool keep) {
+    constexpr float kNoneSaved = -1.0f;
+    for (CTrackKey* key : keys) {
+        // A row that was rebuilt in mid-drag has no times to go back to.
+        if (key->savedTime != kNoneSaved) {
+            key->RestoreTime(keep);
+        }
+    }
+}
+
+void CTrackCtrl::ShiftKeysNear(float from, float to) {
+    constexpr double kReachSeconds = 0.1;
+    const double low = from - kReachSeconds;
+    const double high = from + kReachSeconds;
+    const auto isNear = [low, high](double time) { return time > low && time < high; };
+    for (CTrackKey* key : keys) {
+        if (isNear(key->time) || isNear(key->time + key->GetDuration())) {
+            const double step = static_cast<double>(to) - from;
+            key->SetPosition(static_cast<float>(key->time + step), /*viewOnly*/ false);
+        }
+    }
+}

@@ -1,0 +1,185 @@
+#include "keys/TrackKey.h"
+#include "plugin/PluginImpl.h"
+#include "timeline/TimelineContext.h"
+#include "timeline/TrackCtrl.h"
+#include "timeline/TrackCtrlWatch.h"
+
+namespace {
+
+void InvalidateInfo(const TimelineContext& timeline) {
+    if (timeline.infoWnd != nullptr) {
+        timeline.infoWnd->Invalidate(FALSE);
+    }
+}
+
+bool IsCtrlDown() {
+    constexpr int kHighByte = 0xFF00;
+    return (GetKeyState(VK_CONTROL) & kHighByte) != 0;
+}
+
+} // namespace
+
+void CTrackCtrl::OnLButtonDown(UINT /*flags*/, int x, int y) {
+    TimelineContext* timeline = TimelineOf(this);
+    if (timeline == nullptr) {
+        return;
+    }
+    dragKey = FindGrippedKey(x);
+    if (dragKey == nullptr) {
+        dragKey = CurrentKey() = GetKeyAt({x, y});
+    }
+    if (dragKey != nullptr) {
+        PressKey(*timeline, {x, y});
+    } else {
+        PressEmpty(*timeline, x);
+    }
+}
+
+/// The current key if x is on one of its grips. Required: it may be a key of any row, and the height plays no
+/// part.
+CTrackKey* CTrackCtrl::FindGrippedKey(int x) const {
+    CTrackKey* key = CurrentKey();
+    if (key == nullptr || viewEnd == viewStart || ClientRect().IsRectEmpty()) {
+        return nullptr;
+    }
+    return key->HitGrip(x, KeyX(key->time, pixelsPerSecond), pixelsPerSecond) ? key : nullptr;
+}
+
+void CTrackCtrl::PressKey(TimelineContext& timeline, CPoint point) {
+    CTrackKey* key = dragKey;
+    const std::size_t selectedBefore = timeline.selectedKeys.size();
+    const bool wasSelected = key->selected;
+    const RowWatch watched(*this);
+    timeline.SelectOnly(key); // writes the attributes window's key, which may rebuild the rows
+    if (!watched.IsAlive() || dragKey != key) {
+        return;
+    }
+    SetCapture();
+    lastPoint = point;
+
+    const CRect client = ClientRect();
+    const auto scale = static_cast<float>((client.right - client.left - GetLeftWidth()) /
+                                          (static_cast<double>(viewEnd) - viewStart));
+    key->OnLButtonDown(KeyX(key->time, scale), GetKeyTop(key, client), scale, point,
+                       static_cast<float>(TimeFromPoint(&point)));
+    key->state = CTrackKey::kHighlighted;
+    dragDuration = key->GetDuration();
+    dragTime = key->time;
+    if (selectedBefore > 1 || (selectedBefore == 1 && !wasSelected)) {
+        timeline.ArrangeRows(/*invalidate*/ true, /*move*/ false); // another row lost its selection
+    } else {
+        Invalidate(FALSE);
+    }
+}
+
+void CTrackCtrl::PressEmpty(TimelineContext& timeline, int x) {
+    timeline.activeKey = nullptr;
+    if (ClientRect().IsRectEmpty()) {
+        return;
+    }
+    if (x < GetLeftWidth()) {
+        const RowWatch watched(*this);
+        if (EditorObject* object = GetPlugin().FindObjectByTrack(track)) {
+            PressObject(*object);
+            timeline.InvalidateControl(/*erase*/ true);
+        }
+        if (watched.IsAlive() && AsCameraTrack(track) != nullptr) {
+            PressCamera();
+            timeline.InvalidateControl(/*erase*/ true);
+        }
+    } else if (!timeline.selectedKeys.empty()) {
+        const RowWatch watched(*this);
+        timeline.ClearSelection();
+        if (IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get()) {
+            dialog->SetKey(nullptr, /*refresh*/ false);
+        }
+        timeline.ArrangeRows(/*invalidate*/ true, /*move*/ false);
+    }
+}
+
+/// A press on the name selects the object in the level, with Ctrl it takes it into the selection or out of
+/// it. The host answers with events that may rebuild the rows.
+void CTrackCtrl::PressObject(EditorObject& object) const {
+    constexpr std::uint32_t kSelectedInLevel = 1;
+    const IPluginImpl& plugin = GetPlugin();
+    if (plugin.editor == nullptr) {
+        return;
+    }
+    const EditorObjectInfo* info = object.GetInfo();
+    if (!IsCtrlDown()) {
+        plugin.editor->SelectObject(&object, 1, 0);
+    } else if (info != nullptr && (info->flags & kSelectedInLevel) != 0) {
+        plugin.editor->DeselectObject(&object, 0, 0);
+    } else {
+        plugin.editor->AddToSelection(&object, 1, 0);
+    }
+    plugin.editor->BroadcastEvent(EventCode::SelectionChanged, plugin.pluginId, nullptr);
+    plugin.editor->RedrawViews();
+}
+
+void CTrackCtrl::PressCamera() const {
+    IPluginImpl& plugin = GetPlugin();
+    const bool visualized =
+        plugin.trackVisualizer != nullptr && plugin.trackVisualizer->GetRenderTrack() == track;
+    plugin.SetVisualizedTrack(visualized ? nullptr : track);
+    if (plugin.editor != nullptr) {
+        plugin.editor->RedrawViews();
+    }
+}
+
+void CTrackCtrl::OnMouseMove(UINT /*flags*/, int x, int y) {
+    TimelineContext* timeline = TimelineOf(this);
+    if (timeline == nullptr) {
+        return;
+    }
+    const CPoint point(x, y);
+    timeline->mouseTime =
+        static_cast<float>(GetPlugin().SnapToFrame(static_cast<float>(TimeFromPoint(&point))));
+    InvalidateInfo(*timeline);
+    if (dragKey != nullptr) {
+        lastPoint = point;
+    } else if (timeline->keyDescrWnd != nullptr) {
+        timeline->ShowKeyDescription(GetKeyAt(point));
+    }
+}
+
+void CTrackCtrl::OnLButtonUp(UINT /*flags*/, int /*x*/, int /*y*/) {
+    if (TimelineOf(this) == nullptr || dragKey == nullptr) {
+        return;
+    }
+    ReleaseCapture();
+    dragKey = nullptr;
+    Invalidate(FALSE);
+}
+
+void CTrackCtrl::OnLButtonDblClk(UINT /*flags*/, int x, int y) {
+    CTrackKey* key = TimelineOf(this) != nullptr ? GetKeyAt({x, y}) : nullptr;
+    if (key != nullptr) {
+        key->OnDoubleClick();
+    }
+}
+
+void CTrackCtrl::OnRButtonDown(UINT /*flags*/, int x, int y) {
+    if (TimelineContext* timeline = TimelineOf(this)) {
+        CPoint screen(x, y);
+        ClientToScreen(&screen);
+        timeline->ShowContextMenu(screen.x, screen.y, this, GetKeyAt({x, y}));
+    }
+}
+
+/// Home and End take the cursor to the start and the end of the key under the mouse.
+void CTrackCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
+    if (key != VK_HOME && key != VK_END) {
+        CGridCtrl::OnKeyDown(key, repeat, flags);
+        return;
+    }
+    CPoint mouse;
+    GetCursorPos(&mouse);
+    ScreenToClient(&mouse);
+    TimelineContext* timeline = TimelineOf(this);
+    const CTrackKey* under = timeline != nullptr ? GetKeyAt(mouse) : nullptr;
+    if (under != nullptr) {
+        timeline->SetCurrentFrame(key == VK_HOME ? under->time : under->time + under->GetDuration(),
+                                  /*redraw*/ true);
+    }
+}

@@ -1,0 +1,288 @@
+#include "framework/MessageBox.h"
+#include "keys/KeyKinds.h"
+#include "keys/TrackKey.h"
+#include "plugin/PluginImpl.h"
+#include "timeline/TimelineContext.h"
+#include "timeline/TrackCtrl.h"
+#include "timeline/TrackCtrlWatch.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+
+namespace {
+
+constexpr int kAnySubIndex = -2;
+/// Mesh elements of this type are bones and nodes.
+constexpr int kNodeElement = 1;
+/// Priorities from here on are never in force, so they need no rows.
+constexpr int kMaxCameraRows = 2000;
+
+constexpr std::array kLevelRows{KeyKind::Sound,      KeyKind::JavaMethod, KeyKind::Flags,
+                                KeyKind::FxSequence, KeyKind::FxParticle, KeyKind::FxTrace,
+                                KeyKind::FxRain,     KeyKind::FxBlind,    KeyKind::FxFlare};
+/// The rows of an object stand before and behind those of its mesh elements.
+constexpr std::array kObjectRows{KeyKind::Position, KeyKind::Rotation, KeyKind::Scale,     KeyKind::Animation,
+                                 KeyKind::Speech,   KeyKind::Sound,    KeyKind::JavaMethod};
+constexpr std::array kLastObjectRows{KeyKind::FxSequence, KeyKind::FxParticle, KeyKind::FxTrace,
+                                     KeyKind::FxFlare, KeyKind::Flags};
+constexpr std::array kGLLightRows{KeyKind::Position, KeyKind::Color, KeyKind::Flags};
+constexpr std::array kDynLightRows{KeyKind::Position, KeyKind::Rotation, KeyKind::Scale, KeyKind::Color,
+                                   KeyKind::Flags};
+constexpr std::array kCameraRows{KeyKind::CameraPosition, KeyKind::CameraTarget, KeyKind::FieldOfView,
+                                 KeyKind::Roll};
+
+struct ChildRows {
+    int trackClass;
+    std::span<const int> kinds;
+    std::span<const int> behindElements;
+};
+
+constexpr ChildRows kChildRows[] = {
+    {ClassId::LevelTrack, kLevelRows, {}},     {ClassId::ObjectTrack, kObjectRows, kLastObjectRows},
+    {ClassId::GLLightTrack, kGLLightRows, {}}, {ClassId::DynLightTrack, kDynLightRows, {}},
+    {ClassId::CameraTrack, kCameraRows, {}},
+};
+
+} // namespace
+
+CTrackCtrl* CTrackCtrl::FindChild(int childKind, int childSubIndex) const {
+    const auto found = std::ranges::find_if(children, [=](const CTrackCtrl* child) {
+        return child->kind == childKind &&
+               (childSubIndex == kAnySubIndex || child->subIndex == childSubIndex);
+    });
+    return found != children.end() ? *found : nullptr;
+}
+
+bool CTrackCtrl::HasChildNamed(const std::string& childName) const {
+    return std::ranges::any_of(children, [&](const CTrackCtrl* child) { return child->name == childName; });
+}
+
+CTrackCtrl* CTrackCtrl::FindLastAnimationRow() {
+    lastAnimationRow = nullptr;
+    for (CTrackCtrl* child : children) {
+        if (child->kind == KeyKind::Animation) {
+            lastAnimationRow = child;
+        }
+    }
+    return lastAnimationRow;
+}
+
+bool CTrackCtrl::AddChildRow(CTrackCtrl* row, bool first) {
+    if (row == nullptr) {
+        return false;
+    }
+    if (row->IsCameraRow()) {
+        if (!IsRoot() || (track != nullptr && !track->IsA(ClassId::LevelTrack))) {
+            return false;
+        }
+        row->SetCameraIndex(first ? 0 : ++subIndex);
+    } else if (FindChild(row->kind, kAnySubIndex) != nullptr) {
+        return false;
+    }
+    row->track = track;
+    row->parent = this;
+    row->NameAfterKind();
+    if (row->IsCameraRow()) {
+        PlaceCameraRow(row);
+    } else {
+        children.push_back(row);
+    }
+    FindLastAnimationRow();
+    return true;
+}
+
+void CTrackCtrl::NameAfterKind() {
+    name = GetKeyKindName(kind);
+    if (subIndex != -1) {
+        name += "(" + std::to_string(subIndex) + ")";
+    }
+}
+
+/// Behind the camera row with the highest index below, else in front of everything.
+void CTrackCtrl::PlaceCameraRow(CTrackCtrl* row) {
+    auto place = children.begin();
+    int highest = -1;
+    for (auto child = children.begin(); child != children.end(); ++child) {
+        const int index = (*child)->subIndex;
+        if ((*child)->IsCameraRow() && index < row->subIndex && index > highest) {
+            highest = index;
+            place = std::next(child);
+        }
+    }
+    children.insert(place, row);
+}
+
+bool CTrackCtrl::AddChildOfKind(int childKind) {
+    TimelineContext* timeline = TimelineOf(this);
+    CTrackCtrl* row = timeline != nullptr ? timeline->AddTrackCtrl(/*redraw*/ false) : nullptr;
+    if (row == nullptr) {
+        return false;
+    }
+    row->kind = childKind;
+    return AddChildRow(row, /*first*/ false);
+}
+
+void CTrackCtrl::CreateChildRows(int cameraCount) {
+    const auto rows = std::ranges::find_if(kChildRows, [this](const ChildRows& candidate) {
+        return track != nullptr && track->IsA(candidate.trackClass);
+    });
+    if (rows == std::end(kChildRows)) {
+        return;
+    }
+    const auto add = [this](int childKind) { return AddChildOfKind(childKind); };
+    for (int camera = 0; camera < std::min(cameraCount, kMaxCameraRows); ++camera) {
+        if (!add(KeyKind::Camera)) {
+            return;
+        }
+    }
+    if (!std::ranges::all_of(rows->kinds, add)) {
+        return;
+    }
+    if (rows->trackClass == ClassId::ObjectTrack) {
+        const RowWatch watched(*this);
+        CreateAnimationRows(); // Required: its failure doesn't end this.
+        if (!watched.IsAlive()) {
+            return;
+        }
+    }
+    for (const int childKind : rows->behindElements) {
+        add(childKind);
+    }
+}
+
+void CTrackCtrl::RemoveChildRow(CTrackCtrl* row) {
+    if (row == nullptr || std::erase(children, row) == 0) {
+        return;
+    }
+    if (lastAnimationRow == row) {
+        lastAnimationRow = nullptr;
+    }
+    if (!row->IsCameraRow()) {
+        return;
+    }
+    for (CTrackCtrl* child : children) {
+        if (child->IsCameraRow() && child->subIndex > row->subIndex) {
+            child->SetCameraIndex(child->subIndex - 1);
+            child->NameAfterKind();
+        }
+    }
+    --subIndex;
+}
+
+void CTrackCtrl::SetCameraIndex(int index) {
+    subIndex = index;
+    if (!IsCameraRow()) {
+        return;
+    }
+    for (const CTrackKey* key : keys) {
+        if (key->record != nullptr) {
+            static_cast<CFilmCameraKey*>(key->record)->priority = index;
+        }
+    }
+}
+
+bool CTrackCtrl::CreateAnimationRows() {
+    TimelineContext* timeline = TimelineOf(this);
+    EditorObject* object = GetPlugin().FindObjectByTrack(track);
+    if (timeline == nullptr || object == nullptr) {
+        return false;
+    }
+    for (const IFilmKey* record : track->keys) {
+        if (record->kind != KeyKind::Animation) {
+            continue;
+        }
+        // A copy: the key may be renamed on the way.
+        const std::string element = static_cast<const CFilmAnimationKey*>(record)->meshElement;
+        if (!element.empty() && !EnsureAnimationRow(*timeline, *object, element)) {
+            return false;
+        }
+    }
+    timeline->ArrangeRows(/*invalidate*/ true, /*move*/ false);
+    return true;
+}
+
+bool CTrackCtrl::EnsureAnimationRow(TimelineContext& timeline, EditorObject& object,
+                                    const std::string& element) {
+    if (object.FindMeshElement(element) < 0 && !AskForMeshElement(object, element)) {
+        return false;
+    }
+    // Required: an element that was just renamed away is still looked for.
+    if (HasChildNamed(element)) {
+        return true;
+    }
+    CTrackCtrl* row = timeline.AddAnimationRow(this, element);
+    if (row == nullptr) {
+        return false;
+    }
+    row->kind = KeyKind::Animation;
+    return InsertBeforeLastAnimationRow(row);
+}
+
+/// False when the rows were rebuilt while the user was asked.
+bool CTrackCtrl::AskForMeshElement(EditorObject& object, const std::string& element) {
+    const RowWatch watched(*this);
+    AfxMessageBox("Warning, cannot find mesh element \"" + element + "\" in \"" + object.meshName +
+                  "\" mesh");
+    IEditor* editor = GetPlugin().editor;
+    if (!watched.IsAlive() || editor == nullptr) {
+        return false;
+    }
+    const std::string chosen = editor->BrowseMeshElement(&object, "");
+    if (!watched.IsAlive()) {
+        return false;
+    }
+    RenameAnimationKeys(element, chosen);
+    return true;
+}
+
+bool CTrackCtrl::InsertBeforeLastAnimationRow(CTrackCtrl* row) {
+    if (row == nullptr) {
+        return false;
+    }
+    const auto place = std::ranges::find(children, FindLastAnimationRow());
+    if (place != children.end()) {
+        children.insert(place, row);
+    }
+    return true;
+}
+
+CTrackCtrl* CTrackCtrl::FindAnimationRowFor(CTrackCtrl* row) {
+    if (row == nullptr) {
+        return nullptr;
+    }
+    row->track = track;
+    row->parent = this;
+    const EditorObject* object = GetPlugin().FindObjectByTrack(track);
+    const MeshElement* element =
+        object != nullptr ? object->GetMeshElement(object->FindMeshElement(row->name)) : nullptr;
+    if (element == nullptr) {
+        return nullptr;
+    }
+    CTrackCtrl* before = FindLastAnimationRow();
+    // No mesh has so many elements one above the other: a damaged one may go round in circles.
+    constexpr int kMostAncestors = 10000;
+    for (int i = 0; i < kMostAncestors && element->parent >= 0; ++i) {
+        element = object->GetMeshElement(element->parent);
+        if (element == nullptr || element->type != kNodeElement) {
+            break;
+        }
+        const auto found = std::ranges::find_if(children, [element](const CTrackCtrl* child) {
+            return child->kind == KeyKind::Animation && child->name == element->name;
+        });
+        before = found != children.end() ? *found : before;
+    }
+    return before;
+}
+
+void CTrackCtrl::RenameAnimationKeys(const std::string& from, const std::string& to) {
+    if (track == nullptr) {
+        return;
+    }
+    for (IFilmKey* record : track->keys) {
+        if (record->kind == KeyKind::Animation &&
+            static_cast<const CFilmAnimationKey*>(record)->meshElement == from) {
+            record->SetValue(&to);
+        }
+    }
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "plugin/contract/FilmTrack.h"
+
+#include <string>
+#include <vector>
+
+/// Level, sun, cameras by name, actors by name, then the other lights by name. Names compare by bytes.
+void SortTracks(std::vector<CFilmTrack*>& tracks);
+
+/// The name in a track's root row.
+std::string RootRowName(CFilmTrack* track);
