@@ -9,6 +9,7 @@
 #include <QScreen>
 
 #include <map>
+#include <utility>
 
 IMPLEMENT_DYNCREATE(CWnd, CCmdTarget)
 
@@ -264,7 +265,16 @@ bool IsWindow(HWND handle) {
 
 LRESULT DefWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     CWnd* object = CWnd::FromHandle(window);
-    return object ? object->CWnd::DefWindowProc(message, wParam, lParam) : 0;
+    if (!object) {
+        return 0;
+    }
+    // The procedure of the window's class is where such calls come from; it must not be asked again.
+    const WNDPROC procedure = std::exchange(window->classProc, nullptr);
+    const LRESULT result = object->CWnd::DefWindowProc(message, wParam, lParam);
+    if (NativeWindow::Exists(window)) {
+        window->classProc = procedure;
+    }
+    return result;
 }
 
 LRESULT SendMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
