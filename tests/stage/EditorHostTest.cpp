@@ -1,4 +1,5 @@
 #include "stage/HostFixture.h"
+#include "tests/support/TempFolder.h"
 
 #include <cmath>
 #include <cstring>
@@ -215,6 +216,23 @@ TEST_F(EditorHostTest, DataFilesStandInTheDataFolder) {
     host.GetDataFilePath(path, "DefaultKeysParams.fkd");
     EXPECT_EQ(path, "data/DefaultKeysParams.fkd");
     EXPECT_EQ(host.GetHelperTemplate(), "data/helpers");
+}
+
+TEST(EditorHostDataTest, ShippedDataFileStandsInForOneThatTheUserHasNot) {
+    const TempFolder user;
+    const TempFolder program;
+    WriteWholeFile(program.File("keys.fkd"), "shipped");
+    FakeWindows windows;
+    stage::EditorHost host(windows, {user.Path(), user.Path(), program.Path()});
+    std::string path;
+    host.GetDataFilePath(path, "keys.fkd");
+    EXPECT_EQ(ReadWholeFile(path), "shipped");
+
+    WriteWholeFile(user.File("keys.fkd"), "the user's");
+    host.GetDataFilePath(path, "keys.fkd");
+    EXPECT_EQ(ReadWholeFile(path), "the user's");
+    host.GetDataFilePath(path, "other.fkd");
+    EXPECT_EQ(path, user.File("other.fkd"));
 }
 
 TEST_F(EditorHostTest, ShortcutsAreCopied) {

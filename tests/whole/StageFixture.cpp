@@ -17,7 +17,8 @@ StageTest::StageTest() {
         boxes.push_back(text);
         return 1;
     };
-    window = std::make_unique<stage::MainWindow>(stage::HostFolders{folder.Path(), folder.Path()});
+    window = std::make_unique<stage::MainWindow>(
+        stage::HostFolders{folder.Path(), folder.Path(), FILMS_SOURCE_DIR "/host/stage/data"});
     window->resize(1000, 640);
     window->show();
     window->LoadPlugins({FILMS_PLUGIN_PATH});

@@ -252,6 +252,12 @@ void EditorHost::CreateHelperObject(const char* helperPlugin, PluginCommandId /*
 void EditorHost::GetDataFilePath(std::string& path, const char* fileName) {
     const std::filesystem::path name = fileName != nullptr ? fileName : "";
     path = (std::filesystem::path(folders.data) / name).string();
+    const std::filesystem::path shipped = std::filesystem::path(folders.shipped) / name;
+    std::error_code error;
+    if (!folders.shipped.empty() && !std::filesystem::exists(path, error) &&
+        std::filesystem::exists(shipped, error)) {
+        path = shipped.string();
+    }
 }
 
 void EditorHost::RefreshObjectTree(int /*zero*/) {

@@ -27,6 +27,8 @@ struct OverlayLine {
 struct HostFolders {
     std::string data;    ///< the editor's data files, without a separator at the end
     std::string helpers; ///< base folder of the helper files
+    /// Data files that come with the program; the user's own of the same name go first. Empty for none.
+    std::string shipped{};
 };
 
 /// The editor as plug-ins see it, over one engine level. It owns the level, the views and the plug-ins and

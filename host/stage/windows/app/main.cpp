@@ -24,7 +24,8 @@ stage::HostFolders FoldersOf(const stage::CommandLine& line) {
                                ? QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)
                                : QDir(line.dataFolder).absolutePath();
     QDir().mkpath(folder + "/helpers");
-    return {folder.toStdString(), (folder + "/helpers").toStdString()};
+    const QString shipped = QDir(QCoreApplication::applicationDirPath() + "/../share/stage").absolutePath();
+    return {folder.toStdString(), (folder + "/helpers").toStdString(), shipped.toStdString()};
 }
 
 int RunWindows(QApplication& application, const stage::CommandLine& line) {
