@@ -97,6 +97,8 @@ int CFileDialog::DoModal() {
     window.setFileMode(isOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     window.setOption(QFileDialog::DontConfirmOverwrite, !(ofn.Flags & OFN_OVERWRITEPROMPT));
     window.setNameFilters(NameFilters(ofn.lpstrFilter));
+    // Known to the toolkit too, so that it asks about the file that will be overwritten.
+    window.setDefaultSuffix(QString::fromStdString(ofn.lpstrDefExt));
     window.setDirectory(QString::fromStdString(folder));
     if (!ofn.lpstrTitle.empty()) {
         window.setWindowTitle(QString::fromStdString(ofn.lpstrTitle));

@@ -1,14 +1,32 @@
 #include "plugin/PluginImpl.h"
+#include "timeline/ScenarioDlg.h"
 
 namespace {
 
 /// The one object of the library: made when it is loaded, destroyed when it is unloaded.
 IPluginImpl thePlugin;
 
+/// Null where no window can be made, as in a host without a screen.
+IScenarioWindow* MakeScenarioWindow() {
+    auto* window = new CScenarioDlg;
+    if (window->GetSafeHwnd() == nullptr) {
+        delete window;
+        return nullptr;
+    }
+    return window;
+}
+
+/// The host's main window, and with it the scenario window, may outlive the library's code.
+struct ScenarioWindowEnd {
+    ~ScenarioWindowEnd() { delete thePlugin.scenarioDlg; }
+};
+const ScenarioWindowEnd theEnd;
+
 } // namespace
 
 extern "C" __attribute__((visibility("default"))) IPlugin*
 InitializeMe(IEditor* editor, std::uintptr_t pluginNumber, IEditorView* view) {
+    thePlugin.makeScenarioWindow = &MakeScenarioWindow;
     thePlugin.Initialize(editor, static_cast<std::uint32_t>(pluginNumber), view);
     return &thePlugin;
 }

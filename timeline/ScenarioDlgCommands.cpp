@@ -171,6 +171,9 @@ void CScenarioDlg::OnSelectKey() {
         CTrackKey* key = mainCtrl->selectedKeys.front();
         key->marked = !key->marked;
         PressButton(IDC_SELECT_KEY, key->marked);
+        if (CTrackCtrl* row = mainCtrl->FindRowOfKeyView(key, /*byValue*/ false)) {
+            row->Invalidate(FALSE);
+        }
     }
     Invalidate();
 }

@@ -28,6 +28,14 @@ def disc(cx, cy, radius):
     return lambda x, y: (x - cx) ** 2 + (y - cy) ** 2 <= radius * radius
 
 
+def rounded(left, top, right, bottom, radius):
+    def inside(x, y):
+        dx = max(left + radius - x, x - right + radius, 0)
+        dy = max(top + radius - y, y - bottom + radius, 0)
+        return dx * dx + dy * dy <= radius * radius
+    return inside
+
+
 def polygon(*points):
     def inside(x, y):
         odd = False
@@ -156,7 +164,7 @@ def play():
 
 
 def stop():
-    return [(RED, rect(3, 3, 13, 13))]
+    return [(RED, rounded(3, 3, 13, 13, 1.5))]
 
 
 def validate():

@@ -6,10 +6,12 @@
 #include "framework/TestHooks.h"
 
 #include <gtest/gtest.h>
+#include <QAbstractButton>
 #include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -117,6 +119,30 @@ TEST(FileDialogTest, RealDialogAsksBeforeItClosesAndReturnsThePath) {
     EXPECT_EQ(dialog.GetPathName(), wanted);
     QTimer::singleShot(0, [] { qobject_cast<QFileDialog*>(QApplication::activeModalWidget())->reject(); });
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+}
+
+TEST(FileDialogTest, OverwritingIsAskedAboutWithTheExtensionInMind) {
+    QTemporaryDir folder;
+    std::ofstream(folder.path().toStdString() + "/saved-keys.fkd") << "x";
+    Asking dialog(FALSE, ".fkd", nullptr, OFN_OVERWRITEPROMPT, "Keys (*.fkd)|*.fkd||");
+    dialog.ofn.lpstrInitialDir = folder.path().toStdString();
+    bool asked = false;
+    QTimer::singleShot(0, [&asked] {
+        auto* window = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(window, nullptr);
+        window->findChild<QLineEdit*>("fileNameEdit")->setText("saved-keys");
+        QTimer::singleShot(0, [&asked, window] {
+            auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            asked = question != nullptr;
+            if (question) {
+                question->button(QMessageBox::No)->click();
+            }
+            window->reject();
+        });
+        QMetaObject::invokeMethod(window, "accept");
+    });
+    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    EXPECT_TRUE(asked);
 }
 
 TEST(ColorDialogTest, CancelKeepsTheFirstColour) {
