@@ -9,12 +9,15 @@ namespace {
 
 void DrawLine(SurfaceState& s, int x, int y, const QString& line) {
     surface::Face& face = s.Font();
-    if (s.backMode == OPAQUE) {
-        s.painter->fillRect(x, y, face.Width(line), face.Height(), surface::ColorOf(s.backColor));
+    CRect back;
+    if (s.backMode == OPAQUE &&
+        back.IntersectRect(CRect(CPoint(x, y), {face.Width(line), face.Height()}), s.clip)) {
+        s.Fill(back, s.backColor);
     }
-    s.painter->setFont(face.Font());
-    s.painter->setPen(surface::ColorOf(s.textColor));
-    s.painter->drawStaticText(x, y, face.Prepared(line));
+    QPainter& painter = s.ClippedPainter();
+    painter.setFont(face.Font());
+    painter.setPen(surface::ColorOf(s.textColor));
+    painter.drawStaticText(x, y, face.Prepared(line));
 }
 
 int LeftOf(const CRect& rect, int width, UINT format) {
