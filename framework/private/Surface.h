@@ -21,11 +21,12 @@ struct BitmapData {
 
 // What a CDC draws on and with.
 struct SurfaceState {
+    // Outlives the painter on it, whatever order the caller's objects go in.
+    std::shared_ptr<BitmapData> bitmap;
     std::unique_ptr<QPainter> ownPainter;
     // Null while there is nothing to draw on. Drawing goes through Fill and ClippedPainter.
     QPainter* painter = nullptr;
     Pixels pixels;
-    std::shared_ptr<BitmapData> bitmap;
     bool isMemory = false;
     CBitmap* selectedBitmap = nullptr;
     CPen* selectedPen = nullptr;
