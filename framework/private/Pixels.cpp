@@ -1,6 +1,5 @@
 #include "framework/private/Pixels.h"
 
-#include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
 
@@ -67,6 +66,7 @@ Pixels::Pixels(const QPainter& painter, const QRegion& visible) {
     }
     clipped = visibleParts;
     stride = image->bytesPerLine();
+    format = image->format();
     // The painter has made the image its own; asking for writable bits here could give it others.
     base = const_cast<std::byte*>(reinterpret_cast<const std::byte*>(image->constBits()));
     origin = {corner.x(), corner.y()};
@@ -79,16 +79,47 @@ void Pixels::SetClip(const CRect& rect) {
     }
 }
 
+// The row of the painter's coordinate; its first pixel is the image's.
+QRgb* Pixels::RowAt(int y) const {
+    return reinterpret_cast<QRgb*>(base + (y + origin.y) * stride);
+}
+
 void Pixels::Fill(const CRect& rect, QRgb color) const {
     for (std::size_t i = 0; i < clipped.count; ++i) {
         CRect cut;
-        if (!cut.IntersectRect(rect, clipped.rects[i])) {
-            continue;
-        }
-        cut.OffsetRect(origin.x, origin.y);
+        cut.IntersectRect(rect, clipped.rects[i]);
         for (int y = cut.top; y < cut.bottom; ++y) {
-            auto* row = reinterpret_cast<QRgb*>(base + y * stride);
+            QRgb* row = RowAt(y) + origin.x;
             std::fill(row + cut.left, row + cut.right, color);
+        }
+    }
+}
+
+bool Pixels::IsOneColor(const CRect& rect, QRgb* color) const {
+    bool any = false;
+    for (std::size_t i = 0; i < clipped.count; ++i) {
+        CRect cut;
+        cut.IntersectRect(rect, clipped.rects[i]);
+        for (int y = cut.top; y < cut.bottom; ++y) {
+            const QRgb* row = RowAt(y) + origin.x;
+            *color = any ? *color : row[cut.left];
+            any = true;
+            if (!std::all_of(row + cut.left, row + cut.right, [color](QRgb p) { return p == *color; })) {
+                return false;
+            }
+        }
+    }
+    return any;
+}
+
+void Pixels::Copy(const QImage& picture, CPoint place) const {
+    const CRect rect(place, {picture.width(), picture.height()});
+    for (std::size_t i = 0; i < clipped.count; ++i) {
+        CRect cut;
+        cut.IntersectRect(rect, clipped.rects[i]);
+        for (int y = cut.top; y < cut.bottom; ++y) {
+            const auto* from = reinterpret_cast<const QRgb*>(picture.constScanLine(y - place.y));
+            std::copy_n(from + (cut.left - place.x), cut.Width(), RowAt(y) + origin.x + cut.left);
         }
     }
 }

@@ -2,8 +2,8 @@
 
 #include "framework/Types.h"
 
+#include <QImage>
 #include <QRegion>
-#include <QRgb>
 
 #include <array>
 #include <cstddef>
@@ -23,6 +23,11 @@ public:
     // What is written from now on: the visible region's part inside `rect`.
     void SetClip(const CRect& rect);
     void Fill(const CRect& rect, QRgb color) const;
+    // Whether what shows of the rect has one colour; false when nothing shows.
+    bool IsOneColor(const CRect& rect, QRgb* color) const;
+    // Copies a picture of the same format to where it is asked for.
+    void Copy(const QImage& picture, CPoint place) const;
+    QImage::Format Format() const { return format; }
 
 private:
     // A window of which more parts show is drawn by the painter.
@@ -34,7 +39,10 @@ private:
         void Add(const CRect& rect, const CRect& limit);
     };
 
+    QRgb* RowAt(int y) const;
+
     std::byte* base = nullptr;
+    QImage::Format format = QImage::Format_Invalid;
     std::ptrdiff_t stride = 0; // bytes
     CPoint origin;             // of the painter, in the image
     Parts visibleParts;

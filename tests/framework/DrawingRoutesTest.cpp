@@ -30,6 +30,10 @@ public:
             Tools tools(*this, dc);
             Step(dc);
         }
+        dc.ResetClip();
+        for (int i = 0; i < calls; ++i) {
+            Label(dc);
+        }
     }
 
 private:
@@ -96,6 +100,32 @@ private:
             dc.ResetClip();
             dc.Rectangle(Rect());
         }
+    }
+
+    // A label on a box of one colour, of few texts and colours so that most have been drawn before.
+    void Label(CDC& dc) {
+        static const std::string kTexts[] = {"Camera 1", "path/to/name", "jfgy&Open", "",
+                                             "\n",       "a\nb",         "fff|W"};
+        constexpr COLORREF kColors[] = {0xFFFFFF, 0x4080C0};
+        constexpr UINT kFormats[] = {DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_PATH_ELLIPSIS,
+                                     DT_SINGLELINE | DT_RIGHT | DT_END_ELLIPSIS, DT_SINGLELINE | DT_NOCLIP,
+                                     DT_WORDBREAK | DT_NOPREFIX};
+        CFont font;
+        font.italic = Number(0, 1) == 1;
+        dc.SelectObject(&font);
+        dc.SetBkMode(Number(1, 2));
+        dc.SetBkColor(kColors[1]);
+        dc.SetTextColor(kColors[Number(0, 1)] ^ 0xFFFFFF);
+        const CPoint corner = Point();
+        const CRect box(corner, CSize{Number(0, 70), Number(5, 25)});
+        dc.FillSolidRect(box, kColors[Number(0, 1)]);
+        const std::string& text = kTexts[Number(0, 6)];
+        if (Number(0, 4) == 0) {
+            dc.TextOut(corner.x + Number(-2, 5), corner.y, text);
+        } else {
+            dc.DrawText(text, box, kFormats[Number(0, 3)]);
+        }
+        dc.SelectStockObject(SYSTEM_FONT);
     }
 
     std::mt19937 random;
