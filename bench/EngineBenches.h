@@ -7,5 +7,7 @@ void RegisterPoseBenches();
 void RegisterEditBenches();
 void RegisterFileBenches();
 void RegisterPluginBenches();
+void RegisterTimelineDrawBenches();
+void RegisterTimelineWindowBenches();
 
 } // namespace films_bench

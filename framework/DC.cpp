@@ -94,16 +94,32 @@ raster::Pen PenOf(const SurfaceState& s) {
     return {s.penStyle, s.penWidth};
 }
 
-// Fills runs in the pen's colour; the gaps of a dashed pen only show in opaque mode.
-raster::Sink PenSink(const SurfaceState& s) {
-    return [&s, pen = surface::ColorOf(s.penColor),
-            gap = surface::ColorOf(s.backColor)](const raster::Run& run) {
-        if (run.gap && s.backMode != OPAQUE) {
-            return;
-        }
-        s.painter->fillRect(run.x, run.y, run.w, run.h, run.gap ? gap : pen);
-    };
+CRect RectOf(const raster::Run& run) {
+    return {run.x, run.y, run.x + run.w, run.y + run.h};
 }
+
+// Fills runs in the pen's colour; the gaps of a dashed pen only show in opaque mode.
+class PenSink final : public raster::Sink {
+public:
+    explicit PenSink(SurfaceState& s) : state(s) {}
+    void Take(const raster::Run& run) override {
+        if (!run.gap || state.backMode == OPAQUE) {
+            state.Fill(RectOf(run), run.gap ? state.backColor : state.penColor);
+        }
+    }
+
+private:
+    SurfaceState& state;
+};
+
+class BrushSink final : public raster::Sink {
+public:
+    explicit BrushSink(SurfaceState& s) : state(s) {}
+    void Take(const raster::Run& run) override { state.Fill(RectOf(run), state.brushColor); }
+
+private:
+    SurfaceState& state;
+};
 
 } // namespace
 
@@ -111,7 +127,8 @@ BOOL CDC::LineTo(int x, int y) {
     const CPoint from = state->position;
     recording::Note(*this, DrawKind::Line, CRect(from.x, from.y, x, y));
     if (state->painter) {
-        raster::Line(from, {x, y}, PenOf(*state), state->clip, state->dashPhase, PenSink(*state));
+        PenSink pen(*state);
+        raster::Line(from, {x, y}, PenOf(*state), state->clip, state->dashPhase, pen);
     }
     state->position = {x, y};
     return TRUE;
@@ -126,10 +143,10 @@ BOOL CDC::Rectangle(int left, int top, int right, int bottom) {
     }
     CRect inside;
     if (!state->hollow && inside.IntersectRect(r, state->clip)) {
-        state->painter->fillRect(inside.left, inside.top, inside.Width(), inside.Height(),
-                                 surface::ColorOf(state->brushColor));
+        state->Fill(inside, state->brushColor);
     }
-    raster::Frame(r, PenOf(*state), state->clip, PenSink(*state));
+    PenSink pen(*state);
+    raster::Frame(r, PenOf(*state), state->clip, pen);
     return TRUE;
 }
 
@@ -143,14 +160,13 @@ BOOL CDC::Polygon(const CPoint* points, int count) {
         return TRUE;
     }
     if (!state->hollow) {
-        raster::FillPolygon(all, state->clip,
-                            [this, color = surface::ColorOf(state->brushColor)](const raster::Run& run) {
-                                state->painter->fillRect(run.x, run.y, run.w, run.h, color);
-                            });
+        BrushSink brush(*state);
+        raster::FillPolygon(all, state->clip, brush);
     }
+    PenSink pen(*state);
     int phase = 0;
     for (int i = 0; i < count; ++i) {
-        raster::Line(points[i], points[(i + 1) % count], PenOf(*state), state->clip, phase, PenSink(*state));
+        raster::Line(points[i], points[(i + 1) % count], PenOf(*state), state->clip, phase, pen);
     }
     return TRUE;
 }
@@ -169,14 +185,14 @@ void CDC::FillSolidRect(const CRect& rect, COLORREF color) {
     recording::NoteFill(*this, rect, color);
     CRect r;
     if (state->painter && r.IntersectRect(rect, state->clip)) {
-        state->painter->fillRect(r.left, r.top, r.Width(), r.Height(), surface::ColorOf(color));
+        state->Fill(r, color);
     }
 }
 
 COLORREF CDC::SetPixel(int x, int y, COLORREF color) {
     recording::NoteFill(*this, CRect(x, y, x + 1, y + 1), color, DrawKind::Pixel);
     if (state->painter && state->clip.PtInRect({x, y})) {
-        state->painter->fillRect(x, y, 1, 1, surface::ColorOf(color));
+        state->Fill({x, y, x + 1, y + 1}, color);
     }
     return color & 0xFFFFFF;
 }
@@ -216,7 +232,7 @@ BOOL CDC::StretchBlt(int x, int y, int width, int height, const CDC* source, int
     const QRectF part(sourceX * ratio, sourceY * ratio, sourceWidth * ratio, sourceHeight * ratio);
     // A copy within one bitmap must not read what it has just written.
     const QImage image = from == state->bitmap.get() ? from->image.copy() : from->image;
-    state->painter->drawImage(QRectF(x, y, width, height), image, part);
+    state->ClippedPainter().drawImage(QRectF(x, y, width, height), image, part);
     return TRUE;
 }
 

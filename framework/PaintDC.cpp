@@ -15,10 +15,12 @@ CPaintDC::CPaintDC(CWnd* window) {
         return;
     }
     frame->baseDone = true;
-    const QRect asked = static_cast<QPaintEvent*>(frame->event)->rect();
+    const QRegion& visible = static_cast<QPaintEvent*>(frame->event)->region();
+    const QRect asked = visible.boundingRect();
     ps.rcPaint = CRect(asked.x(), asked.y(), asked.x() + asked.width(), asked.y() + asked.height());
     State().ownPainter = std::make_unique<QPainter>(native->Client());
     State().Borrow(*State().ownPainter, ps.rcPaint);
+    State().WriteDirectly(visible);
     if (std::exchange(native->eraseAsked, false)) {
         ps.fErase =
             window->SendMessage(WM_ERASEBKGND, reinterpret_cast<WPARAM>(static_cast<CDC*>(this))) == 0;

@@ -31,6 +31,8 @@ struct TestHooks {
     // Milliseconds, wrapping at 32 bits.
     std::function<std::uint32_t()> clock;
     std::function<void(const DrawCall&)> drawing;
+    // Surfaces made meanwhile draw everything through the toolkit, nothing straight into memory.
+    bool paintersOnly = false;
 };
 
 FILMS_API TestHooks& Hooks();

@@ -29,10 +29,10 @@ bool InGap(int style, int phase) {
     }
 }
 
-void EmitClipped(const Run& run, const CRect& clip, const Sink& sink) {
+void EmitClipped(const Run& run, const CRect& clip, Sink& sink) {
     CRect r;
     if (r.IntersectRect(CRect(run.x, run.y, run.x + run.w, run.y + run.h), clip)) {
-        sink(Run{r.left, r.top, r.Width(), r.Height(), run.gap});
+        sink.Take(Run{r.left, r.top, r.Width(), r.Height(), run.gap});
     }
 }
 
@@ -56,7 +56,7 @@ void CutSteps(const Axis& major, Wide low, Wide high, Wide& first, Wide& last) {
     last = std::min<Wide>(last, b + 1);
 }
 
-void SolidStraight(CPoint from, CPoint to, int width, const CRect& clip, const Sink& sink) {
+void SolidStraight(CPoint from, CPoint to, int width, const CRect& clip, Sink& sink) {
     const int back = width / 2;
     const bool vertical = from.x == to.x;
     const Wide across = vertical ? from.x : from.y;
@@ -87,7 +87,7 @@ bool IsDashed(const Pen& pen) {
 
 } // namespace
 
-void Line(CPoint from, CPoint to, const Pen& pen, const CRect& clip, int& phase, const Sink& sink) {
+void Line(CPoint from, CPoint to, const Pen& pen, const CRect& clip, int& phase, Sink& sink) {
     if (pen.style == PS_NULL || from == to || clip.IsRectEmpty()) {
         return;
     }
@@ -118,7 +118,7 @@ void Line(CPoint from, CPoint to, const Pen& pen, const CRect& clip, int& phase,
     phase = static_cast<int>((phase + steps) % 24);
 }
 
-void FillPolygon(std::span<const CPoint> points, const CRect& clip, const Sink& sink) {
+void FillPolygon(std::span<const CPoint> points, const CRect& clip, Sink& sink) {
     if (points.size() < 2 || clip.IsRectEmpty()) {
         return;
     }
@@ -147,13 +147,13 @@ void FillPolygon(std::span<const CPoint> points, const CRect& clip, const Sink& 
             const Wide left = std::max<Wide>(crossings[i], clip.left);
             const Wide right = std::min<Wide>(crossings[i + 1], clip.right);
             if (left < right) {
-                sink(Run{static_cast<int>(left), y, static_cast<int>(right - left), 1, false});
+                sink.Take(Run{static_cast<int>(left), y, static_cast<int>(right - left), 1, false});
             }
         }
     }
 }
 
-void Frame(const CRect& rect, const Pen& pen, const CRect& clip, const Sink& sink) {
+void Frame(const CRect& rect, const Pen& pen, const CRect& clip, Sink& sink) {
     if (pen.style == PS_NULL || rect.IsRectEmpty()) {
         return;
     }

@@ -2,7 +2,6 @@
 
 #include "framework/Types.h"
 
-#include <functional>
 #include <span>
 
 // The pixel rules of lines, polygons and rectangles, free of any toolkit. Results are horizontal or vertical
@@ -17,7 +16,14 @@ struct Run {
     int h = 1;
     bool gap = false;
 };
-using Sink = std::function<void(const Run&)>;
+// Takes the runs one by one.
+class Sink {
+public:
+    virtual void Take(const Run& run) = 0;
+
+protected:
+    ~Sink() = default;
+};
 
 struct Pen {
     int style = 0;
@@ -25,12 +31,12 @@ struct Pen {
 };
 
 // From `from` up to, and without, `to`. `phase` counts the pixels since the dashes began and is carried on.
-void Line(CPoint from, CPoint to, const Pen& pen, const CRect& clip, int& phase, const Sink& sink);
+void Line(CPoint from, CPoint to, const Pen& pen, const CRect& clip, int& phase, Sink& sink);
 
 // The inside by the even-odd rule, without the outline.
-void FillPolygon(std::span<const CPoint> points, const CRect& clip, const Sink& sink);
+void FillPolygon(std::span<const CPoint> points, const CRect& clip, Sink& sink);
 
 // The frame of a normalised rect whose right and bottom edges are excluded.
-void Frame(const CRect& rect, const Pen& pen, const CRect& clip, const Sink& sink);
+void Frame(const CRect& rect, const Pen& pen, const CRect& clip, Sink& sink);
 
 } // namespace raster

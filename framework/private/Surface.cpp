@@ -1,18 +1,30 @@
 #include "framework/private/Surface.h"
 
 #include "framework/private/Face.h"
+#include "framework/TestHooks.h"
 
 #include <QColor>
 
+#include <utility>
+
 void SurfaceState::Borrow(QPainter& p, const CRect& area) {
     painter = &p;
+    pixels = Pixels();
     bounds = area;
     SetClip(area);
+}
+
+void SurfaceState::WriteDirectly(const QRegion& visible) {
+    if (!Hooks().paintersOnly) {
+        pixels = Pixels(*painter, visible);
+        pixels.SetClip(clip);
+    }
 }
 
 void SurfaceState::SelectBitmap(CBitmap* b) {
     ownPainter.reset();
     painter = nullptr;
+    pixels = Pixels();
     selectedBitmap = b;
     bitmap = b->Data();
     bounds = bitmap ? CRect(CPoint(), bitmap->size) : CRect();
@@ -21,13 +33,30 @@ void SurfaceState::SelectBitmap(CBitmap* b) {
         painter = ownPainter.get();
     }
     SetClip(bounds);
+    if (painter) {
+        WriteDirectly(QRect(0, 0, bounds.Width(), bounds.Height()));
+    }
 }
 
 void SurfaceState::SetClip(const CRect& rect) {
     clip = rect;
-    if (painter) {
-        painter->setClipRect(rect.left, rect.top, rect.Width(), rect.Height());
+    clipIsNew = true;
+    pixels.SetClip(rect);
+}
+
+void SurfaceState::Fill(const CRect& rect, COLORREF color) {
+    if (pixels.Usable()) {
+        pixels.Fill(rect, qRgb(GetRValue(color), GetGValue(color), GetBValue(color)));
+    } else {
+        ClippedPainter().fillRect(rect.left, rect.top, rect.Width(), rect.Height(), surface::ColorOf(color));
     }
+}
+
+QPainter& SurfaceState::ClippedPainter() {
+    if (std::exchange(clipIsNew, false)) {
+        painter->setClipRect(clip.left, clip.top, clip.Width(), clip.Height());
+    }
+    return *painter;
 }
 
 surface::Face& SurfaceState::Font() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/DC.h"
+#include "framework/private/Pixels.h"
 
 #include <QImage>
 #include <QPainter>
@@ -20,9 +21,12 @@ struct BitmapData {
 
 // What a CDC draws on and with.
 struct SurfaceState {
-    std::unique_ptr<QPainter> ownPainter;
-    QPainter* painter = nullptr;
+    // Outlives the painter on it, whatever order the caller's objects go in.
     std::shared_ptr<BitmapData> bitmap;
+    std::unique_ptr<QPainter> ownPainter;
+    // Null while there is nothing to draw on. Drawing goes through Fill and ClippedPainter.
+    QPainter* painter = nullptr;
+    Pixels pixels;
     bool isMemory = false;
     CBitmap* selectedBitmap = nullptr;
     CPen* selectedPen = nullptr;
@@ -41,13 +45,20 @@ struct SurfaceState {
     int backMode = OPAQUE_MODE;
     CRect bounds;
     CRect clip;
+    bool clipIsNew = false; // the painter has not been told yet
 
     static constexpr int OPAQUE_MODE = 2;
 
     // Draws through a painter that someone else owns, inside `area`.
     void Borrow(QPainter& p, const CRect& area);
+    // Writes to the memory under the painter where it is possible. `visible` is what may be written.
+    void WriteDirectly(const QRegion& visible);
     void SelectBitmap(CBitmap* b);
     void SetClip(const CRect& rect);
+    // The rect must lie inside the clip; the painter must not be null.
+    void Fill(const CRect& rect, COLORREF color);
+    // The painter with the clip set. Must not be called without a painter.
+    QPainter& ClippedPainter();
     // The selected font, or the default one of the application.
     surface::Face& Font();
 };
