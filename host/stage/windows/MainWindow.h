@@ -25,6 +25,7 @@ class FilmEffects;
 class ObjectPanel;
 class ObjectTree;
 class PluginPanel;
+class ToolWindows;
 class ViewArea;
 enum class IconId;
 enum class ToolMode;
@@ -61,6 +62,7 @@ public:
     bool IsPanelShown() override;
     bool AddToolbar(CToolBar* toolbar, unsigned resourceId) override;
     void RemoveToolbar(CToolBar* toolbar) override;
+    void DestroyToolWindows() override;
     void ShortcutsChanged() override;
     std::optional<std::string> BrowseMeshElement(EditorObject* object, const std::string& present) override;
     std::optional<std::string> BrowseMeshAnimation(EditorObject* object, const std::string& present) override;
@@ -78,6 +80,7 @@ public:
     ObjectTree* tree = nullptr;
     ObjectPanel* panel = nullptr;
     PluginPanel* pluginPanel = nullptr;
+    ToolWindows* toolWindows = nullptr;
 
 signals:
     /// The user closed the window and nothing keeps it open.

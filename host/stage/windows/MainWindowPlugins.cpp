@@ -4,6 +4,7 @@
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/PluginPanel.h"
+#include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
 
 #include <QAction>
@@ -151,6 +152,10 @@ void MainWindow::HidePanel() {
     }
 }
 
+void MainWindow::DestroyToolWindows() {
+    toolWindows->DestroyAll();
+}
+
 bool MainWindow::IsPanelShown() {
     return panelForm != nullptr;
 }
@@ -192,6 +197,7 @@ void MainWindow::ShowMenu(int view, EditorObject* object, const QPoint& screen) 
 
 void MainWindow::LoadPlugins(const QStringList& libraries) {
     AfxSetMainWnd(WrapWidget(this));
+    toolWindows->Attach();
     for (const QString& library : libraries) {
         host.LoadPlugin(library.toStdString());
     }
