@@ -62,6 +62,7 @@ void MainWindow::ShutdownHost() {
     refreshTimer.stop();
     host.Shutdown();
     host.level.SetFilmSink(nullptr);
+    toolWindows->Detach();
     if (AfxGetMainWnd() == WrapWidget(this)) {
         AfxSetMainWnd(nullptr);
     }
@@ -198,6 +199,12 @@ void MainWindow::UpdateActions() {
 
 void MainWindow::Report(const std::string& text) {
     statusBar()->showMessage(QString::fromStdString(text), kMessageMs);
+}
+
+void MainWindow::RestorePlaces() {
+    const QSettings settings;
+    restoreGeometry(settings.value("window/geometry").toByteArray());
+    restoreState(settings.value("window/state").toByteArray());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

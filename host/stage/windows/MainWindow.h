@@ -40,6 +40,8 @@ public:
 
     /// False if the user chose to keep working on unsaved changes, or if saving them failed.
     bool MayLoseChanges();
+    /// Size, bars and docks as the user left them.
+    void RestorePlaces();
     bool OpenLevel(const QString& path);
     bool SaveLevelAs(const QString& path);
     /// Loads plug-in libraries and starts them with a new level. Failures are reported.

@@ -42,10 +42,14 @@ ToolWindowDock::~ToolWindowDock() {
     if (content != nullptr) {
         content->DestroyWindow();
     }
+    // The base class still moves the keyboard.
+    disconnect(qApp, nullptr, this, nullptr);
+    disconnect(this, nullptr, this, nullptr);
 }
 
 void ToolWindowDock::ContentShown(bool shown) {
     if (shown) {
+        ApplySmallestSize();
         show();
         emit Shown();
         return;
@@ -139,7 +143,7 @@ void ToolWindowDock::closeEvent(QCloseEvent* event) {
 void ToolWindowDock::showEvent(QShowEvent* event) {
     QDockWidget::showEvent(event);
     // By the menu; the window itself comes first otherwise.
-    if (content != nullptr && widget->isHidden()) {
+    if (content != nullptr && isPlaced && widget->isHidden()) {
         content->ShowWindow(SW_SHOW);
     }
 }
@@ -151,12 +155,15 @@ void ToolWindowDock::resizeEvent(QResizeEvent* event) {
     if (isFloating() && isVisible() && byUser && before.isValid()) {
         AskForSize(before);
     }
+    lastSize = size();
     NotePlace();
 }
 
 void ToolWindowDock::moveEvent(QMoveEvent* event) {
     QDockWidget::moveEvent(event);
-    NotePlace();
+    if (size() == lastSize) {
+        NotePlace();
+    } // else resizeEvent follows, which needs the rect before both
 }
 
 QRect ToolWindowDock::ContentRect() const {
@@ -190,6 +197,9 @@ void ToolWindowDock::ApplySmallestSize() {
 }
 
 void ToolWindowDock::FloatingChanged(bool floating) {
+    if (!isPlaced) {
+        return;
+    }
     ApplySmallestSize();
     const bool dragged = (QApplication::mouseButtons() & Qt::LeftButton) != 0;
     if (floating && !dragged && !place.floating.isValid()) {
@@ -202,7 +212,7 @@ void ToolWindowDock::FloatingChanged(bool floating) {
 
 void ToolWindowDock::NotePlace() {
     lastContentRect = ContentRect();
-    if (!isVisible() || content == nullptr) {
+    if (!isVisible() || !isPlaced || content == nullptr) {
         return;
     }
     place.isFloating = isFloating();

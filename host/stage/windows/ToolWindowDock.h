@@ -30,6 +30,8 @@ public:
     CWnd* Window() const { return content; }
     /// The present place, which the dock notes while the user changes it.
     ToolWindowPlace place;
+    /// Until then the dock's comings and goings are not the user's.
+    bool isPlaced = false;
 
     // IWindowFrame
     void ContentShown(bool shown) override;
@@ -67,6 +69,7 @@ private:
     QPointer<QWidget> focusBefore; ///< outside of it, when the keyboard came in
     QSize wantedSize;              ///< of the window itself, before the user changed it
     QRect lastContentRect;         ///< screen coordinates
+    QSize lastSize;                ///< of the dock
 };
 
 } // namespace stage

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <QGuiApplication>
+#include <QLayout>
 #include <QMainWindow>
 #include <QMenu>
 #include <QScreen>
@@ -59,6 +60,10 @@ ToolWindows::ToolWindows(QMainWindow& mainWindow) : QObject(&mainWindow), main(m
 }
 
 ToolWindows::~ToolWindows() {
+    Detach();
+}
+
+void ToolWindows::Detach() {
     if (present == this) {
         present = nullptr;
         SetToolWindowSink({});
@@ -109,19 +114,15 @@ void ToolWindows::Adopt(CDialog& dialog) {
 // end of the program.
 void ToolWindows::Restore(ToolWindowDock& dock) {
     dock.place = ReadPlace(dock);
-    const bool isPlaced = main.restoreDockWidget(&dock);
-    dock.hide();
-    if (isPlaced) {
-        return;
+    if (!main.restoreDockWidget(&dock)) {
+        main.addDockWidget(dock.place.area, &dock);
     }
-    main.addDockWidget(dock.place.area, &dock);
-    dock.hide();
+    dock.setFloating(dock.place.isFloating);
     if (dock.place.isFloating) {
-        const QRect floating = OnScreen(dock.place.floating);
-        dock.setFloating(true);
-        dock.setGeometry(floating);
-        dock.hide();
+        dock.setGeometry(OnScreen(dock.place.floating));
     }
+    dock.hide();
+    dock.isPlaced = true;
 }
 
 // A docked window that comes up first gets the size that the user gave it, else a moderate one, and never so
@@ -133,7 +134,8 @@ void ToolWindows::FitExtent(ToolWindowDock& dock) {
     }
     const Qt::DockWidgetArea area = main.dockWidgetArea(&dock);
     const bool isSide = area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea;
-    const int shared = isSide ? views->width() : views->height();
+    main.layout()->activate(); // the dock takes what it needs least
+    const int shared = isSide ? views->width() + dock.width() : views->height() + dock.height();
     const int wanted = dock.place.extent > 0
                            ? std::min(dock.place.extent, static_cast<int>(shared * kLargestShare))
                            : std::min(kFirstExtent, static_cast<int>(shared * kFirstShare));

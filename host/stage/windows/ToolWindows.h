@@ -20,6 +20,7 @@ public:
 
     /// From now on each new tool window is docked here; the last main window to ask gets them.
     void Attach();
+    void Detach();
     /// Where the windows are listed, at the end.
     void SetMenu(QMenu* menu) { list = menu; }
     /// Writes all places to the user's settings.

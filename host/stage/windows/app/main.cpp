@@ -10,7 +10,6 @@
 #include <cstring>
 #include <QApplication>
 #include <QDir>
-#include <QSettings>
 #include <QStandardPaths>
 #include <vector>
 
@@ -30,9 +29,7 @@ stage::HostFolders FoldersOf(const stage::CommandLine& line) {
 int RunWindows(QApplication& application, const stage::CommandLine& line) {
     stage::ApplyTheme(application);
     stage::MainWindow window(FoldersOf(line));
-    const QSettings settings;
-    window.restoreGeometry(settings.value("window/geometry").toByteArray());
-    window.restoreState(settings.value("window/state").toByteArray());
+    window.RestorePlaces();
     if (line.size.isValid()) {
         window.resize(line.size);
     }
