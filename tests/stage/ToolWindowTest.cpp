@@ -322,6 +322,31 @@ TEST_F(ToolWindowTest, EscAndKeysWorkWhileItFloats) {
     EXPECT_TRUE(dock.isFloating());
 }
 
+TEST_F(ToolWindowTest, HidingKeepsThePlace) {
+    ToolDialog dialog;
+    Show(dialog);
+    stage::ToolWindowDock& dock = *DockOf(dialog);
+    window.resizeDocks({&dock}, {222}, Qt::Vertical);
+    Settle();
+    dialog.ShowWindow(SW_HIDE);
+    Settle();
+    Show(dialog);
+    EXPECT_EQ(dock.height(), 222);
+    dock.setFloating(true);
+    dock.setGeometry(70, 60, 555, 333);
+    Settle();
+    dialog.ShowWindow(SW_HIDE);
+    Settle();
+    Show(dialog);
+    EXPECT_EQ(dock.geometry(), QRect(70, 60, 555, 333));
+    dock.setFloating(false);
+    Settle();
+    EXPECT_EQ(dock.height(), 222);
+    dock.setFloating(true);
+    Settle();
+    EXPECT_EQ(dock.geometry(), QRect(70, 60, 555, 333));
+}
+
 TEST_F(ToolWindowTest, ShowingABuriedWindowBringsItsTabForward) {
     ToolDialog first;
     ToolDialog second;

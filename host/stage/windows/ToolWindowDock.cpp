@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QMainWindow>
 #include <QScreen>
 #include <QShowEvent>
@@ -50,6 +51,11 @@ ToolWindowDock::~ToolWindowDock() {
 void ToolWindowDock::ContentShown(bool shown) {
     if (shown) {
         ApplySmallestSize();
+        if (isFloating() && place.floating.isValid()) {
+            // A dock whose content is hidden has no room for more than its title.
+            layout()->activate();
+            setGeometry(place.floating);
+        }
         show();
         emit Shown();
         return;

@@ -29,6 +29,20 @@ QString KeyOf(const ToolWindowDock& dock, const char* what) {
     return QString("toolWindows/%1/%2").arg(dock.objectName(), what);
 }
 
+/// Moved onto a screen that is there now, so that the title can be reached.
+QRect OnScreen(const QRect& wanted) {
+    if (!wanted.isValid()) {
+        return {};
+    }
+    const QScreen* screen = QGuiApplication::screenAt(wanted.center());
+    screen = screen != nullptr ? screen : QGuiApplication::primaryScreen();
+    const QRect area = screen->availableGeometry();
+    QRect moved(wanted.topLeft(), wanted.size().boundedTo(area.size()));
+    moved.moveLeft(std::clamp(moved.left(), area.left(), area.right() - moved.width() + 1));
+    moved.moveTop(std::clamp(moved.top(), area.top(), area.bottom() - moved.height() + 1));
+    return moved;
+}
+
 /// What a damaged or foreign settings file says is not trusted.
 ToolWindowPlace ReadPlace(const ToolWindowDock& dock) {
     const QSettings settings;
@@ -37,21 +51,10 @@ ToolWindowPlace ReadPlace(const ToolWindowDock& dock) {
     place.area = std::find(std::begin(kAreas), std::end(kAreas), area) != std::end(kAreas)
                      ? static_cast<Qt::DockWidgetArea>(area)
                      : Qt::BottomDockWidgetArea;
-    place.floating = settings.value(KeyOf(dock, "place")).toRect();
+    place.floating = OnScreen(settings.value(KeyOf(dock, "place")).toRect());
     place.isFloating = settings.value(KeyOf(dock, "floating")).toBool() && place.floating.isValid();
     place.extent = std::clamp(settings.value(KeyOf(dock, "extent")).toInt(), 0, QWIDGETSIZE_MAX);
     return place;
-}
-
-/// Moved onto a screen that is there now, so that the title can be reached.
-QRect OnScreen(const QRect& wanted) {
-    const QScreen* screen = QGuiApplication::screenAt(wanted.center());
-    screen = screen != nullptr ? screen : QGuiApplication::primaryScreen();
-    const QRect area = screen->availableGeometry();
-    QRect moved(wanted.topLeft(), wanted.size().boundedTo(area.size()));
-    moved.moveLeft(std::clamp(moved.left(), area.left(), area.right() - moved.width() + 1));
-    moved.moveTop(std::clamp(moved.top(), area.top(), area.bottom() - moved.height() + 1));
-    return moved;
 }
 
 } // namespace
@@ -118,9 +121,6 @@ void ToolWindows::Restore(ToolWindowDock& dock) {
         main.addDockWidget(dock.place.area, &dock);
     }
     dock.setFloating(dock.place.isFloating);
-    if (dock.place.isFloating) {
-        dock.setGeometry(OnScreen(dock.place.floating));
-    }
     dock.hide();
     dock.isPlaced = true;
 }
