@@ -1,6 +1,7 @@
 #include "framework/FilmsApplication.h"
 #include "host/stage/windows/app/CommandLine.h"
 #include "host/stage/windows/app/HeadlessStage.h"
+#include "host/stage/windows/app/Inspector.h"
 #include "host/stage/windows/app/StageApp.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/Theme.h"
@@ -8,6 +9,7 @@
 #include <clocale>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <QApplication>
 #include <QDir>
 #include <QStandardPaths>
@@ -37,6 +39,10 @@ int RunWindows(QApplication& application, const stage::CommandLine& line) {
     QObject::connect(&window, &stage::MainWindow::Closed, &application, &QApplication::quit,
                      Qt::QueuedConnection);
     stage::StageApp app(window, line);
+    std::unique_ptr<stage::Inspector> inspector;
+    if (line.inspect) {
+        inspector = std::make_unique<stage::Inspector>(window);
+    }
     if (!app.Start() && !line.screenshots.isEmpty()) {
         return kLevelError;
     }
