@@ -204,7 +204,7 @@ void MainWindow::Report(const std::string& text) {
 void MainWindow::RestorePlaces() {
     const QSettings settings;
     restoreGeometry(settings.value("window/geometry").toByteArray());
-    restoreState(settings.value("window/state").toByteArray());
+    isPanelUnplaced = !restoreState(settings.value("window/state").toByteArray());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -107,6 +107,7 @@ private:
     void FillMeshMenu();
     void FillPluginMenu();
     void NamePluginButtons();
+    void PlacePanel(int formHeight);
     void UpdateActions();
     void FlushRefresh();
 
@@ -141,6 +142,7 @@ private:
     bool transformStale = false;
     std::unique_ptr<FilmEffects> effects;
     bool closing = false;
+    bool isPanelUnplaced = true; ///< until it was shown once, or the user's places were restored
 };
 
 } // namespace stage
