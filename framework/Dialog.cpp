@@ -5,6 +5,7 @@
 #include "framework/private/ModalState.h"
 #include "framework/private/NativeFactory.h"
 #include "framework/private/NativeWindow.h"
+#include "framework/private/ToolWindows.h"
 #include "framework/TestHooks.h"
 
 #include <QApplication>
@@ -72,6 +73,9 @@ BOOL CDialog::CreateFromTemplate(UINT id, CWnd* parentWindow) {
     MakeControls(*dialog);
     if (!isChild) {
         CenterWindow();
+    }
+    if (!isChild && !modal && (dialog->style & WS_THICKFRAME) && (!around || around == AfxGetMainWnd())) {
+        tool_windows::Offer(*this);
     }
     endedInInit = false;
     initialising = true;

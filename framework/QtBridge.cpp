@@ -3,14 +3,44 @@
 #include "framework/FormView.h"
 #include "framework/Menu.h"
 #include "framework/private/NativeWindow.h"
+#include "framework/private/ToolWindows.h"
 
 #include <QAction>
 #include <QMenu>
 
 #include <memory>
+#include <utility>
+
+namespace {
+
+ToolWindowSink toolWindowSink;
+
+} // namespace
+
+void tool_windows::Offer(CDialog& dialog) {
+    if (toolWindowSink) {
+        toolWindowSink(dialog);
+    }
+}
 
 QWidget* NativeWidget(const CWnd& window) {
     return window.GetSafeHwnd() ? window.GetSafeHwnd()->widget : nullptr;
+}
+
+void SetWindowFrame(CWnd& window, IWindowFrame* frame) {
+    if (NativeWindow* native = window.GetSafeHwnd()) {
+        native->frame = frame;
+    }
+}
+
+CRect AskSizing(CWnd& window, const CRect& before, const CRect& now) {
+    const auto toRect = [](const CRect& r) { return QRect(r.left, r.top, r.Width(), r.Height()); };
+    NativeWindow* native = window.GetSafeHwnd();
+    return native ? native->AskSizing(toRect(before), toRect(now)) : now;
+}
+
+void SetToolWindowSink(ToolWindowSink sink) {
+    toolWindowSink = std::move(sink);
 }
 
 namespace {

@@ -5,6 +5,7 @@
 
 #include <functional>
 
+class CDialog;
 class CMenu;
 class CToolBar;
 class CWnd;
@@ -41,3 +42,29 @@ FILMS_API QIcon ToolBarIcon(const CToolBar& toolbar, int image);
 // Makes a form view of its run-time class as a child of the widget and sends its first update. The view
 // deletes itself with its window. Null when the class is no view or its template is missing.
 FILMS_API CWnd* CreateFormView(const CRuntimeClass* viewClass, QWidget* parent, UINT id);
+
+// What a host has put around a top-level window of the framework, such as a dock. The window's widget is a
+// child of the frame's then, yet for the window and its messages it stays a top-level one.
+class FILMS_API IWindowFrame {
+public:
+    virtual ~IWindowFrame() = default;
+    // The window has shown or hidden itself; its frame follows.
+    virtual void ContentShown(bool shown) = 0;
+    // To the front, and with `activate` the keyboard goes to the window.
+    virtual void RaiseContent(bool activate) = 0;
+    // The window wants this place, in screen coordinates. The frame may keep it elsewhere.
+    virtual void PlaceContent(const CRect& place) = 0;
+    // The window is destroyed; its widget is deleted soon.
+    virtual void ContentGone() = 0;
+};
+
+// Gives a hidden top-level window a frame whose widget is already around NativeWidget(window); null takes it
+// away. The frame must take itself away if it goes before its window.
+FILMS_API void SetWindowFrame(CWnd& window, IWindowFrame* frame);
+// What the window makes of being dragged from one rect to another, in screen coordinates (WM_SIZING).
+FILMS_API CRect AskSizing(CWnd& window, const CRect& before, const CRect& now);
+
+// Hears of each modeless dialog with a sizing border that belongs to the main window or to no window: after
+// its controls are made, before WM_INITDIALOG, while it is hidden. The place to give it a frame.
+using ToolWindowSink = std::function<void(CDialog&)>;
+FILMS_API void SetToolWindowSink(ToolWindowSink sink);

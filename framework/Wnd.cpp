@@ -172,7 +172,7 @@ CWnd* CWnd::GetParent() const {
 
 CWnd* CWnd::GetTopLevelParent() {
     CWnd* top = this;
-    while (top->native && !top->native->widget->isWindow() && top->GetParent()) {
+    while (top->native && !top->native->IsTopLevel() && top->GetParent()) {
         top = top->GetParent();
     }
     return top;

@@ -126,7 +126,7 @@ LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         NativeWindow* self = native;
         self->BaseEvent(event);
         if (message == WM_MOUSEWHEEL && (!self->IsControl() || !event->isAccepted())) {
-            NativeWindow* parent = self->widget->isWindow() ? nullptr : self->Parent();
+            NativeWindow* parent = self->IsTopLevel() ? nullptr : self->Parent();
             return parent ? parent->Send(message, wParam, lParam) : 0;
         }
         return 0;
@@ -157,7 +157,7 @@ LRESULT CWnd::DefaultAnswer(UINT message, WPARAM wParam, LPARAM lParam) {
         capture::Lose(this);
         return 0;
     case WM_MOUSEWHEEL: {
-        NativeWindow* parent = native->widget->isWindow() ? nullptr : native->Parent();
+        NativeWindow* parent = native->IsTopLevel() ? nullptr : native->Parent();
         return parent ? parent->Send(message, wParam, lParam) : 0;
     }
     default:

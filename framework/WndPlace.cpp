@@ -1,8 +1,17 @@
 #include "framework/private/Capture.h"
 #include "framework/private/NativeWindow.h"
+#include "framework/QtBridge.h"
 #include "framework/Wnd.h"
 
 #include <QApplication>
+
+namespace {
+
+QWidget* FocusWidget() {
+    return QtAlive() ? QApplication::focusWidget() : nullptr;
+}
+
+} // namespace
 
 DWORD CWnd::GetStyle() const {
     if (!native) {
@@ -40,7 +49,7 @@ BOOL CWnd::IsWindowVisible() const {
         if (!n->IsShown()) {
             return FALSE;
         }
-        if (n->widget->isWindow()) {
+        if (n->IsTopLevel()) {
             break;
         }
     }
@@ -85,7 +94,7 @@ BOOL CWnd::SetWindowPos(const CWnd* after, int x, int y, int width, int height, 
     const CSize size = flags & SWP_NOSIZE ? now.Size() : CSize{width, height};
     const CRect wanted(place, size);
     if (!(flags & SWP_NOZORDER) && (!after || after == this)) {
-        native->widget->raise();
+        native->Raise(/*activate*/ false);
     }
     if (wanted != now) {
         native->SetGeometry(wanted, /*sendSize*/ !(flags & SWP_NOSIZE));
@@ -98,7 +107,7 @@ BOOL CWnd::SetWindowPos(const CWnd* after, int x, int y, int width, int height, 
 
 void CWnd::BringWindowToTop() {
     if (native) {
-        native->widget->raise();
+        native->Raise(/*activate*/ false);
     }
 }
 
@@ -111,7 +120,7 @@ void CWnd::GetWindowRect(CRect* rect) const {
     if (native) {
         const CRect g = native->Geometry();
         QPoint corner(g.left, g.top);
-        if (!native->widget->isWindow()) {
+        if (!native->IsTopLevel()) {
             corner = native->widget->parentWidget()->mapToGlobal(corner);
         }
         *rect = CRect(CPoint(corner.x(), corner.y()), g.Size());
@@ -213,7 +222,7 @@ BOOL ReleaseCapture() {
 }
 
 CWnd* CWnd::GetFocus() {
-    NativeWindow* n = QtAlive() ? NativeWindow::Around(QApplication::focusWidget()) : nullptr;
+    NativeWindow* n = NativeWindow::Around(FocusWidget());
     return n ? n->wnd : nullptr;
 }
 
@@ -227,12 +236,18 @@ CWnd* CWnd::SetFocus() {
 
 CWnd* CWnd::GetActiveWindow() {
     NativeWindow* n = QtAlive() ? NativeWindow::Of(QApplication::activeWindow()) : nullptr;
+    // A window inside a frame of the host is active while the keyboard is in it.
+    for (NativeWindow* f = NativeWindow::Around(FocusWidget()); f; f = f->Parent()) {
+        n = f->frame ? f : n;
+    }
     return n ? n->wnd : nullptr;
 }
 
 CWnd* CWnd::SetActiveWindow() {
     CWnd* old = GetActiveWindow();
-    if (native) {
+    if (native && native->frame) {
+        native->frame->RaiseContent(/*activate*/ true);
+    } else if (native) {
         native->widget->activateWindow();
     }
     return old;

@@ -160,6 +160,12 @@ UINT SizingSide(const QRect& before, const QRect& after) {
 
 } // namespace
 
+CRect NativeWindow::AskSizing(const QRect& before, const QRect& now) {
+    CRect wanted(now.x(), now.y(), now.x() + now.width(), now.y() + now.height());
+    Send(WM_SIZING, SizingSide(before, now), reinterpret_cast<LPARAM>(&wanted));
+    return wanted;
+}
+
 bool NativeWindow::HandleGeometry(QEvent* event) {
     const QRect before = lastGeometry;
     lastGeometry = widget->geometry();
@@ -171,12 +177,11 @@ bool NativeWindow::HandleGeometry(QEvent* event) {
     if (event->type() == QEvent::Resize) {
         lastLaidOut = widget->size();
         if (widget->isWindow() && event->spontaneous() && before.isValid() && !widget->isMaximized()) {
-            const QRect g = widget->geometry();
-            const CRect now(g.x(), g.y(), g.x() + g.width(), g.y() + g.height());
-            CRect wanted = now;
-            Send(WM_SIZING, SizingSide(before, g), reinterpret_cast<LPARAM>(&wanted));
-            if (wnd && wanted != now) {
-                widget->setGeometry(wanted.left, wanted.top, wanted.Width(), wanted.Height());
+            const QRect now = widget->geometry();
+            const CRect wanted = AskSizing(before, now);
+            const QRect corrected(wanted.left, wanted.top, wanted.Width(), wanted.Height());
+            if (wnd && corrected != now) {
+                widget->setGeometry(corrected);
             }
         }
     }

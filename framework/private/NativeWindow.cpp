@@ -1,6 +1,7 @@
 #include "framework/private/NativeWindow.h"
 
 #include "framework/private/Capture.h"
+#include "framework/QtBridge.h"
 
 #include <QCoreApplication>
 #include <QResizeEvent>
@@ -159,6 +160,9 @@ void NativeWindow::AnnounceEnd() {
     CWnd* object = wnd;
     const bool owned = std::exchange(ownsWnd, false);
     Detach();
+    if (IWindowFrame* around = std::exchange(frame, nullptr)) {
+        around->ContentGone();
+    }
     if (owned) {
         delete object;
     } else if (object) {
@@ -170,7 +174,7 @@ CRect NativeWindow::Geometry() const {
     if (pendingGeometry) {
         return *pendingGeometry;
     }
-    const QRect g = widget->geometry();
+    const QRect g = frame ? QRect(widget->mapToGlobal(QPoint()), widget->size()) : widget->geometry();
     return {g.x(), g.y(), g.x() + g.width(), g.y() + g.height()};
 }
 
@@ -188,7 +192,12 @@ bool NativeWindow::IsShown() const {
 void NativeWindow::SetGeometry(const CRect& rect, bool sendSize) {
     const CRect r =
         Fit(CRect(rect.left, rect.top, std::max(rect.left, rect.right), std::max(rect.top, rect.bottom)));
-    if (messages::InPaint()) {
+    if (frame && messages::InPaint()) {
+        QMetaObject::invokeMethod(
+            widget, [this, r] { SetGeometry(r, /*sendSize*/ true); }, Qt::QueuedConnection);
+    } else if (frame) {
+        frame->PlaceContent(r);
+    } else if (messages::InPaint()) {
         // The toolkit must not move windows while it paints; the new place already counts, the move follows.
         pendingGeometry = r;
         SchedulePending();
@@ -221,7 +230,9 @@ void NativeWindow::SendSizeIfChanged() {
 
 void NativeWindow::SetShown(bool shown, bool activate) {
     if (shown == IsShown()) {
-        if (shown && activate && widget->isWindow()) {
+        if (shown && activate && frame) {
+            frame->RaiseContent(/*activate*/ true);
+        } else if (shown && activate && widget->isWindow()) {
             widget->activateWindow();
         }
         return;
@@ -240,8 +251,21 @@ void NativeWindow::SetShown(bool shown, bool activate) {
         widget->setAttribute(Qt::WA_ShowWithoutActivating, !activate);
     }
     widget->setVisible(shown);
-    if (shown && activate && widget->isWindow()) {
-        widget->raise();
+    if (frame) {
+        frame->ContentShown(shown);
+    }
+    if (shown && activate && IsTopLevel()) {
+        Raise(/*activate*/ true);
+    }
+}
+
+void NativeWindow::Raise(bool activate) {
+    if (frame) {
+        frame->RaiseContent(activate);
+        return;
+    }
+    widget->raise();
+    if (activate) {
         widget->activateWindow();
     }
 }
@@ -266,7 +290,11 @@ void NativeWindow::ApplyPending() {
         SendSizeIfChanged();
     }
     if (pendingShown) {
-        widget->setVisible(*std::exchange(pendingShown, std::nullopt));
+        const bool shown = *std::exchange(pendingShown, std::nullopt);
+        widget->setVisible(shown);
+        if (frame) {
+            frame->ContentShown(shown);
+        }
     }
 }
 

@@ -14,6 +14,8 @@
 #include <string>
 #include <vector>
 
+class IWindowFrame;
+
 // The window behind a CWnd: a widget that turns each of its events into a message. It outlives its CWnd (the
 // widget is deleted late) and the CWnd outlives it (the host may delete widgets); each forgets the other.
 class NativeWindow {
@@ -66,12 +68,18 @@ public:
     CSize ClientSize() const;
     void SetShown(bool shown, bool activate);
     bool IsShown() const;
+    // Made without a parent's client area around it, whatever the toolkit has around it now.
+    bool IsTopLevel() const { return frame || widget->isWindow(); }
+    void Raise(bool activate);
+    // What the window makes of a rect that the user drags it to; screen coordinates.
+    CRect AskSizing(const QRect& before, const QRect& now);
     void SendSizeIfChanged();
     void Invalidate(const QRegion& region, bool erase);
 
     CWnd* wnd = nullptr;
     bool ownsWnd = false; // made for a dialog's control, until someone subclasses it
     QWidget* widget;
+    IWindowFrame* frame = nullptr; // the host's; it outlives this or sets null
     UINT id = 0;
     DWORD windowStyle = 0;
     DWORD exStyle = 0;

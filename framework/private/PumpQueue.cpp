@@ -104,7 +104,7 @@ bool PreTranslate(const QWindow* window, const QEvent& event) {
     }
     MSG message = MessageOf(window, event);
     for (NativeWindow* native = message.hwnd; native && NativeWindow::Exists(native);) {
-        NativeWindow* parent = native->widget->isWindow() ? nullptr : native->Parent();
+        NativeWindow* parent = native->IsTopLevel() ? nullptr : native->Parent();
         if (native->wnd && native->wnd->PreTranslateMessage(&message)) {
             return true;
         }

@@ -25,6 +25,7 @@ public:
         return true;
     }
     void RemoveToolbar(CToolBar* toolbar) override { std::erase(toolbars, toolbar); }
+    void DestroyToolWindows() override { ++toolWindowEnds; }
     void ShortcutsChanged() override { ++shortcutChanges; }
     std::optional<std::string> BrowseMeshElement(EditorObject*, const std::string&) override {
         return browsed;
@@ -54,6 +55,7 @@ public:
     int panelRefreshes = 0;
     int levelChanges = 0;
     int shortcutChanges = 0;
+    int toolWindowEnds = 0;
     int fxKind = -1;
     const CRuntimeClass* panel = nullptr;
     std::vector<CToolBar*> toolbars;

@@ -52,6 +52,7 @@ void EditorHost::Shutdown() {
     }
     windows.HidePanel();
     plugins.Shutdown([this] {
+        windows.DestroyToolWindows();
         for (CToolBar* toolbar : toolbars) {
             windows.RemoveToolbar(toolbar);
         }

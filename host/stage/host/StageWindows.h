@@ -39,6 +39,8 @@ public:
     virtual bool AddToolbar(CToolBar* toolbar, unsigned resourceId) = 0;
     /// The toolbar's plug-in goes away: its native window must go before it.
     virtual void RemoveToolbar(CToolBar* toolbar) = 0;
+    /// Destroys the plug-ins' modeless windows, while their code is still loaded.
+    virtual void DestroyToolWindows() = 0;
     virtual void ShortcutsChanged() = 0;
 
     virtual std::optional<std::string> BrowseMeshElement(EditorObject* object,

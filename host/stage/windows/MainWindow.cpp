@@ -8,6 +8,7 @@
 #include "host/stage/windows/ObjectPanel.h"
 #include "host/stage/windows/ObjectTree.h"
 #include "host/stage/windows/PluginPanel.h"
+#include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
 
 #include <QAction>
@@ -61,6 +62,7 @@ void MainWindow::ShutdownHost() {
     refreshTimer.stop();
     host.Shutdown();
     host.level.SetFilmSink(nullptr);
+    toolWindows->Detach();
     if (AfxGetMainWnd() == WrapWidget(this)) {
         AfxSetMainWnd(nullptr);
     }
@@ -68,6 +70,9 @@ void MainWindow::ShutdownHost() {
 
 void MainWindow::MakeDocks() {
     setDockNestingEnabled(true);
+    // A wide window below leaves the column of forms at the right its whole height.
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    toolWindows = new ToolWindows(*this);
     tree = new ObjectTree(host, commands, this);
     treeDock = new QDockWidget(tr("Objects"), this);
     treeDock->setObjectName("ObjectsDock");
@@ -196,6 +201,12 @@ void MainWindow::Report(const std::string& text) {
     statusBar()->showMessage(QString::fromStdString(text), kMessageMs);
 }
 
+void MainWindow::RestorePlaces() {
+    const QSettings settings;
+    restoreGeometry(settings.value("window/geometry").toByteArray());
+    isPanelUnplaced = !restoreState(settings.value("window/state").toByteArray());
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
     if (!MayLoseChanges()) {
         event->ignore();
@@ -204,6 +215,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     QSettings settings;
     settings.setValue("window/geometry", saveGeometry());
     settings.setValue("window/state", saveState());
+    toolWindows->SavePlaces();
     // A film that plays is left here; its loop then ends, and the plug-ins are unloaded after it.
     session.Close();
     event->accept();

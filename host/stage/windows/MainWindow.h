@@ -25,6 +25,7 @@ class FilmEffects;
 class ObjectPanel;
 class ObjectTree;
 class PluginPanel;
+class ToolWindows;
 class ViewArea;
 enum class IconId;
 enum class ToolMode;
@@ -39,6 +40,8 @@ public:
 
     /// False if the user chose to keep working on unsaved changes, or if saving them failed.
     bool MayLoseChanges();
+    /// Size, bars and docks as the user left them.
+    void RestorePlaces();
     bool OpenLevel(const QString& path);
     bool SaveLevelAs(const QString& path);
     /// Loads plug-in libraries and starts them with a new level. Failures are reported.
@@ -61,6 +64,7 @@ public:
     bool IsPanelShown() override;
     bool AddToolbar(CToolBar* toolbar, unsigned resourceId) override;
     void RemoveToolbar(CToolBar* toolbar) override;
+    void DestroyToolWindows() override;
     void ShortcutsChanged() override;
     std::optional<std::string> BrowseMeshElement(EditorObject* object, const std::string& present) override;
     std::optional<std::string> BrowseMeshAnimation(EditorObject* object, const std::string& present) override;
@@ -78,6 +82,7 @@ public:
     ObjectTree* tree = nullptr;
     ObjectPanel* panel = nullptr;
     PluginPanel* pluginPanel = nullptr;
+    ToolWindows* toolWindows = nullptr;
 
 signals:
     /// The user closed the window and nothing keeps it open.
@@ -102,6 +107,7 @@ private:
     void FillMeshMenu();
     void FillPluginMenu();
     void NamePluginButtons();
+    void PlacePanel(int formHeight);
     void UpdateActions();
     void FlushRefresh();
 
@@ -136,6 +142,7 @@ private:
     bool transformStale = false;
     std::unique_ptr<FilmEffects> effects;
     bool closing = false;
+    bool isPanelUnplaced = true; ///< until it was shown once, or the user's places were restored
 };
 
 } // namespace stage

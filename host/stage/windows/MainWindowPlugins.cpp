@@ -4,6 +4,7 @@
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/PluginPanel.h"
+#include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
 
 #include <QAction>
@@ -11,6 +12,7 @@
 #include <QMenuBar>
 #include <QShortcut>
 #include <QToolBar>
+#include <utility>
 
 namespace stage {
 
@@ -130,8 +132,21 @@ void MainWindow::ShowPanel(const CRuntimeClass* formClass) {
     pluginPanel->setWindowTitle(pluginToolbars.size() == 1
                                     ? QString::fromStdString(pluginToolbars.front().first->Title())
                                     : tr("Plug-in"));
+    PlacePanel(native->height());
     pluginPanel->show();
     pluginPanel->raise();
+}
+
+// A user who has not arranged the docks yet gets the panel below the properties if both have room there, else
+// as a tab beside them.
+void MainWindow::PlacePanel(int formHeight) {
+    constexpr int kPropertiesNeed = 330; // pixels: an object's fields down to its flags
+    if (!std::exchange(isPanelUnplaced, false) || panelDock->isFloating() || pluginPanel->isFloating()) {
+        return;
+    }
+    if (views->height() < formHeight + kPropertiesNeed) {
+        tabifyDockWidget(panelDock, pluginPanel);
+    }
 }
 
 void MainWindow::HidePanel() {
@@ -149,6 +164,10 @@ void MainWindow::HidePanel() {
         }
         pluginPanel->hide();
     }
+}
+
+void MainWindow::DestroyToolWindows() {
+    toolWindows->DestroyAll();
 }
 
 bool MainWindow::IsPanelShown() {
@@ -192,6 +211,7 @@ void MainWindow::ShowMenu(int view, EditorObject* object, const QPoint& screen) 
 
 void MainWindow::LoadPlugins(const QStringList& libraries) {
     AfxSetMainWnd(WrapWidget(this));
+    toolWindows->Attach();
     for (const QString& library : libraries) {
         host.LoadPlugin(library.toStdString());
     }

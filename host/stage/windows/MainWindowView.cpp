@@ -1,6 +1,7 @@
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/ScenePictures.h"
+#include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
 #include "host/stage/windows/ViewTool.h"
 
@@ -106,6 +107,7 @@ void MainWindow::MakeViewMenu() {
     menu->addSeparator();
     menu->addAction(treeDock->toggleViewAction());
     menu->addAction(panelDock->toggleViewAction());
+    toolWindows->SetMenu(menu);
 }
 
 void MainWindow::MakeToolBar() {

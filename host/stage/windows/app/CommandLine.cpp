@@ -53,6 +53,8 @@ private:
             while (next < arguments.size() && arguments[next].endsWith(".png")) {
                 result.screenshots << arguments[next++];
             }
+        } else if (argument == "--inspect") {
+            result.inspect = true;
         } else if (argument == "--plugin") {
             result.plugins << Value(argument);
         } else if (argument == "--no-plugins") {
@@ -101,6 +103,7 @@ QString UsageText() {
            "  --plugin LIBRARY     load this plug-in instead of the ones beside the program\n"
            "  --no-plugins         load none\n"
            "  --data FOLDER        where the editor's own files are\n"
+           "  --inspect            answer each line of input with what the windows show, as JSON\n"
            "  --help               show this text\n";
 }
 

@@ -14,8 +14,9 @@ struct CommandLine {
     QStringList screenshots; ///< files to write, main window first; the program ends afterwards
     QStringList plugins;     ///< libraries; without any, the ones beside the program
     bool noPlugins = false;
-    QString dataFolder; ///< empty: the user's own
-    QSize size;         ///< of the main window; invalid: as last time
+    QString dataFolder;   ///< empty: the user's own
+    bool inspect = false; ///< tells scripts on request where everything is
+    QSize size;           ///< of the main window; invalid: as last time
     bool help = false;
     QString error; ///< what is wrong with the arguments, empty if nothing
 };

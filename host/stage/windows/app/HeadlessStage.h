@@ -23,6 +23,7 @@ public:
     bool IsPanelShown() override { return false; }
     bool AddToolbar(CToolBar* toolbar, unsigned resourceId) override;
     void RemoveToolbar(CToolBar*) override {}
+    void DestroyToolWindows() override {}
     void ShortcutsChanged() override {}
     std::optional<std::string> BrowseMeshElement(EditorObject*, const std::string&) override { return {}; }
     std::optional<std::string> BrowseMeshAnimation(EditorObject*, const std::string&) override { return {}; }

@@ -1,6 +1,7 @@
 #include "framework/FilmsApplication.h"
 #include "host/stage/windows/app/CommandLine.h"
 #include "host/stage/windows/app/HeadlessStage.h"
+#include "host/stage/windows/app/Inspector.h"
 #include "host/stage/windows/app/StageApp.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/Theme.h"
@@ -8,9 +9,9 @@
 #include <clocale>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <QApplication>
 #include <QDir>
-#include <QSettings>
 #include <QStandardPaths>
 #include <vector>
 
@@ -31,9 +32,7 @@ stage::HostFolders FoldersOf(const stage::CommandLine& line) {
 int RunWindows(QApplication& application, const stage::CommandLine& line) {
     stage::ApplyTheme(application);
     stage::MainWindow window(FoldersOf(line));
-    const QSettings settings;
-    window.restoreGeometry(settings.value("window/geometry").toByteArray());
-    window.restoreState(settings.value("window/state").toByteArray());
+    window.RestorePlaces();
     if (line.size.isValid()) {
         window.resize(line.size);
     }
@@ -41,6 +40,10 @@ int RunWindows(QApplication& application, const stage::CommandLine& line) {
     QObject::connect(&window, &stage::MainWindow::Closed, &application, &QApplication::quit,
                      Qt::QueuedConnection);
     stage::StageApp app(window, line);
+    std::unique_ptr<stage::Inspector> inspector;
+    if (line.inspect) {
+        inspector = std::make_unique<stage::Inspector>(window);
+    }
     if (!app.Start() && !line.screenshots.isEmpty()) {
         return kLevelError;
     }
