@@ -17,6 +17,8 @@
 #include <string>
 #include <vector>
 
+class CMainCtrlSettingsDlg;
+
 /// The control in which a film is edited: ruler, rows, scroll bars, info window and key popup. Made and
 /// destroyed by the scenario window; owns everything that it shows. Times are seconds, rects pixels.
 class CFilmsMainCtrl : public CadvWnd, public TimelineContext, public IMainCtrl {
@@ -185,6 +187,8 @@ private:
         Command run;
     };
     static const CommandEntry kCommands[];
+    void OnMenuSettings();
+    void TakeSettings(const CMainCtrlSettingsDlg& dialog);
     void OnMenuAddActors();
     void OnMenuRemoveActors();
     void OnMenuRemoveActor();

@@ -2,14 +2,18 @@
 
 #include "framework/MessageBox.h"
 #include "framework/Resource.h"
+#include "keys/Pixels.h"
 #include "plugin/PluginImpl.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
+#include "timeline/MainCtrlSettingsDlg.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 const CFilmsMainCtrl::CommandEntry CFilmsMainCtrl::kCommands[] = {
+    {IDC_SETTINGS, &CFilmsMainCtrl::OnMenuSettings},
     {IDC_ADD_ACTORS, &CFilmsMainCtrl::OnMenuAddActors},
     {IDC_REMOVE_ACTORS, &CFilmsMainCtrl::OnMenuRemoveActors},
     {IDC_REMOVE_ACTOR, &CFilmsMainCtrl::OnMenuRemoveActor},
@@ -27,6 +31,54 @@ void CFilmsMainCtrl::RunCommand(UINT id) {
         const ResourceScope resources(PluginResources());
         (this->*entry->run)();
     }
+}
+
+void CFilmsMainCtrl::OnMenuSettings() {
+    if (grid == nullptr) {
+        return;
+    }
+    CMainCtrlSettingsDlg dialog(this);
+    dialog.begin = movieStart;
+    dialog.end = movieEnd;
+    dialog.interval = viewEnd - viewStart;
+    // Float32, since a tic of so many frames comes back as that many.
+    dialog.ticsDistance = CutToInt(static_cast<float>(GetPlugin().framesPerSecond) * grid->ticDistance);
+    dialog.bigTics = grid->bigTics;
+    dialog.labelDistance = grid->labelDistance;
+    const std::weak_ptr<int> window = life;
+    if (dialog.DoModal() != IDOK || window.expired()) {
+        return;
+    }
+    if (std::isfinite(dialog.begin) && std::isfinite(dialog.end) && std::isfinite(dialog.interval)) {
+        TakeSettings(dialog);
+    }
+}
+
+void CFilmsMainCtrl::TakeSettings(const CMainCtrlSettingsDlg& dialog) {
+    IPluginImpl& plugin = GetPlugin();
+    SetMovieRange(dialog.begin, dialog.end);
+    SetBigTics(dialog.bigTics, /*redraw*/ false);
+    const auto rate = static_cast<float>(plugin.framesPerSecond);
+    SetTicsDistance(rate != 0.0f ? static_cast<float>(dialog.ticsDistance) / rate : 1.0f, /*redraw*/ false);
+    grid->SetLabelDistance(dialog.labelDistance, /*redraw*/ false);
+    SetViewRange(viewStart, viewStart + dialog.interval, /*redraw*/ true);
+    CalcSecondsPerPixel();
+    IFilm* film = plugin.GetCurrentFilm();
+    if (film == nullptr) {
+        return;
+    }
+    FilmViewSettings update;
+    update.mask = FilmViewSettings::kMovie | FilmViewSettings::kView | FilmViewSettings::kTicsDistance |
+                  FilmViewSettings::kBigTics | FilmViewSettings::kLabelDistance;
+    update.movieStart = movieStart;
+    update.movieEnd = movieEnd;
+    update.viewStart = viewStart;
+    update.viewEnd = viewEnd;
+    update.ticsDistance = grid->ticDistance;
+    update.bigTics = grid->bigTics;
+    update.labelDistance = grid->labelDistance;
+    plugin.SetFilmViewSettings(film->index, update);
+    film->length = movieEnd - movieStart;
 }
 
 void CFilmsMainCtrl::OnMenuAddActors() {

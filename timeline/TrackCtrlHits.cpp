@@ -71,7 +71,7 @@ CTrackKey* CTrackCtrl::FindNearestKey(float time, bool after) const {
     for (CTrackKey* key : keys) {
         const double ahead = static_cast<double>(key->time) - time;
         const double distance = after ? ahead : -ahead;
-        if (distance >= kSameTimeSeconds && distance < least) {
+        if (distance > kSameTimeSeconds && distance < least) {
             nearest = key;
             least = distance;
         }

@@ -1,0 +1,128 @@
+#include "tests/timeline/ControlFixture.h"
+
+#include "resources/resource.h"
+#include "timeline/MainCtrlSettingsDlg.h"
+
+#include <gmock/gmock.h>
+
+using ::testing::ElementsAre;
+
+namespace {
+
+/// The command "Settings" of the control's menu.
+class MainCtrlSettingsTest : public ControlTest {
+protected:
+    MainCtrlSettingsTest() {
+        Hooks().modalDialog = [this](CDialog& shown) {
+            auto& dialog = dynamic_cast<CMainCtrlSettingsDlg&>(shown);
+            seen = {dialog.begin, dialog.end, dialog.interval};
+            seenCounts = {dialog.bigTics, dialog.labelDistance, dialog.ticsDistance};
+            if (edit) {
+                edit(dialog);
+            }
+            return result;
+        };
+        film = OpenNewFilm();
+    }
+    void OpenSettings() { control->OnCmdMsg(IDC_SETTINGS, 0, nullptr, nullptr); }
+
+    IFilm* film = nullptr;
+    std::vector<float> seen;
+    std::vector<int> seenCounts;
+    std::function<void(CMainCtrlSettingsDlg&)> edit;
+    int result = IDOK;
+};
+
+} // namespace
+
+TEST_F(MainCtrlSettingsTest, ShowsTheAxisTheViewAndTheGrid) {
+    control->SetMovieRange(1.0f, 12.0f);
+    control->SetViewRange(2.0f, 5.0f, false);
+    control->SetTicsDistance(0.5f, false);
+    OpenSettings();
+    EXPECT_THAT(seen, ElementsAre(1.0f, 12.0f, 3.0f));
+    EXPECT_THAT(seenCounts, ElementsAre(5, 4, 15)); // half a second at 30 frames
+}
+
+TEST_F(MainCtrlSettingsTest, OkTakesAndStoresThem) {
+    edit = [](CMainCtrlSettingsDlg& dialog) {
+        dialog.end = 20.0f;
+        dialog.interval = 8.0f;
+        dialog.bigTics = 2;
+        dialog.labelDistance = 6;
+        dialog.ticsDistance = 3;
+    };
+    OpenSettings();
+    EXPECT_EQ(control->movieEnd, 20.0f);
+    EXPECT_EQ(control->viewEnd, 8.0f);
+    EXPECT_EQ(control->grid->ticDistance, 0.1f);
+    EXPECT_EQ(control->grid->bigTics, 2);
+    EXPECT_EQ(control->grid->labelDistance, 6);
+    EXPECT_EQ(film->length, 20.0f);
+    const FilmViewSettings& stored = plugin.filmViewSettings[static_cast<std::size_t>(film->index)];
+    EXPECT_EQ(stored.movieEnd, 20.0f);
+    EXPECT_EQ(stored.viewEnd, 8.0f);
+    EXPECT_EQ(stored.ticsDistance, 0.1f);
+    EXPECT_EQ(stored.bigTics, 2);
+    EXPECT_EQ(stored.labelDistance, 6);
+    control->ShowFilm(film, true);
+    EXPECT_EQ(control->viewEnd, 8.0f);
+}
+
+TEST_F(MainCtrlSettingsTest, CancelChangesNothing) {
+    result = IDCANCEL;
+    edit = [](CMainCtrlSettingsDlg& dialog) { dialog.end = 20.0f; };
+    OpenSettings();
+    EXPECT_EQ(control->movieEnd, 10.0f);
+    EXPECT_EQ(film->length, 10.0f);
+}
+
+TEST_F(MainCtrlSettingsTest, BeginAndEndMayBeTurnedRound) {
+    edit = [](CMainCtrlSettingsDlg& dialog) {
+        dialog.begin = 6.0f;
+        dialog.end = 2.0f;
+    };
+    OpenSettings();
+    EXPECT_EQ(control->movieStart, 2.0f);
+    EXPECT_EQ(control->movieEnd, 6.0f);
+    EXPECT_EQ(film->length, 4.0f);
+}
+
+TEST_F(MainCtrlSettingsTest, AnEmptyAxisStands) {
+    edit = [](CMainCtrlSettingsDlg& dialog) { dialog.begin = dialog.end = 3.0f; };
+    OpenSettings();
+    EXPECT_EQ(control->movieStart, 3.0f);
+    EXPECT_EQ(control->movieEnd, 3.0f);
+    Settle();
+    OpenSettings();
+    Settle();
+}
+
+TEST_F(MainCtrlSettingsTest, WithoutARateATicIsASecond) {
+    plugin.framesPerSecond = 0;
+    edit = [](CMainCtrlSettingsDlg& dialog) { dialog.ticsDistance = 7; };
+    OpenSettings();
+    EXPECT_EQ(seenCounts[2], 0);
+    EXPECT_EQ(control->grid->ticDistance, 1.0f);
+}
+
+TEST_F(MainCtrlSettingsTest, NoTicDistanceIsATenth) {
+    edit = [](CMainCtrlSettingsDlg& dialog) { dialog.ticsDistance = 0; };
+    OpenSettings();
+    EXPECT_EQ(control->grid->ticDistance, 0.1f);
+}
+
+TEST_F(MainCtrlSettingsTest, WhatIsNoNumberIsRefused) {
+    edit = [](CMainCtrlSettingsDlg& dialog) { dialog.end = std::numeric_limits<float>::infinity(); };
+    OpenSettings();
+    EXPECT_EQ(control->movieEnd, 10.0f);
+}
+
+TEST_F(MainCtrlSettingsTest, AFilmClosedUnderTheDialogKeepsItsLength) {
+    edit = [this](CMainCtrlSettingsDlg& dialog) {
+        plugin.SetCurrentFilm(nullptr);
+        dialog.end = 30.0f;
+    };
+    OpenSettings();
+    EXPECT_EQ(film->length, 10.0f);
+}
