@@ -19,7 +19,7 @@ constexpr std::size_t kWalkFrom = 8;
 // A million keys are edited in a few hundred megabytes: 16 bytes is what the allocator adds and rounds up to,
 // 16 the share in a vector that has just doubled, 5 the share in the index.
 constexpr std::size_t kBytesPerKey = 150;
-static_assert(sizeof(CTimedTrackKey) + 16 + 2 * sizeof(CTrackKey*) + 5 < kBytesPerKey);
+static_assert(sizeof(CTimedTrackKey) + 16 + 2 * sizeof(void*) + 5 < kBytesPerKey);
 
 constexpr float kNever = -std::numeric_limits<float>::infinity();
 

@@ -112,7 +112,8 @@ void CNullTimeTrackKey::Draw(CDC* dc, int x, int y, float /*pixelsPerSecond*/, c
 }
 
 bool CNullTimeTrackKey::HitTime(float mouseTime, float secondsPerPixel) const {
-    const float half = static_cast<float>(width / 2) * secondsPerPixel;
+    const int pixels = width / 2;
+    const float half = static_cast<float>(pixels) * secondsPerPixel;
     return time - half <= mouseTime && mouseTime <= time + half;
 }
 

@@ -13,7 +13,9 @@
 #include <QTest>
 #include <QTimer>
 
-WindowFixture::WindowFixture() : window({folder.path().toStdString(), folder.path().toStdString()}) {
+WindowFixture::WindowFixture()
+    : window(
+          {folder.path().toStdString(), folder.path().toStdString(), FILMS_SOURCE_DIR "/host/stage/data"}) {
     using ::testing::_;
     ON_CALL(plugin, CanDeleteObjects(_, _)).WillByDefault(::testing::Return(true));
     EXPECT_CALL(plugin, OnEvent(_, _)).Times(::testing::AnyNumber());
