@@ -42,7 +42,7 @@ std::string DistanceText(CFilmTrack* track, const CFilmVectorKey& key) {
 
 } // namespace
 
-void CFilmsMainCtrl::OnKeyDown(UINT key, UINT /*repeat*/, UINT flags) {
+void CFilmsMainCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
     switch (key) {
     case VK_F1 + 1:
         ToggleMarkOfFirstKey();
@@ -56,6 +56,7 @@ void CFilmsMainCtrl::OnKeyDown(UINT key, UINT /*repeat*/, UINT flags) {
         JumpToKeyUnderMouse(key == VK_END);
         break;
     default:
+        CadvWnd::OnKeyDown(key, repeat, flags);
         break;
     }
 }
@@ -167,11 +168,14 @@ void CFilmsMainCtrl::OnTimer(UINT_PTR id) {
     KillTimer(id);
 }
 
-/// Home and End then reach the key that is described. Only inside the active window: an editor elsewhere
-/// keeps its caret.
+/// Home and End then reach the key that is described. Only while the keyboard is with the scenario window: an
+/// editor elsewhere keeps its caret.
 void CFilmsMainCtrl::TakeFocusForPopup() {
-    CWnd* top = GetTopLevelParent();
-    if (top != nullptr && CWnd::GetActiveWindow() == top) {
+    const CWnd* window = GetParent();
+    const CWnd* focus = CWnd::GetFocus();
+    const bool inside =
+        focus != nullptr && (focus == window || (window != nullptr && window->IsChild(focus)));
+    if (inside || (window != nullptr && CWnd::GetActiveWindow() == window)) {
         SetFocus();
     }
 }

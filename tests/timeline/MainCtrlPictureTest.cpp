@@ -1,12 +1,13 @@
 #include "tests/timeline/ControlFixture.h"
 
-#include "keys/TrackKey.h"
+#include "keys/KeyKinds.h"
+#include "keys/NullTimeTrackKey.h"
+#include "keys/TimedTrackKey.h"
 #include "tests/support/DrawRecorder.h"
 #include "tests/support/Golden.h"
 
 #include <gmock/gmock.h>
 #include <QImage>
-
 
 using ::testing::Gt;
 using ::testing::SizeIs;
@@ -67,6 +68,56 @@ TEST_F(MainCtrlPictureTest, NarrowColumnWithoutNames) {
     Settle();
     ExpectGolden(PictureOf(*control), "tests/timeline", "control_narrow",
                  {CRect(1, 1, 59, 29), CRect(61, 3, 779, 18), CRect(0, 32, 59, 400)});
+}
+
+/// Twenty rows, one for each kind in the colours that the host ships: a normal, a selected, a hidden and,
+/// where it shows, a marked key.
+TEST_F(MainCtrlPictureTest, RowsOfEveryKindAndState) {
+    ASSERT_TRUE(control->ImportKeysParams(FILMS_SOURCE_DIR "/host/stage/data/DefaultKeysParams.fkd"));
+    Resize(kWidth, 31 + 20 * KeyKind::FilterCount + 60);
+    control->SetMovieRange(0.0f, 10.0f);
+    control->SetViewRange(0.0f, 10.0f, false);
+    std::vector<IFilmKey*> records;
+    for (int kind = 0; kind < KeyKind::FilterCount; ++kind) {
+        CTrackCtrl* row = control->AddTrackCtrl(false);
+        row->kind = kind;
+        row->subIndex = kind == KeyKind::Camera ? 0 : -1;
+        row->name = kind == KeyKind::Animation ? "Animation keys" : "row";
+        for (int i = 0; i < 4; ++i) {
+            IFilmKey* record = Films().keyFactory->CreateKey(kind);
+            record->SetTime(0.5f + 2.0f * static_cast<float>(i));
+            record->SetEndTime(record->GetTime() + (IsTimedKind(kind) ? 1.25f : 0.0f));
+            if (kind == KeyKind::Color) {
+                const float color[3] = {0.25f * static_cast<float>(i), 0.5f, 0.75f};
+                record->SetValue(color);
+            }
+            records.push_back(record);
+            CTrackKey* view = nullptr;
+            if (IsTimedKind(kind)) {
+                view = new CTimedTrackKey;
+            } else {
+                view = new CNullTimeTrackKey;
+            }
+            view->record = record;
+            view->time = record->GetTime();
+            if (auto* timed = dynamic_cast<CTimedTrackKey*>(view)) {
+                timed->duration = 1.25f;
+            }
+            ASSERT_TRUE(row->AddKeyView(view, false, /*existing*/ true, /*noUndo*/ true)) << kind;
+            view->SetSelected(i == 1);
+            view->marked = i == 2;
+            view->state = i == 3 ? CTrackKey::kHidden : view->state;
+        }
+    }
+    control->selectedKeys.clear();
+    control->RebuildVisibleRows(true, nullptr);
+    Settle();
+    ExpectGolden(PictureOf(*control), "tests/timeline", "rows_of_every_kind",
+                 {CRect(1, 1, 149, 29), CRect(151, 3, 779, 18), CRect(0, 32, 149, 500)});
+    control->DeleteAllRows();
+    for (IFilmKey* record : records) {
+        Films().keyFactory->DestroyKey(record);
+    }
 }
 
 TEST_F(MainCtrlPictureTest, TheBackgroundIsOneWhiteRectangle) {
