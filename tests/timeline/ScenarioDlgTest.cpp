@@ -5,6 +5,7 @@
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
 
+#include <QApplication>
 #include <QTest>
 #include <QWheelEvent>
 #include <QWidget>
@@ -73,7 +74,7 @@ protected:
         QWheelEvent wheel(place, widget->mapToGlobal(widget->rect().center()), QPoint(), QPoint(0, delta),
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QSpontaneKeyEvent::setSpontaneous(&wheel); // as the user's, it climbs from widget to widget
-        QCoreApplication::sendEvent(Native(), &wheel);
+        qApp->notify(Native(), &wheel);
     }
 };
 
