@@ -5,6 +5,8 @@
 
 #include <QApplication>
 
+#include <algorithm>
+
 namespace {
 
 QWidget* FocusWidget() {
@@ -78,8 +80,10 @@ BOOL CWnd::IsWindowEnabled() const {
 
 void CWnd::MoveWindow(int x, int y, int width, int height, BOOL repaint) {
     if (native) {
+        const CRect before = native->Geometry();
         native->SetGeometry({x, y, x + width, y + height}, /*sendSize*/ true);
-        if (native && repaint) {
+        // A window that stays where it is has nothing new to show.
+        if (native && repaint && native->Geometry() != before) {
             Invalidate();
         }
     }
@@ -257,8 +261,10 @@ UINT_PTR CWnd::SetTimer(UINT_PTR id, UINT milliseconds, void* /*callback*/) {
     if (!native) {
         return 0;
     }
+    constexpr UINT kLongest = 0x7FFFFFFF;
     KillTimer(id);
-    native->timers[id] = native->widget->startTimer(static_cast<int>(milliseconds), Qt::PreciseTimer);
+    native->timers[id] =
+        native->widget->startTimer(static_cast<int>(std::min(milliseconds, kLongest)), Qt::PreciseTimer);
     // A timer may have the number 0, but 0 would mean failure.
     return id != 0 ? id : 1;
 }

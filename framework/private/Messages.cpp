@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <vector>
 
 namespace messages {
@@ -51,6 +52,12 @@ bool InPaint() {
         }
     }
     return false;
+}
+
+bool IsPainting(const NativeWindow* native) {
+    return std::any_of(Stack().begin(), Stack().end(), [native](const MessageFrame* frame) {
+        return frame->native == native && frame->event && frame->event->type() == QEvent::Paint;
+    });
 }
 
 QInputEvent* CurrentInput() {

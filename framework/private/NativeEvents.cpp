@@ -142,8 +142,11 @@ bool NativeWindow::HandlePaint(QEvent* event) {
     const QRegion& asked = static_cast<QPaintEvent*>(event)->region();
     // What nobody invalidated was uncovered, and needs its background too.
     eraseAsked = eraseAsked || !(asked - updateRegion).isEmpty();
+    echoing = updateRegion.isEmpty() && !echoes.isEmpty() && (asked - echoes).isEmpty();
+    echoes = QRegion();
     updateRegion = QRegion();
     Send(WM_PAINT, 0, 0, event);
+    echoing = false;
     eraseAsked = false;
     return true;
 }

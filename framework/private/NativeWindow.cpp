@@ -90,13 +90,19 @@ NativeWindow* NativeWindow::Parent() const {
 }
 
 std::vector<NativeWindow*> NativeWindow::Children() const {
-    std::vector<NativeWindow*> children;
+    std::vector<NativeWindow*> children = Owned();
+    std::erase_if(children, [](const NativeWindow* child) { return child->widget->isWindow(); });
+    return children;
+}
+
+std::vector<NativeWindow*> NativeWindow::Owned() const {
+    std::vector<NativeWindow*> owned;
     for (QObject* object : Client()->children()) {
-        if (auto* child = object->isWidgetType() ? Of(static_cast<QWidget*>(object)) : nullptr) {
-            children.push_back(child);
+        if (auto* window = object->isWidgetType() ? Of(static_cast<QWidget*>(object)) : nullptr) {
+            owned.push_back(window);
         }
     }
-    return children;
+    return owned;
 }
 
 void NativeWindow::SetText(const QString& newText) {
@@ -151,7 +157,7 @@ void NativeWindow::AnnounceEnd() {
     }
     ending = true;
     Send(WM_DESTROY, 0, 0);
-    for (NativeWindow* child : Children()) {
+    for (NativeWindow* child : Owned()) {
         if (Exists(child)) {
             child->AnnounceEnd();
         }
@@ -197,6 +203,8 @@ void NativeWindow::SetGeometry(const CRect& rect, bool sendSize) {
             widget, [this, r] { SetGeometry(r, /*sendSize*/ true); }, Qt::QueuedConnection);
     } else if (frame) {
         frame->PlaceContent(r);
+    } else if (messages::InPaint() && r == Geometry()) {
+        // Nothing to do afterwards.
     } else if (messages::InPaint()) {
         // The toolkit must not move windows while it paints; the new place already counts, the move follows.
         pendingGeometry = r;
@@ -228,7 +236,9 @@ void NativeWindow::SendSizeIfChanged() {
     Send(WM_SIZE, type, MAKELPARAM(size.cx, size.cy));
 }
 
-void NativeWindow::SetShown(bool shown, bool activate) {
+void NativeWindow::SetShown(bool shown, bool mayActivate) {
+    // A floating popup never takes the focus, however it is shown.
+    const bool activate = mayActivate && widget->windowType() != Qt::ToolTip;
     if (shown == IsShown()) {
         if (shown && activate && frame) {
             frame->RaiseContent(/*activate*/ true);
@@ -298,8 +308,34 @@ void NativeWindow::ApplyPending() {
     }
 }
 
+// The window that is being painted now and has to be painted again whenever this one is, because it shows
+// through; null for a window that covers what is behind it.
+NativeWindow* NativeWindow::RepaintedWith() const {
+    if (!messages::InPaint()) {
+        return nullptr;
+    }
+    for (const QWidget* w = widget; !w->isWindow() && !w->testAttribute(Qt::WA_OpaquePaintEvent);) {
+        w = w->parentWidget();
+        NativeWindow* behind = Of(w);
+        if (behind && messages::IsPainting(behind)) {
+            return behind;
+        }
+    }
+    return nullptr;
+}
+
+// A window that asks for its transparent children while it paints would be painted for them, ask again, and
+// so on for ever. It is painted for them once.
+bool NativeWindow::MayAskWhilePainting(const QRegion& region) const {
+    NativeWindow* behind = RepaintedWith();
+    if (behind && !behind->echoing) {
+        behind->echoes += region.translated(Client()->mapTo(behind->widget, QPoint()));
+    }
+    return !behind || !behind->echoing;
+}
+
 void NativeWindow::Invalidate(const QRegion& region, bool erase) {
-    if (!widget->isVisible()) {
+    if (!widget->isVisible() || !MayAskWhilePainting(region)) {
         return;
     }
     updateRegion += region;

@@ -53,7 +53,10 @@ public:
     void NotifyParent(UINT code);
     LRESULT NotifyParent(NMHDR& header);
     NativeWindow* Parent() const;
+    // Those inside this window.
     std::vector<NativeWindow*> Children() const;
+    // And with them the windows of their own that go with it.
+    std::vector<NativeWindow*> Owned() const;
 
     void Attach(CWnd* object);
     // Cuts the tie without messages.
@@ -102,6 +105,8 @@ private:
     bool HandlePaint(QEvent* event);
     bool HandleGeometry(QEvent* event);
     bool HandleTimer(QEvent* event);
+    NativeWindow* RepaintedWith() const;
+    bool MayAskWhilePainting(const QRegion& region) const;
     void SchedulePending();
     void ApplyPending();
 
@@ -112,6 +117,9 @@ private:
     std::optional<CRect> pendingGeometry;
     std::optional<bool> pendingShown;
     bool pendingScheduled = false;
+    // What the windows on this one asked for while it painted, and whether it paints for that alone.
+    QRegion echoes;
+    bool echoing = false;
 };
 
 // The message being handled and the event behind it.
@@ -131,6 +139,7 @@ MessageFrame* Of(const CWnd* wnd);
 // Called when an object dies inside its own message.
 void Forget(const CWnd* wnd);
 bool InPaint();
+bool IsPainting(const NativeWindow* native);
 // The mouse or key event behind the innermost message that has one.
 QInputEvent* CurrentInput();
 // Sends to a CWnd with or without a window.

@@ -1,5 +1,6 @@
 #include "framework/Wnd.h"
 
+#include "framework/Button.h"
 #include "framework/PaintDC.h"
 #include "framework/Pump.h"
 #include "framework/QtBridge.h"
@@ -466,6 +467,56 @@ TEST_F(WndTest, PaintingMayArrangeChildrenWithoutLooping) {
     EXPECT_EQ(NativeWidget(child)->geometry(), QRect(5, 5, 40, 20));
     EXPECT_LE(arranger.paints, 5);
     EXPECT_GE(child.paints, 1);
+}
+
+// Asks for its button's painting and places it anew whenever it paints itself.
+class ButtonKeeper : public Probe {
+public:
+    CButton button;
+    CRect place{20, 20, 60, 40};
+
+protected:
+    void OnPaint() {
+        CPaintDC dc(this);
+        ++paints;
+        button.MoveWindow(place);
+        button.ShowWindow(SW_SHOW);
+        button.Invalidate(paints % 2);
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(ButtonKeeper, Probe)
+ON_WM_PAINT()
+END_MESSAGE_MAP()
+
+TEST_F(WndTest, AskingForATransparentChildWhilePaintingEnds) {
+    ButtonKeeper keeper;
+    keeper.Create(nullptr, "", kTop, {0, 0, 100, 100}, nullptr, 0);
+    keeper.button.Create("+", WS_CHILD | WS_VISIBLE, {0, 0, 10, 10}, &keeper, 1);
+    keeper.ShowWindow(SW_SHOW);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(NativeWidget(keeper)));
+    const auto settle = [&keeper] {
+        for (int before = -1; before != keeper.paints && keeper.paints < 100;) {
+            before = keeper.paints;
+            // A repaint is asked for within a few milliseconds.
+            QTest::qWait(30);
+        }
+        return keeper.paints;
+    };
+    EXPECT_LT(settle(), 10);
+    // A part of it next to, over and across the button.
+    for (const CRect& part : {CRect(70, 70, 80, 80), CRect(25, 25, 30, 30), CRect(0, 0, 40, 30)}) {
+        keeper.paints = 0;
+        keeper.InvalidateRect(&part);
+        EXPECT_LE(settle(), 3);
+        EXPECT_GE(keeper.paints, 1);
+    }
+    keeper.paints = 0;
+    keeper.place = {40, 40, 80, 60};
+    keeper.Invalidate();
+    EXPECT_LE(settle(), 4);
+    EXPECT_EQ(NativeWidget(keeper.button)->geometry(), QRect(40, 40, 40, 20));
 }
 
 TEST_F(WndTest, DisabledChildLeavesTheClickToItsParent) {
