@@ -55,7 +55,7 @@ class Desktop:
                 raise Failure(f"{tool} is missing; tests/desktop/run.sh installs it")
         self.screenshots.mkdir(parents=True, exist_ok=True)
         home = self.work / "home"
-        home.mkdir(parents=True)
+        home.mkdir(parents=True, mode=0o700)
         self.environment = {
             **os.environ, "HOME": str(home), "XDG_CONFIG_HOME": str(home / "config"), "XDG_RUNTIME_DIR": str(home),
             "QT_QPA_PLATFORM": "xcb", "QT_SCALE_FACTOR": "1", "LC_ALL": "C.UTF-8",
@@ -132,10 +132,25 @@ class Desktop:
     def tool(self, title):
         return next((t for t in self.look()["toolWindows"] if t["title"] == title), None)
 
+    def ends(self):
+        """Waits for the program's own end, answering that changes may be lost."""
+        end = time.monotonic() + WAIT_SECONDS
+        while self.stage.poll() is None and time.monotonic() < end:
+            try:
+                discard = find(self.look()["buttons"], "Discard")
+            except (Failure, BrokenPipeError):
+                discard = None  # it has just ended
+            if discard:
+                self.click(discard["rect"])
+            time.sleep(0.2)
+        if self.stage.poll() is None:
+            raise Failure("the program goes on after its window was closed")
+        check(self.stage.returncode == 0, f"the program ended with {self.stage.returncode}")
+
     # Input
 
     def move(self, x, y):
-        self.x("mousemove", "--sync", round(x), round(y))
+        self.x("mousemove", round(x), round(y))  # --sync waits in vain where the mouse already is
 
     def click(self, rect, times=1, button=1):
         self.move(rect[0] + rect[2] / 2, rect[1] + rect[3] / 2)

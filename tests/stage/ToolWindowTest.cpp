@@ -332,6 +332,10 @@ TEST_F(ToolWindowTest, HidingKeepsThePlace) {
     Settle();
     Show(dialog);
     EXPECT_EQ(dock.height(), 222);
+    dialog.ShowWindow(SW_HIDE);
+    MenuEntry("Tool")->trigger();
+    Settle();
+    EXPECT_EQ(dock.height(), 222);
     dock.setFloating(true);
     dock.setGeometry(70, 60, 555, 333);
     Settle();
@@ -340,6 +344,11 @@ TEST_F(ToolWindowTest, HidingKeepsThePlace) {
     Show(dialog);
     EXPECT_EQ(dock.geometry(), QRect(70, 60, 555, 333));
     dock.setFloating(false);
+    Settle();
+    EXPECT_EQ(dock.height(), 222);
+    dialog.ShowWindow(SW_HIDE);
+    Settle();
+    MenuEntry("Tool")->trigger();
     Settle();
     EXPECT_EQ(dock.height(), 222);
     dock.setFloating(true);

@@ -218,8 +218,8 @@ void ToolWindowDock::FloatingChanged(bool floating) {
 
 void ToolWindowDock::NotePlace() {
     lastContentRect = ContentRect();
-    if (!isVisible() || !isPlaced || content == nullptr) {
-        return;
+    if (!isVisible() || !isPlaced || content == nullptr || widget->isHidden()) {
+        return; // what the user sees is not a place of the window
     }
     place.isFloating = isFloating();
     if (isFloating()) {

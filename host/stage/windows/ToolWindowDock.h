@@ -32,6 +32,7 @@ public:
     ToolWindowPlace place;
     /// Until then the dock's comings and goings are not the user's.
     bool isPlaced = false;
+    bool isFitted = false; ///< has been given its first docked size
 
     // IWindowFrame
     void ContentShown(bool shown) override;

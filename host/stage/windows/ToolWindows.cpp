@@ -17,9 +17,9 @@ namespace {
 /// The main window whose windows the framework's sink docks.
 ToolWindows* present = nullptr;
 
-constexpr int kFirstExtent = 300; ///< pixels: a toolbar, the ruler and about ten rows
+constexpr int kFirstExtent = 340; ///< pixels: a toolbar, the ruler and about ten rows
 /// Of the height that views and docked window share, so that the views keep more than half.
-constexpr double kFirstShare = 0.36;
+constexpr double kFirstShare = 0.42;
 constexpr double kLargestShare = 0.5;
 
 constexpr Qt::DockWidgetArea kAreas[] = {Qt::LeftDockWidgetArea, Qt::RightDockWidgetArea,
@@ -105,8 +105,7 @@ QString ToolWindows::NameFor(const QString& title) const {
 void ToolWindows::Adopt(CDialog& dialog) {
     auto* dock = new ToolWindowDock(dialog, NameFor(NativeWidget(dialog)->windowTitle()), &main);
     Restore(*dock);
-    connect(
-        dock, &ToolWindowDock::Shown, this, [this, dock] { FitExtent(*dock); }, Qt::SingleShotConnection);
+    connect(dock, &ToolWindowDock::Shown, this, [this, dock] { FitExtent(*dock); });
     connect(dock, &ToolWindowDock::PlaceChanged, this, [this, dock] { Save(*dock); });
     if (list != nullptr) {
         list->addAction(dock->toggleViewAction());
@@ -125,8 +124,9 @@ void ToolWindows::Restore(ToolWindowDock& dock) {
     dock.isPlaced = true;
 }
 
-// A docked window that comes up first gets the size that the user gave it, else a moderate one, and never so
-// much that less than half is left to the views.
+// A docked window that comes up gets the size that the user gave it, else a moderate one; at its first time
+// not so much that less than half is left to the views. The main window itself remembers only a dock's title
+// of one whose content was hidden.
 void ToolWindows::FitExtent(ToolWindowDock& dock) {
     const QWidget* views = main.centralWidget();
     if (dock.isFloating() || views == nullptr) {
@@ -134,11 +134,14 @@ void ToolWindows::FitExtent(ToolWindowDock& dock) {
     }
     const Qt::DockWidgetArea area = main.dockWidgetArea(&dock);
     const bool isSide = area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea;
+    const int extent = dock.place.extent;
     main.layout()->activate(); // the dock takes what it needs least
+    dock.place.extent = extent;
     const int shared = isSide ? views->width() + dock.width() : views->height() + dock.height();
-    const int wanted = dock.place.extent > 0
-                           ? std::min(dock.place.extent, static_cast<int>(shared * kLargestShare))
-                           : std::min(kFirstExtent, static_cast<int>(shared * kFirstShare));
+    const double share = dock.place.extent > 0 ? kLargestShare : kFirstShare;
+    const int most = dock.isFitted ? QWIDGETSIZE_MAX : static_cast<int>(shared * share);
+    const int wanted = std::min(dock.place.extent > 0 ? dock.place.extent : kFirstExtent, most);
+    dock.isFitted = true;
     main.resizeDocks({&dock}, {wanted}, isSide ? Qt::Horizontal : Qt::Vertical);
 }
 
