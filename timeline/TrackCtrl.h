@@ -127,7 +127,7 @@ private:
     int PaintFrame(CDC& dc, const CRect& client) const;
     void PaintKeys(CDC& dc, const CRect& area);
     void PaintKey(CDC& dc, CTrackKey& key, const CRect& area) const;
-    void DropCoveredKeys(std::vector<CTrackKey*>& shown) const;
+    void DropCoveredKeys(std::vector<CTrackKey*>& shown, const CRect& area) const;
     void PaintName(CDC& dc, const CRect& cell) const;
     COLORREF GetNameColor() const;
     void PaintLines(CDC& dc, const CRect& area, const TimelineContext& timeline) const;

@@ -5,6 +5,13 @@
 #include <cmath>
 #include <typeinfo>
 
+namespace {
+
+/// So many keys are tested before the index is asked.
+constexpr std::size_t kTriedFirst = 200;
+
+} // namespace
+
 int CTrackCtrl::widestHit = CNullTimeTrackKey().width;
 
 CTrackKey* CTrackCtrl::GetKeyAt(CPoint point) const {
@@ -20,22 +27,28 @@ CTrackKey* CTrackCtrl::GetKeyAt(CPoint point) const {
         static_cast<float>(static_cast<double>(point.x - nameWidth) * secondsPerPixel + viewStart);
     const int y = point.y - client.top;
 
-    static std::vector<CTrackKey*> candidates; // kept between calls, so that a mouse move makes no memory
-    const bool narrowed = FindCandidates(time, secondsPerPixel, candidates);
-    CTrackKey* hit = nullptr;
-    const auto test = [&](CTrackKey* key) {
+    const auto isHit = [&](const CTrackKey* key) {
         const int top = GetKeyTop(key, client);
-        if (key->state != CTrackKey::kHidden && top != -1 && y >= top && y <= top + key->rectHeight &&
-            key->HitTime(time, secondsPerPixel)) {
-            hit = key; // the last one is drawn on top
-        }
+        return key->state != CTrackKey::kHidden && top != -1 && y >= top && y <= top + key->rectHeight &&
+               key->HitTime(time, secondsPerPixel);
     };
-    if (narrowed) {
-        std::ranges::for_each(candidates, test);
-    } else {
-        std::ranges::for_each(keys, test);
+    // From the end: the last one hit is drawn on top. Where keys lie closely it is soon found, so that the
+    // index is only asked where they don't.
+    const std::size_t tried = std::min(keys.size(), kTriedFirst);
+    for (std::size_t i = keys.size(); i > keys.size() - tried; --i) {
+        if (isHit(keys[i - 1])) {
+            return keys[i - 1];
+        }
     }
-    return hit;
+    if (tried == keys.size()) {
+        return nullptr;
+    }
+    static std::vector<CTrackKey*> candidates; // kept between calls, so that a mouse move makes no memory
+    if (!FindCandidates(time, secondsPerPixel, candidates)) {
+        candidates.assign(keys.begin(), keys.end());
+    }
+    const auto hit = std::find_if(candidates.rbegin(), candidates.rend(), isHit);
+    return hit != candidates.rend() ? *hit : nullptr;
 }
 
 /// All keys that a test at this time can hit, in draw order. False if there is no telling.

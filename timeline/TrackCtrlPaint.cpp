@@ -9,7 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
+#include <typeinfo>
 #include <unordered_set>
 
 namespace {
@@ -34,11 +34,15 @@ CFont& NameFont() {
     return font;
 }
 
+/// Lengths of a bar and of no key.
+constexpr std::int64_t kFixedWidth = -1;
+constexpr std::int64_t kNoBox = -2;
+
 /// Keys with equal boxes paint the same pixels.
 struct KeyBox {
     int x = 0;
     int height = 0;
-    std::int64_t length = 0;
+    std::int64_t length = kNoBox;
 
     bool operator==(const KeyBox&) const = default;
 };
@@ -53,14 +57,39 @@ struct KeyBoxHash {
 
 /// The length tells keys apart finer than their boxes: half pixels decide, exact halves among them.
 std::int64_t LengthInBox(const CTrackKey& key, float pixelsPerSecond) {
-    constexpr std::int64_t kFixedWidth = -1;
-    if (dynamic_cast<const CNullTimeTrackKey*>(&key) != nullptr) {
+    if (typeid(key) == typeid(CNullTimeTrackKey)) {
         return kFixedWidth;
     }
     const double halves = std::fabs(2.0 * (pixelsPerSecond * key.GetDuration()));
     const std::int64_t whole = CutToPixel(halves);
     return 2 * whole + (halves > static_cast<double>(whole) ? 1 : 0);
 }
+
+/// The boxes that are drawn already.
+class DrawnBoxes {
+public:
+    DrawnBoxes(int firstColumn, int columns)
+        : first(firstColumn), latest(static_cast<std::size_t>(std::max(columns, 0))) {}
+
+    /// False if the box is in already.
+    bool Add(const KeyBox& box) {
+        const auto column = static_cast<std::size_t>(static_cast<std::int64_t>(box.x) - first);
+        if (column >= latest.size()) {
+            return boxes.insert(box).second;
+        }
+        // Most keys of a column look alike, so most never come to the set.
+        if (latest[column] == box) {
+            return false;
+        }
+        latest[column] = box;
+        return boxes.insert(box).second;
+    }
+
+private:
+    std::int64_t first;
+    std::vector<KeyBox> latest; ///< by column
+    std::unordered_set<KeyBox, KeyBoxHash> boxes;
+};
 
 } // namespace
 
@@ -126,7 +155,7 @@ void CTrackCtrl::PaintKeys(CDC& dc, const CRect& area) {
         }
     }
     if (shown.size() > kManyKeys) {
-        DropCoveredKeys(shown);
+        DropCoveredKeys(shown, area);
     }
     for (CTrackKey* key : shown) {
         PaintKey(dc, *key, area);
@@ -143,9 +172,9 @@ void CTrackCtrl::PaintKey(CDC& dc, CTrackKey& key, const CRect& area) const {
 
 /// Takes out the keys that a later one of the same box paints over, so that a row draws no more keys than its
 /// pixels can show.
-void CTrackCtrl::DropCoveredKeys(std::vector<CTrackKey*>& shown) const {
+void CTrackCtrl::DropCoveredKeys(std::vector<CTrackKey*>& shown, const CRect& area) const {
     const int nameWidth = GetLeftWidth();
-    std::unordered_set<KeyBox, KeyBoxHash> drawn;
+    DrawnBoxes drawn(area.left, area.Width() + 1);
     std::vector<CTrackKey*> kept;
     for (auto key = shown.rbegin(); key != shown.rend(); ++key) {
         if ((*key)->state == CTrackKey::kHidden) {
@@ -153,7 +182,7 @@ void CTrackCtrl::DropCoveredKeys(std::vector<CTrackKey*>& shown) const {
         }
         const double x = (static_cast<double>((*key)->time) - viewStart) * pixelsPerSecond + nameWidth;
         const KeyBox box{CutToPixel(x), (*key)->rectHeight, LengthInBox(**key, pixelsPerSecond)};
-        if (drawn.insert(box).second) {
+        if (drawn.Add(box)) {
             kept.push_back(*key);
         }
     }

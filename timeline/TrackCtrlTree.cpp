@@ -95,7 +95,9 @@ bool CTrackCtrl::AddChildRow(CTrackCtrl* row, bool first) {
 void CTrackCtrl::NameAfterKind() {
     name = GetKeyKindName(kind);
     if (subIndex != -1) {
-        name += "(" + std::to_string(subIndex) + ")";
+        name += '(';
+        name += std::to_string(subIndex);
+        name += ')';
     }
 }
 

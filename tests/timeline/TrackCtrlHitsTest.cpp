@@ -118,7 +118,7 @@ TEST_F(TrackCtrlHitsTest, HitsEqualTheWalkOverAllKeys) {
         const float start = round % 3 == 0 ? 0.0f : scale * number(0.0f, 3.0f);
         row.SetTimeRange(0.0f, 10.0f * scale);
         row.SetView(start, start + scale);
-        for (int i = 0; i < 60; ++i) {
+        for (int i = 0; i < 400; ++i) {
             const float time = number(0.0f, 5.0f * scale);
             if (row.kind == KeyKind::Position) {
                 std::unique_ptr<CTrackKey> view = MakeView(KeyKind::Position, time);
