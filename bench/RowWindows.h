@@ -17,7 +17,7 @@ void ShowForPainting(QWidget& window);
 
 /// A shown top-level window with rows below each other; rows beyond the visible ones stay hidden.
 template <class Row> struct RowWindows {
-    RowWindows(int count, int width, int height, int visible = 40) {
+    RowWindows(int count, int width, int height, int visible, CWnd& around) : top(around) {
         constexpr DWORD kTop = WS_POPUP | WS_CAPTION;
         top.Create(nullptr, "", kTop, {0, 0, width, std::max(visible, 1) * height}, nullptr, 0);
         for (int i = 0; i < count; ++i) {
@@ -28,8 +28,11 @@ template <class Row> struct RowWindows {
         }
         ShowForPainting(*NativeWidget(top));
     }
+    RowWindows(int count, int width, int height, int visible = 40)
+        : RowWindows(count, width, height, visible, plain) {}
 
-    CWnd top;
+    CWnd plain;
+    CWnd& top;
     std::vector<std::unique_ptr<Row>> all;
 };
 

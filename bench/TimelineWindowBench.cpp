@@ -127,6 +127,43 @@ void ScrollAndPaint(benchmark::State& state) {
     }
 }
 
+/// A window that places its rows while it paints.
+class ArrangingTop : public CWnd {
+public:
+    Rows* rows = nullptr;
+    int first = 0;
+
+protected:
+    void OnPaint() {
+        CPaintDC dc(this);
+        for (int i = 0; rows && i < kShown; ++i) {
+            CWnd& row = *rows->all[static_cast<std::size_t>(i)];
+            row.MoveWindow(first % 2, i * kRowHeight, kRowWidth, kRowHeight);
+            row.ShowWindow(SW_SHOWNOACTIVATE);
+        }
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(ArrangingTop, CWnd)
+ON_WM_PAINT()
+END_MESSAGE_MAP()
+
+/// The moves reach the toolkit after the paint; both are measured.
+void ArrangeInPaint(benchmark::State& state) {
+    ArrangingTop top;
+    Rows rows(kRows, kRowWidth, kRowHeight, kShown, top);
+    // Beside its rows something of it shows, or it would have nothing to paint.
+    top.MoveWindow(0, 0, kRowWidth + 20, kShown * kRowHeight);
+    top.rows = &rows;
+    for (auto _ : state) {
+        ++top.first;
+        top.Invalidate(FALSE);
+        top.UpdateWindow();
+        ProcessEvents();
+    }
+}
+
 void Invalidate(benchmark::State& state) {
     Rows rows(kRows, kRowWidth, kRowHeight, kShown);
     for (auto _ : state) {
@@ -173,6 +210,7 @@ void RegisterTimelineWindowBenches() {
     benchmark::RegisterBenchmark("Rows2000/hide_hidden", HideHidden)->Unit(kUs);
     benchmark::RegisterBenchmark("Rows2000/scroll", Scroll)->Unit(kUs);
     benchmark::RegisterBenchmark("Rows2000/scroll_and_paint", ScrollAndPaint)->Unit(kUs);
+    benchmark::RegisterBenchmark("Rows2000/arrange_in_paint", ArrangeInPaint)->Unit(kUs);
     benchmark::RegisterBenchmark("Rows2000/invalidate_40", Invalidate)->Unit(kUs);
     benchmark::RegisterBenchmark("Rows2000/repaint_one", RepaintOne)->Unit(kUs);
     benchmark::RegisterBenchmark("Rows2000/mouse_move", MouseMove)->Unit(kUs);

@@ -16,11 +16,20 @@ RATIOS = [
     ("build/M", "bare_build/M", 1.0),
     ("save/M", "plain_write/M", 2.0),
     ("load/M", "arena_load/M", 1.0),
+    ("PaintFrame/8000keys", "PaintFrame/8000keys_naive", 0.8),
 ]
 # name, counter, highest value
 COUNTERS = [
     ("memory/M", "bytes_per_key", 144.0),
     ("save/M", "bytes_per_key", 45.0),
+]
+# name, highest microseconds
+TIMES = [
+    ("PaintLabels/whole", 4000.0),
+    ("PaintLabels/shortened", 4000.0),
+    ("PaintLabels/too_narrow", 8000.0),
+    ("Rows2000/hide_hidden", 1000.0),
+    ("Rows2000/scroll", 1000.0),
 ]
 UNIT_NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 
@@ -59,6 +68,10 @@ def main():
         failed = failed or counters[name] > limit
         print(f"{name + ' ' + counter:24}{counters[name]:12.1f}{'':44}{limit:8.1f}"
               f"{'' if counters[name] <= limit else '  OVER'}")
+    for name, limit in TIMES:
+        failed = failed or times[name] / 1e3 > limit
+        print(f"{name:24}{times[name] / 1e3:12.2f}{'':44}{limit:8.1f}"
+              f"{'' if times[name] / 1e3 <= limit else '  OVER'}")
     return 1 if failed else 0
 
 

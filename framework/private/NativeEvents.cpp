@@ -10,9 +10,11 @@
 #include <cmath>
 
 bool NativeWindow::HandleEvent(QEvent* event) {
-    if (!wnd || (event->isInputEvent() && !widget->isEnabled())) {
-        // Input of a disabled window goes to its parent.
+    if (!wnd) {
         return BaseEvent(event);
+    }
+    if (event->isInputEvent() && !widget->isEnabled()) {
+        return LeaveToParent(event);
     }
     switch (event->type()) {
     case QEvent::MouseButtonPress:
@@ -71,6 +73,14 @@ bool NativeWindow::HandleEvent(QEvent* event) {
     default:
         return BaseEvent(event);
     }
+}
+
+// Input of a disabled window goes to its parent. The toolkit hands on mouse buttons alone, and its own buttons
+// would keep even those.
+bool NativeWindow::LeaveToParent(QEvent* event) {
+    event->ignore();
+    NativeWindow* parent = widget->isWindow() ? nullptr : Parent();
+    return event->type() == QEvent::Wheel && parent && parent->HandleEvent(event);
 }
 
 bool NativeWindow::HandleMouse(QEvent* event) {

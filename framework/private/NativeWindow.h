@@ -98,6 +98,7 @@ protected:
     QString caption;
 
 private:
+    bool LeaveToParent(QEvent* event);
     bool HandleMouse(QEvent* event);
     bool HandleWheel(QEvent* event);
     bool HandleKey(QEvent* event);

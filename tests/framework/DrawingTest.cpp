@@ -266,6 +266,84 @@ TEST(DrawingTest, DrawTextWrapsAndCutsAtTheRect) {
     EXPECT_EQ(c.Ink({0, 0, 20, kSide}), 0);
 }
 
+TEST(DrawingTest, NarrowLabelShowsDotsCutAtItsBox) {
+    constexpr UINT kFormat = DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_PATH_ELLIPSIS;
+    Canvas label;
+    Canvas dots;
+    for (Canvas* c : {&label, &dots}) {
+        c->dc.SetBkMode(TRANSPARENT);
+    }
+    // A centred text that is wider than its box loses as much on the left as on the right.
+    const int wide = dots.dc.GetTextExtent("...").cx;
+    ASSERT_GT(wide, 4);
+    label.dc.DrawText("Camera", CRect(50, 40, 54, 60), kFormat);
+    dots.dc.DrawText("...", CRect(50, 40, 54, 60), DT_SINGLELINE | DT_CENTER | DT_VCENTER);
+    for (int y = 0; y < kSide; ++y) {
+        for (int x = 0; x < kSide; ++x) {
+            ASSERT_EQ(label.dc.GetPixel(x, y), dots.dc.GetPixel(x, y)) << x << ',' << y;
+        }
+    }
+    EXPECT_EQ(label.Ink({0, 0, 50, kSide}) + label.Ink({54, 0, kSide, kSide}), 0);
+}
+
+TEST(DrawingTest, LabelWithoutABoxDrawsNothing) {
+    constexpr UINT kFormat = DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_PATH_ELLIPSIS;
+    Canvas c;
+    EXPECT_GT(c.dc.DrawText("Camera", CRect(50, 40, 50, 60), kFormat), 0);
+    c.dc.DrawText("Camera", CRect(60, 40, 50, 60), kFormat);
+    c.dc.DrawText("Camera", CRect(50, 60, 90, 40), kFormat);
+    EXPECT_EQ(c.Ink({0, 0, kSide, kSide}), 0);
+}
+
+TEST(DrawingTest, LabelInABoxOfAnySizeStaysInside) {
+    constexpr UINT kFormat = DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_PATH_ELLIPSIS;
+    Canvas c;
+    c.dc.SetBkMode(TRANSPARENT);
+    c.dc.DrawText("Camera", CRect(-2147483647, 40, 2147483647, 60), kFormat);
+    c.dc.TextOut(2147483647, 2147483647, "Camera");
+    c.dc.TextOut(-2147483647, -2147483647, "Camera");
+    EXPECT_EQ(c.Ink({0, 0, kSide, 40}) + c.Ink({0, 60, kSide, kSide}), 0);
+    EXPECT_GT(c.Ink({0, 40, 10, 60}), 0) << "its middle is the surface's left edge";
+}
+
+TEST(DrawingTest, VeryLongLabelIsShortenedLikeItsStart) {
+    constexpr UINT kFormat = DT_SINGLELINE | DT_PATH_ELLIPSIS;
+    Canvas longer;
+    Canvas shorter;
+    longer.dc.DrawText(std::string(200000, 'i'), CRect(10, 10, 90, 30), kFormat);
+    shorter.dc.DrawText(std::string(200, 'i'), CRect(10, 10, 90, 30), kFormat);
+    EXPECT_EQ(longer.Ink({0, 0, kSide, kSide}), shorter.Ink({0, 0, kSide, kSide}));
+    EXPECT_GT(longer.Ink({0, 0, kSide, kSide}), 0);
+}
+
+TEST(DrawingTest, MoreTextsThanAreKeptAreStillDrawn) {
+    Canvas c;
+    c.dc.SetBkMode(TRANSPARENT);
+    for (int i = 0; i < 40000; ++i) {
+        c.dc.DrawText("key " + std::to_string(i), CRect(0, 0, 60, 20), DT_SINGLELINE | DT_PATH_ELLIPSIS);
+    }
+    c.dc.FillSolidRect({0, 0, kSide, kSide}, 0xFFFFFF);
+    Canvas fresh;
+    fresh.dc.SetBkMode(TRANSPARENT);
+    for (Canvas* each : {&c, &fresh}) {
+        each->dc.DrawText("key 0", CRect(0, 0, 60, 20), DT_SINGLELINE | DT_PATH_ELLIPSIS);
+    }
+    EXPECT_EQ(c.Ink({0, 0, 60, 20}), fresh.Ink({0, 0, 60, 20}));
+    EXPECT_GT(c.Ink({0, 0, 60, 20}), 0);
+}
+
+TEST(DrawingTest, BitmapMayGoBeforeTheSurfaceItIsSelectedInto) {
+    CDC dc;
+    dc.CreateCompatibleDC(nullptr);
+    {
+        CBitmap bitmap;
+        bitmap.CreateCompatibleBitmap(nullptr, 10, 10);
+        dc.SelectObject(&bitmap);
+    }
+    dc.FillSolidRect({0, 0, 10, 10}, 0x0000FF);
+    EXPECT_EQ(dc.GetPixel(3, 3), 0x0000FFU);
+}
+
 TEST(DrawingTest, HookSeesCallsInOrderWithTheirPenAndBrush) {
     HookScope scope;
     std::vector<DrawCall> calls;

@@ -340,6 +340,24 @@ TEST_F(WndTest, UnhandledWheelGoesToTheParent) {
     EXPECT_EQ(top.Log(), "wheel-120");
 }
 
+TEST_F(WndTest, WheelOverAButtonReachesTheTopWindow) {
+    MakeChild();
+    CButton button;
+    button.Create("+", WS_CHILD | WS_VISIBLE, {0, 0, 50, 50}, &child, 1);
+    Show();
+    const auto turn = [this] {
+        QWheelEvent wheel(QPointF(15, 26), NativeWidget(top)->mapToGlobal(QPointF(15, 26)), QPoint(),
+                          QPoint(0, 120), Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(Window(), &wheel);
+        return top.Log();
+    };
+    EXPECT_EQ(turn(), "wheel120");
+    button.EnableWindow(FALSE);
+    EXPECT_EQ(turn(), "wheel120") << "a disabled button does not swallow it";
+    child.EnableWindow(FALSE);
+    EXPECT_EQ(turn(), "wheel120");
+}
+
 TEST_F(WndTest, KeysReachTheFocusWindowWithTheirNumbers) {
     MakeChild();
     Show();
@@ -398,6 +416,43 @@ TEST_F(WndTest, TimerTicksUntilKilledAndRestarts) {
     EXPECT_FALSE(top.KillTimer(4));
     Probe bare;
     EXPECT_EQ(bare.SetTimer(1, 1), 0U);
+}
+
+TEST_F(WndTest, TimerThatIsDueIsDroppedWhenKilledOrStartedAnew) {
+    constexpr UINT kHour = 3600000;
+    top.SetTimer(1, 1);
+    top.SetTimer(2, 1);
+    top.SetTimer(3, 1);
+    // Both are due when the messages are looked at again.
+    QTest::qSleep(20);
+    top.log.clear();
+    EXPECT_TRUE(top.KillTimer(1));
+    EXPECT_EQ(top.SetTimer(2, kHour), 2U);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !top.log.empty(); }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(top.Log(), "timer3");
+    EXPECT_TRUE(top.KillTimer(2));
+}
+
+TEST_F(WndTest, TimerOfMoreThanTheToolkitsLongestNeverFires) {
+    top.log.clear();
+    EXPECT_EQ(top.SetTimer(5, 0xFFFFFFFF), 5U);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(top.Log(), "");
+    EXPECT_TRUE(top.KillTimer(5));
+}
+
+TEST_F(WndTest, TimersEndWithTheirWindow) {
+    MakeChild();
+    child.SetTimer(1, 1);
+    QTest::qSleep(20);
+    child.DestroyWindow();
+    child.log.clear();
+    top.SetTimer(3, 1);
+    top.log.clear();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !top.log.empty(); }));
+    EXPECT_EQ(child.Log(), "");
+    EXPECT_FALSE(child.KillTimer(1));
 }
 
 TEST_F(WndTest, InvalidationIsCoalescedAndAsksToErase) {
@@ -530,6 +585,15 @@ TEST_F(WndTest, DisabledChildLeavesTheClickToItsParent) {
     EXPECT_TRUE(child.EnableWindow(TRUE));
 }
 
+TEST_F(WndTest, DisabledButtonLeavesTheClickToItsParent) {
+    MakeChild();
+    CButton button;
+    button.Create("+", WS_CHILD | WS_VISIBLE | WS_DISABLED, {0, 0, 50, 50}, &child, 1);
+    Show();
+    QTest::mouseClick(Window(), Qt::LeftButton, Qt::NoModifier, QPoint(15, 26));
+    EXPECT_NE(child.Log().find("down1@5,6"), std::string::npos);
+}
+
 class SelfDeleting : public Probe {
 public:
     explicit SelfDeleting(bool& flag) : gone(flag) {}
@@ -581,6 +645,45 @@ TEST_F(WndTest, PopupFloatsWithoutTakingTheFocus) {
     popup.GetWindowRect(&r);
     EXPECT_EQ(r, CRect(420, 320, 620, 470));
     EXPECT_EQ(popup.GetParent(), &top);
+}
+
+TEST_F(WndTest, PopupShownAsActiveLeavesTheFocusAlone) {
+    Show();
+    top.SetFocus();
+    Probe popup;
+    popup.Create("STATIC", "tip", WS_POPUP | WS_VISIBLE, {400, 300, 600, 450}, &top, 0);
+    popup.SetWindowPos(nullptr, 10, 20, 0, 0, SWP_NOSIZE | SWP_SHOWWINDOW);
+    popup.ShowWindow(SW_SHOW);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(popup.IsWindowVisible());
+    EXPECT_EQ(CWnd::GetActiveWindow(), &top);
+    EXPECT_EQ(CWnd::GetFocus(), &top);
+    EXPECT_EQ(top.Log().find("blur"), std::string::npos);
+}
+
+TEST_F(WndTest, PopupGoesWithItsOwnerAndIsNoneOfItsChildren) {
+    MakeChild();
+    Probe popup;
+    popup.Create("STATIC", "", WS_POPUP, {400, 300, 600, 450}, &top, 33);
+    EXPECT_EQ(top.GetDlgItem(33), &child);
+    EXPECT_EQ(top.GetWindowChild(0), &child);
+    EXPECT_EQ(top.GetWindowChild(1), nullptr);
+    popup.log.clear();
+    top.DestroyWindow();
+    EXPECT_EQ(popup.Log(), "destroy");
+    EXPECT_FALSE(popup.GetSafeHwnd());
+}
+
+TEST_F(WndTest, WindowThatStaysInPlaceIsNotPaintedAgain) {
+    MakeChild();
+    Show();
+    child.paints = 0;
+    child.MoveWindow(10, 20, 50, 50);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(child.GetUpdateRect(nullptr));
+    EXPECT_EQ(child.paints, 0);
+    child.MoveWindow(10, 20, 60, 50);
+    EXPECT_TRUE(child.GetUpdateRect(nullptr));
 }
 
 TEST_F(WndTest, ScreenAndClientPointsConvertBothWays) {
