@@ -78,6 +78,7 @@ TEST_F(MainCtrlPictureTest, RowsOfEveryKindAndState) {
     control->SetMovieRange(0.0f, 10.0f);
     control->SetViewRange(0.0f, 10.0f, false);
     std::vector<IFilmKey*> records;
+    std::vector<CTrackKey*> views; // four a row
     for (int kind = 0; kind < KeyKind::FilterCount; ++kind) {
         CTrackCtrl* row = control->AddTrackCtrl(false);
         row->kind = kind;
@@ -104,12 +105,15 @@ TEST_F(MainCtrlPictureTest, RowsOfEveryKindAndState) {
                 timed->duration = 1.25f;
             }
             ASSERT_TRUE(row->AddKeyView(view, false, /*existing*/ true, /*noUndo*/ true)) << kind;
-            view->SetSelected(i == 1);
-            view->marked = i == 2;
-            view->state = i == 3 ? CTrackKey::kHidden : view->state;
+            views.push_back(view);
         }
     }
-    control->selectedKeys.clear();
+    control->ClearSelection();
+    for (std::size_t i = 0; i < views.size(); i += 4) {
+        views[i + 1]->SetSelected(true);
+        views[i + 2]->marked = true;
+        views[i + 3]->state = CTrackKey::kHidden;
+    }
     control->RebuildVisibleRows(true, nullptr);
     Settle();
     ExpectGolden(PictureOf(*control), "tests/timeline", "rows_of_every_kind",
