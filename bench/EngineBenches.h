@@ -7,6 +7,7 @@ void RegisterPoseBenches();
 void RegisterEditBenches();
 void RegisterFileBenches();
 void RegisterPluginBenches();
+void RegisterTimelineBenches();
 void RegisterTimelineDrawBenches();
 void RegisterTimelineWindowBenches();
 

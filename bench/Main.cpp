@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
     films_bench::RegisterEditBenches();
     films_bench::RegisterFileBenches();
     films_bench::RegisterPluginBenches();
+    films_bench::RegisterTimelineBenches();
     films_bench::RegisterTimelineDrawBenches();
     films_bench::RegisterTimelineWindowBenches();
     benchmark::Initialize(&argc, argv);

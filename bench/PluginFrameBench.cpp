@@ -1,26 +1,12 @@
 #include "bench/EngineBenches.h"
-#include "bench/EngineCases.h"
+#include "bench/TimelineCases.h"
 #include "plugin/PluginImpl.h"
-#include "tests/support/TestEditor.h"
 
 #include <benchmark/benchmark.h>
 
 namespace films_bench {
 
 namespace {
-
-/// A host over the film's level that writes nothing down.
-class FrameHost final : public TestEditor {
-public:
-    explicit FrameHost(engine::Level& filmLevel) : shown(filmLevel) {
-        quiet = true;
-        shown.Views().SetCount(1);
-    }
-    ILevel* GetLevel() override { return &shown; }
-
-private:
-    engine::Level& shown;
-};
 
 void AddCamera(EngineFilm& film) {
     film.film->AddTrack(film.film->CreateLevelTrack());

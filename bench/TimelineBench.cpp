@@ -1,11 +1,16 @@
 #include "bench/EngineBenches.h"
+#include "bench/RowWindows.h"
 #include "bench/TimelineCases.h"
+#include "framework/TestHooks.h"
 #include "keys/NullTimeTrackKey.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <malloc.h>
+#include <QCoreApplication>
+#include <QPainter>
+#include <QWidget>
 
 namespace films_bench {
 
@@ -27,24 +32,41 @@ std::size_t HeapBytes() {
     return info.uordblks + info.hblkhd;
 }
 
+/// What the film's views take: two films that differ only in the number of keys are compared, so that rows
+/// and windows fall out.
+void ViewMemory(benchmark::State& state) {
+    const auto bytesOf = [](const Case& size) {
+        TimelineFilm timeline(size);
+        timeline.Show();
+        timeline.Empty();
+        const std::size_t before = HeapBytes();
+        timeline.Show();
+        for (CTrackCtrl* row : timeline.control->tracks) {
+            std::vector<CTrackKey*> found;
+            row->keys.Overlapping(0.0f, 1.0f, found); // makes the index by time
+        }
+        return static_cast<double>(HeapBytes() - before);
+    };
+    double bytes = 0.0;
+    for (auto _ : state) {
+        bytes = (bytesOf(kShow300k) - bytesOf(kShow30k)) / (KeyCount(kShow300k) - KeyCount(kShow30k));
+    }
+    state.counters["bytes_per_key"] = bytes;
+}
+
 /// Opens the film in an empty control.
 void ShowFilm(benchmark::State& state, Case size) {
     TimelineFilm timeline(size);
     timeline.Show();
     timeline.Empty();
-    double bytesPerKey = 0.0;
     for (auto _ : state) {
         StartCold();
-        const std::size_t before = HeapBytes();
         const auto start = Clock::now();
         timeline.Show();
         state.SetIterationTime(SecondsSince(start));
-        const std::size_t windows = 0;
-        bytesPerKey = static_cast<double>(HeapBytes() - before - windows) / KeyCount(size);
         timeline.Empty();
         TimelineFilm::Paint();
     }
-    state.counters["bytes_per_key"] = bytesPerKey;
 }
 
 /// The same views and row windows, made in bare loops.
@@ -76,6 +98,119 @@ void BareShow(benchmark::State& state, Case size) {
         made.clear();
         TimelineFilm::Paint();
     }
+}
+
+/// 40 rows of 200 keys in view, and what they draw.
+class FortyRows {
+public:
+    FortyRows() : timeline(kFortyRows) {
+        timeline.Show();
+        timeline.Unfold();
+        for (CTrackCtrl* row : timeline.control->tracks) {
+            row->visible = row->visible && !row->IsRoot();
+        }
+        timeline.control->RebuildVisibleRows(/*redraw*/ true, nullptr);
+        TimelineFilm::Paint();
+        for (CTrackCtrl* row : timeline.control->visibleTracks) {
+            if (row->IsWindowVisible()) {
+                shown.push_back(row);
+            }
+        }
+    }
+    void Paint() {
+        for (CTrackCtrl* row : shown) {
+            row->Invalidate(FALSE);
+        }
+        QEvent request(QEvent::UpdateRequest);
+        QCoreApplication::sendEvent(NativeWidget(timeline.frame), &request);
+    }
+
+    static constexpr Case kFortyRows{"rows", 14, 200};
+    TimelineFilm timeline;
+    std::vector<CTrackCtrl*> shown;
+};
+
+void PaintFrame(benchmark::State& state) {
+    FortyRows rows;
+    if (rows.shown.size() != TimelineFilm::kShownRows) {
+        state.SkipWithError("40 rows were to be shown");
+    }
+    rows.Paint();
+    for (auto _ : state) {
+        rows.Paint();
+    }
+}
+
+/// A window that draws rectangles with the toolkit's painter alone.
+class NaiveRow : public QWidget {
+public:
+    explicit NaiveRow(QWidget* parent) : QWidget(parent) { setAttribute(Qt::WA_OpaquePaintEvent); }
+    void Take(const DrawCall& call) {
+        const auto color = [](COLORREF c) { return QColor(c & 0xFF, c >> 8 & 0xFF, c >> 16 & 0xFF); };
+        const bool outlined = call.penStyle != PS_NULL;
+        const CRect& r = call.rect;
+        // The toolkit's outline reaches a pixel further.
+        rects.push_back(
+            {QRect(r.left, r.top, r.Width() - (outlined ? 1 : 0), r.Height() - (outlined ? 1 : 0)),
+             outlined ? QPen(color(call.penColor), std::max(call.penWidth, 1)) : QPen(Qt::NoPen),
+             QBrush(color(call.brushColor))});
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        for (const Rect& r : rects) {
+            painter.setPen(r.pen);
+            painter.setBrush(r.brush);
+            painter.drawRect(r.place);
+        }
+    }
+
+private:
+    struct Rect {
+        QRect place;
+        QPen pen;
+        QBrush brush;
+    };
+    std::vector<Rect> rects;
+};
+
+/// The rectangles of the same rows.
+void PaintFrameNaive(benchmark::State& state) {
+    FortyRows rows;
+    QWidget window;
+    window.setFixedSize(TimelineFilm::kWidth, TimelineFilm::kHeight);
+    int y = 31;
+    std::size_t rectangles = 0;
+    for (CTrackCtrl* row : rows.shown) {
+        auto* naive = new NaiveRow(&window);
+        CRect client;
+        row->GetClientRect(&client);
+        naive->setGeometry(0, y, client.Width(), client.Height());
+        y += client.Height();
+        Hooks().drawing = [&](const DrawCall& call) {
+            if (call.kind == DrawKind::Rectangle) {
+                naive->Take(call);
+                ++rectangles;
+            }
+        };
+        row->Invalidate(FALSE);
+        row->UpdateWindow();
+        Hooks().drawing = nullptr;
+    }
+    ShowForPainting(window);
+    const auto paint = [&window] {
+        for (QObject* child : window.children()) {
+            static_cast<QWidget*>(child)->update();
+        }
+        QEvent request(QEvent::UpdateRequest);
+        QCoreApplication::sendEvent(&window, &request);
+    };
+    paint();
+    for (auto _ : state) {
+        paint();
+    }
+    state.counters["rectangles"] = static_cast<double>(rectangles);
 }
 
 /// The M film unfolded: 600 rows with keys and 200 root rows, 40 in the window, about 20,000 keys in view.
@@ -190,6 +325,9 @@ void RegisterTimelineBenches() {
         ->UseManualTime()
         ->Iterations(kRepeats)
         ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("view_memory/300k", ViewMemory)->Iterations(1);
+    benchmark::RegisterBenchmark("PaintFrame/8000keys", PaintFrame)->Unit(benchmark::kMicrosecond);
+    benchmark::RegisterBenchmark("PaintFrame/8000keys_naive", PaintFrameNaive)->Unit(benchmark::kMicrosecond);
     benchmark::RegisterBenchmark("ScrollRow/M", ScrollRow)->Iterations(400);
     benchmark::RegisterBenchmark("MoveCursor/M", MoveCursor)->Iterations(400);
     benchmark::RegisterBenchmark("MouseMove_GetKeyAt/M", GetKeyAt);

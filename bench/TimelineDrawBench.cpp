@@ -164,8 +164,8 @@ void PaintLabelsZooming(benchmark::State& state) {
 
 void RegisterTimelineDrawBenches() {
     constexpr auto kUs = benchmark::kMicrosecond;
-    benchmark::RegisterBenchmark("PaintFrame/8000keys", PaintFrame)->Unit(kUs);
-    benchmark::RegisterBenchmark("PaintFrame/8000keys_naive", PaintFrameNaive)->Unit(kUs);
+    benchmark::RegisterBenchmark("PaintKeys/8000", PaintFrame)->Unit(kUs);
+    benchmark::RegisterBenchmark("PaintKeys/8000_naive", PaintFrameNaive)->Unit(kUs);
     // 40 rows of 10, 27 and 200 labels.
     benchmark::RegisterBenchmark("PaintLabels/whole", PaintLabels, 110)->Unit(kUs);
     benchmark::RegisterBenchmark("PaintLabels/shortened", PaintLabels, 40)->Unit(kUs);

@@ -16,18 +16,26 @@ RATIOS = [
     ("build/M", "bare_build/M", 1.0),
     ("save/M", "plain_write/M", 2.0),
     ("load/M", "arena_load/M", 1.0),
+    ("ShowFilm/600rows_300k", "bare_ShowFilm/600rows_300k", 2.0),
+    ("ShowFilm/600rows_300k", "ShowFilm/600rows_30k", 12.0),
     ("PaintFrame/8000keys", "PaintFrame/8000keys_naive", 0.8),
+    ("PaintKeys/8000", "PaintKeys/8000_naive", 0.8),
 ]
 # name, counter, highest value
 COUNTERS = [
     ("memory/M", "bytes_per_key", 144.0),
     ("save/M", "bytes_per_key", 45.0),
+    ("view_memory/300k", "bytes_per_key", 150.0),
 ]
 # name, highest microseconds
 TIMES = [
     ("PaintLabels/whole", 4000.0),
     ("PaintLabels/shortened", 4000.0),
     ("PaintLabels/too_narrow", 8000.0),
+    ("ShowFilm/600rows_300k", 60000.0),
+    ("ScrollRow/M", 1000.0),
+    ("MoveCursor/M", 1000.0),
+    ("MouseMove_GetKeyAt/M", 5.0),
     ("Rows2000/hide_hidden", 1000.0),
     ("Rows2000/scroll", 1000.0),
 ]

@@ -202,7 +202,7 @@ COLORREF CDC::GetPixel(int x, int y) const {
     if (!state->bitmap || !state->bounds.PtInRect({x, y})) {
         return kInvalid;
     }
-    const QImage& image = state->bitmap->image;
+    const QImage& image = state->bitmap->Image();
     const double ratio = image.devicePixelRatio();
     const QRgb p = image.pixel(static_cast<int>(x * ratio), static_cast<int>(y * ratio));
     return RGB(qRed(p), qGreen(p), qBlue(p));
@@ -221,17 +221,17 @@ BOOL CDC::StretchBlt(int x, int y, int width, int height, const CDC* source, int
         return TRUE;
     }
     recording::Note(*this, DrawKind::Copy, target);
-    const BitmapData* from = source ? source->State().bitmap.get() : nullptr;
+    BitmapData* from = source ? source->State().bitmap.get() : nullptr;
     if (rop != SRCCOPY || !from || width < 0 || height < 0 || sourceWidth < 0 || sourceHeight < 0) {
         return FALSE;
     }
-    if (!state->painter || from->image.isNull() || target.IsRectEmpty()) {
+    if (!state->painter || from->Image().isNull() || target.IsRectEmpty()) {
         return TRUE;
     }
-    const double ratio = from->image.devicePixelRatio();
+    const double ratio = from->Image().devicePixelRatio();
     const QRectF part(sourceX * ratio, sourceY * ratio, sourceWidth * ratio, sourceHeight * ratio);
     // A copy within one bitmap must not read what it has just written.
-    const QImage image = from == state->bitmap.get() ? from->image.copy() : from->image;
+    const QImage image = from == state->bitmap.get() ? from->Image().copy() : from->Image();
     state->ClippedPainter().drawImage(QRectF(x, y, width, height), image, part);
     return TRUE;
 }

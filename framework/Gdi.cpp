@@ -56,10 +56,7 @@ BOOL CBitmap::LoadBitmap(UINT id) {
     if (!image) {
         return FALSE;
     }
-    data = std::make_shared<BitmapData>();
-    data->size = {image->width(), image->height()};
-    data->image = *std::move(image);
-    data->hasAlpha = hasAlpha;
+    data = std::make_shared<BitmapData>(*std::move(image), hasAlpha);
     return TRUE;
 }
 
@@ -70,18 +67,7 @@ std::shared_ptr<BitmapData> MakeBitmap(int width, int height, double pixelRatio)
     if (width < 0 || height < 0 || std::int64_t{width} * height > kMaxPixels) {
         return nullptr;
     }
-    auto made = std::make_shared<BitmapData>();
-    made->size = {width, height};
-    if (width > 0 && height > 0) {
-        made->image = QImage(static_cast<int>(std::ceil(width * pixelRatio)),
-                             static_cast<int>(std::ceil(height * pixelRatio)), QImage::Format_RGB32);
-        if (made->image.isNull()) {
-            return nullptr;
-        }
-        made->image.setDevicePixelRatio(pixelRatio);
-        made->image.fill(Qt::black);
-    }
-    return made;
+    return std::make_shared<BitmapData>(CSize(width, height), pixelRatio);
 }
 
 } // namespace
@@ -98,9 +84,9 @@ BOOL CBitmap::CreateBitmap(int width, int height, const std::uint32_t* argb) {
     if (!data) {
         return FALSE;
     }
-    for (int y = 0; argb && !data->image.isNull() && y < height; ++y) {
+    for (int y = 0; argb && !data->Image().isNull() && y < height; ++y) {
         std::copy_n(argb + static_cast<std::size_t>(y) * width, width,
-                    reinterpret_cast<std::uint32_t*>(data->image.scanLine(y)));
+                    reinterpret_cast<std::uint32_t*>(data->Image().scanLine(y)));
     }
     return TRUE;
 }
@@ -119,7 +105,7 @@ BOOL CBitmap::DeleteObject() {
 }
 
 BOOL CBitmap::SavePng(const std::string& path) const {
-    return data && data->image.save(QString::fromStdString(path), "PNG");
+    return data && data->Image().save(QString::fromStdString(path), "PNG");
 }
 
 CGdiObject* StockObject(int number) {

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-struct BitmapData;
+class BitmapData;
 
 // Pens, brushes, fonts and bitmaps are plain values until they are drawn with: they may be made before the
 // application and outlive it.

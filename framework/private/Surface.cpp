@@ -5,6 +5,7 @@
 
 #include <QColor>
 
+#include <cmath>
 #include <utility>
 
 void SurfaceState::Borrow(QPainter& p, const CRect& area) {
@@ -21,6 +22,20 @@ void SurfaceState::WriteDirectly(const QRegion& visible) {
     }
 }
 
+BitmapData::BitmapData(QImage made, bool alpha)
+    : size(made.width(), made.height()), hasAlpha(alpha), image(std::move(made)) {
+}
+
+QImage& BitmapData::Image() {
+    if (image.isNull() && size.cx > 0 && size.cy > 0) {
+        image = QImage(static_cast<int>(std::ceil(size.cx * pixelRatio)),
+                       static_cast<int>(std::ceil(size.cy * pixelRatio)), QImage::Format_RGB32);
+        image.setDevicePixelRatio(pixelRatio);
+        image.fill(Qt::black);
+    }
+    return image;
+}
+
 void SurfaceState::SelectBitmap(CBitmap* b) {
     ownPainter.reset();
     painter = nullptr;
@@ -28,8 +43,8 @@ void SurfaceState::SelectBitmap(CBitmap* b) {
     selectedBitmap = b;
     bitmap = b->Data();
     bounds = bitmap ? CRect(CPoint(), bitmap->size) : CRect();
-    if (bitmap && !bitmap->image.isNull()) {
-        ownPainter = std::make_unique<QPainter>(&bitmap->image);
+    if (bitmap && !bitmap->Image().isNull()) {
+        ownPainter = std::make_unique<QPainter>(&bitmap->Image());
         painter = ownPainter.get();
     }
     SetClip(bounds);
@@ -73,7 +88,7 @@ QColor ColorOf(COLORREF c) {
 }
 
 QImage ImageOf(const CBitmap& bitmap) {
-    return bitmap.Data() ? bitmap.Data()->image : QImage();
+    return bitmap.Data() ? bitmap.Data()->Image() : QImage();
 }
 
 } // namespace surface

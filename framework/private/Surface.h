@@ -13,10 +13,23 @@ namespace surface {
 class Face;
 }
 
-struct BitmapData {
-    CSize size;   // logical pixels
-    QImage image; // null for an empty size
+// The pixels of a bitmap. They are made when first looked at: a window that keeps a bitmap up and never draws on
+// it costs nothing.
+class BitmapData {
+public:
+    // Black.
+    BitmapData(CSize logicalSize, double ratio) : size(logicalSize), pixelRatio(ratio) {}
+    BitmapData(QImage made, bool alpha);
+
+    // Null for an empty size.
+    QImage& Image();
+
+    CSize size; // logical pixels
+    double pixelRatio = 1.0;
     bool hasAlpha = false;
+
+private:
+    QImage image;
 };
 
 // What a CDC draws on and with.
