@@ -24,5 +24,5 @@ if [ -z "$program" ]; then
   build debug stage films
   program=$root/build/debug/bin/stage
 fi
-exec python3 "$root/tests/desktop/check_desktop.py" --stage "$program" \
+exec python3 -B "$root/tests/desktop/check_desktop.py" --stage "$program" \
   --level "$root/examples/harbour/harbour.level" --screenshots "$screenshots"
