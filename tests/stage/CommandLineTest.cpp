@@ -19,6 +19,11 @@ TEST(CommandLineTest, SeveralScreenshotsFollowTheirOption) {
     EXPECT_EQ(line.size, QSize(1280, 720));
 }
 
+TEST(CommandLineTest, InspectionIsAskedFor) {
+    EXPECT_FALSE(ParseCommandLine({"x.level"}).inspect);
+    EXPECT_TRUE(ParseCommandLine({"x.level", "--inspect"}).inspect);
+}
+
 struct BadLine {
     QStringList arguments;
     const char* part; ///< of the message

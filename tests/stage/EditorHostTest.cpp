@@ -302,14 +302,16 @@ TEST_F(EditorHostTest, BrowsersGiveThePresentNameOnCancel) {
     EXPECT_EQ(host.BrowseObjectName(3, "Smoke"), "Hand");
 }
 
-TEST_F(EditorHostTest, ToolbarsGoBeforeTheirPlugins) {
+TEST_F(EditorHostTest, ToolbarsAndToolWindowsGoBeforeTheirPlugins) {
     CToolBar* toolbar = reinterpret_cast<CToolBar*>(&first);
     host.AddPluginToolbar(toolbar, 1740);
     host.AddPluginToolbar(nullptr, 1740);
     EXPECT_EQ(windows.toolbars, (std::vector<CToolBar*>{toolbar}));
     EXPECT_EQ(windows.toolbarResource, 1740u);
+    EXPECT_EQ(windows.toolWindowEnds, 0);
     host.Shutdown();
     EXPECT_TRUE(windows.toolbars.empty());
+    EXPECT_EQ(windows.toolWindowEnds, 1);
 }
 
 TEST_F(EditorHostTest, GroupsAreSeenByPlugins) {

@@ -154,7 +154,7 @@ TEST_F(MainWindowTest, ARefusedDeletionShowsTheReasonsAndKeepsTheObject) {
     Answering(
         [&](QWidget& box) {
             text = dynamic_cast<QMessageBox&>(box).informativeText();
-            Press(box, QMessageBox::Ok);
+            PressButton(box, QMessageBox::Ok);
         },
         [&] { Action("EditDelete")->trigger(); });
     EXPECT_EQ(text, "Crate(1) is actor in film Intro");
@@ -203,7 +203,7 @@ TEST_F(MainWindowTest, AFileThatIsNoLevelIsReportedAndKeepsTheOpenOne) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("no level");
     file.close();
-    Answering([](QWidget& box) { Press(box, QMessageBox::Ok); },
+    Answering([](QWidget& box) { PressButton(box, QMessageBox::Ok); },
               [&] { EXPECT_FALSE(window.OpenLevel(QString::fromStdString(PathOf("bad.level")))); });
     EXPECT_NE(window.host.level.FindObject("Crate"), nullptr);
 }
@@ -211,14 +211,17 @@ TEST_F(MainWindowTest, AFileThatIsNoLevelIsReportedAndKeepsTheOpenOne) {
 TEST_F(MainWindowTest, UnsavedChangesAreAskedForBeforeTheyAreLost) {
     Action("CreateEmpty")->trigger();
     EXPECT_TRUE(window.isWindowModified());
-    Answering([](QWidget& box) { Press(box, QMessageBox::Cancel); }, [&] { Action("FileNew")->trigger(); });
+    Answering([](QWidget& box) { PressButton(box, QMessageBox::Cancel); },
+              [&] { Action("FileNew")->trigger(); });
     EXPECT_EQ(window.host.level.Data()->Objects().size(), 1u);
-    Answering([](QWidget& box) { Press(box, QMessageBox::Save); }, [&] { Action("FileNew")->trigger(); });
+    Answering([](QWidget& box) { PressButton(box, QMessageBox::Save); },
+              [&] { Action("FileNew")->trigger(); });
     EXPECT_TRUE(window.host.level.Data()->Objects().empty());
     ASSERT_TRUE(window.OpenLevel(QString::fromStdString(PathOf("start.level"))));
     EXPECT_EQ(window.host.level.Data()->Objects().size(), 1u);
     Action("CreateEmpty")->trigger();
-    Answering([](QWidget& box) { Press(box, QMessageBox::Discard); }, [&] { EXPECT_TRUE(window.close()); });
+    Answering([](QWidget& box) { PressButton(box, QMessageBox::Discard); },
+              [&] { EXPECT_TRUE(window.close()); });
     EXPECT_EQ(window.host.level.GetLevelData(), nullptr);
 }
 

@@ -2,11 +2,13 @@
 #include "stage/WindowFixture.h"
 
 #include "framework/QtBridge.h"
+#include "host/stage/windows/app/Inspector.h"
 #include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QJsonArray>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -461,6 +463,28 @@ TEST_F(ToolWindowTest, AHeightFromATallerWindowIsCutToHalf) {
     Show(dialog);
     EXPECT_GE(window.views->height(), all / 2 - 10); // the separator's pixels
     EXPECT_GE(DockOf(dialog)->height(), all / 2 - 10);
+}
+
+TEST_F(ToolWindowTest, TheDescriptionForScriptsTellsWhereEverythingIs) {
+    AddEmpty("Crate", 1, 2, 3);
+    ToolDialog dialog;
+    QJsonObject told = stage::DescribeStage(window);
+    EXPECT_FALSE(told["toolWindows"][0].toObject()["shown"].toBool());
+    Show(dialog);
+    told = stage::DescribeStage(window);
+    const QJsonObject tool = told["toolWindows"][0].toObject();
+    EXPECT_EQ(tool["title"], "Tool");
+    EXPECT_TRUE(tool["shown"].toBool());
+    EXPECT_TRUE(tool["focused"].toBool());
+    ASSERT_EQ(tool["children"].toArray().size(), 2);
+    const QJsonObject first = tool["children"][0].toObject();
+    EXPECT_EQ(first["id"], ToolDialog::kFirst);
+    CRect edit;
+    dialog.GetDlgItem(ToolDialog::kFirst)->GetWindowRect(&edit);
+    EXPECT_EQ(first["rect"], (QJsonArray{edit.left, edit.top, edit.Width(), edit.Height()}));
+    EXPECT_EQ(told["objects"].toObject()["Crate"], (QJsonArray{1, 2, 3}));
+    EXPECT_EQ(told["views"].toArray().size(), 1);
+    EXPECT_EQ(told["film"], "");
 }
 
 /// Two runs of the program, one after the other, with the same settings.

@@ -7,11 +7,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QMessageBox>
 #include <QMouseEvent>
-#include <QPushButton>
 #include <QTest>
-#include <QTimer>
 
 WindowFixture::WindowFixture()
     : window(
@@ -107,26 +104,4 @@ QAction* WindowFixture::Action(const char* name) const {
     QAction* action = window.findChild<QAction*>(name);
     EXPECT_NE(action, nullptr) << name;
     return action;
-}
-
-void WindowFixture::Answering(const std::function<void(QWidget&)>& answer, const std::function<void()>& run) {
-    bool answered = false;
-    QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, [&] {
-        QWidget* top = QApplication::activePopupWidget();
-        top = top != nullptr ? top : QApplication::activeModalWidget();
-        if (top != nullptr && !answered) {
-            answered = true;
-            answer(*top);
-        }
-    });
-    poll.start(10);
-    run();
-    EXPECT_TRUE(answered) << "no dialog or menu came up";
-}
-
-void WindowFixture::Press(QWidget& box, int standardButton) {
-    auto* message = qobject_cast<QMessageBox*>(&box);
-    ASSERT_NE(message, nullptr);
-    message->button(static_cast<QMessageBox::StandardButton>(standardButton))->click();
 }

@@ -3,8 +3,8 @@
 #include "host/stage/windows/MainWindow.h"
 #include "plugin/contract/EventCodes.h"
 #include "stage/MockPlugin.h"
+#include "tests/support/Answering.h"
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <QTemporaryDir>
 #include <QWidget>
@@ -28,10 +28,6 @@ protected:
     void Drag(const QPoint& from, const QPoint& to, Qt::MouseButton button = Qt::LeftButton,
               Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
     QAction* Action(const char* name) const;
-    /// Calls `answer` with the next modal dialog or menu, which must come up while `run` runs.
-    static void Answering(const std::function<void(QWidget&)>& answer, const std::function<void()>& run);
-    /// Presses the button of a message box.
-    static void Press(QWidget& box, int standardButton);
     std::string PathOf(const char* name) const { return (folder.path() + '/' + name).toStdString(); }
 
     QTemporaryDir folder;

@@ -1,7 +1,9 @@
 #include "plugin/contract/EventCodes.h"
+#include "tests/support/Answering.h"
 #include "tests/whole/StageFixture.h"
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 
@@ -121,4 +123,15 @@ TEST_F(ReentryTest, MovingObjectsWhilePlaying) {
         Move(Object("Barrel"), 1, 2, 3);
     });
     EXPECT_EQ(Object("Barrel")->World().Translation(), (Vector3{1, 2, 3}));
+}
+
+TEST_F(ReentryTest, ClosingTheWindowEndsThePlaying) {
+    PlayIntroWith([this] {
+        Click("Add"); // so that there are changes to ask about
+        Answering([](QWidget& box) { PressButton(box, QMessageBox::Discard); },
+                  [this] { EXPECT_TRUE(window->close()); });
+    });
+    EXPECT_EQ(window->host.level.GetLevelData(), nullptr);
+    window->ShutdownHost();
+    EXPECT_TRUE(window->host.plugins.Entries().empty());
 }
