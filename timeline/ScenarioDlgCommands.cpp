@@ -22,29 +22,29 @@ void RunPluginCommand(std::uint32_t local) {
 
 /// A command of the toolbar. With `baseToo` the message goes on to the base class.
 struct CScenarioDlg::Command {
-    UINT id;
     void (CScenarioDlg::*run)();
+    UINT id;
     bool baseToo;
 };
 
 const CScenarioDlg::Command CScenarioDlg::kCommands[] = {
-    {IDC_PLAY_MOVIE, &CScenarioDlg::OnPlay, false},
-    {IDC_STOP_MOVIE, &CScenarioDlg::OnStop, false},
-    {IDC_VALIDATE_MOVIE, &CScenarioDlg::OnValidate, false},
-    {IDC_ANIMATE_OBJECT, &CScenarioDlg::OnAnimate, true},
-    {IDC_ATTACH_MOVIE, &CScenarioDlg::OnAttach, false},
-    {IDC_MOVE_TO_BEGIN, &CScenarioDlg::OnMoveToBegin, false},
-    {IDC_MOVE_TO_END, &CScenarioDlg::OnMoveToEnd, false},
-    {IDC_UNDO, &CScenarioDlg::OnUndo, false},
-    {IDC_REDO, &CScenarioDlg::OnUndo, false},
-    {IDC_FRAME_BACK, &CScenarioDlg::OnFrameBack, false},
-    {IDC_FRAME_FORWARD, &CScenarioDlg::OnFrameForward, false},
-    {IDC_CREATE_CAMERA_FRAME, &CScenarioDlg::OnCreateCameraFrame, true},
-    {IDC_TO_VIRTUAL_OBJECT, &CScenarioDlg::OnToVirtualObject, true},
-    {IDC_KEY_FRAME_BACK, &CScenarioDlg::OnKeyFrameBack, false},
-    {IDC_KEY_FRAME_FORWARD, &CScenarioDlg::OnKeyFrameForward, false},
-    {IDC_DESELECT_KEYS, &CScenarioDlg::OnDeselectKeys, true},
-    {IDC_SELECT_KEY, &CScenarioDlg::OnSelectKey, true},
+    {&CScenarioDlg::OnPlay, IDC_PLAY_MOVIE, false},
+    {&CScenarioDlg::OnStop, IDC_STOP_MOVIE, false},
+    {&CScenarioDlg::OnValidate, IDC_VALIDATE_MOVIE, false},
+    {&CScenarioDlg::OnAnimate, IDC_ANIMATE_OBJECT, true},
+    {&CScenarioDlg::OnAttach, IDC_ATTACH_MOVIE, false},
+    {&CScenarioDlg::OnMoveToBegin, IDC_MOVE_TO_BEGIN, false},
+    {&CScenarioDlg::OnMoveToEnd, IDC_MOVE_TO_END, false},
+    {&CScenarioDlg::OnUndo, IDC_UNDO, false},
+    {&CScenarioDlg::OnUndo, IDC_REDO, false},
+    {&CScenarioDlg::OnFrameBack, IDC_FRAME_BACK, false},
+    {&CScenarioDlg::OnFrameForward, IDC_FRAME_FORWARD, false},
+    {&CScenarioDlg::OnCreateCameraFrame, IDC_CREATE_CAMERA_FRAME, true},
+    {&CScenarioDlg::OnToVirtualObject, IDC_TO_VIRTUAL_OBJECT, true},
+    {&CScenarioDlg::OnKeyFrameBack, IDC_KEY_FRAME_BACK, false},
+    {&CScenarioDlg::OnKeyFrameForward, IDC_KEY_FRAME_FORWARD, false},
+    {&CScenarioDlg::OnDeselectKeys, IDC_DESELECT_KEYS, true},
+    {&CScenarioDlg::OnSelectKey, IDC_SELECT_KEY, true},
 };
 
 /// Playing, and whatever asks the user, pumps messages: the window may be gone when a command returns.
