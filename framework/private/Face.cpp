@@ -24,9 +24,8 @@ constexpr int kWidestPicture = 1024;
 // The caches own what they keep, and drop what alone exceeds them: every cost must be below the bound.
 template <class Key, class Value>
 Value& Keep(QCache<Key, Value>& cache, const Key& key, std::unique_ptr<Value> made, int cost) {
-    Value* kept = made.release();
-    cache.insert(key, kept, cost);
-    return *kept;
+    cache.insert(key, made.release(), cost);
+    return *cache.object(key);
 }
 
 using FaceKey = std::tuple<std::string, int, bool, bool>;
