@@ -152,6 +152,10 @@ void CTrackCtrl::DropView(CTrackKey* view) {
 /// Takes views out and deletes them. The others keep their order.
 void CTrackCtrl::RemoveViews(const std::vector<CTrackKey*>& gone) {
     constexpr std::size_t kMany = 100;
+    if (gone.empty()) {
+        return;
+    }
+    // Filling anew sorts, which must not move a key whose duration has changed since it came in.
     const bool inOrder = std::ranges::adjacent_find(keys, [](const CTrackKey* a, const CTrackKey* b) {
                              return a->IsDrawnBefore(b);
                          }) == keys.end();
