@@ -45,7 +45,7 @@ public:
 class TimelineFilm {
 public:
     static constexpr int kWidth = 1280;
-    static constexpr int kHeight = 901;
+    static constexpr int kHeight = 871;
     static constexpr int kShownRows = 40;
 
     explicit TimelineFilm(const Case& size);

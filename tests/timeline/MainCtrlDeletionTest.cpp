@@ -51,6 +51,7 @@ protected:
     }
 
     void Delete(Deletion deletion) {
+        gone = true; // what follows poses the film, which may call this again
         switch (deletion) {
         case Deletion::Key:
             row->RemoveKey(key, true, true, true);
@@ -80,7 +81,6 @@ protected:
             control->ShowFilm(film, true);
             break;
         }
-        gone = true;
         ExpectNothingDangles();
     }
 
@@ -210,7 +210,7 @@ INSTANTIATE_TEST_SUITE_P(
                        ::testing::Values(Deletion::Key, Deletion::KindRow, Deletion::RootRow, Deletion::Film,
                                          Deletion::Object, Deletion::FilmSwitch, Deletion::FilmClosed,
                                          Deletion::AllFilms, Deletion::Rebuild)),
-    [](const auto& info) {
-        return std::string(kDeletionNames[static_cast<int>(std::get<1>(info.param))]) + "While" +
-               kStateNames[static_cast<int>(std::get<0>(info.param))];
+    [](const auto& test) {
+        return std::string(kDeletionNames[static_cast<int>(std::get<1>(test.param))]) + "While" +
+               kStateNames[static_cast<int>(std::get<0>(test.param))];
     });
