@@ -4,6 +4,7 @@
 #include "timeline/TrackCtrl.h"
 
 #include <algorithm>
+#include <typeinfo>
 #include <unordered_set>
 
 namespace {
@@ -42,8 +43,8 @@ bool CTrackCtrl::AddKeyView(CTrackKey* view, bool redraw, bool existing, bool no
         view->ApplyKeyParams(timeline->GetKeyParams(kind));
     }
     keys.Insert(view);
-    if (const auto* bar = dynamic_cast<const CNullTimeTrackKey*>(view)) {
-        widestHit = std::max(widestHit, bar->width);
+    if (typeid(*view) == typeid(CNullTimeTrackKey)) {
+        widestHit = std::max(widestHit, static_cast<const CNullTimeTrackKey*>(view)->width);
     }
     if (!existing && track != nullptr) {
         track->AddKey(&record);

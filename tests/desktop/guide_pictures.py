@@ -1,0 +1,79 @@
+#!/usr/bin/env python3
+"""Makes the pictures of the scenario window for the user guide.
+
+    python3 tests/desktop/guide_pictures.py --stage build/release/bin/stage --level examples/harbour/harbour.level
+"""
+
+import argparse
+import shutil
+import tempfile
+import time
+from pathlib import Path
+
+from check_desktop import at, film_opens, panel_opens, rows, ruler, scenario, scenario_opens_docked
+from desktop import Desktop
+
+HOVER_SECONDS = 0.9  # the popup comes after half a second
+CAMERA_ROW = 2  # behind the level and the sun
+
+
+def row(desktop, order):
+    """The row at that place from the top."""
+    return rows(desktop.look())[order]["rect"]
+
+
+def unfold(desktop, order):
+    desktop.click(rows(desktop.look())[order]["children"][0]["rect"])
+    time.sleep(0.3)
+
+
+def frame(desktop):
+    return scenario(desktop.look())["frame"]
+
+
+def make(desktop, images):
+    panel_opens(desktop)
+    film_opens(desktop)
+    scenario_opens_docked(desktop)
+    x, y, width, _ = frame(desktop)
+    desktop.drag((x + width / 2, y - 3), (x + width / 2, y - 190))
+    time.sleep(0.5)
+    desktop.picture("folded")
+    unfold(desktop, CAMERA_ROW)
+    unfold(desktop, 0)
+    desktop.drag(at(ruler(desktop), 0.1), at(ruler(desktop), 0.62))
+    desktop.move(x + width / 2, y + 12)
+    shutil.copy(desktop.picture("unfolded", frame(desktop)), images / "scenario.png")
+    key = row(desktop, 1)
+    desktop.move(at(ruler(desktop), 0.37)[0], key[1] + key[3] / 2)
+    time.sleep(HOVER_SECONDS)
+    shutil.copy(desktop.picture("hover", frame(desktop)), images / "scenario_key.png")
+    desktop.move(key[0] + 80, key[1] + key[3] / 2)
+    desktop.x("click", 3)
+    time.sleep(0.5)
+    desktop.picture("row_menu")
+    desktop.key("Escape")
+    desktop.click(ruler(desktop))
+    desktop.key("space")
+    time.sleep(1.5)
+    desktop.picture("playing")
+    desktop.key("space")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--stage", required=True)
+    parser.add_argument("--level", required=True)
+    parser.add_argument("--images", default="docs/images", help="where the pictures of the guide go")
+    parser.add_argument("--screenshots", default="out/guide", help="where all pictures go")
+    arguments = parser.parse_args()
+    with tempfile.TemporaryDirectory(prefix="films_guide_") as work:
+        copy = Path(work) / "level"
+        shutil.copytree(Path(arguments.level).parent, copy)
+        with Desktop(Path(arguments.stage).resolve(), copy / Path(arguments.level).name, work,
+                     arguments.screenshots) as desktop:
+            make(desktop, Path(arguments.images))
+
+
+if __name__ == "__main__":
+    main()
