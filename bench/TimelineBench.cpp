@@ -82,7 +82,8 @@ void BareShow(benchmark::State& state, Case size) {
         const auto start = Clock::now();
         for (std::size_t i = 0; i < rows; ++i) {
             auto row = std::make_unique<CTrackCtrl>();
-            row->Create(nullptr, nullptr, WS_CHILD, CRect(10, 10, 20, 20), timeline.control.get(), 55);
+            row->CGridCtrl::Create(nullptr, nullptr, WS_CHILD, CRect(10, 10, 20, 20), timeline.control.get(),
+                                   55);
             made.push_back(std::move(row));
         }
         for (CFilmTrack* track : timeline.film.tracks) {

@@ -32,7 +32,6 @@ TIMES = [
     ("PaintLabels/whole", 4000.0),
     ("PaintLabels/shortened", 4000.0),
     ("PaintLabels/too_narrow", 8000.0),
-    ("ShowFilm/600rows_300k", 60000.0),
     ("ScrollRow/M", 1000.0),
     ("MoveCursor/M", 1000.0),
     ("MouseMove_GetKeyAt/M", 5.0),

@@ -32,9 +32,18 @@ CTrackCtrl::~CTrackCtrl() {
 BOOL CTrackCtrl::Create(const char* className, const char* windowName, DWORD style, const CRect& rect,
                         CWnd* parentWnd, UINT id, CCreateContext* context) {
     if (CGridCtrl::Create(className, windowName, style, rect, parentWnd, id, context)) {
-        expandButton.Create("+", WS_CHILD, CRect(0, 0, 10, 10), this, 0);
+        const TimelineContext* timeline = TimelineOf(this);
+        // Of the thousands of rows of a film that opens, few ever show their button: those make it as they
+        // paint.
+        if (timeline == nullptr || !timeline->IsRebuilding()) {
+            CreateButton();
+        }
     }
     return 1; // Required: also without a window.
+}
+
+void CTrackCtrl::CreateButton() {
+    expandButton.Create(std::string(1, buttonSign).c_str(), WS_CHILD, CRect(0, 0, 10, 10), this, 0);
 }
 
 void CTrackCtrl::SetTimeRange(float a, float b) {

@@ -132,6 +132,7 @@ private:
     COLORREF GetNameColor() const;
     void PaintLines(CDC& dc, const CRect& area, const TimelineContext& timeline) const;
     void PaintLine(CDC& dc, const CRect& area, float time) const;
+    void CreateButton();
     void PlaceButton(const CRect& client);
     void SetButtonSign(char sign);
 

@@ -236,7 +236,10 @@ void CTrackCtrl::PaintLine(CDC& dc, const CRect& area, float time) const {
 /// Touches the button only where something differs: a repaint must not cause the next.
 void CTrackCtrl::PlaceButton(const CRect& client) {
     if (expandButton.GetSafeHwnd() == nullptr) {
-        return;
+        if (!IsRoot()) {
+            return;
+        }
+        CreateButton();
     }
     const bool shown = (expandButton.GetStyle() & WS_VISIBLE) != 0;
     if (!IsRoot()) {

@@ -243,6 +243,23 @@ TEST_F(MainCtrlShowFilmTest, AnotherFilmTakesTheKeyOutOfTheAttributesWindow) {
     plugin.keyAttributesDlg.reset();
 }
 
+TEST_F(MainCtrlShowFilmTest, ARootRowHasItsButtonOnceItIsPainted) {
+    OpenFilmWithActors(40);
+    Settle();
+    CTrackCtrl* shown = RowOf("Actor100");
+    EXPECT_TRUE(shown->expandButton.IsWindowVisible());
+    EXPECT_EQ(shown->expandButton.GetWindowText(), "+");
+    CTrackCtrl* below = RowOf("Actor139");
+    EXPECT_EQ(below->expandButton.GetSafeHwnd(), nullptr);
+    below->ToggleExpanded();
+    control->topRow = below;
+    control->RebuildVisibleRows(true, nullptr);
+    Settle();
+    EXPECT_TRUE(below->expandButton.IsWindowVisible());
+    EXPECT_EQ(below->expandButton.GetWindowText(), "-");
+    EXPECT_EQ(RowOf("Actor139", KeyKind::Position)->expandButton.GetSafeHwnd(), nullptr);
+}
+
 TEST_F(MainCtrlShowFilmTest, ManyFilmsOneAfterTheOther) {
     std::vector<IFilm*> films;
     for (int i = 0; i < IFilmManager::kFilms; ++i) {
