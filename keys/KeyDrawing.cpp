@@ -2,6 +2,15 @@
 
 #include "framework/Constants.h"
 
+CFont& TimelineFont() {
+    constexpr int kTenthsOfPoint = 80;
+    static CFont font;
+    if (font.face.empty()) {
+        font.CreatePointFont(kTenthsOfPoint, "Arial");
+    }
+    return font;
+}
+
 void DrawKeyOutline(CDC& dc, const CRect& rect, const CRect* clip) {
     constexpr int kGrow = 5;
     CRect frame = rect;

@@ -1,19 +1,9 @@
 #pragma once
 
-#include "framework/DC.h"
+#include "framework/SelectionScope.h"
 
-/// Gives the surface another pen, brush or font and puts the old one back at the end of the scope.
-template <class Object> class SelectionScope {
-public:
-    SelectionScope(CDC& surface, Object& object) : dc(surface), old(surface.SelectObject(&object)) {}
-    ~SelectionScope() { dc.SelectObject(old); }
-    SelectionScope(const SelectionScope&) = delete;
-    SelectionScope& operator=(const SelectionScope&) = delete;
-
-private:
-    CDC& dc;
-    Object* old;
-};
+/// "Arial" of 8 points: the font of everything that rows and small windows write. Shared, made at first use.
+CFont& TimelineFont();
 
 /// Marks a key that follows the mouse: a frame of the selected pen, 5 pixels around the rect, cut to the clip
 /// if there is one.

@@ -33,17 +33,8 @@ const std::string* LabelOf(const IFilmKey& record) {
     }
 }
 
-CFont& LabelFont() {
-    constexpr int kTenthsOfPoint = 80;
-    static CFont font;
-    if (font.face.empty()) {
-        font.CreatePointFont(kTenthsOfPoint, "Arial");
-    }
-    return font;
-}
-
 void DrawLabel(CDC& dc, const std::string& text, const CRect& box) {
-    SelectionScope<CFont> font(dc, LabelFont());
+    SelectionScope<CFont> font(dc, TimelineFont());
     const int oldMode = dc.SetBkMode(TRANSPARENT);
     dc.DrawText(text, box, DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_PATH_ELLIPSIS);
     dc.SetBkMode(oldMode);

@@ -1,7 +1,7 @@
 #include "timeline/AdvWnd.h"
 
+#include "framework/SelectionScope.h"
 #include "plugin/PluginResources.h"
-#include "timeline/GdiScope.h"
 
 IMPLEMENT_DYNCREATE(CadvWnd, CWnd)
 
@@ -136,7 +136,7 @@ void CadvWnd::OnPaint() {
     }
     CDC memory;
     memory.CreateCompatibleDC(&dc);
-    const GdiScope<CBitmap> target(&memory, bitmap);
+    const SelectionScope<CBitmap> target(memory, *bitmap);
     if (contentsChanged != 0) {
         memory.SelectStockObject(BLACK_PEN);
         InternalRedrawBG(&memory, client);

@@ -1,7 +1,7 @@
 #include "timeline/Arrow.h"
 
 #include "framework/Constants.h"
-#include "timeline/GdiScope.h"
+#include "framework/SelectionScope.h"
 
 std::array<CPoint, 8> ArrowPoints(const CRect& rect, bool pointsUp) {
     const auto [l, t, r, b] = rect;
@@ -20,8 +20,8 @@ std::array<CPoint, 8> ArrowPoints(const CRect& rect, bool pointsUp) {
 void DrawArrow(CDC* dc, const CRect& rect, bool pointsUp, COLORREF color) {
     CPen pen(PS_SOLID, 0, 0);
     CBrush brush(color);
-    const GdiScope<CPen> penScope(dc, &pen);
-    const GdiScope<CBrush> brushScope(dc, &brush);
+    const SelectionScope<CPen> penScope(*dc, pen);
+    const SelectionScope<CBrush> brushScope(*dc, brush);
     const std::array<CPoint, 8> points = ArrowPoints(rect, pointsUp);
     dc->Polygon(points.data(), static_cast<int>(points.size()));
 }

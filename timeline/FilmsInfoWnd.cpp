@@ -1,9 +1,9 @@
 #include "timeline/FilmsInfoWnd.h"
 
 #include "framework/PaintDC.h"
+#include "keys/KeyDrawing.h"
 #include "keys/Pixels.h"
 #include "plugin/PluginImpl.h"
-#include "timeline/GdiScope.h"
 #include "timeline/GridCtrl.h"
 #include "timeline/TimelineContext.h"
 
@@ -13,8 +13,7 @@ END_MESSAGE_MAP()
 
 namespace {
 
-constexpr int kMargin = 2;    // pixels
-constexpr int kFontSize = 80; // tenths of a point
+constexpr int kMargin = 2; // pixels
 
 std::string TimeText(float time) {
     std::string text;
@@ -40,12 +39,10 @@ void CFilmsInfoWnd::OnPaint() {
     GetClientRect(&client);
     CPen pen(PS_SOLID, 0, 0);
     CBrush brush(CGridCtrl::kBackground);
-    CFont font;
-    font.CreatePointFont(kFontSize, "Arial");
-    const GdiScope<CPen> penScope(&dc, &pen);
-    const GdiScope<CBrush> brushScope(&dc, &brush);
+    const SelectionScope<CPen> penScope(dc, pen);
+    const SelectionScope<CBrush> brushScope(dc, brush);
     dc.Rectangle(client);
-    const GdiScope<CFont> fontScope(&dc, &font);
+    const SelectionScope<CFont> fontScope(dc, TimelineFont());
     const std::string film = FilmLine(timeline->currentTime);
     dc.TextOut(kMargin, kMargin, film);
     const int height = dc.GetTextExtent(film).cy;

@@ -1,6 +1,7 @@
 #include "timeline/FilmsMainCtrl.h"
 
 #include "framework/PaintDC.h"
+#include "framework/SelectionScope.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
 
@@ -144,11 +145,9 @@ void CFilmsMainCtrl::OnPaint() {
     GetClientRect(&client);
     CPen pen(PS_SOLID, 0, 0);
     CBrush brush(0xFFFFFF);
-    CPen* oldPen = dc.SelectObject(&pen);
-    CBrush* oldBrush = dc.SelectObject(&brush);
+    const SelectionScope<CPen> penScope(dc, pen);
+    const SelectionScope<CBrush> brushScope(dc, brush);
     dc.Rectangle(client);
-    dc.SelectObject(oldBrush);
-    dc.SelectObject(oldPen);
     const std::pair<CWnd*, BOOL> windows[] = {
         {hScroll, TRUE}, {vScroll, TRUE}, {grid, TRUE}, {infoWnd, FALSE}};
     for (const auto& [window, erase] : windows) {

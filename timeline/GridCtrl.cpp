@@ -1,6 +1,6 @@
 #include "timeline/GridCtrl.h"
 
-#include "timeline/GdiScope.h"
+#include "framework/SelectionScope.h"
 #include "timeline/TicLayout.h"
 
 #include <algorithm>
@@ -70,7 +70,7 @@ void CGridCtrl::DrawGrid(CDC* dc, const CRect& rect, int labelDistance) {
         return;
     }
     CPen pen(PS_SOLID, 0, 0);
-    const GdiScope<CPen> selected(dc, &pen);
+    const SelectionScope<CPen> selected(*dc, pen);
     CRect inner = rect;
     inner.DeflateRect(1, 1);
     const TicRows rows = TicRowsOf(alignment, inner.top, inner.bottom);

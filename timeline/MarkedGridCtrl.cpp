@@ -1,8 +1,8 @@
 #include "timeline/MarkedGridCtrl.h"
 
+#include "framework/SelectionScope.h"
 #include "keys/Pixels.h"
 #include "timeline/Arrow.h"
-#include "timeline/GdiScope.h"
 #include "timeline/TimelineContext.h"
 
 #include <cmath>
@@ -134,8 +134,8 @@ void CMarkedGridCtrl::OnPaint() {
     {
         CPen pen(PS_SOLID, 0, 0);
         CBrush brush(kBackground);
-        const GdiScope<CPen> penScope(&dc, &pen);
-        const GdiScope<CBrush> brushScope(&dc, &brush);
+        const SelectionScope<CPen> penScope(dc, pen);
+        const SelectionScope<CBrush> brushScope(dc, brush);
         dc.Rectangle(client);
     }
     DrawGrid(&dc, client, labelDistance);

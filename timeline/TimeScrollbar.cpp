@@ -1,7 +1,7 @@
 #include "timeline/TimeScrollbar.h"
 
+#include "framework/SelectionScope.h"
 #include "keys/Pixels.h"
-#include "timeline/GdiScope.h"
 #include "timeline/TimelineContext.h"
 
 #include <algorithm>
@@ -32,7 +32,7 @@ CRect BarRect(bool vertical, int from, int to, int acrossFrom, int acrossTo) {
 
 void DrawBox(CDC* dc, const CRect& rect, COLORREF color) {
     CBrush brush(color);
-    const GdiScope<CBrush> scope(dc, &brush);
+    const SelectionScope<CBrush> scope(*dc, brush);
     dc->Rectangle(rect);
 }
 
@@ -59,7 +59,7 @@ Triangle TriangleOf(const CRect& r, bool vertical, bool back) {
 void DrawBarArrow(CDC* dc, const CRect& rect, const Triangle& triangle) {
     DrawBox(dc, rect, kArrowBackColor);
     CBrush brush(kArrowColor);
-    const GdiScope<CBrush> scope(dc, &brush);
+    const SelectionScope<CBrush> scope(*dc, brush);
     dc->Polygon(triangle.data(), static_cast<int>(triangle.size()));
 }
 
@@ -125,7 +125,7 @@ void CTimeScrollbar::OnPaint() {
     CRect client;
     GetClientRect(&client);
     CPen pen(PS_SOLID, 0, 0);
-    const GdiScope<CPen> scope(&dc, &pen);
+    const SelectionScope<CPen> scope(dc, pen);
     DrawBox(&dc, client, kTrackColor);
     if (IsHorizontal() || IsVertical()) {
         DrawBarArrow(&dc, backArrowRect, TriangleOf(backArrowRect, IsVertical(), /*back*/ true));

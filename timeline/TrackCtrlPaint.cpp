@@ -25,15 +25,6 @@ constexpr COLORREF kVisualizedCamera = 0x008000;
 /// With fewer keys to draw, drawing all of them is quicker than looking for covered ones.
 constexpr std::size_t kManyKeys = 4000;
 
-CFont& NameFont() {
-    constexpr int kTenthsOfPoint = 80;
-    static CFont font;
-    if (font.face.empty()) {
-        font.CreatePointFont(kTenthsOfPoint, "Arial");
-    }
-    return font;
-}
-
 /// Lengths of a bar and of no key.
 constexpr std::int64_t kFixedWidth = -1;
 constexpr std::int64_t kNoBox = -2;
@@ -103,7 +94,7 @@ void CTrackCtrl::OnPaint() {
     }
     const CRect area(areaLeft, client.top, client.right, client.bottom);
     {
-        const SelectionScope<CFont> font(dc, NameFont());
+        const SelectionScope<CFont> font(dc, TimelineFont());
         DrawGrid(&dc, area, /*labelDistance*/ -1);
         pixelsPerSecond = static_cast<float>(area.Width() / (static_cast<double>(viewEnd) - viewStart));
         PaintKeys(dc, area);
