@@ -65,19 +65,19 @@ def main():
     with open(sys.argv[1], encoding="utf-8") as file:
         times, counters = medians(json.load(file)["benchmarks"])
     failed = False
-    print(f"{'benchmark':24}{'us':>12}{'against':>24}{'us':>12}{'ratio':>8}{'limit':>8}")
+    print(f"{'benchmark':28}{'us':>12}{'against':>30}{'us':>12}{'ratio':>8}{'limit':>8}")
     for name, against, limit in RATIOS:
         ratio = times[name] / times[against]
         failed = failed or ratio > limit
-        print(f"{name:24}{times[name] / 1e3:12.2f}{against:>24}{times[against] / 1e3:12.2f}"
+        print(f"{name:28}{times[name] / 1e3:12.2f}{against:>30}{times[against] / 1e3:12.2f}"
               f"{ratio:8.2f}{limit:8.2f}{'' if ratio <= limit else '  OVER'}")
     for name, counter, limit in COUNTERS:
         failed = failed or counters[name] > limit
-        print(f"{name + ' ' + counter:24}{counters[name]:12.1f}{'':44}{limit:8.1f}"
+        print(f"{name + ' ' + counter:28}{counters[name]:12.1f}{'':50}{limit:8.1f}"
               f"{'' if counters[name] <= limit else '  OVER'}")
     for name, limit in TIMES:
         failed = failed or times[name] / 1e3 > limit
-        print(f"{name:24}{times[name] / 1e3:12.2f}{'':44}{limit:8.1f}"
+        print(f"{name:28}{times[name] / 1e3:12.2f}{'':50}{limit:8.1f}"
               f"{'' if times[name] / 1e3 <= limit else '  OVER'}")
     return 1 if failed else 0
 
