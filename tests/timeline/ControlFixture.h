@@ -42,6 +42,8 @@ protected:
     /// An opened film of 10 seconds with so many actors, their root rows folded.
     IFilm* OpenFilmWithActors(int count);
     CRect PlaceOf(const CWnd* child) const;
+    /// Whatever the control and its rows point at is one of the rows and views that it has.
+    void ExpectNothingDangles() const;
     /// Lets the windows paint and their timers run.
     static void Settle(int milliseconds = 0);
 

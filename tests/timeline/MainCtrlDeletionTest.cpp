@@ -143,37 +143,6 @@ protected:
         }
     }
 
-    void ExpectNothingDangles() {
-        std::vector<const CTrackKey*> views{nullptr};
-        std::vector<const CTrackCtrl*> rows{nullptr};
-        for (const CTrackCtrl* shown : control->tracks) {
-            rows.push_back(shown);
-            views.insert(views.end(), shown->keys.begin(), shown->keys.end());
-        }
-        const auto lives = [](const auto& all, const auto* one) {
-            return std::ranges::find(all, one) != all.end();
-        };
-        for (const CTrackKey* selected : control->selectedKeys) {
-            EXPECT_TRUE(lives(views, selected));
-        }
-        EXPECT_TRUE(lives(views, control->hoverKey));
-        EXPECT_TRUE(lives(views, control->menuKey));
-        EXPECT_TRUE(lives(views, control->activeKey));
-        EXPECT_TRUE(lives(views, CurrentKey()));
-        EXPECT_TRUE(lives(rows, control->menuRow));
-        EXPECT_TRUE(lives(rows, control->topRow));
-        for (const CTrackCtrl* shown : control->visibleTracks) {
-            EXPECT_TRUE(lives(rows, shown));
-        }
-        for (const CTrackCtrl* shown : control->tracks) {
-            EXPECT_TRUE(lives(views, shown->dragKey));
-            EXPECT_TRUE(lives(rows, shown->parent));
-            for (const CTrackCtrl* child : shown->children) {
-                EXPECT_TRUE(lives(rows, child));
-            }
-        }
-    }
-
     std::uint32_t clock = 0;
     IFilm* film = nullptr;
     EditorObject* light = nullptr;
