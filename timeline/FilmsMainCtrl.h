@@ -197,8 +197,6 @@ private:
     void OnMenuValidate();
     void OnMenuChangeActor();
 
-    static constexpr int kAnySubIndex = -2;
-
     std::vector<CTrackCtrl*> detachedRows;                ///< made, but in no list any more; owned
     std::shared_ptr<int> life = std::make_shared<int>(0); ///< ends with the control
     unsigned showGeneration = 0;                          ///< counts calls of ShowFilm

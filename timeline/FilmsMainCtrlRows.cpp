@@ -332,8 +332,8 @@ CTrackCtrl* CFilmsMainCtrl::FindRowOfKey(const IFilmKey* record) const {
         return nullptr;
     }
     // Required: for an animation key the first animation row, whatever its element.
-    const int index =
-        record->kind == KeyKind::Camera ? static_cast<const CFilmCameraKey*>(record)->priority : kAnySubIndex;
+    const int index = record->kind == KeyKind::Camera ? static_cast<const CFilmCameraKey*>(record)->priority
+                                                      : CTrackCtrl::kAnySubIndex;
     return (*row)->FindChild(record->kind, index);
 }
 

@@ -13,9 +13,6 @@
 
 namespace {
 
-/// Camera keys from this priority on never show, so they need no row.
-constexpr int kCameraRowLimit = 2000;
-
 /// One more than the highest camera index among the track's keys, at least 1; 0 where there are no camera
 /// rows.
 int CountCameraRows(CFilmTrack* track) {
@@ -28,7 +25,7 @@ int CountCameraRows(CFilmTrack* track) {
             highest = std::max(highest, static_cast<const CFilmCameraKey*>(key)->priority);
         }
     }
-    return std::min(highest, kCameraRowLimit - 1) + 1;
+    return std::min(highest, CTrackCtrl::kMaxCameraRows - 1) + 1;
 }
 
 std::unique_ptr<CTrackKey> MakeView(IFilmKey* record) {

@@ -158,9 +158,7 @@ void CFilmsMainCtrl::SetCurrentTime(float time, bool redraw) {
     MoveCursor(time);
     if (redraw) {
         RepaintRows();
-        if (infoWnd != nullptr) {
-            infoWnd->Invalidate(FALSE);
-        }
+        InvalidateInfo();
     }
 }
 

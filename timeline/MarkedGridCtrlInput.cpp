@@ -3,16 +3,6 @@
 
 // The ruler writes the time under the mouse as it is; rows write it snapped to a frame. Required.
 
-namespace {
-
-void InvalidateInfo(TimelineContext& timeline) {
-    if (timeline.infoWnd != nullptr) {
-        timeline.infoWnd->Invalidate(FALSE);
-    }
-}
-
-} // namespace
-
 void CMarkedGridCtrl::MoveCursor(TimelineContext& timeline, float time) {
     cursorMark->time = time;
     timeline.SetCurrentFrame(time, /*redraw*/ true);
@@ -34,7 +24,7 @@ void CMarkedGridCtrl::OnLButtonDown(UINT flags, int x, int y) {
     const float time = TimeFromPoint(point);
     const HWND self = GetSafeHwnd();
     timeline->mouseTime = time;
-    InvalidateInfo(*timeline);
+    timeline->InvalidateInfo();
     pressed = true;
     if ((flags & MK_SHIFT) != 0) {
         if (CMark* mark = FindMark(&point)) {
@@ -70,7 +60,7 @@ void CMarkedGridCtrl::OnMouseMove(UINT flags, int x, int y) {
         dragMark->time = time;
     }
     if (IsWindow(self)) {
-        InvalidateInfo(*timeline);
+        timeline->InvalidateInfo();
     }
 }
 

@@ -57,6 +57,13 @@ public:
     virtual void OnPageBack(CTimeScrollbar* bar) = 0;
     virtual void OnThumbTrack(CTimeScrollbar* bar, float position) = 0;
 
+    /// The corner shows another time.
+    void InvalidateInfo() const {
+        if (infoWnd != nullptr) {
+            infoWnd->Invalidate(FALSE);
+        }
+    }
+
     int leftWidth = 150;      ///< pixels of the name column
     float currentTime = 0.0f; ///< seconds, of the cursor
     float mouseTime = 0.0f;   ///< seconds; written by whoever has the mouse; where a new key goes

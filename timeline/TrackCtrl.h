@@ -22,6 +22,11 @@ class CTrackCtrl : public CGridCtrl {
     DECLARE_MESSAGE_MAP()
 
 public:
+    /// Matches every row in FindChild.
+    static constexpr int kAnySubIndex = -2;
+    /// Camera keys from this priority on are never in force, so they need no row.
+    static constexpr int kMaxCameraRows = 2000;
+
     CTrackCtrl();
     /// Deletes the views; their records stay with the host.
     ~CTrackCtrl() override;
@@ -49,7 +54,7 @@ public:
     CTrackKey* FindKeyView(const CTrackKey* view, bool byValue) const;
 
     // The tree.
-    /// A subIndex of -2 matches any.
+    /// kAnySubIndex matches any.
     CTrackCtrl* FindChild(int childKind, int childSubIndex) const;
     bool HasChildNamed(const std::string& childName) const;
     CTrackCtrl* FindLastAnimationRow();

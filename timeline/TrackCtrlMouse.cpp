@@ -6,12 +6,6 @@
 
 namespace {
 
-void InvalidateInfo(const TimelineContext& timeline) {
-    if (timeline.infoWnd != nullptr) {
-        timeline.infoWnd->Invalidate(FALSE);
-    }
-}
-
 bool IsCtrlDown() {
     constexpr int kHighByte = 0xFF00;
     return (GetKeyState(VK_CONTROL) & kHighByte) != 0;
@@ -135,7 +129,7 @@ void CTrackCtrl::OnMouseMove(UINT /*flags*/, int x, int y) {
     const CPoint point(x, y);
     timeline->mouseTime =
         static_cast<float>(GetPlugin().SnapToFrame(static_cast<float>(TimeFromPoint(&point))));
-    InvalidateInfo(*timeline);
+    timeline->InvalidateInfo();
     if (dragKey != nullptr) {
         lastPoint = point;
     } else if (timeline->keyDescrWnd != nullptr) {

@@ -12,11 +12,8 @@
 
 namespace {
 
-constexpr int kAnySubIndex = -2;
 /// Mesh elements of this type are bones and nodes.
 constexpr int kNodeElement = 1;
-/// Priorities from here on are never in force, so they need no rows.
-constexpr int kMaxCameraRows = 2000;
 
 constexpr std::array kLevelRows{KeyKind::Sound,      KeyKind::JavaMethod, KeyKind::Flags,
                                 KeyKind::FxSequence, KeyKind::FxParticle, KeyKind::FxTrace,
