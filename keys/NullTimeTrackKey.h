@@ -10,6 +10,10 @@ public:
     void Draw(CDC* dc, int x, int y, float pixelsPerSecond, const CRect* clip, bool outline) override;
     bool HitTime(float mouseTime, float secondsPerPixel) const override;
     void OnDoubleClick() override;
+    void OnLButtonDown(int x, int y, float pixelsPerSecond, CPoint point, float pressTime) override;
+    void OnMouseMove(UINT flags, float mouseTime, CTrackCtrl* row) override;
+    /// Whether the whole group of marked keys stays on the axis when this key goes to `target`.
+    bool CheckGroupMove(const CTrackCtrl* row, float target) const;
     void OnLButtonUp() override { dragging = false; }
     bool CopyFrom(const CTrackKey* other, bool copyTime) override;
     bool Equals(const CTrackKey* other, bool compareTime) const override;

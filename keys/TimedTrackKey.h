@@ -16,6 +16,8 @@ public:
     float GetDuration() const override { return duration; }
     void Draw(CDC* dc, int x, int y, float pixelsPerSecond, const CRect* clip, bool outline) override;
     bool HitTime(float mouseTime, float secondsPerPixel) const override;
+    void OnLButtonDown(int x, int y, float pixelsPerSecond, CPoint point, float pressTime) override;
+    void OnMouseMove(UINT flags, float mouseTime, CTrackCtrl* row) override;
     void OnLButtonUp() override { dragMode = kDragNone; }
     bool CopyFrom(const CTrackKey* other, bool copyTime) override;
     bool Equals(const CTrackKey* other, bool compareTime) const override;

@@ -38,6 +38,8 @@ public:
     /// x, y: left top of the key in the row; point: the press in the row; pressTime: the time under it.
     virtual void OnLButtonDown(int x, int y, float pixelsPerSecond, CPoint point, float pressTime);
     virtual void OnLButtonUp() = 0;
+    /// A drag step: `mouseTime` is the time under the mouse, snapped to a frame; `row` the row that drags.
+    virtual void OnMouseMove(UINT flags, float mouseTime, CTrackCtrl* row) = 0;
     /// `other` must be of the same class.
     virtual bool CopyFrom(const CTrackKey* other, bool copyTime);
     virtual bool Equals(const CTrackKey* other, bool compareTime) const;

@@ -79,6 +79,7 @@ public:
 
     // Key parameters and their file.
     const KeyKindParams* GetKeyParams(int kind) const override;
+    CTrackKey* CreateKeyView(int kind) override;
     bool LoadKeysParams(const char* path, KeyKindParamsTable* records);
     bool SaveKeysParams(const std::string& path);
     void LoadDefaultKeysParams(KeyKindParamsTable* records);
@@ -101,7 +102,7 @@ public:
     // Actors.
     bool IsChangingActor() const override { return changingActor; }
     bool ChangeActor() override;
-    void ClearUndo() override {}
+    void ClearUndo() override { undoMgr.Clear(); }
     IAttachDialog* GetAttachDialog() override { return nullptr; }
 
     void ForgetView(CTrackKey* view) override;

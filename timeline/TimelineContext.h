@@ -1,8 +1,10 @@
 #pragma once
 
 #include "framework/Wnd.h"
+#include "helpers/FilmKeyDuplicator.h"
 #include "keys/KeyKindParams.h"
 #include "plugin/contract/Film.h"
+#include "undo/FilmsUndoMgr.h"
 
 #include <string>
 #include <vector>
@@ -40,6 +42,9 @@ public:
     virtual void ShowKeyDescription(CTrackKey* key) = 0;
     /// Null outside 0 to 19.
     virtual const KeyKindParams* GetKeyParams(int kind) const = 0;
+    /// A view that is in no row, with a new record of this kind; a timed one 5 seconds long. The caller owns
+    /// both. Null for other kinds and without a level.
+    virtual CTrackKey* CreateKeyView(int kind) = 0;
     /// A view that is about to be deleted: every holder lets go of it.
     virtual void ForgetView(CTrackKey* view) = 0;
     /// A row that is about to be deleted: every holder lets go of it.
@@ -76,6 +81,8 @@ public:
     CMarkedGridCtrl* grid = nullptr;      ///< the ruler
     CWnd* infoWnd = nullptr;              ///< invalidated at each mouse move and cursor change
     CWnd* keyDescrWnd = nullptr;          ///< a row offers a hover only if it exists
+    CFilmKeyDuplicator keyDuplicator{this};
+    CFilmsUndoMgr undoMgr{this};
 };
 
 /// Names a row across a rebuild.

@@ -93,6 +93,25 @@ public:
     void ShiftKeysNear(float from, float to);
     /// The nearest key at or after a time (or at or before it); one that stands at the time is passed over.
     CTrackKey* FindNearestKey(float time, bool after) const;
+    /// Where an edge of the key may lie next: `ref` is the dragged edge now, `forward` the way the mouse
+    /// goes, `free` whether it follows the mouse by frames and not by tics.
+    float SnapTime(CTrackKey* key, float ref, bool forward, bool free) const;
+    /// The gap around the key; both are left alone for a key that may overlap.
+    void GetKeyLimits(const CTrackKey* key, float& lo, float& hi) const;
+    CTrackKey* KeyAtTime(float time) const;
+    bool IsTimeFree(const CTrackKey* key, float time) const;
+    /// IsTimeFree, and a timed key is shortened so that it ends before the next.
+    bool CanPlaceKey(CTrackKey* key, float time) const;
+    /// Fits a proposed start and duration between the other keys; false if they can't be taken at all.
+    bool FitTimedKey(CTrackKey* key, float time, float& start, float& duration, float oldDuration) const;
+    /// An interval of `from` seconds from `time` on becomes `to` seconds long. Works on the records of this
+    /// row's kind; the caller shows the film again.
+    void AdjustKeys(float time, float from, float to);
+    /// Writes position, rotation and scale keys for an object that was moved from the old to the new world
+    /// matrix.
+    void WriteTransformKeys(float time, const float* newMatrix, const float* oldMatrix);
+    /// The mesh element of the current animation key was chosen anew; false if there is none to change.
+    bool SetCurrentKeyElement(const std::string& element, const EditorObject* object);
     /// Copies the row menu resource `source` into the menu and takes out what this row doesn't offer.
     void FillRowMenu(CMenu* menu, CMenu* source);
 

@@ -203,3 +203,7 @@ void CTrackCtrl::ShiftKeysNear(float from, float to) {
         }
     }
 }
+
+bool CTrackCtrl::SetCurrentKeyElement(const std::string& /*element*/, const EditorObject* /*object*/) {
+    return false;
+}

@@ -85,6 +85,10 @@ const KeyKindParams* FakeTimeline::GetKeyParams(int kind) const {
     return kind >= 0 && kind < KeyKind::FilterCount ? &keyParams[static_cast<std::size_t>(kind)] : nullptr;
 }
 
+CTrackKey* FakeTimeline::CreateKeyView(int /*kind*/) {
+    return nullptr;
+}
+
 void FakeTimeline::ForgetView(CTrackKey* view) {
     forgottenViews.push_back(view);
     std::erase(selectedKeys, view);

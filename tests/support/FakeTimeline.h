@@ -24,6 +24,7 @@ public:
     void ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* key) override;
     void ShowKeyDescription(CTrackKey* key) override;
     const KeyKindParams* GetKeyParams(int kind) const override;
+    CTrackKey* CreateKeyView(int kind) override;
     void ForgetView(CTrackKey* view) override;
     void ForgetRow(CTrackCtrl* row) override;
     bool IsRebuilding() const override { return rebuilding; }

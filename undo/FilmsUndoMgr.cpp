@@ -1,0 +1,54 @@
+#include "undo/FilmsUndoMgr.h"
+
+#include "undo/KeyActions.h"
+
+#include <algorithm>
+
+CFilmsUndoMgr::~CFilmsUndoMgr() {
+    Clear();
+}
+
+CFilmsUndoAction* CFilmsUndoMgr::CreateAction(int code) {
+    switch (code) {
+    case UndoCode::AddKey:
+        return new CFUAAddKey;
+    case UndoCode::DeleteKey:
+        return new CFUADeleteKey;
+    case UndoCode::ChangeSize:
+        return new CFUAChangeSize;
+    case UndoCode::CloneKey:
+        return new CFUACloneKey;
+    case UndoCode::ChangeAttribs:
+        return new CFUAChangeAttribs;
+    default:
+        return nullptr;
+    }
+}
+
+bool CFilmsUndoMgr::Add(CFilmsUndoAction* action) {
+    if (action != nullptr) {
+        retired.push_back(action);
+    }
+    return false;
+}
+
+bool CFilmsUndoMgr::Undo() {
+    return false;
+}
+
+void CFilmsUndoMgr::TruncateFrom(int index) {
+    const auto from = static_cast<std::size_t>(std::max(index, 0));
+    while (actions.size() > from) {
+        delete actions.back();
+        actions.pop_back();
+    }
+}
+
+void CFilmsUndoMgr::Clear() {
+    TruncateFrom(0);
+    position = -1;
+    for (CFilmsUndoAction* action : retired) {
+        delete action;
+    }
+    retired.clear();
+}
