@@ -88,6 +88,8 @@ public:
     void DeleteAllKeys(bool redraw);
     /// The track is going: the views go, their records are no longer looked at, and `track` becomes null.
     void DropTrack();
+    /// What the mouse holds here is let go without an edit: the row or the key is going.
+    void DropGesture();
     void SaveKeyTimes();
     void RestoreKeyTimes(bool keep);
     void ShiftKeysNear(float from, float to);
@@ -123,9 +125,9 @@ public:
     std::list<CTrackCtrl*> children; ///< owned by the main control
     CTrackCtrl* parent = nullptr;
     std::string name;
-    CTrackKey* dragKey = nullptr;
-    float dragDuration = 0.0f;
-    float dragTime = 0.0f;
+    CTrackKey* dragKey = nullptr; ///< what the mouse drags; may be a key of another row, or of none
+    float dragDuration = 0.0f;    ///< seconds, of dragKey at the press
+    float dragTime = 0.0f;        ///< seconds, likewise
     CFilmTrack* track = nullptr;
     bool visible = true;
     int subIndex = -1; ///< kind 0: the camera index; level root: the highest index given so far
@@ -137,6 +139,7 @@ protected:
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
     void OnPaint();
     void OnKeyDown(UINT key, UINT repeat, UINT flags);
+    void OnCaptureChanged(CWnd* next);
 
 private:
     friend class RowWatch;
@@ -151,6 +154,7 @@ private:
     int PaintFrame(CDC& dc, const CRect& client) const;
     void PaintKeys(CDC& dc, const CRect& area);
     void PaintKey(CDC& dc, CTrackKey& key, const CRect& area) const;
+    void PaintGhost(CDC& dc, const CRect& area) const;
     void DropCoveredKeys(std::vector<CTrackKey*>& shown, const CRect& area) const;
     void PaintName(CDC& dc, const CRect& cell) const;
     COLORREF GetNameColor() const;
@@ -162,10 +166,17 @@ private:
 
     // Mouse.
     CTrackKey* FindGrippedKey(int x) const;
-    void PressKey(TimelineContext& timeline, CPoint point);
+    void PressKey(TimelineContext& timeline, CPoint point, UINT flags);
     void PressEmpty(TimelineContext& timeline, int x);
     void PressObject(EditorObject& object) const;
     void PressCamera() const;
+    void BeginDrag(CTrackKey& key);
+    void BeginClone(TimelineContext& timeline, CTrackKey& key);
+    void ReleaseKey(TimelineContext& timeline);
+    void ReleaseClone(TimelineContext& timeline);
+    void LoseGesture(TimelineContext& timeline);
+    void AskToDelete(CTrackKey* key);
+    void NoteNewSize(TimelineContext& timeline, CTrackKey* key);
 
     // The tree.
     void NameAfterKind();
@@ -179,6 +190,8 @@ private:
     bool AddToChild(CTrackKey* view, bool redraw, bool existing, bool noUndo);
     void FillNewRecord(IFilmKey& record) const;
     void ShowInEngine() const;
+    void NoteEdit(TimelineContext& timeline, int undoCode, CTrackKey* view);
+    bool CanPasteKey() const;
     void DropView(CTrackKey* view);
     void DropViews();
     void RemoveViews(const std::vector<CTrackKey*>& gone);
@@ -186,6 +199,7 @@ private:
     /// Of all rows' views: no view is hit more than half of this beside its time. Pixels.
     static int widestHit;
 
+    bool cloning = false;      ///< a clone of a key of this row hangs on the mouse
     RowWatch* watch = nullptr; ///< the newest of those that stand on the stack
     CRect buttonRect;          ///< where the button was put last
     char buttonSign = '+';
