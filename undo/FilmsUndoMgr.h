@@ -24,6 +24,8 @@ public:
     /// Destroys the recorded actions from `index` on; a negative index counts as 0.
     void TruncateFrom(int index);
     void Clear();
+    /// What was handed to Add since the last Clear, oldest first.
+    const std::vector<CFilmsUndoAction*>& Retired() const { return retired; }
 
     std::vector<CFilmsUndoAction*> actions; ///< oldest first; owned; empty as long as Add records nothing
     int position = -1;                      ///< of the present action in `actions`
