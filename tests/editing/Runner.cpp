@@ -5,14 +5,13 @@
 #include "tests/editing/Shrinker.h"
 #include "tests/editing/World.h"
 
-#include <array>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <fstream>
 #include <functional>
 #include <map>
 #include <QCoreApplication>
+#include <QDir>
 #include <QProcess>
 #include <QStringList>
 
@@ -101,47 +100,41 @@ Outcome RunReal(const std::vector<Step>& steps, Report& report) {
     return outcome;
 }
 
-/// What the last lines on the error stream tell of a crash.
+/// The line in which a sanitizer sums up what it found, which names the place; empty without one.
+std::string SanitizerSummary(const QByteArray& output) {
+    const auto begin = output.indexOf("SUMMARY: ");
+    const std::string line =
+        begin >= 0 ? output.mid(begin, output.indexOf('\n', begin) - begin).toStdString() : std::string();
+    return line.find("leaked in") != std::string::npos ? "leak" : line;
+}
+
 std::string CrashText(const QByteArray& output) {
-    const int at = static_cast<int>(output.indexOf("ERROR: "));
-    const int begin = at >= 0 ? at : static_cast<int>(output.indexOf("runtime error: "));
-    return output.mid(begin >= 0 ? begin : std::max<int>(0, static_cast<int>(output.size()) - 2000), 2000)
-        .toStdString();
+    constexpr int kShown = 4000;
+    const auto error = output.indexOf("ERROR: ");
+    const auto undefined = output.indexOf("runtime error: ");
+    const auto begin = error >= 0 ? error : undefined;
+    return begin >= 0 ? output.mid(begin, kShown).toStdString() : "no word";
 }
 
-/// Crashes of different places count as different faults: the first function of this system in the trace
-/// names them.
-std::string CrashKind(const QProcess& process, const std::string& text) {
-    const std::string how = process.exitStatus() == QProcess::CrashExit ? "crash" : "sanitizer";
-    const std::size_t error = text.find("AddressSanitizer: ");
-    const std::size_t end = text.find(' ', error + std::strlen("AddressSanitizer: "));
-    return error != std::string::npos ? how + ' ' + text.substr(error, end - error) : how;
-}
-
-void PrintFailure(const Outcome& outcome, const std::vector<Step>& script, const TempFolder& folder) {
-    static_cast<void>(folder);
-    const std::string path = QCoreApplication::applicationDirPath().toStdString() + "/editing_failure.script";
+std::string SavedScript(std::uint64_t seed, const std::vector<Step>& script) {
+    const std::string path =
+        QDir::current().filePath(QStringLiteral("editing_%1.script").arg(seed)).toStdString();
     WriteScript(path, script);
+    return path;
+}
+
+void PrintFailure(const Outcome& outcome, const std::vector<Step>& script, std::uint64_t seed) {
     std::printf("FAILED: %s: %s\n%zu steps remain:\n", outcome.kind.c_str(), outcome.text.c_str(),
                 script.size());
     for (const Step& step : script) {
         std::printf("  %s\n", ToText(step).c_str());
     }
     std::printf("Replay: %s --script %s\n", QCoreApplication::applicationFilePath().toStdString().c_str(),
-                path.c_str());
+                SavedScript(seed, script).c_str());
     std::fflush(stdout);
 }
 
 } // namespace
-
-Outcome RunHere(const std::vector<Step>& steps, const std::string& reportPath) {
-    Report report(reportPath);
-    Outcome outcome = RunReal(steps, report);
-    if (outcome.Failed()) {
-        report.Failed(outcome);
-    }
-    return outcome;
-}
 
 Outcome Children::Run(const std::vector<Step>& steps) const {
     const TempFolder folder;
@@ -161,7 +154,8 @@ Outcome Children::Run(const std::vector<Step>& steps) const {
     Outcome outcome = ReadReport(report);
     if (process.exitStatus() == QProcess::CrashExit || (process.exitCode() != 0 && outcome.kind.empty())) {
         outcome.text = CrashText(output);
-        outcome.kind = CrashKind(process, outcome.text);
+        const std::string summary = SanitizerSummary(output);
+        outcome.kind = summary.empty() ? "crash" : summary;
     }
     return outcome;
 }
@@ -186,7 +180,7 @@ bool RunManySteps(std::uint64_t seed, int steps) {
                         static_cast<unsigned long long>(seed), outcome.step, outcome.kind.c_str(),
                         outcome.text.c_str());
             std::fflush(stdout);
-            PrintFailure(outcome, children.ShrinkFailing(run, outcome), TempFolder());
+            PrintFailure(outcome, children.ShrinkFailing(run, outcome), seed);
             return false;
         }
     }

@@ -17,12 +17,8 @@ struct Outcome {
     bool Failed() const { return !kind.empty(); }
 };
 
-/// Carries the steps out in this process. Each step is noted in the report before it begins, so that it tells
-/// where a process died; an empty name for none.
-Outcome RunHere(const std::vector<Step>& steps, const std::string& reportPath);
-
-/// The same in a new process of this program: what crashes there, or is ended by a sanitizer, ends as an
-/// outcome.
+/// Carries steps out in a new process of this program: what crashes there, or is ended by a sanitizer, ends
+/// as an outcome.
 class Children {
 public:
     /// With `planted` the children check instead of all invariants only that no "undo" comes at any time

@@ -200,9 +200,10 @@ void World::AdjustTime(const Step& step) {
 
 void World::ChangeElement(const Step& step) {
     static const std::string elements[] = {"", "arm", "hand", "hip", "tail"};
-    if (CTrackCtrl* row = RowOf(step.numbers[0])) {
+    CTrackCtrl* row = RowOf(step.numbers[0]);
+    if (row != nullptr &&
+        row->SetCurrentKeyElement(elements[step.numbers[1] % 5], plugin.FindObjectByTrack(row->track))) {
         hidden.clear();
-        row->SetCurrentKeyElement(elements[step.numbers[1] % 5], plugin.FindObjectByTrack(row->track));
     }
 }
 
