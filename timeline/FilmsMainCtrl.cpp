@@ -41,6 +41,7 @@ CFilmsMainCtrl::CFilmsMainCtrl() {
 }
 
 CFilmsMainCtrl::~CFilmsMainCtrl() {
+    ClearUndo(); // now: what goes there tells this control
     delete hScroll;
     delete grid;
     delete vScroll;
@@ -163,6 +164,7 @@ void CFilmsMainCtrl::ForgetView(CTrackKey* view) {
         return;
     }
     std::erase(selectedKeys, view);
+    undoMgr.retired.Forget(view);
     if (CurrentKey() == view) {
         CurrentKey() = nullptr;
     }

@@ -26,9 +26,7 @@ CFilmsUndoAction* CFilmsUndoMgr::CreateAction(int code) {
 }
 
 bool CFilmsUndoMgr::Add(CFilmsUndoAction* action) {
-    if (action != nullptr) {
-        retired.push_back(action);
-    }
+    retired.KeepAction(action);
     return false;
 }
 
@@ -47,8 +45,5 @@ void CFilmsUndoMgr::TruncateFrom(int index) {
 void CFilmsUndoMgr::Clear() {
     TruncateFrom(0);
     position = -1;
-    for (CFilmsUndoAction* action : retired) {
-        delete action;
-    }
-    retired.clear();
+    retired.Clear();
 }
