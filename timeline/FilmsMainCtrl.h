@@ -160,6 +160,7 @@ private:
     void ShowTopRowInBar(bool newRange);
     std::unique_ptr<CTrackCtrl> MakeRow();
     void GrowRowBar(bool redraw);
+    static void RemoveCameraHelpers(CFilmTrack* track);
     void LeaveTrackOf(CTrackCtrl* row);
 
     IFilmKey* LeaveAttributesDialog(const IFilm* film);

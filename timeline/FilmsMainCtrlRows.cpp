@@ -246,11 +246,7 @@ void CFilmsMainCtrl::RemoveTrackCtrl(CTrackCtrl* row, bool redraw) {
     }
     RowHandle handle;
     GetTopRowHandle(handle);
-    IPluginImpl& plugin = GetPlugin();
-    if (AsCameraTrack(row->track) != nullptr && plugin.trackVisualizer != nullptr &&
-        plugin.trackVisualizer->GetRenderTrack() == row->track) {
-        plugin.SetVisualizedTrack(nullptr);
-    }
+    RemoveCameraHelpers(row->track);
     const std::list<CTrackCtrl*> children = row->children;
     for (CTrackCtrl* child : children) {
         RemoveTrackCtrl(child, /*redraw*/ false);
@@ -261,6 +257,18 @@ void CFilmsMainCtrl::RemoveTrackCtrl(CTrackCtrl* row, bool redraw) {
     row->DestroyWindow();
     delete row;
     RebuildVisibleRows(redraw, &handle);
+}
+
+/// The path and the objects of a camera that is about to go.
+void CFilmsMainCtrl::RemoveCameraHelpers(CFilmTrack* track) {
+    IPluginImpl& plugin = GetPlugin();
+    if (AsCameraTrack(track) == nullptr) {
+        return;
+    }
+    if (plugin.trackVisualizer.renderTrack == track) {
+        plugin.SetVisualizedTrack(nullptr);
+    }
+    plugin.trackVisualizer.RemoveTrack(track);
 }
 
 /// What hangs on a row goes with it: camera keys of a camera row, the film's track of a root row.
