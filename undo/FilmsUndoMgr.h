@@ -27,8 +27,6 @@ public:
     void TruncateFrom(int index);
     /// Called whenever the film is shown anew and when the level goes, before its records do.
     void Clear();
-    /// What was handed to Add since the last Clear, oldest first.
-    const std::vector<CFilmsUndoAction*>& Retired() const { return retired; }
 
     std::vector<CFilmsUndoAction*> actions; ///< oldest first; owned; empty as long as Add records nothing
     int position = -1;                      ///< of the present action in `actions`

@@ -228,10 +228,17 @@ Answer CheckOthers(const World& world, const CFilmsMainCtrl& control, const Livi
     if (ruler.dragMark != nullptr && std::ranges::find(ruler.marks, ruler.dragMark) == ruler.marks.end()) {
         return Failure{"drag-mark", "the ruler drags a mark that is gone"};
     }
-    const CFilmTrack* track =
-        world.plugin.trackVisualizer ? world.plugin.trackVisualizer->GetRenderTrack() : nullptr;
+    const CFilmTrack* track = world.plugin.trackVisualizer.renderTrack;
     if (track != nullptr && !living.tracks.contains(track)) {
         return Failure{"drawn-track", "the path of a camera is drawn that is gone"};
+    }
+    const CCameraHelpersController& helpers = world.plugin.cameraHelpers;
+    ObjectList shown;
+    helpers.CollectObjects(shown);
+    for (const EditorObject* object : shown) {
+        if (!living.objects.contains(object)) {
+            return Failure{"camera-helper", "a camera's handle stands for an object that is gone"};
+        }
     }
     const CWnd* holder = CWnd::GetCapture();
     if (holder != nullptr && holder->GetParent() == &control &&

@@ -8,6 +8,9 @@ namespace editing {
 
 Living::Living(const World& world, const CFilmsMainCtrl& control)
     : rows(control.tracks.begin(), control.tracks.end()) {
+    ObjectList all;
+    world.editor.level.CollectObjects(all);
+    objects.insert(all.begin(), all.end());
     for (const CFilmTrack* track : world.Tracks()) {
         tracks.insert(track);
         records.insert(track->keys.begin(), track->keys.end());
@@ -15,17 +18,29 @@ Living::Living(const World& world, const CFilmsMainCtrl& control)
     for (const CTrackCtrl* row : control.tracks) {
         views.insert(row->keys.begin(), row->keys.end());
     }
-    for (const CFilmsUndoAction* action : control.undoMgr.Retired()) {
-        const auto& edit = static_cast<const CFUAOneKey&>(*action); // all are edits of one key
-        if (edit.ownsKey && edit.key != nullptr) {
-            views.insert(edit.key);
-            records.insert(edit.key->record);
+    const RetiredKeys& retired = control.undoMgr.retired;
+    for (const CFilmsUndoAction* action : retired.Actions()) {
+        const auto* edit = dynamic_cast<const CFUAOneKey*>(action);
+        if (edit != nullptr && edit->ownsKey) {
+            AddLoose(edit->key);
         }
         if (const auto* attributes = dynamic_cast<const CFUAChangeAttribs*>(action)) {
             records.insert(attributes->savedRecord);
         }
     }
+    for (const CTrackKey* view : retired.Views()) {
+        AddLoose(view);
+    }
+    records.insert(retired.Records().begin(), retired.Records().end());
+    AddLoose(control.GetUnplacedKey());
     records.erase(nullptr);
+}
+
+void Living::AddLoose(const CTrackKey* view) {
+    if (view != nullptr) {
+        views.insert(view);
+        records.insert(view->record);
+    }
 }
 
 } // namespace editing

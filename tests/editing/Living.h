@@ -6,6 +6,7 @@ class CFilmsMainCtrl;
 class CFilmTrack;
 class CTrackCtrl;
 class CTrackKey;
+class EditorObject;
 class IFilmKey;
 
 namespace editing {
@@ -18,10 +19,14 @@ struct Living {
 
     std::unordered_set<const CTrackCtrl*> rows;
     std::unordered_set<const CFilmTrack*> tracks;
-    /// In rows, or removed and kept by the undo action that took them.
+    std::unordered_set<const EditorObject*> objects; ///< of the level
+    /// In rows, or removed or never placed and still owned by somebody.
     std::unordered_set<const CTrackKey*> views;
-    /// In tracks, or owned by an undo action.
+    /// In tracks, of such views, or kept for an undo action.
     std::unordered_set<const IFilmKey*> records;
+
+private:
+    void AddLoose(const CTrackKey* view);
 };
 
 } // namespace editing

@@ -46,6 +46,10 @@ World::World() {
     plugin.makeKeyAttributesDlg = []() -> std::unique_ptr<IKeyAttributesDlg> {
         return std::make_unique<EditingAttributes>();
     };
+    for (const char* name :
+         {ClassName::CameraPosition, ClassName::CameraTarget, ClassName::CameraControlPoint}) {
+        editor.AddClassDescriptor(name, "camera.mesh");
+    }
     plugin.Initialize(&editor, kPluginNumber, &editor);
     editor.plugin = &plugin;
     plugin.OnEditorReady();
