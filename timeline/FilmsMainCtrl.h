@@ -222,7 +222,6 @@ private:
     bool PlaceNewKey(LooseKey& key, float mouse, float time, bool redraw);
     void ShowInAttributes(CTrackKey* view);
 
-    std::unique_ptr<LooseKey> pastedKey; ///< the last pasted key that found no place; the attributes show it
     std::vector<CTrackCtrl*> detachedRows;                ///< made, but in no list any more; owned
     std::shared_ptr<int> life = std::make_shared<int>(0); ///< ends with the control
     unsigned showGeneration = 0;                          ///< counts calls of ShowFilm

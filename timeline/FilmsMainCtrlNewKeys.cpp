@@ -91,13 +91,13 @@ CTrackKey* CFilmsMainCtrl::CreateKeyView(int kind) {
 /// Required: there must be room under the mouse, also where the key goes elsewhere (before the film or behind
 /// its end).
 bool CFilmsMainCtrl::PlaceNewKey(LooseKey& key, float mouse, float time, bool redraw) {
-    if (!menuRow->CanPlaceKey(key.View(), mouse)) {
+    if (!menuRow->CanPlaceKey(key.get(), mouse)) {
         return false;
     }
-    key.View()->SetPosition(time, /*viewOnly*/ false);
-    const bool taken = menuRow->AddKeyView(key.View(), redraw, /*existing*/ false, /*noUndo*/ false);
+    key->SetPosition(time, /*viewOnly*/ false);
+    const bool taken = menuRow->AddKeyView(key.get(), redraw, /*existing*/ false, /*noUndo*/ false);
     if (taken) {
-        key.Release();
+        key.release();
     }
     return taken;
 }
@@ -105,13 +105,13 @@ bool CFilmsMainCtrl::PlaceNewKey(LooseKey& key, float mouse, float time, bool re
 void CFilmsMainCtrl::OnMenuAddKey() {
     CTrackCtrl* row = menuRow;
     LooseKey key(row != nullptr ? CreateKeyView(row->kind) : nullptr);
-    if (key.View() == nullptr) {
+    if (key == nullptr) {
         return;
     }
     const float mouse = mouseTime;
     float time = NotBeforeFilm(mouse);
-    FillFromRow(*key.View()->record, *row);
-    if (IsPosed(row->kind) && !FillFromPose(*key.View()->record, row->track, time)) {
+    FillFromRow(*key->record, *row);
+    if (IsPosed(row->kind) && !FillFromPose(*key->record, row->track, time)) {
         return;
     }
     const std::weak_ptr<int> window = life;
@@ -152,8 +152,8 @@ void CFilmsMainCtrl::OnMenuPasteKey() {
     if (menuRow == nullptr || source == nullptr || source->kind != menuRow->kind) {
         return;
     }
-    auto key = std::make_unique<LooseKey>(CreateKeyView(menuRow->kind));
-    CTrackKey* view = key->View();
+    LooseKey key(CreateKeyView(menuRow->kind));
+    CTrackKey* view = key.get();
     if (view == nullptr) {
         return;
     }
@@ -162,12 +162,12 @@ void CFilmsMainCtrl::OnMenuPasteKey() {
     }
     const std::weak_ptr<int> window = life;
     const unsigned generation = showGeneration;
-    const bool taken = PlaceNewKey(*key, mouseTime, NotBeforeFilm(mouseTime), /*redraw*/ false);
+    const bool taken = PlaceNewKey(key, mouseTime, NotBeforeFilm(mouseTime), /*redraw*/ false);
     if (window.expired() || generation != showGeneration) {
         return;
     }
     if (!taken) {
-        pastedKey = std::move(key); // Required: pasted onto and shown all the same.
+        undoMgr.retired.KeepView(key.release()); // Required: pasted onto and shown all the same.
     }
     keyDuplicator.Paste(view);
     ShowInAttributes(view);

@@ -294,7 +294,6 @@ void CFilmsMainCtrl::LeaveTrackOf(CTrackCtrl* row) {
 }
 
 void CFilmsMainCtrl::DeleteAllRows() {
-    pastedKey.reset();
     ForgetAllRows();
     forgettingAll = true;
     const std::list<CTrackCtrl*> gone = std::move(tracks);

@@ -103,16 +103,16 @@ Transform Split(const float* worldMatrix, CFilmTrack& track, const Vector3& star
 /// its value.
 void AddMovedKey(CTrackCtrl& row, TimelineContext& timeline, float time, const Vector3& value) {
     LooseKey key(timeline.CreateKeyView(row.kind));
-    if (key.View() == nullptr) {
+    if (key == nullptr) {
         return;
     }
-    key.View()->record->SetValue(value.Data());
-    key.View()->record->SetInHandle(value.Data());
-    key.View()->record->SetOutHandle(value.Data());
-    key.View()->SetPosition(time, /*viewOnly*/ false);
+    key->record->SetValue(value.Data());
+    key->record->SetInHandle(value.Data());
+    key->record->SetOutHandle(value.Data());
+    key->SetPosition(time, /*viewOnly*/ false);
     const RowWatch watch(row);
-    if (row.AddKeyView(key.View(), /*redraw*/ false, /*existing*/ false, /*noUndo*/ false)) {
-        key.Release();
+    if (row.AddKeyView(key.get(), /*redraw*/ false, /*existing*/ false, /*noUndo*/ false)) {
+        key.release();
         if (watch.IsAlive()) {
             row.Invalidate(TRUE);
         }

@@ -3,6 +3,7 @@
 #include "files/Log.h"
 #include "keys/KeyKinds.h"
 #include "resources/resource.h"
+#include "timeline/LooseKey.h"
 
 #include <gmock/gmock.h>
 #include <limits>

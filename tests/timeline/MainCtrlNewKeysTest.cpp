@@ -1,6 +1,7 @@
 #include "tests/timeline/CommandFixture.h"
 
 #include "resources/resource.h"
+#include "timeline/LooseKey.h"
 
 #include <cmath>
 #include <gmock/gmock.h>
