@@ -11,8 +11,24 @@
 #include <functional>
 #include <list>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
+
+/// A line that the plug-in drew.
+struct DrawnLine {
+    Vector3 from;
+    Vector3 to;
+    std::array<float, 4> color{};
+
+    bool operator==(const DrawnLine&) const = default;
+};
+
+/// A call of SetObjectsHidden.
+struct HideCall {
+    ObjectList objects;
+    bool hidden = false;
+};
 
 /// A host without windows over a real level. It writes down what is called, and tests set what it answers.
 class TestEditor : public IEditor, public IEditorView {
@@ -49,7 +65,7 @@ public:
     void BroadcastEvent(int code, PluginCommandId sender, void* data) override;
     void CreateHelperObject(const char* helperPlugin, PluginCommandId owner, int type,
                             const HelperObjectParams& params, EditorObject** object) override;
-    std::string GetHelperTemplate() override { return "helpers/"; }
+    std::string GetHelperTemplate() override { return helperFolder; }
     void GetDataFilePath(std::string& path, const char* fileName) override { path = fileName; }
     void AddListenerA(IPlugin*) override { Log("AddListenerA"); }
     void RemoveListenerA(IPlugin*) override { Log("RemoveListenerA"); }
@@ -60,7 +76,7 @@ public:
     void RefreshObjectTree(int) override { Log("RefreshObjectTree"); }
     void RefreshObjectPanel(int) override { Log("RefreshObjectPanel"); }
     void AddShortcuts(const std::list<ShortcutRecord>& added) override { shortcuts = added; }
-    void SetObjectsHidden(const ObjectList&, bool) override {}
+    void SetObjectsHidden(const ObjectList& objects, bool hidden) override;
 
     // IEditorView
     ILevel* GetLevel() override { return &level; }
@@ -70,7 +86,7 @@ public:
     ObjectList* GetSelectedObjects() override { return &level.selection; }
     void GetAllObjects(ObjectList& objects, int) override { level.CollectObjects(objects); }
     void* GetGroupOf(EditorObject* object) override;
-    void DrawLine(const float*, const float*, const float*) override {}
+    void DrawLine(const float* from, const float* to, const float* color) override;
 
     /// A mesh object at a place, told to the plug-in with event 3 as a host tells it.
     engine::SceneObject* Create(const std::string& name, float x = 0.0f, float y = 0.0f, float z = 0.0f);
@@ -97,6 +113,11 @@ public:
     /// What the user does when asked for a number; cancels while it is empty.
     std::function<bool(float& value, const std::string& title, const std::string& prompt)> onInputNumber;
     std::vector<int> broadcasts;
+    std::vector<DrawnLine> lines;
+    std::vector<HideCall> hideCalls;
+    std::vector<HelperObjectParams> helperParams; ///< of each CreateHelperObject
+    std::set<std::string> refusedHelpers;         ///< classes that CreateHelperObject makes no object of
+    std::string helperFolder = "helpers/";
     ObjectList lastBroadcastObjects; ///< the list that came with the last event 14 that had one
     IPlugin* plugin = nullptr;       ///< hears of created and deleted objects
     bool hasControl = true;
