@@ -106,9 +106,6 @@ public:
     void ClearUndo() override { undoMgr.Clear(); }
     IAttachDialog* GetAttachDialog() override { return nullptr; }
 
-    /// The last pasted key that found no place, or null.
-    const CTrackKey* GetUnplacedKey() const { return pastedKey ? pastedKey->View() : nullptr; }
-
     void ForgetView(CTrackKey* view) override;
     void ForgetRow(CTrackCtrl* row) override;
     void ForgetTrack(const CFilmTrack* track) override;

@@ -13,15 +13,11 @@ public:
     std::string BrowseMeshElement(EditorObject* object, const std::string& present) override {
         return browse ? browse(present) : TestEditor::BrowseMeshElement(object, present);
     }
-    bool InputNumber(float* value, const char* title, const char* prompt) override {
-        return inputNumber ? inputNumber(*value) : TestEditor::InputNumber(value, title, prompt);
-    }
 
     /// An object as the host makes it, told to the plug-in with event 3.
     engine::SceneObject* Make(const std::string& className, const std::string& name, const Vector3& place);
 
     std::function<std::string(const std::string& present)> browse;
-    std::function<bool(float& value)> inputNumber;
 };
 
 /// The key attributes window as far as keys notice it: it looks at its record whenever it takes another, as a

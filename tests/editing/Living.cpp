@@ -32,7 +32,6 @@ Living::Living(const World& world, const CFilmsMainCtrl& control)
         AddLoose(view);
     }
     records.insert(retired.Records().begin(), retired.Records().end());
-    AddLoose(control.GetUnplacedKey());
     records.erase(nullptr);
 }
 

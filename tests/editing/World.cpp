@@ -81,6 +81,8 @@ void World::Execute(const Step& step) {
     if (depth == 0) {
         draggedInAxis = false;
         clockReadings = 0;
+        editor.lines.clear(); // what it writes down would fill the memory of a long run
+        editor.hideCalls.clear();
     }
     ++depth;
     tally.mostAdded += operation.mostAdded;

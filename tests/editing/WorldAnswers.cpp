@@ -41,7 +41,9 @@ void World::InstallHooks() {
                                                             : 0;
         return (heldKeys & bit) != 0;
     };
-    editor.inputNumber = [this](float& value) { return AnswerNumber(value); };
+    editor.onInputNumber = [this](float& value, const std::string&, const std::string&) {
+        return AnswerNumber(value);
+    };
     editor.browse = [this](const std::string& present) {
         static const std::string elements[] = {"arm", "hand", "hip", ""};
         Interrupt();
