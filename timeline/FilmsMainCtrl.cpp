@@ -179,8 +179,11 @@ void CFilmsMainCtrl::ForgetView(CTrackKey* view) {
     }
     for (CTrackCtrl* row : tracks) {
         if (row->dragKey == view) {
-            row->dragKey = nullptr;
+            row->DropGesture();
         }
+    }
+    if (keyDuplicator.sourceKey == view) {
+        keyDuplicator.ClearSource();
     }
     IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
     if (dialog != nullptr && dialog->GetKey() == view) {
@@ -192,8 +195,10 @@ void CFilmsMainCtrl::ForgetRow(CTrackCtrl* row) {
     if (forgettingAll || row == nullptr) {
         return;
     }
-    if (CWnd::GetCapture() == row) {
-        ReleaseCapture();
+    row->DropGesture();
+    if (keyDuplicator.sourceRow == row) {
+        keyDuplicator.ClearSource();
+        keyDuplicator.sourceRow = nullptr;
     }
     if (topRow == row) {
         topRow = NearestVisibleRow(row);
@@ -237,9 +242,9 @@ void CFilmsMainCtrl::ForgetAllRows() {
     activeKey = nullptr;
     menuKey = nullptr;
     menuRow = adjustRow = topRow = nullptr;
-    if (const CWnd* holder = CWnd::GetCapture(); holder != nullptr && holder->GetParent() == this) {
-        if (dynamic_cast<const CTrackCtrl*>(holder) != nullptr) {
-            ReleaseCapture();
-        }
+    keyDuplicator.ClearSource();
+    keyDuplicator.sourceRow = nullptr;
+    for (CTrackCtrl* row : tracks) {
+        row->DropGesture();
     }
 }

@@ -92,6 +92,8 @@ public:
     void DeleteAllKeys(bool redraw);
     /// The track is going: the views go, their records are no longer looked at, and `track` becomes null.
     void DropTrack();
+    /// What the mouse holds here is let go without an edit: the row or the key is going.
+    void DropGesture();
     void SaveKeyTimes();
     void RestoreKeyTimes(bool keep);
     /// Keys that start or end near a mark at `from` go along to `to`.
@@ -131,9 +133,9 @@ public:
     std::list<CTrackCtrl*> children; ///< owned by the main control
     CTrackCtrl* parent = nullptr;
     std::string name;
-    CTrackKey* dragKey = nullptr;
-    float dragDuration = 0.0f;
-    float dragTime = 0.0f;
+    CTrackKey* dragKey = nullptr; ///< what the mouse drags; may be a key of another row, or of none
+    float dragDuration = 0.0f;    ///< seconds, of dragKey at the press
+    float dragTime = 0.0f;        ///< seconds, likewise
     CFilmTrack* track = nullptr;
     bool visible = true;
     int subIndex = -1; ///< kind 0: the camera index; level root: the highest index given so far
@@ -145,6 +147,7 @@ protected:
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
     void OnPaint();
     void OnKeyDown(UINT key, UINT repeat, UINT flags);
+    void OnCaptureChanged(CWnd* next);
 
 private:
     friend class RowWatch;
@@ -159,6 +162,7 @@ private:
     int PaintFrame(CDC& dc, const CRect& client) const;
     void PaintKeys(CDC& dc, const CRect& area);
     void PaintKey(CDC& dc, CTrackKey& key, const CRect& area) const;
+    void PaintGhost(CDC& dc, const CRect& area) const;
     void DropCoveredKeys(std::vector<CTrackKey*>& shown, const CRect& area) const;
     void PaintName(CDC& dc, const CRect& cell) const;
     COLORREF GetNameColor() const;
@@ -170,10 +174,17 @@ private:
 
     // Mouse.
     CTrackKey* FindGrippedKey(int x) const;
-    void PressKey(TimelineContext& timeline, CPoint point);
+    void PressKey(TimelineContext& timeline, CPoint point, UINT flags);
     void PressEmpty(TimelineContext& timeline, int x);
     void PressObject(EditorObject& object) const;
     void PressCamera() const;
+    void BeginDrag(CTrackKey& key);
+    void BeginClone(TimelineContext& timeline, CTrackKey& key);
+    void ReleaseKey(TimelineContext& timeline);
+    void ReleaseClone(TimelineContext& timeline);
+    void LoseGesture(TimelineContext& timeline);
+    void AskToDelete(CTrackKey* key);
+    void NoteNewSize(TimelineContext& timeline, CTrackKey* key);
 
     // The tree.
     void NameAfterKind();
@@ -187,6 +198,8 @@ private:
     bool AddToChild(CTrackKey* view, bool redraw, bool existing, bool noUndo);
     void FillNewRecord(IFilmKey& record) const;
     void ShowInEngine() const;
+    void NoteEdit(TimelineContext& timeline, int undoCode, CTrackKey* view);
+    bool CanPasteKey() const;
     std::vector<KeySpan> SpansBeside(const CTrackKey& key) const;
     std::vector<RowKey> RowKeys() const;
     void DropView(CTrackKey* view);
@@ -196,6 +209,7 @@ private:
     /// Of all rows' views: no view is hit more than half of this beside its time. Pixels.
     static int widestHit;
 
+    bool cloning = false;      ///< a clone of a key of this row hangs on the mouse
     RowWatch* watch = nullptr; ///< the newest of those that stand on the stack
     CRect buttonRect;          ///< where the button was put last
     char buttonSign = '+';

@@ -36,9 +36,14 @@ bool CFilmsUndoMgr::Undo() {
 
 void CFilmsUndoMgr::TruncateFrom(int index) {
     const auto from = static_cast<std::size_t>(std::max(index, 0));
-    while (actions.size() > from) {
-        delete actions.back();
-        actions.pop_back();
+    if (from >= actions.size()) {
+        return;
+    }
+    const std::vector<CFilmsUndoAction*> cut(actions.begin() + static_cast<std::ptrdiff_t>(from),
+                                             actions.end());
+    actions.resize(from);
+    for (CFilmsUndoAction* action : cut) {
+        delete action;
     }
 }
 

@@ -100,12 +100,6 @@ TEST_F(TrackCtrlMouseTest, PressOnABoxNotesItsTimes) {
     EXPECT_EQ(row.dragDuration, 2.0f);
 }
 
-TEST_F(TrackCtrlMouseTest, ShiftPressIsLikeAnyOther) {
-    CTrackCtrl& row = RowWithBars();
-    Press(row, 250, 10, MK_LBUTTON | MK_SHIFT);
-    EXPECT_EQ(row.dragKey, first);
-}
-
 TEST_F(TrackCtrlMouseTest, FirstSelectionRepaintsThisRowOnly) {
     CTrackCtrl& row = RowWithBars();
     Press(row, 250, 10);
