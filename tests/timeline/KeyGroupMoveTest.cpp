@@ -100,17 +100,16 @@ TEST_F(KeyGroupMoveTest, NeighboursOfTheGroupPlayNoPart) {
 }
 
 TEST_F(KeyGroupMoveTest, KeyAtTheSameTimeGoesExactlyToTheTarget) {
-    // 0.1 + (0.7 - 0.1) isn't 0.7 in floats for every such pair; keys that stood together stay together.
-    row.ticDistance = sibling.ticDistance = 0.1f;
+    // As floats 64.1 + (0.1 - 64.1) isn't 0.1: keys that stood together stay together.
     for (CNullTimeTrackKey* key : {dragged, sameTime}) {
-        key->SetPosition(3 * 0.1f, false);
+        key->SetPosition(64.1f, false);
     }
     Mark({dragged, sameTime});
     alt = true;
-    Take(*dragged, 0.3f);
-    Drag(*dragged, row, 70.1f);
-    EXPECT_EQ(dragged->time, 70.1f);
-    EXPECT_EQ(sameTime->time, 70.1f);
+    Take(*dragged, 64.1f);
+    Drag(*dragged, row, 0.1f);
+    EXPECT_EQ(dragged->time, 0.1f);
+    EXPECT_EQ(sameTime->time, 0.1f);
 }
 
 TEST_F(KeyGroupMoveTest, TimedKeysGoAlongWithTheirLength) {
