@@ -68,6 +68,9 @@ QMessageBox::Icon IconOf(UINT type) {
 } // namespace
 
 int AfxMessageBox(const std::string& text, UINT type, UINT /*help*/) {
+    if (capture::Get()) {
+        messages::Send(*capture::Get(), WM_CANCELMODE, 0, 0);
+    }
     if (Hooks().messageBox) {
         return Hooks().messageBox(text, type);
     }
@@ -75,9 +78,6 @@ int AfxMessageBox(const std::string& text, UINT type, UINT /*help*/) {
     if (!QtAlive()) {
         std::fprintf(stderr, "%s\n", text.c_str());
         return set.escape;
-    }
-    if (capture::Get()) {
-        messages::Send(*capture::Get(), WM_CANCELMODE, 0, 0);
     }
     QMessageBox box(IconOf(type), QApplication::applicationDisplayName(), QString::fromStdString(text),
                     set.buttons, QApplication::activeWindow());

@@ -6,6 +6,7 @@
 #include "keys/TrackKey.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
+#include "timeline/TimelineContext.h"
 
 #include <algorithm>
 #include <utility>
@@ -38,6 +39,13 @@ void CheckMethod(CMenu& menu, int method, bool in) {
     }
 }
 
+/// Whether the attributes of a key of this kind wait to be pasted.
+bool IsCopied(int kind) {
+    const TimelineContext* timeline = GetTimeline();
+    const CTrackKey* source = timeline != nullptr ? timeline->keyDuplicator.sourceKey : nullptr;
+    return source != nullptr && source->record != nullptr && source->record->kind == kind;
+}
+
 void AppendMethods(CMenu& menu, const IFilmKey& record) {
     const ResourceScope scope(PluginResources());
     menu.AppendMenu(MF_SEPARATOR);
@@ -56,8 +64,9 @@ void CTrackKey::FillKeyMenu(CMenu* menu, CMenu* source) {
         return;
     }
     CopyMenuItems(menu, source);
-    // There are no attributes to paste: nothing has been copied.
-    menu->EnableMenuItem(IDC_PASTE_ATTRIBUTES, kDisabledAndGreyed);
+    if (!IsCopied(record->kind)) {
+        menu->EnableMenuItem(IDC_PASTE_ATTRIBUTES, kDisabledAndGreyed);
+    }
     if ((record->flags & KeyFlag::NoDuration) != 0) {
         menu->EnableMenuItem(IDC_SET_DURATION, kDisabledAndGreyed);
         menu->EnableMenuItem(IDC_CALC_KEY_DURATION, kDisabledAndGreyed);

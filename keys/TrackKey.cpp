@@ -1,6 +1,7 @@
 #include "keys/TrackKey.h"
 
 #include "keys/KeyViewList.h"
+#include "keys/KeyWatch.h"
 #include "keys/Pixels.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
@@ -17,7 +18,14 @@ bool IsTimelineRebuilding() {
 
 } // namespace
 
+KeyWatch* KeyWatch::newest = nullptr;
+
 CTrackKey::~CTrackKey() {
+    KeyWatch::Tell(this);
+    LeaveRow();
+}
+
+void CTrackKey::LeaveRow() {
     if (list != nullptr) {
         list->Remove(this);
     }

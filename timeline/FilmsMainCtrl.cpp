@@ -41,6 +41,7 @@ CFilmsMainCtrl::CFilmsMainCtrl() {
 }
 
 CFilmsMainCtrl::~CFilmsMainCtrl() {
+    ClearUndo(); // now: what goes there tells this control
     delete hScroll;
     delete grid;
     delete vScroll;
@@ -163,6 +164,7 @@ void CFilmsMainCtrl::ForgetView(CTrackKey* view) {
         return;
     }
     std::erase(selectedKeys, view);
+    undoMgr.retired.Forget(view);
     if (CurrentKey() == view) {
         CurrentKey() = nullptr;
     }
@@ -177,8 +179,11 @@ void CFilmsMainCtrl::ForgetView(CTrackKey* view) {
     }
     for (CTrackCtrl* row : tracks) {
         if (row->dragKey == view) {
-            row->dragKey = nullptr;
+            row->DropGesture();
         }
+    }
+    if (keyDuplicator.sourceKey == view) {
+        keyDuplicator.ClearSource();
     }
     IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
     if (dialog != nullptr && dialog->GetKey() == view) {
@@ -190,8 +195,10 @@ void CFilmsMainCtrl::ForgetRow(CTrackCtrl* row) {
     if (forgettingAll || row == nullptr) {
         return;
     }
-    if (CWnd::GetCapture() == row) {
-        ReleaseCapture();
+    row->DropGesture();
+    if (keyDuplicator.sourceRow == row) {
+        keyDuplicator.ClearSource();
+        keyDuplicator.sourceRow = nullptr;
     }
     if (topRow == row) {
         topRow = NearestVisibleRow(row);
@@ -235,9 +242,9 @@ void CFilmsMainCtrl::ForgetAllRows() {
     activeKey = nullptr;
     menuKey = nullptr;
     menuRow = adjustRow = topRow = nullptr;
-    if (const CWnd* holder = CWnd::GetCapture(); holder != nullptr && holder->GetParent() == this) {
-        if (dynamic_cast<const CTrackCtrl*>(holder) != nullptr) {
-            ReleaseCapture();
-        }
+    keyDuplicator.ClearSource();
+    keyDuplicator.sourceRow = nullptr;
+    for (CTrackCtrl* row : tracks) {
+        row->DropGesture();
     }
 }

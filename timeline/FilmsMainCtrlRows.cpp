@@ -1,5 +1,6 @@
 #include "timeline/FilmsMainCtrl.h"
 
+#include "helpers/FilmsLightHelper.h"
 #include "plugin/PluginImpl.h"
 
 #include <algorithm>
@@ -279,10 +280,14 @@ void CFilmsMainCtrl::LeaveTrackOf(CTrackCtrl* row) {
         }
         return;
     }
-    IFilm* film = GetPlugin().GetCurrentFilm();
+    const IPluginImpl& plugin = GetPlugin();
+    IFilm* film = plugin.GetCurrentFilm();
     CFilmTrack* track = row->track;
     if (row->IsRoot() && film != nullptr && track != nullptr) {
         ForgetTrack(track);
+        if (CFilmsLightHelper* light = plugin.lightHelpers.FindHolder(track)) {
+            light->track = nullptr;
+        }
         film->RemoveTrack(track, 1);
         row->track = nullptr;
     }

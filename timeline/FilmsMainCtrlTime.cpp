@@ -1,5 +1,6 @@
 #include "timeline/FilmsMainCtrl.h"
 
+#include "keys/KeyWatch.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/CursorFrame.h"
@@ -214,9 +215,13 @@ void CFilmsMainCtrl::ClearSelection() {
 }
 
 void CFilmsMainCtrl::SelectOnly(CTrackKey* key) {
+    const KeyWatch watched(key); // every key that is told may let the attributes window rebuild the rows
     ClearSelection();
-    if (key != nullptr) {
-        key->SetSelected(true);
+    if (!watched.IsAlive()) {
+        return;
+    }
+    key->SetSelected(true);
+    if (watched.IsAlive()) {
         selectedKeys.push_back(key);
     }
 }

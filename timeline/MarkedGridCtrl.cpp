@@ -9,6 +9,7 @@
 
 BEGIN_MESSAGE_MAP(CMarkedGridCtrl, CGridCtrl)
 ON_WM_PAINT()
+ON_WM_CAPTURECHANGED()
 END_MESSAGE_MAP()
 
 CMarkedGridCtrl::CMarkedGridCtrl() : cursorMark(new CMark(0.0f)) {

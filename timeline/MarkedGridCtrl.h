@@ -55,10 +55,12 @@ public:
 
 protected:
     void OnPaint();
+    void OnCaptureChanged(CWnd* next);
 
 private:
     void DeleteMark(CMark* mark);
     void BeginMarkDrag(TimelineContext& timeline, CMark* mark);
+    void EndMarkDrag(TimelineContext& timeline, bool keep);
     void MoveCursor(TimelineContext& timeline, float time);
     void DrawMarkAt(CDC* dc, const CRect& client, float time, bool pointsUp, COLORREF color) const;
 

@@ -1,6 +1,8 @@
 #include "timeline/MarkedGridCtrl.h"
 #include "timeline/TimelineContext.h"
 
+#include <utility>
+
 // The ruler writes the time under the mouse as it is; rows write it snapped to a frame. Required.
 
 void CMarkedGridCtrl::MoveCursor(TimelineContext& timeline, float time) {
@@ -23,6 +25,9 @@ void CMarkedGridCtrl::OnLButtonDown(UINT flags, int x, int y) {
     const CPoint point(x, y);
     const float time = TimeFromPoint(point);
     const HWND self = GetSafeHwnd();
+    if (dragMark != nullptr) {
+        EndMarkDrag(*timeline, /*keep*/ true); // the release never came
+    }
     timeline->mouseTime = time;
     timeline->InvalidateInfo();
     pressed = true;
@@ -73,16 +78,29 @@ void CMarkedGridCtrl::OnLButtonUp(UINT /*flags*/, int x, int y) {
     if (dragMark != nullptr) {
         ReleaseCapture();
         const float time = TimeFromPoint({x, y});
-        const bool keep = time >= viewStart && time <= viewEnd;
-        timeline->RestoreKeyTimes(keep);
-        if (!keep) {
-            DeleteMark(dragMark);
-        }
-        dragMark = nullptr;
-        dragMarkTime = -1.0f;
-        timeline->InvalidateControl(/*erase*/ true);
+        EndMarkDrag(*timeline, /*keep*/ time >= viewStart && time <= viewEnd);
     }
     ReleaseCapture();
+}
+
+/// Another window took the mouse: a mark stays where it stands, and the keys that it carried too.
+void CMarkedGridCtrl::OnCaptureChanged(CWnd* next) {
+    CGridCtrl::OnCaptureChanged(next);
+    TimelineContext* timeline = TimelineOf(this);
+    if (std::exchange(pressed, false) && dragMark != nullptr && timeline != nullptr) {
+        EndMarkDrag(*timeline, /*keep*/ true);
+    }
+}
+
+/// A mark that isn't kept goes, and the keys that it carried go back.
+void CMarkedGridCtrl::EndMarkDrag(TimelineContext& timeline, bool keep) {
+    timeline.RestoreKeyTimes(keep);
+    if (!keep) {
+        DeleteMark(dragMark);
+    }
+    dragMark = nullptr;
+    dragMarkTime = -1.0f;
+    timeline.InvalidateControl(/*erase*/ true);
 }
 
 void CMarkedGridCtrl::OnLButtonDblClk(UINT /*flags*/, int /*x*/, int /*y*/) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/Button.h"
+#include "keys/KeyTimeRules.h"
 #include "keys/KeyViewList.h"
 #include "plugin/contract/EditorObject.h"
 #include "plugin/contract/FilmTrack.h"
@@ -14,6 +15,7 @@
 class CMenu;
 class CTrackKey;
 class RowWatch;
+struct RowKey;
 class TimelineContext;
 
 /// One line of the timeline: a name cell and the keys of one kind of one track. A root row (kind 21) holds no
@@ -81,6 +83,8 @@ public:
     void ReadStoredState(std::uint8_t& storedExpanded);
 
     // Keys.
+    /// The row's own axis, which limits where keys may go.
+    TimeAxis GetAxis() const;
     /// Puts a view into the row of this tree that takes it. `existing`: the record is in the track already.
     bool AddKeyView(CTrackKey* view, bool redraw, bool existing, bool noUndo);
     /// Takes a view out; with `destroy` and `noUndo` the view and its record are deleted.
@@ -88,8 +92,11 @@ public:
     void DeleteAllKeys(bool redraw);
     /// The track is going: the views go, their records are no longer looked at, and `track` becomes null.
     void DropTrack();
+    /// What the mouse holds here is let go without an edit: the row or the key is going.
+    void DropGesture();
     void SaveKeyTimes();
     void RestoreKeyTimes(bool keep);
+    /// Keys that start or end near a mark at `from` go along to `to`.
     void ShiftKeysNear(float from, float to);
     /// The nearest key at or after a time (or at or before it); one that stands at the time is passed over.
     CTrackKey* FindNearestKey(float time, bool after) const;
@@ -98,11 +105,14 @@ public:
     float SnapTime(CTrackKey* key, float ref, bool forward, bool free) const;
     /// The gap around the key; both are left alone for a key that may overlap.
     void GetKeyLimits(const CTrackKey* key, float& lo, float& hi) const;
+    /// The first key that starts at the time, within 0.00001 seconds.
     CTrackKey* KeyAtTime(float time) const;
+    /// Whether the key may start at a time. Another's start and end are taken.
     bool IsTimeFree(const CTrackKey* key, float time) const;
     /// IsTimeFree, and a timed key is shortened so that it ends before the next.
     bool CanPlaceKey(CTrackKey* key, float time) const;
     /// Fits a proposed start and duration between the other keys; false if they can't be taken at all.
+    /// `time` plays no part.
     bool FitTimedKey(CTrackKey* key, float time, float& start, float& duration, float oldDuration) const;
     /// An interval of `from` seconds from `time` on becomes `to` seconds long. Works on the records of this
     /// row's kind; the caller shows the film again.
@@ -123,9 +133,9 @@ public:
     std::list<CTrackCtrl*> children; ///< owned by the main control
     CTrackCtrl* parent = nullptr;
     std::string name;
-    CTrackKey* dragKey = nullptr;
-    float dragDuration = 0.0f;
-    float dragTime = 0.0f;
+    CTrackKey* dragKey = nullptr; ///< what the mouse drags; may be a key of another row, or of none
+    float dragDuration = 0.0f;    ///< seconds, of dragKey at the press
+    float dragTime = 0.0f;        ///< seconds, likewise
     CFilmTrack* track = nullptr;
     bool visible = true;
     int subIndex = -1; ///< kind 0: the camera index; level root: the highest index given so far
@@ -137,6 +147,7 @@ protected:
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
     void OnPaint();
     void OnKeyDown(UINT key, UINT repeat, UINT flags);
+    void OnCaptureChanged(CWnd* next);
 
 private:
     friend class RowWatch;
@@ -151,6 +162,7 @@ private:
     int PaintFrame(CDC& dc, const CRect& client) const;
     void PaintKeys(CDC& dc, const CRect& area);
     void PaintKey(CDC& dc, CTrackKey& key, const CRect& area) const;
+    void PaintGhost(CDC& dc, const CRect& area) const;
     void DropCoveredKeys(std::vector<CTrackKey*>& shown, const CRect& area) const;
     void PaintName(CDC& dc, const CRect& cell) const;
     COLORREF GetNameColor() const;
@@ -162,10 +174,17 @@ private:
 
     // Mouse.
     CTrackKey* FindGrippedKey(int x) const;
-    void PressKey(TimelineContext& timeline, CPoint point);
+    void PressKey(TimelineContext& timeline, CPoint point, UINT flags);
     void PressEmpty(TimelineContext& timeline, int x);
     void PressObject(EditorObject& object) const;
     void PressCamera() const;
+    void BeginDrag(CTrackKey& key);
+    void BeginClone(TimelineContext& timeline, CTrackKey& key);
+    void ReleaseKey(TimelineContext& timeline);
+    void ReleaseClone(TimelineContext& timeline);
+    void LoseGesture(TimelineContext& timeline);
+    void AskToDelete(CTrackKey* key);
+    void NoteNewSize(TimelineContext& timeline, CTrackKey* key);
 
     // The tree.
     void NameAfterKind();
@@ -179,6 +198,10 @@ private:
     bool AddToChild(CTrackKey* view, bool redraw, bool existing, bool noUndo);
     void FillNewRecord(IFilmKey& record) const;
     void ShowInEngine() const;
+    void NoteEdit(TimelineContext& timeline, int undoCode, CTrackKey* view);
+    bool CanPasteKey() const;
+    std::vector<KeySpan> SpansBeside(const CTrackKey& key) const;
+    std::vector<RowKey> RowKeys() const;
     void DropView(CTrackKey* view);
     void DropViews();
     void RemoveViews(const std::vector<CTrackKey*>& gone);
@@ -186,6 +209,7 @@ private:
     /// Of all rows' views: no view is hit more than half of this beside its time. Pixels.
     static int widestHit;
 
+    bool cloning = false;      ///< a clone of a key of this row hangs on the mouse
     RowWatch* watch = nullptr; ///< the newest of those that stand on the stack
     CRect buttonRect;          ///< where the button was put last
     char buttonSign = '+';

@@ -1,7 +1,10 @@
+#include "keys/KeyWatch.h"
 #include "keys/NullTimeTrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
+#include "timeline/TrackCtrlWatch.h"
+#include "undo/KeyActions.h"
 
 #include <algorithm>
 #include <typeinfo>
@@ -56,7 +59,15 @@ bool CTrackCtrl::AddKeyView(CTrackKey* view, bool redraw, bool existing, bool no
         FillNewRecord(record);
     }
     if (timeline != nullptr) {
+        if (!existing && !noUndo) {
+            NoteEdit(*timeline, UndoCode::AddKey, view);
+        }
+        const RowWatch watched(*this);
+        const KeyWatch watchedView(view);
         timeline->SelectOnly(view); // Required: also for a key that was there before.
+        if (!watched.IsAlive() || !watchedView.IsAlive()) {
+            return true; // the attributes window's key was written, which rebuilt the rows
+        }
     }
     if (redraw && IsInView(*view)) {
         Invalidate(FALSE);
@@ -90,20 +101,41 @@ void CTrackCtrl::RemoveKey(CTrackKey* view, bool destroy, bool redraw, bool noUn
         return;
     }
     if (view->selected) {
+        const RowWatch watched(*this);
+        const KeyWatch watchedView(view);
         timeline->Deselect(view);
+        if (!watched.IsAlive() || !watchedView.IsAlive()) {
+            return;
+        }
     }
-    keys.Remove(view);
-    const bool destroyed = destroy && noUndo;
     IFilmKey* record = view->record;
-    if (redraw && IsInView(*view)) {
-        Invalidate(FALSE);
+    CFilmTrack* holder = track;
+    if (!keys.Contains(view) && record != nullptr && record->track != nullptr) {
+        holder = record->track; // a key of another row whose grips were dragged here
+        timeline->ArrangeRows(/*invalidate*/ true, /*move*/ false);
     }
+    view->LeaveRow();
+    const bool destroyed = destroy && noUndo;
+    const bool repaint = redraw && IsInView(*view);
     if (destroyed) {
         DropView(view); // before its record goes: a window that shows the key must not write to it any more
     }
-    if (record != nullptr && track != nullptr) {
-        track->RemoveKey(record, destroyed);
+    if (record != nullptr && holder != nullptr) {
+        holder->RemoveKey(record, destroyed);
     }
+    if (!noUndo) {
+        NoteEdit(*timeline, UndoCode::DeleteKey, view);
+    }
+    if (repaint) {
+        Invalidate(FALSE);
+    }
+}
+
+void CTrackCtrl::NoteEdit(TimelineContext& timeline, int undoCode, CTrackKey* view) {
+    auto* action = static_cast<CFUAOneKey*>(timeline.undoMgr.CreateAction(undoCode));
+    action->SetKey(view);
+    action->SetTrackCtrl(this);
+    timeline.undoMgr.Add(action);
 }
 
 void CTrackCtrl::DeleteAllKeys(bool redraw) {
@@ -191,19 +223,15 @@ void CTrackCtrl::RestoreKeyTimes(bool keep) {
     }
 }
 
-void CTrackCtrl::ShiftKeysNear(float from, float to) {
-    constexpr double kReachSeconds = 0.1;
-    const double low = from - kReachSeconds;
-    const double high = from + kReachSeconds;
-    const auto isNear = [low, high](double time) { return time > low && time < high; };
-    for (CTrackKey* key : keys) {
-        if (isNear(key->time) || isNear(key->time + key->GetDuration())) {
-            const double step = static_cast<double>(to) - from;
-            key->SetPosition(static_cast<float>(key->time + step), /*viewOnly*/ false);
-        }
+bool CTrackCtrl::SetCurrentKeyElement(const std::string& element, const EditorObject* object) {
+    IFilm* film = GetPlugin().GetCurrentFilm();
+    TimelineContext* timeline = TimelineOf(this);
+    CTrackKey* key = CurrentKey();
+    if (timeline == nullptr || film == nullptr || film->FindObjectTrack(object) == nullptr ||
+        key == nullptr || key->record == nullptr || key->record->kind != KeyKind::Animation) {
+        return false;
     }
-}
-
-bool CTrackCtrl::SetCurrentKeyElement(const std::string& /*element*/, const EditorObject* /*object*/) {
-    return false;
+    key->record->SetValue(&element);
+    timeline->ShowFilm(film, /*flag*/ false); // the key may need another row; this one is gone now
+    return true;
 }

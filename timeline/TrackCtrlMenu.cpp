@@ -3,6 +3,7 @@
 #include "keys/TrackKey.h"
 #include "plugin/contract/FilmTrack.h"
 #include "resources/resource.h"
+#include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 
 #include <initializer_list>
@@ -33,10 +34,12 @@ void TrimRootMenu(CMenu& menu, CFilmTrack* track) {
 }
 
 /// Required: "Change actor" stays, whatever the track.
-void TrimKindMenu(CMenu& menu, int kind) {
-    // There is nothing that could be pasted.
+void TrimKindMenu(CMenu& menu, int kind, bool canPaste) {
     Delete(menu, {IDC_CAMERA_PARAMETERS, IDC_ATTACH_ROW_TO_OBJECT, IDC_FILTER_KEYS, IDC_REMOVE_ACTOR,
-                  IDC_ADD_CAMERA_TRACK, IDC_PASTE_KEY});
+                  IDC_ADD_CAMERA_TRACK});
+    if (!canPaste) {
+        Delete(menu, {IDC_PASTE_KEY});
+    }
     if (kind != KeyKind::Camera) {
         Delete(menu, {IDC_REMOVE_TRACK});
     }
@@ -55,6 +58,13 @@ void CTrackCtrl::FillRowMenu(CMenu* menu, CMenu* source) {
     if (IsRoot()) {
         TrimRootMenu(*menu, track);
     } else {
-        TrimKindMenu(*menu, kind);
+        TrimKindMenu(*menu, kind, CanPasteKey());
     }
+}
+
+/// Only onto a row of the copied key's kind.
+bool CTrackCtrl::CanPasteKey() const {
+    const TimelineContext* timeline = TimelineOf(this);
+    const CTrackKey* source = timeline != nullptr ? timeline->keyDuplicator.sourceKey : nullptr;
+    return source != nullptr && source->record != nullptr && source->record->kind == kind;
 }

@@ -1,8 +1,11 @@
+#include "keys/KeyWatch.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 #include "timeline/TrackCtrlWatch.h"
+
+#include <utility>
 
 namespace {
 
@@ -13,17 +16,18 @@ bool IsCtrlDown() {
 
 } // namespace
 
-void CTrackCtrl::OnLButtonDown(UINT /*flags*/, int x, int y) {
+void CTrackCtrl::OnLButtonDown(UINT flags, int x, int y) {
     TimelineContext* timeline = TimelineOf(this);
     if (timeline == nullptr) {
         return;
     }
+    LoseGesture(*timeline); // one whose release never came
     dragKey = FindGrippedKey(x);
     if (dragKey == nullptr) {
         dragKey = CurrentKey() = GetKeyAt({x, y});
     }
     if (dragKey != nullptr) {
-        PressKey(*timeline, {x, y});
+        PressKey(*timeline, {x, y}, flags);
     } else {
         PressEmpty(*timeline, x);
     }
@@ -39,13 +43,14 @@ CTrackKey* CTrackCtrl::FindGrippedKey(int x) const {
     return key->HitGrip(x, KeyX(key->time, pixelsPerSecond), pixelsPerSecond) ? key : nullptr;
 }
 
-void CTrackCtrl::PressKey(TimelineContext& timeline, CPoint point) {
+void CTrackCtrl::PressKey(TimelineContext& timeline, CPoint point, UINT flags) {
     CTrackKey* key = dragKey;
     const std::size_t selectedBefore = timeline.selectedKeys.size();
     const bool wasSelected = key->selected;
     const RowWatch watched(*this);
+    const KeyWatch watchedKey(key);
     timeline.SelectOnly(key); // writes the attributes window's key, which may rebuild the rows
-    if (!watched.IsAlive() || dragKey != key) {
+    if (!watched.IsAlive() || !watchedKey.IsAlive() || dragKey != key) {
         return;
     }
     SetCapture();
@@ -56,9 +61,12 @@ void CTrackCtrl::PressKey(TimelineContext& timeline, CPoint point) {
                                           (static_cast<double>(viewEnd) - viewStart));
     key->OnLButtonDown(KeyX(key->time, scale), GetKeyTop(key, client), scale, point,
                        static_cast<float>(TimeFromPoint(&point)));
-    key->state = CTrackKey::kHighlighted;
-    dragDuration = key->GetDuration();
-    dragTime = key->time;
+    // Required: Shift counts at the press alone.
+    if ((flags & MK_SHIFT) != 0) {
+        BeginClone(timeline, *key);
+    } else {
+        BeginDrag(*key);
+    }
     if (selectedBefore > 1 || (selectedBefore == 1 && !wasSelected)) {
         timeline.ArrangeRows(/*invalidate*/ true, /*move*/ false); // another row lost its selection
     } else {
@@ -120,29 +128,27 @@ void CTrackCtrl::PressCamera() const {
     }
 }
 
-void CTrackCtrl::OnMouseMove(UINT /*flags*/, int x, int y) {
+void CTrackCtrl::OnMouseMove(UINT flags, int x, int y) {
     TimelineContext* timeline = TimelineOf(this);
     if (timeline == nullptr) {
         return;
     }
     const CPoint point(x, y);
-    timeline->mouseTime =
-        static_cast<float>(GetPlugin().SnapToFrame(static_cast<float>(TimeFromPoint(&point))));
+    const auto time = static_cast<float>(GetPlugin().SnapToFrame(static_cast<float>(TimeFromPoint(&point))));
+    const float oldTime = std::exchange(timeline->mouseTime, time);
     timeline->InvalidateInfo();
+    CFilmKeyDuplicator& duplicator = timeline->keyDuplicator;
     if (dragKey != nullptr) {
+        dragKey->OnMouseMove(flags, time, this);
         lastPoint = point;
+        Invalidate(FALSE);
+    } else if (duplicator.HasSource() && duplicator.cloneMode) {
+        duplicator.sourceTime =
+            static_cast<float>(duplicator.sourceTime + (static_cast<double>(time) - oldTime));
+        Invalidate(FALSE);
     } else if (timeline->keyDescrWnd != nullptr) {
         timeline->ShowKeyDescription(GetKeyAt(point));
     }
-}
-
-void CTrackCtrl::OnLButtonUp(UINT /*flags*/, int /*x*/, int /*y*/) {
-    if (TimelineOf(this) == nullptr || dragKey == nullptr) {
-        return;
-    }
-    ReleaseCapture();
-    dragKey = nullptr;
-    Invalidate(FALSE);
 }
 
 void CTrackCtrl::OnLButtonDblClk(UINT /*flags*/, int x, int y) {

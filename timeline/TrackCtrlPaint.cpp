@@ -98,6 +98,7 @@ void CTrackCtrl::OnPaint() {
         DrawGrid(&dc, area, /*labelDistance*/ -1);
         pixelsPerSecond = static_cast<float>(area.Width() / (static_cast<double>(viewEnd) - viewStart));
         PaintKeys(dc, area);
+        PaintGhost(dc, area);
         const CRect cell(cellLeft, client.top, areaLeft, client.bottom);
         dc.Rectangle(cell); // covers what reached into the name cell
         if (areaLeft - client.left >= kMinNameWidth) {
@@ -159,6 +160,23 @@ void CTrackCtrl::PaintKeys(CDC& dc, const CRect& area) {
 void CTrackCtrl::PaintKey(CDC& dc, CTrackKey& key, const CRect& area) const {
     key.Draw(&dc, KeyX(key.time, pixelsPerSecond), GetKeyTop(&key, area), pixelsPerSecond, &area,
              /*outline*/ false);
+}
+
+/// Where a clone that hangs on the mouse would go. Required: it is drawn all over the axis, also where the
+/// clone would be refused.
+void CTrackCtrl::PaintGhost(CDC& dc, const CRect& area) const {
+    const TimelineContext* timeline = TimelineOf(this);
+    if (timeline == nullptr) {
+        return;
+    }
+    const CFilmKeyDuplicator& duplicator = timeline->keyDuplicator;
+    CTrackKey* source = duplicator.sourceKey;
+    const float time = duplicator.sourceTime;
+    if (source != nullptr && duplicator.sourceRow == this && duplicator.cloneMode &&
+        time >= timeline->movieStart && time < timeline->movieEnd) {
+        source->Draw(&dc, KeyX(time, pixelsPerSecond), GetKeyTop(source, area), pixelsPerSecond, &area,
+                     /*outline*/ true);
+    }
 }
 
 /// Takes out the keys that a later one of the same box paints over, so that a row draws no more keys than its

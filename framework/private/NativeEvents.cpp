@@ -8,6 +8,14 @@
 #include <QWheelEvent>
 
 #include <cmath>
+#include <utility>
+
+namespace {
+
+// At the last mouse event of any window.
+bool buttonHeld = false;
+
+} // namespace
 
 bool NativeWindow::HandleEvent(QEvent* event) {
     if (!wnd) {
@@ -91,6 +99,15 @@ bool NativeWindow::HandleMouse(QEvent* event) {
     if (message == 0) {
         event->accept();
         return true;
+    }
+    const bool heldBefore = std::exchange(buttonHeld, mouse->buttons() != Qt::NoButton);
+    if (event->type() == QEvent::MouseMove && heldBefore && !buttonHeld && capture::Get()) {
+        // The release went to another program, or to a box that came up in mid-drag.
+        capture::Set(nullptr);
+        if (!Exists(this)) {
+            event->accept();
+            return true;
+        }
     }
     CPoint p(static_cast<int>(std::floor(mouse->position().x())),
              static_cast<int>(std::floor(mouse->position().y())));

@@ -560,6 +560,19 @@ TEST_F(DialogTest, MessageBoxTakesTextOrNumberAndAnswers) {
     EXPECT_EQ(said, (std::vector<std::string>{"Really? 4", "Create camera frame 0"}));
 }
 
+TEST_F(DialogTest, MessageBoxTakesTheMouseFromWhoeverHasIt) {
+    CWnd window;
+    window.Create(nullptr, "", WS_POPUP, CRect(0, 0, 50, 50), nullptr, 0);
+    window.SetCapture();
+    const CWnd* holder = &window;
+    Hooks().messageBox = [&holder](const std::string&, UINT) {
+        holder = CWnd::GetCapture();
+        return IDYES;
+    };
+    AfxMessageBox("Really?", MB_YESNO);
+    EXPECT_EQ(holder, nullptr);
+}
+
 TEST_F(DialogTest, RealMessageBoxReturnsThePressedButton) {
     const auto press = [](QMessageBox::StandardButton which) {
         QTimer::singleShot(0, [which] {

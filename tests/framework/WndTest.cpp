@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 #include <QApplication>
+#include <QMouseEvent>
 #include <QTest>
 #include <QWidget>
 #include <QWindow>
@@ -315,6 +316,23 @@ TEST_F(WndTest, CaptureBringsTheMouseOfOtherWindows) {
     ReleaseCapture();
     EXPECT_EQ(top.Log(), "capturelost");
     QTest::mouseRelease(Window(), Qt::LeftButton, Qt::NoModifier, QPoint(100, 100));
+}
+
+TEST_F(WndTest, CaptureEndsWhenTheMouseComesBackWithoutItsButton) {
+    MakeChild();
+    Show();
+    QTest::mousePress(Window(), Qt::LeftButton, Qt::NoModifier, QPoint(15, 26));
+    child.SetCapture();
+    child.log.clear();
+    top.log.clear();
+    // The release went to a window of another program.
+    QMouseEvent back(QEvent::MouseMove, QPointF(2, 3), Window()->mapToGlobal(QPointF(2, 3)), Qt::NoButton,
+                     Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(Window(), &back);
+    EXPECT_EQ(child.Log(), "capturelost");
+    EXPECT_EQ(top.Log(), "move0@2,3");
+    EXPECT_EQ(CWnd::GetCapture(), nullptr);
+    QTest::mouseRelease(Window(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 3));
 }
 
 TEST_F(WndTest, CaptureEndsWithItsWindow) {

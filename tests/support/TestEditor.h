@@ -46,7 +46,9 @@ public:
     void DeleteObjects(const ObjectList& objects) override;
     std::string BrowseMeshElement(EditorObject*, const std::string& present) override { return present; }
     std::string BrowseMeshAnimation(EditorObject*, const std::string& present) override { return present; }
-    bool InputNumber(float*, const char*, const char*) override { return false; }
+    bool InputNumber(float* value, const char* title, const char* prompt) override {
+        return onInputNumber && onInputNumber(*value, title, prompt);
+    }
     std::optional<std::string> BrowseObjectName(int, const std::string&) override { return std::nullopt; }
     void RedrawViews() override { Log("RedrawViews"); }
     void RedrawView(int number) override { Log("RedrawView " + std::to_string(number)); }
@@ -108,6 +110,8 @@ public:
     std::map<int, std::uint32_t> viewOwners; ///< view number to command word
     std::array<float, 16> viewMatrix{};
     std::function<void(int code, void* data)> onBroadcast; ///< code that runs inside an event of the plug-in
+    /// What the user does when asked for a number; cancels while it is empty.
+    std::function<bool(float& value, const std::string& title, const std::string& prompt)> onInputNumber;
     std::vector<int> broadcasts;
     std::vector<DrawnLine> lines;
     std::vector<HideCall> hideCalls;
