@@ -3,8 +3,6 @@
 #include "framework/Constants.h"
 #include "keys/KeyDrawing.h"
 #include "keys/Pixels.h"
-#include "timeline/TimelineContext.h"
-#include "timeline/TrackCtrl.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -136,18 +134,4 @@ bool CNullTimeTrackKey::CopyFrom(const CTrackKey* other, bool copyTime) {
 bool CNullTimeTrackKey::Equals(const CTrackKey* other, bool compareTime) const {
     const auto* same = dynamic_cast<const CNullTimeTrackKey*>(other);
     return same != nullptr && CTrackKey::Equals(other, compareTime) && width == same->width;
-}
-
-void CNullTimeTrackKey::ClearMarks(CTrackCtrl* row) {
-    if (row == nullptr || row->parent == nullptr || !marked) {
-        return;
-    }
-    for (const CTrackCtrl* sibling : row->parent->children) {
-        for (CTrackKey* key : sibling->keys) {
-            key->marked = false;
-        }
-    }
-    if (TimelineContext* timeline = GetTimeline()) {
-        timeline->InvalidateControl(/*erase*/ false);
-    }
 }

@@ -23,5 +23,6 @@ public:
     bool dragging = false;
 
 private:
+    void MoveGroup(const CTrackCtrl& row, float oldTime, float target);
     COLORREF GetFill() const;
 };

@@ -13,7 +13,6 @@ namespace {
 
 /// Shorter keys can't be gripped; a duration up to this is never taken.
 constexpr float kMinDuration = 0.001f;
-constexpr int kGripDistance = 3;
 constexpr COLORREF kBlack = 0x000000;
 constexpr COLORREF kWhite = 0xFFFFFF;
 
@@ -42,6 +41,7 @@ void DrawLabel(CDC& dc, const std::string& text, const CRect& box) {
 
 /// White squares beside the box; one wholly outside the clip is not drawn.
 void DrawGrips(CDC& dc, const CRect& box, const CRect* clip) {
+    constexpr int kGripDistance = CTimedTrackKey::kGripDistance;
     const int side = box.Height();
     const CRect grips[] = {
         {box.left - kGripDistance - side, box.top, box.left - kGripDistance, box.bottom},

@@ -10,6 +10,8 @@ public:
     static constexpr int kDragMove = 1;
     static constexpr int kDragLeft = 2;
     static constexpr int kDragRight = 3;
+    /// Pixels between the box and a grip.
+    static constexpr int kGripDistance = 3;
 
     /// Destroys the record that it holds first: through the record's track, or the factory without one.
     void SetRecord(IFilmKey* newRecord, bool takeTimes) override;

@@ -41,7 +41,7 @@ CFilmsMainCtrl::CFilmsMainCtrl() {
 }
 
 CFilmsMainCtrl::~CFilmsMainCtrl() {
-    ClearUndo(); // removed keys are let go of while everything that may hold them stands
+    ClearUndo(); // now: what goes there tells this control
     delete hScroll;
     delete grid;
     delete vScroll;
@@ -164,6 +164,7 @@ void CFilmsMainCtrl::ForgetView(CTrackKey* view) {
         return;
     }
     std::erase(selectedKeys, view);
+    undoMgr.retired.Forget(view);
     if (CurrentKey() == view) {
         CurrentKey() = nullptr;
     }

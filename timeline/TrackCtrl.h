@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/Button.h"
+#include "keys/KeyTimeRules.h"
 #include "keys/KeyViewList.h"
 #include "plugin/contract/EditorObject.h"
 #include "plugin/contract/FilmTrack.h"
@@ -14,6 +15,7 @@
 class CMenu;
 class CTrackKey;
 class RowWatch;
+struct RowKey;
 class TimelineContext;
 
 /// One line of the timeline: a name cell and the keys of one kind of one track. A root row (kind 21) holds no
@@ -81,6 +83,8 @@ public:
     void ReadStoredState(std::uint8_t& storedExpanded);
 
     // Keys.
+    /// The row's own axis, which limits where keys may go.
+    TimeAxis GetAxis() const;
     /// Puts a view into the row of this tree that takes it. `existing`: the record is in the track already.
     bool AddKeyView(CTrackKey* view, bool redraw, bool existing, bool noUndo);
     /// Takes a view out; with `destroy` and `noUndo` the view and its record are deleted.
@@ -92,6 +96,7 @@ public:
     void DropGesture();
     void SaveKeyTimes();
     void RestoreKeyTimes(bool keep);
+    /// Keys that start or end near a mark at `from` go along to `to`.
     void ShiftKeysNear(float from, float to);
     /// The nearest key at or after a time (or at or before it); one that stands at the time is passed over.
     CTrackKey* FindNearestKey(float time, bool after) const;
@@ -100,11 +105,14 @@ public:
     float SnapTime(CTrackKey* key, float ref, bool forward, bool free) const;
     /// The gap around the key; both are left alone for a key that may overlap.
     void GetKeyLimits(const CTrackKey* key, float& lo, float& hi) const;
+    /// The first key that starts at the time, within 0.00001 seconds.
     CTrackKey* KeyAtTime(float time) const;
+    /// Whether the key may start at a time. Another's start and end are taken.
     bool IsTimeFree(const CTrackKey* key, float time) const;
     /// IsTimeFree, and a timed key is shortened so that it ends before the next.
     bool CanPlaceKey(CTrackKey* key, float time) const;
     /// Fits a proposed start and duration between the other keys; false if they can't be taken at all.
+    /// `time` plays no part.
     bool FitTimedKey(CTrackKey* key, float time, float& start, float& duration, float oldDuration) const;
     /// An interval of `from` seconds from `time` on becomes `to` seconds long. Works on the records of this
     /// row's kind; the caller shows the film again.
@@ -192,6 +200,8 @@ private:
     void ShowInEngine() const;
     void NoteEdit(TimelineContext& timeline, int undoCode, CTrackKey* view);
     bool CanPasteKey() const;
+    std::vector<KeySpan> SpansBeside(const CTrackKey& key) const;
+    std::vector<RowKey> RowKeys() const;
     void DropView(CTrackKey* view);
     void DropViews();
     void RemoveViews(const std::vector<CTrackKey*>& gone);

@@ -75,19 +75,3 @@ CTrackKey* CTrackCtrl::FindKeyView(const CTrackKey* view, bool byValue) const {
     });
     return found != keys.end() ? *found : nullptr;
 }
-
-CTrackKey* CTrackCtrl::FindNearestKey(float time, bool after) const {
-    constexpr double kSameTimeSeconds = 0.000001;
-    constexpr double kFarthestSeconds = 100000.0;
-    CTrackKey* nearest = nullptr;
-    double least = kFarthestSeconds;
-    for (CTrackKey* key : keys) {
-        const double ahead = static_cast<double>(key->time) - time;
-        const double distance = after ? ahead : -ahead;
-        if (distance > kSameTimeSeconds && distance < least) {
-            nearest = key;
-            least = distance;
-        }
-    }
-    return nearest;
-}

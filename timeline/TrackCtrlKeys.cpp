@@ -223,19 +223,6 @@ void CTrackCtrl::RestoreKeyTimes(bool keep) {
     }
 }
 
-void CTrackCtrl::ShiftKeysNear(float from, float to) {
-    constexpr double kReachSeconds = 0.1;
-    const double low = from - kReachSeconds;
-    const double high = from + kReachSeconds;
-    const auto isNear = [low, high](double time) { return time > low && time < high; };
-    for (CTrackKey* key : keys) {
-        if (isNear(key->time) || isNear(key->time + key->GetDuration())) {
-            const double step = static_cast<double>(to) - from;
-            key->SetPosition(static_cast<float>(key->time + step), /*viewOnly*/ false);
-        }
-    }
-}
-
 bool CTrackCtrl::SetCurrentKeyElement(const std::string& element, const EditorObject* object) {
     IFilm* film = GetPlugin().GetCurrentFilm();
     TimelineContext* timeline = TimelineOf(this);

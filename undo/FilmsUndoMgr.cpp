@@ -26,9 +26,7 @@ CFilmsUndoAction* CFilmsUndoMgr::CreateAction(int code) {
 }
 
 bool CFilmsUndoMgr::Add(CFilmsUndoAction* action) {
-    if (action != nullptr) {
-        retired.push_back(action);
-    }
+    retired.KeepAction(action);
     return false;
 }
 
@@ -38,17 +36,19 @@ bool CFilmsUndoMgr::Undo() {
 
 void CFilmsUndoMgr::TruncateFrom(int index) {
     const auto from = static_cast<std::size_t>(std::max(index, 0));
-    while (actions.size() > from) {
-        delete actions.back();
-        actions.pop_back();
+    if (from >= actions.size()) {
+        return;
+    }
+    const std::vector<CFilmsUndoAction*> cut(actions.begin() + static_cast<std::ptrdiff_t>(from),
+                                             actions.end());
+    actions.resize(from);
+    for (CFilmsUndoAction* action : cut) {
+        delete action;
     }
 }
 
 void CFilmsUndoMgr::Clear() {
     TruncateFrom(0);
     position = -1;
-    for (CFilmsUndoAction* action : retired) {
-        delete action;
-    }
-    retired.clear();
+    retired.Clear();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "undo/RetiredKeys.h"
+
 #include <vector>
 
 class CFilmsUndoAction;
@@ -16,19 +18,18 @@ public:
 
     /// A new action of a UndoCode, which is the caller's until `Add`; null for any other code.
     CFilmsUndoAction* CreateAction(int code);
-    /// Takes the action over; always false. It is only kept alive, since views that were deleted with undo
-    /// live in it, until the next `Clear`.
+    /// Takes the action over, to keep it in `retired`: views that were deleted with undo live in it. Always
+    /// false.
     bool Add(CFilmsUndoAction* action);
     /// Serves Redo too; always false.
     bool Undo();
     /// Destroys the recorded actions from `index` on; a negative index counts as 0.
     void TruncateFrom(int index);
+    /// Called whenever the film is shown anew and when the level goes, before its records do.
     void Clear();
 
     std::vector<CFilmsUndoAction*> actions; ///< oldest first; owned; empty as long as Add records nothing
     int position = -1;                      ///< of the present action in `actions`
     TimelineContext* owner;
-
-private:
-    std::vector<CFilmsUndoAction*> retired; ///< handed to Add, kept only for what they own
+    RetiredKeys retired; ///< until `Clear`; Undo and Redo don't reach it
 };

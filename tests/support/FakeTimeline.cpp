@@ -1,8 +1,12 @@
 #include "tests/support/FakeTimeline.h"
 
-#include "keys/TrackKey.h"
+#include "keys/NullTimeTrackKey.h"
+#include "keys/TimedTrackKey.h"
+#include "plugin/contract/FilmManager.h"
+#include "plugin/PluginImpl.h"
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -85,12 +89,27 @@ const KeyKindParams* FakeTimeline::GetKeyParams(int kind) const {
     return kind >= 0 && kind < KeyKind::FilterCount ? &keyParams[static_cast<std::size_t>(kind)] : nullptr;
 }
 
-CTrackKey* FakeTimeline::CreateKeyView(int /*kind*/) {
-    return nullptr;
+CTrackKey* FakeTimeline::CreateKeyView(int kind) {
+    IFilmManager* manager = GetPlugin().GetFilmManager();
+    IFilmKey* record = manager != nullptr && !refuseViews ? manager->keyFactory->CreateKey(kind) : nullptr;
+    if (record == nullptr) {
+        return nullptr;
+    }
+    std::unique_ptr<CTrackKey> view;
+    if (kind < KeyKind::Position) {
+        auto timed = std::make_unique<CTimedTrackKey>();
+        timed->SetDuration(5.0f, /*viewOnly*/ false);
+        view = std::move(timed);
+    } else {
+        view = std::make_unique<CNullTimeTrackKey>();
+    }
+    view->SetRecord(record, /*takeTimes*/ false);
+    return view.release();
 }
 
 void FakeTimeline::ForgetView(CTrackKey* view) {
     forgottenViews.push_back(view);
+    undoMgr.retired.Forget(view);
     std::erase(selectedKeys, view);
 }
 

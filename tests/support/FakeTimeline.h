@@ -9,6 +9,7 @@
 /// Create and give it to them as their parent.
 class FakeTimeline : public CWnd, public TimelineContext {
 public:
+    ~FakeTimeline() override { undoMgr.Clear(); }
     void ClearSelection() override;
     void SelectOnly(CTrackKey* key) override;
     void Deselect(CTrackKey* key) override;
@@ -39,6 +40,7 @@ public:
     std::vector<std::string> log;
     KeyKindParamsTable keyParams;
     bool rebuilding = false;
+    bool refuseViews = false;               ///< CreateKeyView answers null
     CTrackCtrl* nextRow = nullptr;          ///< what AddTrackCtrl and AddAnimationRow answer
     std::vector<CTrackKey*> forgottenViews; ///< of ForgetView; they may be gone
     CTrackCtrl* menuRow = nullptr;          ///< of the last ShowContextMenu

@@ -1,6 +1,7 @@
 #include "tests/timeline/TrackCtrlFixture.h"
 
 #include "framework/QtBridge.h"
+#include "tests/support/RetiredRecords.h"
 
 #include <algorithm>
 #include <QCoreApplication>
@@ -78,6 +79,10 @@ TrackCtrlTest::TrackCtrlTest() {
 }
 
 TrackCtrlTest::~TrackCtrlTest() {
+    for (const IFilmKey* record : RetiredRecords(timeline.undoMgr)) {
+        std::erase(loose, record); // it goes with what keeps it
+    }
+    timeline.undoMgr.Clear();
     timeline.rows.clear();
     for (IFilmKey* record : loose) {
         if (record->track == nullptr) {
