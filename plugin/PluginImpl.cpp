@@ -74,12 +74,8 @@ void IPluginImpl::ClearLevelState() {
     attachedViews.clear();
     levelParams.Clear();
     lightHelpers.DeleteHelpers();
-    if (trackVisualizer) {
-        trackVisualizer->Reset();
-    }
-    if (cameraHelpers) {
-        cameraHelpers->Reset();
-    }
+    trackVisualizer.Reset();
+    cameraHelpers.Reset();
     if (keyAttributesDlg) {
         keyAttributesDlg->ForgetKey();
     }
@@ -167,9 +163,7 @@ void IPluginImpl::OnObjectDestroyed(EditorObject* object) {
     if (contextObject == object) {
         contextObject = nullptr;
     }
-    if (cameraHelpers) {
-        cameraHelpers->ForgetObject(object);
-    }
+    cameraHelpers.ForgetObject(object);
 }
 
 IFilmManager* IPluginImpl::GetFilmManager() const {

@@ -2,8 +2,9 @@
 
 #include "files/ToolBarReg.h"
 #include "framework/Menu.h"
+#include "helpers/CameraHelpersController.h"
 #include "helpers/FilmsLightHelperMgr.h"
-#include "helpers/SceneHelpers.h"
+#include "helpers/TrackVisualizator.h"
 #include "plugin/contract/Editor.h"
 #include "plugin/contract/EditorView.h"
 #include "plugin/contract/EventCodes.h"
@@ -190,8 +191,8 @@ public:
     CPluginFilmsParams levelParams;
     std::list<CPluginFilmsParams> cameraParams;
     std::list<VirtualObjectRecord> virtualObjects;
-    std::unique_ptr<ITrackVisualizer> trackVisualizer; ///< null while no path can be drawn
-    std::unique_ptr<ICameraHelpers> cameraHelpers;     ///< null while cameras have no body
+    CTrackVisualizator trackVisualizer;
+    CCameraHelpersController cameraHelpers;
 
     /// Makers of windows that are made on first use; null where there is no such window.
     IScenarioWindow* (*makeScenarioWindow)() = nullptr;

@@ -120,8 +120,8 @@ void IPluginImpl::OnCommand(Word pluginNumber, Word localCommand) {
         SetAnimateObjects(currentFilm != nullptr && animateObjects == 0);
         break;
     case Command::CreateCameraFrame:
-        if (trackVisualizer && editor != nullptr) {
-            CreateCameraFrame(trackVisualizer->GetRenderTrack(), currentTime, editor->GetActiveView());
+        if (editor != nullptr) {
+            CreateCameraFrame(trackVisualizer.renderTrack, currentTime, editor->GetActiveView());
         }
         break;
     case Command::ToVirtualObject:
@@ -195,12 +195,8 @@ void IPluginImpl::EnableCommandRange(Word first, Word last, bool enabled) {
 }
 
 void IPluginImpl::SetVisualizedTrack(CFilmTrack* track) {
-    if (trackVisualizer) {
-        trackVisualizer->SetRenderTrack(track);
-    }
-    if (cameraHelpers) {
-        cameraHelpers->UpdateObjects(track, currentTime);
-    }
+    trackVisualizer.SetRenderTrack(track);
+    cameraHelpers.UpdateObjects(track, currentTime);
     EnableCommandRange(Command::CreateCameraFrame, Command::CreateCameraFrame, track != nullptr);
 }
 
@@ -213,10 +209,6 @@ IKeyAttributesDlg* IPluginImpl::GetKeyAttributesDlg() {
 }
 
 void IPluginImpl::OnRender() {
-    if (trackVisualizer) {
-        trackVisualizer->Draw();
-    }
-    if (cameraHelpers) {
-        cameraHelpers->Draw();
-    }
+    trackVisualizer.Draw();
+    cameraHelpers.Draw();
 }

@@ -57,12 +57,8 @@ void IPluginImpl::OnEvent(int code, void* data) {
         break;
     case EventCode::ReleaseRenderResources:
         lightHelpers.DeleteHelpers();
-        if (trackVisualizer) {
-            trackVisualizer->Reset();
-        }
-        if (cameraHelpers) {
-            cameraHelpers->Reset();
-        }
+        trackVisualizer.Reset();
+        cameraHelpers.Reset();
         break;
     case EventCode::Suspend:
         OnSuspend();

@@ -96,9 +96,7 @@ void IPluginImpl::DeleteFilm(IFilm* film) {
         SetCurrentFilm(nullptr);
     }
     DeleteMovieParams(film);
-    if (trackVisualizer) {
-        trackVisualizer->RemoveCameraTracksOf(film);
-    }
+    trackVisualizer.RemoveCameraTracksOf(film);
     lightHelpers.ForgetFilm(film);
     if (suspendedFilm == film) {
         suspendedFilm = nullptr;

@@ -118,9 +118,7 @@ void IPluginImpl::OnObjectsMoved(const ObjectList& objects) {
             std::copy_n(object->GetMatrix(0), matrix.size(), matrix.begin());
         }
     }
-    if (cameraHelpers) {
-        cameraHelpers->OnObjectsMoved(&moved);
-    }
+    cameraHelpers.OnObjectsMoved(&moved);
     if (animateObjects != 0) {
         AddActors(moved);
     }

@@ -36,9 +36,7 @@ void IPluginImpl::SetFrame(float time, float previous) {
         editor->BroadcastEvent(EventCode::ObjectsMoved, pluginId, nullptr);
     }
     CopyCameraToViews();
-    if (cameraHelpers) {
-        cameraHelpers->UpdateObjects(trackVisualizer ? trackVisualizer->GetRenderTrack() : nullptr, time);
-    }
+    cameraHelpers.UpdateObjects(trackVisualizer.renderTrack, time);
     if (editor != nullptr) {
         editor->RedrawViews();
     }

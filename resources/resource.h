@@ -19,6 +19,7 @@
 #define IDD_MOVIES 1745
 #define IDD_SCENARIO 1748
 #define IDD_MAIN_CTRL_SETTINGS 1749
+#define IDD_ADD_CAMERA 1768
 
 /* Controls of the panel */
 #define IDC_PANEL_TABS 1743
@@ -34,6 +35,12 @@
 #define IDC_TICS_DISTANCE 1772
 #define IDC_BIG_TICS 1773
 #define IDC_LABEL_DISTANCE 1774
+
+/* Controls of the camera dialogs */
+#define IDC_CAMERA_NAME 1783
+
+/* Texts */
+#define IDS_NO_FILM 36845
 
 /* Commands */
 #define IDC_MOVIES 1742

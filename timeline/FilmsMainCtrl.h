@@ -6,6 +6,7 @@
 #include "timeline/AdvWnd.h"
 #include "timeline/FilmsInfoWnd.h"
 #include "timeline/FilmsKeyDescrWnd.h"
+#include "timeline/LooseKey.h"
 #include "timeline/MarkedGridCtrl.h"
 #include "timeline/ScenarioWindow.h"
 #include "timeline/TimelineContext.h"
@@ -159,6 +160,7 @@ private:
     void ShowTopRowInBar(bool newRange);
     std::unique_ptr<CTrackCtrl> MakeRow();
     void GrowRowBar(bool redraw);
+    static void RemoveCameraHelpers(CFilmTrack* track);
     void LeaveTrackOf(CTrackCtrl* row);
 
     IFilmKey* LeaveAttributesDialog(const IFilm* film);
@@ -197,6 +199,25 @@ private:
     void OnMenuStop();
     void OnMenuValidate();
     void OnMenuChangeActor();
+
+    // Commands that edit keys.
+    void OnMenuRemoveKey();
+    void OnMenuSetPosition();
+    void OnMenuSetDuration();
+    void OnMenuCalcKeyDuration();
+    void OnMenuCopyAttributes();
+    void OnMenuPasteAttributes();
+    void OnMenuAddKey();
+    void OnMenuPasteKey();
+    void OnMenuHideTrack();
+    void OnMenuAddCamera();
+    void RunMethodCommand(UINT id);
+    void OnMenuChangeBezierMethod(bool in, int method);
+    CTrackKey* KeyOfMenuRow() const;
+    bool AskForSeconds(float& seconds, const char* title, const char* prompt);
+    const IFilmKey* CopiedRecord() const;
+    bool PlaceNewKey(LooseKey& key, float mouse, float time, bool redraw);
+    void ShowInAttributes(CTrackKey* view);
 
     std::vector<CTrackCtrl*> detachedRows;                ///< made, but in no list any more; owned
     std::shared_ptr<int> life = std::make_shared<int>(0); ///< ends with the control

@@ -81,6 +81,18 @@ bool CFilmsMainCtrl::ChangeActor() {
     return true;
 }
 
-/// Moves in the views leave the keys of the film that is shown as they are.
-void CFilmsMainCtrl::RecordObjectKeys(EditorObject*, float, const float*, const float*) {
+void CFilmsMainCtrl::RecordObjectKeys(EditorObject* object, float time, const float* newMatrix,
+                                      const float* oldMatrix) {
+    if (!(time >= 0.0f) || newMatrix == nullptr || oldMatrix == nullptr) {
+        return;
+    }
+    CTrackCtrl* row = FindRowOfObject(object);
+    if (row == nullptr) {
+        return;
+    }
+    const std::weak_ptr<int> window = life;
+    row->WriteTransformKeys(time, newMatrix, oldMatrix);
+    if (!window.expired()) {
+        RepaintRows(); // a new key took the selection from a row that may be another object's
+    }
 }

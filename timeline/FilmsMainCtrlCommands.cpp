@@ -17,19 +17,31 @@ const CFilmsMainCtrl::CommandEntry CFilmsMainCtrl::kCommands[] = {
     {IDC_ADD_ACTORS, &CFilmsMainCtrl::OnMenuAddActors},
     {IDC_REMOVE_ACTORS, &CFilmsMainCtrl::OnMenuRemoveActors},
     {IDC_REMOVE_ACTOR, &CFilmsMainCtrl::OnMenuRemoveActor},
+    {IDC_REMOVE_KEY, &CFilmsMainCtrl::OnMenuRemoveKey},
+    {IDC_SET_POSITION, &CFilmsMainCtrl::OnMenuSetPosition},
+    {IDC_SET_DURATION, &CFilmsMainCtrl::OnMenuSetDuration},
+    {IDC_HIDE_TRACK, &CFilmsMainCtrl::OnMenuHideTrack},
     {IDC_PLAY_MOVIE, &CFilmsMainCtrl::OnMenuPlay},
     {IDC_STOP_MOVIE, &CFilmsMainCtrl::OnMenuStop},
     {IDC_VALIDATE_MOVIE, &CFilmsMainCtrl::OnMenuValidate},
+    {IDC_ADD_KEY, &CFilmsMainCtrl::OnMenuAddKey},
     {IDC_REMOVE_TRACK, &CFilmsMainCtrl::OnMenuRemoveActor},
+    {IDC_CALC_KEY_DURATION, &CFilmsMainCtrl::OnMenuCalcKeyDuration},
+    {IDC_COPY_ATTRIBUTES, &CFilmsMainCtrl::OnMenuCopyAttributes},
+    {IDC_PASTE_ATTRIBUTES, &CFilmsMainCtrl::OnMenuPasteAttributes},
+    {IDC_ADD_CAMERA, &CFilmsMainCtrl::OnMenuAddCamera},
+    {IDC_PASTE_KEY, &CFilmsMainCtrl::OnMenuPasteKey},
     {IDC_CHANGE_ACTOR, &CFilmsMainCtrl::OnMenuChangeActor},
 };
 
 void CFilmsMainCtrl::RunCommand(UINT id) {
     const auto* entry =
         std::ranges::find_if(kCommands, [id](const CommandEntry& candidate) { return candidate.id == id; });
+    const ResourceScope resources(PluginResources());
     if (entry != std::end(kCommands)) {
-        const ResourceScope resources(PluginResources());
         (this->*entry->run)();
+    } else {
+        RunMethodCommand(id);
     }
 }
 
@@ -111,6 +123,13 @@ void CFilmsMainCtrl::OnMenuRemoveActor() {
         plugin.RestoreOneMatrix(actor->actor);
     }
     RemoveTrackCtrl(menuRow, /*redraw*/ true);
+}
+
+void CFilmsMainCtrl::OnMenuHideTrack() {
+    if (menuRow != nullptr) {
+        menuRow->SetVisibleFlag(false);
+        RebuildVisibleRows(/*redraw*/ true, nullptr);
+    }
 }
 
 void CFilmsMainCtrl::OnMenuPlay() {

@@ -1,5 +1,6 @@
 #include "timeline/FilmsMainCtrl.h"
 
+#include "helpers/FilmsLightHelper.h"
 #include "plugin/PluginImpl.h"
 
 #include <algorithm>
@@ -245,11 +246,7 @@ void CFilmsMainCtrl::RemoveTrackCtrl(CTrackCtrl* row, bool redraw) {
     }
     RowHandle handle;
     GetTopRowHandle(handle);
-    IPluginImpl& plugin = GetPlugin();
-    if (AsCameraTrack(row->track) != nullptr && plugin.trackVisualizer != nullptr &&
-        plugin.trackVisualizer->GetRenderTrack() == row->track) {
-        plugin.SetVisualizedTrack(nullptr);
-    }
+    RemoveCameraHelpers(row->track);
     const std::list<CTrackCtrl*> children = row->children;
     for (CTrackCtrl* child : children) {
         RemoveTrackCtrl(child, /*redraw*/ false);
@@ -262,6 +259,18 @@ void CFilmsMainCtrl::RemoveTrackCtrl(CTrackCtrl* row, bool redraw) {
     RebuildVisibleRows(redraw, &handle);
 }
 
+/// The path and the objects of a camera that is about to go.
+void CFilmsMainCtrl::RemoveCameraHelpers(CFilmTrack* track) {
+    IPluginImpl& plugin = GetPlugin();
+    if (AsCameraTrack(track) == nullptr) {
+        return;
+    }
+    if (plugin.trackVisualizer.renderTrack == track) {
+        plugin.SetVisualizedTrack(nullptr);
+    }
+    plugin.trackVisualizer.RemoveTrack(track);
+}
+
 /// What hangs on a row goes with it: camera keys of a camera row, the film's track of a root row.
 void CFilmsMainCtrl::LeaveTrackOf(CTrackCtrl* row) {
     if (row->kind == KeyKind::Camera) {
@@ -271,10 +280,14 @@ void CFilmsMainCtrl::LeaveTrackOf(CTrackCtrl* row) {
         }
         return;
     }
-    IFilm* film = GetPlugin().GetCurrentFilm();
+    const IPluginImpl& plugin = GetPlugin();
+    IFilm* film = plugin.GetCurrentFilm();
     CFilmTrack* track = row->track;
     if (row->IsRoot() && film != nullptr && track != nullptr) {
         ForgetTrack(track);
+        if (CFilmsLightHelper* light = plugin.lightHelpers.FindHolder(track)) {
+            light->track = nullptr;
+        }
         film->RemoveTrack(track, 1);
         row->track = nullptr;
     }

@@ -133,8 +133,11 @@ void CScenarioDlg::OnMoveToEnd() {
     }
 }
 
-/// Both buttons are there and do nothing: edits are final.
+/// "Undo" and "Redo" are one command to the manager, which has nothing recorded.
 void CScenarioDlg::OnUndo() {
+    if (mainCtrl != nullptr) {
+        mainCtrl->undoMgr.Undo();
+    }
 }
 
 void CScenarioDlg::OnFrameBack() {

@@ -121,8 +121,7 @@ void CTrackCtrl::PressObject(EditorObject& object) const {
 
 void CTrackCtrl::PressCamera() const {
     IPluginImpl& plugin = GetPlugin();
-    const bool visualized =
-        plugin.trackVisualizer != nullptr && plugin.trackVisualizer->GetRenderTrack() == track;
+    const bool visualized = plugin.trackVisualizer.renderTrack == track;
     plugin.SetVisualizedTrack(visualized ? nullptr : track);
     if (plugin.editor != nullptr) {
         plugin.editor->RedrawViews();

@@ -212,8 +212,7 @@ COLORREF CTrackCtrl::GetNameColor() const {
         const EditorObjectInfo* info = object->GetInfo();
         return info != nullptr && (info->flags & kSelectedInLevel) != 0 ? kSelectedActor : kBlack;
     }
-    const bool visualized = AsCameraTrack(track) != nullptr && plugin.trackVisualizer != nullptr &&
-                            plugin.trackVisualizer->GetRenderTrack() == track;
+    const bool visualized = AsCameraTrack(track) != nullptr && plugin.trackVisualizer.renderTrack == track;
     return visualized ? kVisualizedCamera : kBlack;
 }
 

@@ -50,7 +50,7 @@ protected:
 };
 
 /// A film without tracks that writes down what is called.
-class LoggingFilm final : public IFilm {
+class LoggingFilm : public IFilm {
 public:
     explicit LoggingFilm(std::vector<std::string>& calls) : log(calls) { name = "Logging"; }
     void SetName(const char*) override {}

@@ -128,6 +128,11 @@ void TestEditor::BroadcastEvent(int code, PluginCommandId, void* data) {
 void TestEditor::CreateHelperObject(const char*, PluginCommandId, int type, const HelperObjectParams& params,
                                     EditorObject** object) {
     Log("CreateHelperObject " + params.className + " " + std::to_string(type));
+    helperParams.push_back(params);
+    if (refusedHelpers.count(params.className) != 0) {
+        *object = nullptr;
+        return;
+    }
     engine::ObjectSpec spec;
     spec.className = params.className;
     spec.name = params.name;
@@ -143,6 +148,21 @@ void TestEditor::CreateHelperObject(const char*, PluginCommandId, int type, cons
     level.SetSelection({created});
     plugin->OnEvent(EventCode::ObjectsCreated, nullptr);
     level.SetSelection(before);
+}
+
+void TestEditor::SetObjectsHidden(const ObjectList& objects, bool hidden) {
+    for (EditorObject* object : objects) {
+        static_cast<SceneObject*>(object)->Info().hidden = hidden;
+    }
+    if (!quiet) {
+        hideCalls.push_back({objects, hidden});
+    }
+}
+
+void TestEditor::DrawLine(const float* from, const float* to, const float* color) {
+    DrawnLine line{{from[0], from[1], from[2]}, {to[0], to[1], to[2]}, {}};
+    std::copy_n(color, line.color.size(), line.color.begin());
+    lines.push_back(line);
 }
 
 void* TestEditor::GetGroupOf(EditorObject* object) {

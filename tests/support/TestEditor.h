@@ -11,8 +11,24 @@
 #include <functional>
 #include <list>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
+
+/// A line that the plug-in drew.
+struct DrawnLine {
+    Vector3 from;
+    Vector3 to;
+    std::array<float, 4> color{};
+
+    bool operator==(const DrawnLine&) const = default;
+};
+
+/// A call of SetObjectsHidden.
+struct HideCall {
+    ObjectList objects;
+    bool hidden = false;
+};
 
 /// A host without windows over a real level. It writes down what is called, and tests set what it answers.
 class TestEditor : public IEditor, public IEditorView {
@@ -30,7 +46,9 @@ public:
     void DeleteObjects(const ObjectList& objects) override;
     std::string BrowseMeshElement(EditorObject*, const std::string& present) override { return present; }
     std::string BrowseMeshAnimation(EditorObject*, const std::string& present) override { return present; }
-    bool InputNumber(float*, const char*, const char*) override { return false; }
+    bool InputNumber(float* value, const char* title, const char* prompt) override {
+        return onInputNumber && onInputNumber(*value, title, prompt);
+    }
     std::optional<std::string> BrowseObjectName(int, const std::string&) override { return std::nullopt; }
     void RedrawViews() override { Log("RedrawViews"); }
     void RedrawView(int number) override { Log("RedrawView " + std::to_string(number)); }
@@ -47,7 +65,7 @@ public:
     void BroadcastEvent(int code, PluginCommandId sender, void* data) override;
     void CreateHelperObject(const char* helperPlugin, PluginCommandId owner, int type,
                             const HelperObjectParams& params, EditorObject** object) override;
-    std::string GetHelperTemplate() override { return "helpers/"; }
+    std::string GetHelperTemplate() override { return helperFolder; }
     void GetDataFilePath(std::string& path, const char* fileName) override { path = fileName; }
     void AddListenerA(IPlugin*) override { Log("AddListenerA"); }
     void RemoveListenerA(IPlugin*) override { Log("RemoveListenerA"); }
@@ -58,7 +76,7 @@ public:
     void RefreshObjectTree(int) override { Log("RefreshObjectTree"); }
     void RefreshObjectPanel(int) override { Log("RefreshObjectPanel"); }
     void AddShortcuts(const std::list<ShortcutRecord>& added) override { shortcuts = added; }
-    void SetObjectsHidden(const ObjectList&, bool) override {}
+    void SetObjectsHidden(const ObjectList& objects, bool hidden) override;
 
     // IEditorView
     ILevel* GetLevel() override { return &level; }
@@ -68,7 +86,7 @@ public:
     ObjectList* GetSelectedObjects() override { return &level.selection; }
     void GetAllObjects(ObjectList& objects, int) override { level.CollectObjects(objects); }
     void* GetGroupOf(EditorObject* object) override;
-    void DrawLine(const float*, const float*, const float*) override {}
+    void DrawLine(const float* from, const float* to, const float* color) override;
 
     /// A mesh object at a place, told to the plug-in with event 3 as a host tells it.
     engine::SceneObject* Create(const std::string& name, float x = 0.0f, float y = 0.0f, float z = 0.0f);
@@ -92,7 +110,14 @@ public:
     std::map<int, std::uint32_t> viewOwners; ///< view number to command word
     std::array<float, 16> viewMatrix{};
     std::function<void(int code, void* data)> onBroadcast; ///< code that runs inside an event of the plug-in
+    /// What the user does when asked for a number; cancels while it is empty.
+    std::function<bool(float& value, const std::string& title, const std::string& prompt)> onInputNumber;
     std::vector<int> broadcasts;
+    std::vector<DrawnLine> lines;
+    std::vector<HideCall> hideCalls;
+    std::vector<HelperObjectParams> helperParams; ///< of each CreateHelperObject
+    std::set<std::string> refusedHelpers;         ///< classes that CreateHelperObject makes no object of
+    std::string helperFolder = "helpers/";
     ObjectList lastBroadcastObjects; ///< the list that came with the last event 14 that had one
     IPlugin* plugin = nullptr;       ///< hears of created and deleted objects
     bool hasControl = true;

@@ -11,18 +11,6 @@ using ::testing::IsEmpty;
 
 namespace {
 
-/// Draws nothing and remembers which track it was given.
-class PlainVisualizer final : public ITrackVisualizer {
-public:
-    void SetRenderTrack(CFilmTrack* newTrack) override { track = newTrack; }
-    CFilmTrack* GetRenderTrack() const override { return track; }
-    void Draw() override {}
-    void RemoveCameraTracksOf(IFilm*) override {}
-    void Reset() override {}
-
-    CFilmTrack* track = nullptr;
-};
-
 class ScenarioCommandsTest : public ScenarioDlgTest {
 protected:
     /// An opened film with one actor that has position keys at 1 and 2 seconds and an animation key at 3, its
@@ -289,9 +277,7 @@ TEST_F(ScenarioCommandsTest, UndoAndRedoHaveNoEffect) {
 TEST_F(ScenarioCommandsTest, CameraFrameIsMadeOnTheTrackOnShow) {
     IFilm* film = OpenNewFilm();
     CFilmCameraTrack* camera = AddCamera(film, "Cam");
-    auto visualizer = std::make_unique<PlainVisualizer>();
-    visualizer->track = camera;
-    plugin.trackVisualizer = std::move(visualizer);
+    plugin.trackVisualizer.SetRenderTrack(camera);
     Command(IDC_CREATE_CAMERA_FRAME);
     EXPECT_EQ(KeysOf(*camera, KeyKind::CameraPosition).size(), 1U);
     EXPECT_THAT(window->baseCommands, ElementsAre(36846U));

@@ -33,17 +33,6 @@ public:
     bool refuseRows = false;
 };
 
-/// The helper that draws a camera's path; it only remembers the track.
-struct FakeVisualizer final : ITrackVisualizer {
-    void SetRenderTrack(CFilmTrack* newTrack) override { track = newTrack; }
-    CFilmTrack* GetRenderTrack() const override { return track; }
-    void Draw() override {}
-    void RemoveCameraTracksOf(IFilm*) override {}
-    void Reset() override { track = nullptr; }
-
-    CFilmTrack* track = nullptr;
-};
-
 /// Rows below a stand-in for the main control, with an opened film whose actor is the object "Box".
 class TrackCtrlTest : public PluginTest {
 protected:

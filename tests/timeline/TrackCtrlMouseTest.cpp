@@ -41,7 +41,6 @@ protected:
     ~TrackCtrlMouseTest() override {
         ReleaseCapture();
         plugin.keyAttributesDlg.reset();
-        plugin.trackVisualizer.reset();
     }
     LoggingAttributes& Attributes() {
         auto made = std::make_unique<LoggingAttributes>(dialogLog);
@@ -242,18 +241,15 @@ TEST_F(TrackCtrlMouseTest, NameCellDoesntStopHits) {
 }
 
 TEST_F(TrackCtrlMouseTest, NameCellOfACameraShowsAndHidesItsPath) {
-    auto made = std::make_unique<FakeVisualizer>();
-    FakeVisualizer& visualizer = *made;
-    plugin.trackVisualizer = std::move(made);
     CFilmTrack* camera = AddCamera(film, "Camera");
     CTrackCtrl& row = MakeRow(KeyKind::None, camera);
     editor.calls.clear();
     Press(row, 60, 10);
-    EXPECT_EQ(visualizer.track, camera);
+    EXPECT_EQ(plugin.trackVisualizer.renderTrack, camera);
     EXPECT_THAT(editor.calls, Contains("RedrawViews"));
     EXPECT_THAT(timeline.log, ElementsAre("InvalidateControl true"));
     Press(row, 60, 10);
-    EXPECT_EQ(visualizer.track, nullptr);
+    EXPECT_EQ(plugin.trackVisualizer.renderTrack, nullptr);
 }
 
 TEST_F(TrackCtrlMouseTest, NameCellOfTheLevelDoesNothing) {

@@ -69,12 +69,9 @@ TEST_F(TrackCtrlPaintTest, OnlyTheVisualizedCameraHasAGreenName) {
     rowA.name = "A";
     rowB.name = "B";
     EXPECT_THAT(Paint(rowA), Contains("text 25,6 'A:' 000000"));
-    auto visualizer = std::make_unique<FakeVisualizer>();
-    visualizer->track = first;
-    plugin.trackVisualizer = std::move(visualizer);
+    plugin.trackVisualizer.SetRenderTrack(first);
     EXPECT_THAT(Paint(rowA), Contains("text 25,6 'A:' 008000"));
     EXPECT_THAT(Paint(rowB), Contains("text 25,6 'B:' 000000"));
-    plugin.trackVisualizer.reset();
 }
 
 TEST_F(TrackCtrlPaintTest, BarStandsAroundItsTimeWithASquareInIt) {

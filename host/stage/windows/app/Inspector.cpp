@@ -8,12 +8,14 @@
 #include "host/stage/windows/ViewWidget.h"
 
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QMenu>
 #include <QSocketNotifier>
 #include <QStatusBar>
 #include <unistd.h>
@@ -49,6 +51,19 @@ void DescribeItems(const QAbstractItemView& view, const QModelIndex& parent, QJs
                 {"selected", view.selectionModel()->isSelected(index)}});
         }
         DescribeItems(view, index, items);
+    }
+}
+
+/// The entries of an open menu.
+void DescribeMenu(const QMenu& menu, QJsonArray& entries) {
+    for (QAction* action : menu.actions()) {
+        if (!action->isSeparator() && action->isVisible()) {
+            const QRect rect = menu.actionGeometry(action);
+            entries.append(QJsonObject{{"text", QString(action->text()).remove('&')},
+                                       {"rect", ToJson(QRect(menu.mapToGlobal(rect.topLeft()), rect.size()))},
+                                       {"enabled", action->isEnabled()},
+                                       {"checked", action->isChecked()}});
+        }
     }
 }
 
@@ -100,11 +115,62 @@ void DescribeLevel(MainWindow& window, QJsonObject& described) {
     described["selected"] = selected;
 }
 
+/// Where the handles for moving along the world's axes stand on the screen while they can be gripped, about
+/// two thirds out: [x, y, z], each a place. Empty without a selection.
+QJsonArray DescribeHandles(const MainWindow& window, const StageView& view, const QPoint& corner) {
+    constexpr float kShareOfSize = 0.17f; // of the view's half height at that distance
+    const ObjectList& selected = window.host.level.selection;
+    QJsonArray handles;
+    if (selected.empty()) {
+        return handles;
+    }
+    const float* place = selected.front()->GetPosition(0);
+    const glm::vec3 origin(place[0], place[1], place[2]);
+    const float depth = std::abs((view.ViewMatrix() * glm::vec4(origin, 1.0f)).z);
+    const float reach = depth * std::tan(view.FieldOfView() / 2.0f) * kShareOfSize;
+    for (int axis = 0; axis < 3; ++axis) {
+        glm::vec3 end = origin;
+        end[axis] += reach;
+        glm::vec2 pixel(0.0f);
+        view.Project(end, pixel);
+        handles.append(QJsonArray{corner.x() + pixel.x, corner.y() + pixel.y});
+    }
+    return handles;
+}
+
+/// The objects in front of a view's camera, by name: their places on the screen.
+QJsonObject DescribePlaces(const engine::LevelData& level, const StageView& view, const QPoint& corner) {
+    QJsonObject places;
+    for (const auto& object : level.Objects()) {
+        const Vector3 place = object->World().Translation();
+        glm::vec2 pixel(0.0f);
+        if (view.Project({place.x, place.y, place.z}, pixel)) {
+            places[QString::fromStdString(object->name)] =
+                QJsonArray{corner.x() + pixel.x, corner.y() + pixel.y};
+        }
+    }
+    return places;
+}
+
+QJsonObject DescribeView(MainWindow& window, const ViewWidget& widget) {
+    QJsonObject described{{"rect", ToJson(ScreenRect(widget))},
+                          {"attached", window.host.FollowsPlugin(widget.number)}};
+    const StageView* view = window.host.views.At(widget.number);
+    const engine::LevelData* level = window.host.level.Data();
+    if (view != nullptr && level != nullptr) {
+        const QPoint corner = widget.mapToGlobal(QPoint());
+        described["onScreen"] = DescribePlaces(*level, *view, corner);
+        described["handles"] = DescribeHandles(window, *view, corner);
+    }
+    return described;
+}
+
 } // namespace
 
 QJsonObject DescribeStage(MainWindow& window) {
     QJsonArray buttons;
     QJsonArray items;
+    QJsonArray menus;
     QJsonArray windows;
     for (const QWidget* widget : QApplication::allWidgets()) {
         if (!widget->isVisible()) {
@@ -117,6 +183,9 @@ QJsonObject DescribeStage(MainWindow& window) {
         if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
             buttons.append(DescribeButton(*button));
         }
+        if (const auto* menu = qobject_cast<const QMenu*>(widget)) {
+            DescribeMenu(*menu, menus);
+        }
         if (const auto* view = qobject_cast<const QAbstractItemView*>(widget); view && view->model()) {
             DescribeItems(*view, view->rootIndex(), items);
         }
@@ -127,12 +196,15 @@ QJsonObject DescribeStage(MainWindow& window) {
     }
     QJsonArray views;
     for (int number = 0; const ViewWidget* view = window.views->Widget(number); ++number) {
-        views.append(QJsonObject{{"rect", ToJson(ScreenRect(*view))},
-                                 {"attached", window.host.FollowsPlugin(number)}});
+        views.append(DescribeView(window, *view));
     }
-    QJsonObject described{{"windows", windows},   {"buttons", buttons},
-                          {"items", items},       {"views", views},
-                          {"toolWindows", tools}, {"status", window.statusBar()->currentMessage()}};
+    QJsonObject described{{"windows", windows},
+                          {"buttons", buttons},
+                          {"items", items},
+                          {"menus", menus},
+                          {"views", views},
+                          {"toolWindows", tools},
+                          {"status", window.statusBar()->currentMessage()}};
     DescribeLevel(window, described);
     return described;
 }

@@ -1,0 +1,107 @@
+#include "helpers/CameraHelpersController.h"
+
+#include "plugin/PluginImpl.h"
+
+namespace {
+
+/// Once so many were handled, the first object that is none of the camera's ends the walk.
+constexpr int kAllObjects = 6;
+
+/// Writes a dragged eye or target to its key; with no key there, one is needed.
+void MovePoint(CFilmLinkedKey* key, const EditorObject& object, bool& needed) {
+    if (key != nullptr) {
+        key->SetValue(object.GetPosition(0));
+    } else {
+        needed = true;
+    }
+}
+
+/// Whether a dragged handle is meant for the key: it is shown, and the key's side has a handle of its own.
+bool TakesHandle(EditorObject& handle, const CFilmLinkedKey* key, std::int32_t CFilmVectorKey::*method) {
+    const EditorObjectInfo* info = handle.GetInfo();
+    return info != nullptr && !info->IsPlaced() && key != nullptr && key->*method == BezierMethod::User;
+}
+
+/// Required: the new key is left without methods and links. True if the factory made one.
+bool AddPointKey(CFilmTrack& track, IKeyFactory& factory, int kind, float time, const EditorObject& object) {
+    IFilmKey* key = factory.CreateKey(kind);
+    if (key == nullptr) {
+        return false;
+    }
+    key->SetValue(object.GetPosition(0));
+    key->SetTime(time);
+    if (!track.AddKey(key)) {
+        factory.DestroyKey(key);
+    }
+    return true;
+}
+
+/// The rows of the new keys appear; the cursor stays where it is.
+void RefreshRows(float time) {
+    const IPluginImpl& plugin = GetPlugin();
+    if (plugin.scenarioDlg == nullptr) {
+        return;
+    }
+    plugin.scenarioDlg->ShowCurrentFilm();
+    if (plugin.scenarioDlg != nullptr && plugin.GetCurrentFilm() != nullptr) {
+        plugin.scenarioDlg->SetTime(time);
+    }
+}
+
+} // namespace
+
+void CCameraHelpersController::OnObjectsMoved(const ObjectList* objects) {
+    const IPluginImpl& plugin = GetPlugin();
+    CFilmCameraTrack* camera = AsCameraTrack(plugin.trackVisualizer.renderTrack);
+    if (objects == nullptr || camera == nullptr) {
+        return;
+    }
+    const float time = plugin.currentTime;
+    CFilmLinkedKey* eyeKey = camera->GetEyeKeyAt(time);
+    CFilmLinkedKey* targetKey = camera->GetTargetKeyAt(time);
+    int handled = 0;
+    bool needEye = false;
+    bool needTarget = false;
+    for (EditorObject* object : *objects) {
+        if (object == nullptr) {
+            continue; // not to be taken for a helper that was never made
+        }
+        if (object == positionObject) {
+            MovePoint(eyeKey, *object, needEye);
+        } else if (object == targetObject) {
+            MovePoint(targetKey, *object, needTarget);
+        } else if (object == posInControl && TakesHandle(*object, eyeKey, &CFilmVectorKey::inMethod)) {
+            eyeKey->SetInHandle(object->GetPosition(0));
+        } else if (object == posOutControl && TakesHandle(*object, eyeKey, &CFilmVectorKey::outMethod)) {
+            eyeKey->SetOutHandle(object->GetPosition(0));
+        } else if (object == targetInControl && TakesHandle(*object, targetKey, &CFilmVectorKey::inMethod)) {
+            targetKey->SetInHandle(object->GetPosition(0));
+        } else if (object == targetOutControl &&
+                   TakesHandle(*object, targetKey, &CFilmVectorKey::outMethod)) {
+            targetKey->SetOutHandle(object->GetPosition(0));
+        } else if (handled == kAllObjects) {
+            break;
+        } else {
+            continue;
+        }
+        ++handled;
+    }
+    if (needEye || needTarget) {
+        AddMissingKeys(*camera, time, needEye, needTarget);
+    }
+}
+
+void CCameraHelpersController::AddMissingKeys(CFilmTrack& track, float time, bool needEye, bool needTarget) {
+    const IFilmManager* manager = GetPlugin().GetFilmManager();
+    if (manager == nullptr || manager->keyFactory == nullptr) {
+        return;
+    }
+    IKeyFactory& factory = *manager->keyFactory;
+    const bool eyeMade =
+        needEye && AddPointKey(track, factory, KeyKind::CameraPosition, time, *positionObject);
+    const bool targetMade =
+        needTarget && AddPointKey(track, factory, KeyKind::CameraTarget, time, *targetObject);
+    if (eyeMade || targetMade) {
+        RefreshRows(time);
+    }
+}

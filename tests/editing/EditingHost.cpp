@@ -1,0 +1,40 @@
+#include "tests/editing/EditingHost.h"
+
+#include "keys/TrackKey.h"
+#include "plugin/contract/EventCodes.h"
+
+namespace editing {
+
+engine::SceneObject* EditingHost::Make(const std::string& className, const std::string& name,
+                                       const Vector3& place) {
+    engine::ObjectSpec spec;
+    spec.className = className;
+    spec.name = name;
+    spec.meshName = "robot.glb";
+    spec.matrix.SetTranslation(place);
+    engine::SceneObject* made = level.CreateObject(spec);
+    if (made != nullptr && plugin != nullptr) {
+        const ObjectList before = level.selection;
+        level.SetSelection({made});
+        plugin->OnEvent(EventCode::ObjectsCreated, nullptr);
+        level.SetSelection(before);
+    }
+    return made;
+}
+
+void EditingAttributes::SetKey(CTrackKey* newKey, bool refresh) {
+    if (record != nullptr) {
+        lastWritten = record->GetTime();
+    }
+    if (!refresh) {
+        key = newKey;
+        record = key != nullptr ? key->record : nullptr;
+    }
+}
+
+void EditingAttributes::ForgetKey() {
+    key = nullptr;
+    record = nullptr;
+}
+
+} // namespace editing

@@ -1,0 +1,174 @@
+#include "tests/editing/World.h"
+
+#include "framework/QtBridge.h"
+#include "keys/TrackKey.h"
+
+#include <algorithm>
+#include <QCoreApplication>
+#include <QEvent>
+
+namespace editing {
+
+namespace {
+
+constexpr std::uint32_t kPluginNumber = 5;
+constexpr int kWindowWidth = 1000;
+constexpr int kWindowHeight = 760;
+
+/// A row that takes this record now.
+bool Takes(const CTrackCtrl& row, const IFilmKey& record) {
+    if (row.track != record.track || row.kind != record.kind) {
+        return false;
+    }
+    if (record.kind == KeyKind::Camera) {
+        return static_cast<const CFilmCameraKey&>(record).priority == row.subIndex;
+    }
+    if (record.kind == KeyKind::Animation) {
+        const std::string& element = static_cast<const CFilmAnimationKey&>(record).meshElement;
+        return row.name == (element.empty() ? "Animation keys" : element);
+    }
+    return true;
+}
+
+} // namespace
+
+bool NoTimers::eventFilter(QObject* receiver, QEvent* event) {
+    return event->type() == QEvent::Timer && receiver->isWidgetType();
+}
+
+World::World() {
+    InstallHooks();
+    editor.quiet = true;
+    editor.level.SetMeshLibrary(&meshes);
+    editor.level.SetChunkClient(&chunks);
+    editor.level.New(folder.Path());
+    chunks.plugins = {&plugin};
+    plugin.makeKeyAttributesDlg = []() -> std::unique_ptr<IKeyAttributesDlg> {
+        return std::make_unique<EditingAttributes>();
+    };
+    for (const char* name :
+         {ClassName::CameraPosition, ClassName::CameraTarget, ClassName::CameraControlPoint}) {
+        editor.AddClassDescriptor(name, "camera.mesh");
+    }
+    plugin.Initialize(&editor, kPluginNumber, &editor);
+    editor.plugin = &plugin;
+    plugin.OnEditorReady();
+    plugin.OnNew();
+    plugin.OnEvent(EventCode::LevelLoaded, nullptr);
+    window = new CScenarioDlg;
+    window->Show();
+    window->SetWindowPos(nullptr, 0, 0, kWindowWidth, kWindowHeight, SWP_NOZORDER);
+    MakeFilms();
+    firstLevel = savedLevel = Save();
+    plugin.SelectFilmByIndex(0);
+    Paint({});
+    NoteHiddenKeys();
+}
+
+World::~World() {
+    plugin.StopPlaying();
+    delete plugin.scenarioDlg;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    plugin.OnEditorClosing();
+    editor.level.Close();
+    plugin.OnEvent(EventCode::HostGoesAway, nullptr);
+}
+
+void World::Execute(const Step& step) {
+    const auto& operation = Operations()[static_cast<std::size_t>(step.operation)];
+    const Luck outer = luck;
+    luck = Luck(step.luck);
+    if (depth == 0) {
+        draggedInAxis = false;
+        clockReadings = 0;
+        editor.lines.clear(); // what it writes down would fill the memory of a long run
+        editor.hideCalls.clear();
+    }
+    ++depth;
+    tally.mostAdded += operation.mostAdded;
+    tally.mostRemoved += operation.mostRemoved;
+    (this->*operation.run)(step);
+    NoteHiddenKeys();
+    --depth;
+    luck = outer;
+}
+
+CFilmsMainCtrl* World::Control() const {
+    return plugin.scenarioDlg != nullptr ? window->mainCtrl : nullptr;
+}
+
+const engine::FilmManager* World::Films() const {
+    return editor.level.Data() != nullptr ? &editor.level.Data()->Films() : nullptr;
+}
+
+std::vector<CFilmTrack*> World::Tracks() const {
+    std::vector<CFilmTrack*> tracks;
+    for (const IFilm* film : Films() != nullptr ? std::span(Films()->films) : std::span<IFilm* const>()) {
+        if (film != nullptr) {
+            tracks.insert(tracks.end(), film->tracks.begin(), film->tracks.end());
+        }
+    }
+    return tracks;
+}
+
+void World::NoteHiddenKeys() {
+    const CFilmsMainCtrl* control = Control();
+    const IFilm* film = plugin.GetCurrentFilm();
+    std::unordered_set<const IFilmKey*> shown;
+    std::unordered_set<const IFilmKey*> now;
+    for (const CTrackCtrl* row : control != nullptr ? control->tracks : std::list<CTrackCtrl*>{}) {
+        for (const CTrackKey* key : row->keys) {
+            shown.insert(key->record);
+        }
+    }
+    for (const CFilmTrack* track : film != nullptr ? film->tracks : std::list<CFilmTrack*>{}) {
+        for (const IFilmKey* record : track->keys) {
+            const bool outside = control == nullptr || !(record->time >= control->movieStart) ||
+                                 !(record->time <= control->movieEnd);
+            if (!shown.contains(record) && (outside || hidden.contains(record) ||
+                                            std::ranges::none_of(control->tracks, [&](const CTrackCtrl* row) {
+                                                return Takes(*row, *record);
+                                            }))) {
+                now.insert(record);
+            }
+        }
+    }
+    hidden = std::move(now);
+}
+
+World::PlacedKey World::KeyOf(int number) const {
+    std::vector<PlacedKey> all;
+    for (CTrackCtrl* row : Control() != nullptr ? Control()->visibleTracks : std::vector<CTrackCtrl*>{}) {
+        for (CTrackKey* key : row->keys) {
+            all.push_back({row, key});
+        }
+    }
+    return all.empty() ? PlacedKey{} : all[static_cast<std::size_t>(number) % all.size()];
+}
+
+CTrackCtrl* World::RowOf(int number) const {
+    if (Control() == nullptr || Control()->visibleTracks.empty()) {
+        return nullptr;
+    }
+    const std::vector<CTrackCtrl*>& rows = Control()->visibleTracks;
+    return rows[static_cast<std::size_t>(number) % rows.size()];
+}
+
+IFilm* World::FilmOf(int number) const {
+    std::vector<IFilm*> films;
+    if (Films() != nullptr) {
+        std::ranges::copy_if(Films()->films, std::back_inserter(films),
+                             [](const IFilm* film) { return film != nullptr; });
+    }
+    return films.empty() ? nullptr : films[static_cast<std::size_t>(number) % films.size()];
+}
+
+engine::SceneObject* World::ObjectOf(int number) const {
+    if (editor.level.Data() == nullptr || editor.level.Data()->Objects().empty()) {
+        return nullptr;
+    }
+    const auto& objects = editor.level.Data()->Objects();
+    return objects[static_cast<std::size_t>(number) % objects.size()].get();
+}
+
+} // namespace editing

@@ -1,0 +1,178 @@
+#pragma once
+
+#include "framework/TestHooks.h"
+#include "host/engine/ChunkClient.h"
+#include "plugin/PluginImpl.h"
+#include "tests/editing/EditingHost.h"
+#include "tests/editing/Operations.h"
+#include "tests/engine/EngineFixture.h"
+#include "tests/support/TempFolder.h"
+#include "timeline/ScenarioDlg.h"
+
+#include <deque>
+#include <memory>
+#include <QObject>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace editing {
+
+/// Keeps the timers of windows from running: they would make a run depend on how fast it is.
+class NoTimers : public QObject {
+protected:
+    bool eventFilter(QObject* receiver, QEvent* event) override;
+};
+
+/// Everything that steps work on: a real level with four films at a host without views, the plug-in object
+/// and its scenario window. A step behaves the same whenever the steps before it were the same.
+class World {
+public:
+    World();
+    ~World();
+    World(const World&) = delete;
+    World& operator=(const World&) = delete;
+
+    void Execute(const Step& step);
+
+    /// Null while the window is gone.
+    CFilmsMainCtrl* Control() const;
+    const engine::FilmManager* Films() const;
+    /// All tracks of all films.
+    std::vector<CFilmTrack*> Tracks() const;
+
+    /// How many records the steps since the last call of BeginTally may have brought into tracks and out of
+    /// them.
+    struct Tally {
+        int mostAdded = 0;
+        int mostRemoved = 0;
+    };
+    void BeginTally() { tally = {}; }
+
+    HookScope hooks;
+    TempFolder folder; ///< of the level
+    engine_test::TestMeshLibrary meshes;
+    engine::PluginChunkClient chunks;
+    EditingHost editor;
+    IPluginImpl plugin;
+    Tally tally;
+    /// Records of the film shown whose view went when the axis became shorter, or that no row takes. They get
+    /// their views back, if at all, when the film is shown anew.
+    std::unordered_set<const IFilmKey*> hidden;
+    /// A key without length that was dragged by the last step, and that was in the axis before.
+    bool draggedInAxis = false;
+
+private:
+    friend std::span<const Operation> Operations();
+
+    struct PlacedKey {
+        CTrackCtrl* row = nullptr;
+        CTrackKey* key = nullptr;
+    };
+
+    // The level (WorldLevel.cpp, WorldFilms.cpp).
+    void MakeFilms();
+    IFilm* MakeFilm(float ticDistance);
+    void MakeKeys(CFilmTrack* track, int perKind);
+    void UnfoldAll();
+    void Load(std::string bytes);
+    std::string Save();
+    void LeaveLevel();
+    void CreateObject(const Step& step);
+    void DeleteObjects(const Step& step);
+    void SelectObjects(const Step& step);
+    void MoveObject(const Step& step);
+    void Animate(const Step& step);
+    void ShowFilm(const Step& step);
+    void ShowAgain(const Step& step);
+    void NewFilm(const Step& step);
+    void DeleteFilm(const Step& step);
+    void SaveLevel(const Step& step);
+    void LoadLevel(const Step& step);
+    void HostEvent(const Step& step);
+    void Render(const Step& step);
+    void SetTime(const Step& step);
+    void Play(const Step& step);
+    void Stop(const Step& step);
+
+    // Mouse and keyboard (WorldGestures.cpp).
+    void PressKey(const Step& step);
+    void PressEmpty(const Step& step);
+    void PressName(const Step& step);
+    void PressRuler(const Step& step);
+    void PressBar(const Step& step);
+    void Drag(const Step& step);
+    void Release(const Step& step);
+    void LoseCapture(const Step& step);
+    void DoubleClick(const Step& step);
+    void Hover(const Step& step);
+    void Timer(const Step& step);
+    void KeyPress(const Step& step);
+    void Wheel(const Step& step);
+    void Send(CWnd* target, UINT message, UINT flags, CPoint point);
+    CWnd* PressedWindow() const;
+    void HoldKeys(int modifiers);
+
+    // Menus and windows (WorldCommands.cpp).
+    void KeyMenu(const Step& step);
+    void RowMenu(const Step& step);
+    void MainMenu(const Step& step);
+    void StaleCommand(const Step& step);
+    void Toolbar(const Step& step);
+    void Undo(const Step& step);
+    void Fold(const Step& step);
+    void Filter(const Step& step);
+    void RemoveRow(const Step& step);
+    void Resize(const Step& step);
+    void MovieRange(const Step& step);
+    void ViewRange(const Step& step);
+    void Tics(const Step& step);
+    void AdjustTime(const Step& step);
+    void ChangeElement(const Step& step);
+    void OpenClose(const Step& step);
+    void Paint(const Step& step);
+    void ChooseInMenu(CTrackCtrl* row, CTrackKey* key, UINT command);
+
+    // Answers (WorldAnswers.cpp).
+    void InstallHooks();
+    int AnswerBox();
+    int AnswerDialog(CDialog& dialog);
+    bool AnswerNumber(float& value);
+    UINT AnswerMenu(const CMenu& menu);
+    std::uint32_t Clock();
+    void DuringPlay();
+    /// Now and then a few steps before the answer, as when the host or a timer works behind an open window.
+    void Interrupt();
+
+    void NoteHiddenKeys();
+    PlacedKey KeyOf(int number) const;
+    CTrackCtrl* RowOf(int number) const;
+    IFilm* FilmOf(int number) const;
+    engine::SceneObject* ObjectOf(int number) const;
+
+    NoTimers noTimers;
+    QObject pump;                   ///< what was posted for the pump of a playing film goes with it
+    CScenarioDlg* window = nullptr; ///< deletes itself with its window
+    Luck luck{0};
+    int depth = 0;                 ///< steps that run inside each other
+    CPoint mouse;                  ///< on the screen
+    CWnd* pressedWindow = nullptr; ///< compared only, may be gone
+    int heldKeys = 0;
+    UINT menuChoice = 0;
+    std::uint32_t clock = 1000;
+    std::uint32_t clockStep = 100; ///< milliseconds from one reading to the next
+    int clockReadings = 0;
+    std::deque<Step> insidePlay;
+    std::string firstLevel; ///< the level file of the start
+    std::string savedLevel;
+    int made = 0; ///< objects and films since the start, for their names
+};
+
+/// Bits of a step's modifiers.
+namespace Held {
+constexpr int kShift = 1;
+constexpr int kCtrl = 2;
+constexpr int kAlt = 4;
+} // namespace Held
+
+} // namespace editing

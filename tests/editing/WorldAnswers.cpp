@@ -1,0 +1,143 @@
+// What the user answers to boxes, menus and dialogs, and what goes on behind them.
+#include "framework/Constants.h"
+#include "tests/editing/World.h"
+#include "timeline/MainCtrlSettingsDlg.h"
+
+#include <algorithm>
+#include <limits>
+#include <QCoreApplication>
+#include <span>
+
+namespace editing {
+
+namespace {
+
+constexpr int kDeepest = 3;
+constexpr int kQuietReadings = 60; ///< of the clock; then it runs fast, so that every film ends soon
+constexpr std::uint32_t kFastClock = 20000;
+
+/// Also inside sub-menus.
+bool Offers(const CMenu& menu, UINT command) {
+    constexpr UINT kNoItem = 0xFFFFFFFF;
+    const UINT state = menu.GetMenuState(command, MF_BYCOMMAND);
+    return state != kNoItem && (state & (MF_GRAYED | MF_DISABLED)) == 0;
+}
+
+} // namespace
+
+void World::InstallHooks() {
+    QCoreApplication::instance()->installEventFilter(&noTimers);
+    Hooks().messageBox = [this](const std::string&, UINT) { return AnswerBox(); };
+    Hooks().modalDialog = [this](CDialog& dialog) { return AnswerDialog(dialog); };
+    Hooks().popupMenu = [this](const CMenu& menu, CPoint) { return AnswerMenu(menu); };
+    Hooks().fileDialog = [](CFileDialog&) { return int{IDCANCEL}; };
+    Hooks().colorDialog = [](CColorDialog&) { return int{IDCANCEL}; };
+    Hooks().cursorPos = [this] { return mouse; };
+    Hooks().clock = [this] { return Clock(); };
+    Hooks().keyState = [this](int key) -> std::optional<bool> {
+        const int bit = key == VK_SHIFT                     ? Held::kShift
+                        : key == VK_CONTROL                 ? Held::kCtrl
+                        : key == VK_LMENU || key == VK_MENU ? Held::kAlt
+                                                            : 0;
+        return (heldKeys & bit) != 0;
+    };
+    editor.onInputNumber = [this](float& value, const std::string&, const std::string&) {
+        return AnswerNumber(value);
+    };
+    editor.browse = [this](const std::string& present) {
+        static const std::string elements[] = {"arm", "hand", "hip", ""};
+        Interrupt();
+        return luck.OneIn(2) ? present : elements[luck.Below(4)];
+    };
+    editor.onBroadcast = [this](int code, void*) {
+        if (code == EventCode::ObjectsMoved && plugin.isPlaying != 0) {
+            DuringPlay();
+        }
+    };
+}
+
+void World::Interrupt() {
+    if (depth == 0 || depth >= kDeepest || !luck.OneIn(6)) {
+        return;
+    }
+    for (int count = 1 + luck.Below(2); count > 0; --count) {
+        const Step step = RandomStep(luck);
+        Execute(step);
+    }
+}
+
+int World::AnswerBox() {
+    if (CWnd* holder = CWnd::GetCapture()) {
+        holder->SendMessage(WM_CANCELMODE); // as a box does that opens
+    }
+    Interrupt();
+    static constexpr int answers[] = {IDYES, IDNO, IDOK, IDCANCEL};
+    return answers[luck.Below(4)];
+}
+
+int World::AnswerDialog(CDialog& dialog) {
+    const HWND handle = dialog.GetSafeHwnd();
+    const int answer = luck.OneIn(4) ? IDCANCEL : IDOK;
+    const float numbers[] = {static_cast<float>(luck.Below(40)) / 10.0f - 1.0f,
+                             static_cast<float>(luck.Below(300)) / 10.0f,
+                             static_cast<float>(luck.Below(150)) / 10.0f};
+    const int counts[] = {luck.Below(90), luck.Below(9), luck.Below(9)};
+    Interrupt();
+    if (!IsWindow(handle)) {
+        return IDCANCEL;
+    }
+    if (auto* settings = dynamic_cast<CMainCtrlSettingsDlg*>(&dialog)) {
+        settings->begin = numbers[0];
+        settings->end = numbers[1];
+        settings->interval = numbers[2];
+        settings->ticsDistance = counts[0];
+        settings->bigTics = counts[1];
+        settings->labelDistance = counts[2];
+        return answer;
+    }
+    dialog.SendMessage(WM_COMMAND, static_cast<WPARAM>(answer));
+    return IDCANCEL;
+}
+
+bool World::AnswerNumber(float& value) {
+    const float answers[] = {value,
+                             value + 0.5f,
+                             value - 0.3f,
+                             static_cast<float>(luck.Below(1200)) / 100.0f - 1.0f,
+                             0.0f,
+                             0.0005f,
+                             0.001f,
+                             1e9f,
+                             -5.0f,
+                             std::numeric_limits<float>::quiet_NaN(),
+                             std::numeric_limits<float>::infinity(),
+                             static_cast<float>(luck.Below(300)) / 30.0f};
+    value = answers[luck.Below(static_cast<int>(std::size(answers)))];
+    const bool taken = !luck.OneIn(5);
+    Interrupt();
+    return taken;
+}
+
+UINT World::AnswerMenu(const CMenu& menu) {
+    const bool offered = Offers(menu, menuChoice);
+    const UINT choice = menuChoice;
+    Interrupt();
+    return offered ? choice : 0;
+}
+
+std::uint32_t World::Clock() {
+    ++clockReadings;
+    clock += clockReadings > kQuietReadings ? kFastClock : clockStep;
+    return clock;
+}
+
+void World::DuringPlay() {
+    if (depth >= kDeepest || insidePlay.empty() || !luck.OneIn(3)) {
+        return;
+    }
+    const Step step = insidePlay.front();
+    insidePlay.pop_front();
+    Execute(step);
+}
+
+} // namespace editing

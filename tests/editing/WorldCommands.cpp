@@ -1,0 +1,226 @@
+// Menus, toolbar and settings of the scenario window.
+#include "framework/QtBridge.h"
+#include "keys/TrackKey.h"
+#include "resources/resource.h"
+#include "tests/editing/World.h"
+
+#include <algorithm>
+#include <iterator>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QPixmap>
+#include <QWidget>
+
+namespace editing {
+
+namespace {
+
+constexpr UINT kKeyCommands[] = {
+    IDC_REMOVE_KEY,      IDC_REMOVE_KEY,       IDC_SET_POSITION,      IDC_SET_POSITION,
+    IDC_SET_DURATION,    IDC_SET_DURATION,     IDC_CALC_KEY_DURATION, IDC_COPY_ATTRIBUTES,
+    IDC_COPY_ATTRIBUTES, IDC_PASTE_ATTRIBUTES, IDC_PASTE_ATTRIBUTES,  IDC_IN_SMOOTH,
+    IDC_IN_LINEAR,       IDC_IN_SLOWDOWN,      IDC_IN_SPEEDUP,        IDC_IN_USER,
+    IDC_OUT_SMOOTH,      IDC_OUT_LINEAR,       IDC_OUT_SLOWDOWN,      IDC_OUT_SPEEDUP,
+    IDC_OUT_USER,        IDC_IN_INVERSE,       IDC_OUT_INVERSE};
+
+/// What takes rows away comes seldom, so that there is something to edit.
+constexpr UINT kRowCommands[] = {
+    IDC_ADD_KEY,    IDC_ADD_KEY,    IDC_ADD_KEY,      IDC_ADD_KEY,      IDC_ADD_KEY,      IDC_ADD_KEY,
+    IDC_ADD_KEY,    IDC_PASTE_KEY,  IDC_PASTE_KEY,    IDC_PASTE_KEY,    IDC_PASTE_KEY,    IDC_PASTE_KEY,
+    IDC_HIDE_TRACK, IDC_HIDE_TRACK, IDC_REMOVE_ACTOR, IDC_REMOVE_TRACK, IDC_CHANGE_ACTOR, IDC_CHANGE_ACTOR};
+
+constexpr UINT kMainCommands[] = {IDC_SETTINGS,   IDC_SETTINGS,       IDC_SETTINGS,   IDC_ADD_ACTORS,
+                                  IDC_ADD_ACTORS, IDC_REMOVE_ACTORS,  IDC_PLAY_MOVIE, IDC_STOP_MOVIE,
+                                  IDC_ADD_CAMERA, IDC_VALIDATE_MOVIE, IDC_ADD_CAMERA};
+
+constexpr UINT kToolbarCommands[] = {IDC_PLAY_MOVIE,
+                                     IDC_STOP_MOVIE,
+                                     IDC_VALIDATE_MOVIE,
+                                     IDC_ANIMATE_OBJECT,
+                                     IDC_ATTACH_MOVIE,
+                                     IDC_MOVE_TO_BEGIN,
+                                     IDC_MOVE_TO_END,
+                                     IDC_UNDO,
+                                     IDC_REDO,
+                                     IDC_FRAME_BACK,
+                                     IDC_FRAME_FORWARD,
+                                     IDC_CREATE_CAMERA_FRAME,
+                                     IDC_CREATE_CAMERA_FRAME,
+                                     IDC_CREATE_CAMERA_FRAME,
+                                     IDC_TO_VIRTUAL_OBJECT,
+                                     IDC_KEY_FRAME_BACK,
+                                     IDC_KEY_FRAME_FORWARD,
+                                     IDC_DESELECT_KEYS,
+                                     IDC_SELECT_KEY};
+
+/// Films with more tracks than this get no further ones.
+constexpr std::size_t kMostTracks = 20;
+
+template <std::size_t count> UINT Chosen(const UINT (&commands)[count], int number) {
+    return commands[static_cast<std::size_t>(number) % count];
+}
+
+float Seconds(int number, int most) {
+    return static_cast<float>(number % (most * 100)) / 100.0f;
+}
+
+} // namespace
+
+void World::ChooseInMenu(CTrackCtrl* row, CTrackKey* key, UINT command) {
+    menuChoice = command;
+    Control()->ShowContextMenu(mouse.x, mouse.y, row, key);
+    QCoreApplication::sendPostedEvents(); // the choice
+    menuChoice = 0;
+}
+
+void World::KeyMenu(const Step& step) {
+    const auto [row, key] = KeyOf(step.numbers[0]);
+    if (row == nullptr) {
+        return;
+    }
+    const UINT command = Chosen(kKeyCommands, step.numbers[1]);
+    tally.mostRemoved += command == IDC_REMOVE_KEY ? 1 : 0;
+    ChooseInMenu(row, key, command);
+}
+
+void World::RowMenu(const Step& step) {
+    if (CTrackCtrl* row = RowOf(step.numbers[0])) {
+        ChooseInMenu(row, nullptr, Chosen(kRowCommands, step.numbers[1]));
+    }
+}
+
+void World::MainMenu(const Step& step) {
+    const UINT command = Chosen(kMainCommands, step.numbers[0]);
+    const IFilm* film = plugin.GetCurrentFilm();
+    const bool isFull = film != nullptr && film->tracks.size() >= kMostTracks;
+    if (Control() != nullptr && !(command == IDC_ADD_CAMERA && isFull)) {
+        ChooseInMenu(nullptr, nullptr, command);
+    }
+}
+
+/// A command that comes when its menu is long gone, as from a queue.
+void World::StaleCommand(const Step& step) {
+    const UINT commands[] = {Chosen(kKeyCommands, step.numbers[1]), Chosen(kKeyCommands, step.numbers[1]),
+                             Chosen(kRowCommands, step.numbers[1]),
+                             UINT{36800} + static_cast<UINT>(step.numbers[1] % 3)};
+    if (CFilmsMainCtrl* control = Control()) {
+        control->SendMessage(WM_COMMAND, Chosen(commands, step.numbers[0]));
+    }
+}
+
+void World::Toolbar(const Step& step) {
+    if (Control() != nullptr) {
+        window->SendMessage(WM_COMMAND, Chosen(kToolbarCommands, step.numbers[0]));
+    }
+}
+
+void World::Undo(const Step& /*step*/) {
+    if (CFilmsMainCtrl* control = Control()) {
+        control->undoMgr.Undo();
+    }
+}
+
+void World::Fold(const Step& step) {
+    CFilmsMainCtrl* control = Control();
+    if (control == nullptr) {
+        return;
+    }
+    if (step.numbers[1] % 3 != 0) {
+        UnfoldAll();
+    } else if (CTrackCtrl* row = RowOf(step.numbers[0])) {
+        row->ToggleExpanded();
+    }
+}
+
+/// As the filter dialogs do it.
+void World::Filter(const Step& step) {
+    CTrackCtrl* row = RowOf(step.numbers[0]);
+    if (row == nullptr) {
+        return;
+    }
+    KeyFilter flags{};
+    switch (step.numbers[1] % 3) {
+    case 0:
+        row->ApplyKindFlags(nullptr, /*show*/ true);
+        break;
+    case 1:
+        std::ranges::generate(flags, [this] { return static_cast<std::uint8_t>(luck.OneIn(3) ? 0 : 1); });
+        row->ApplyKindFlags(flags.data(), /*show*/ step.numbers[2] % 4 != 0);
+        break;
+    default:
+        row->SetKindFlag(step.numbers[2] % 24 - 2, step.numbers[1] % 2 == 0);
+        break;
+    }
+    Control()->RebuildVisibleRows(/*redraw*/ true, nullptr);
+}
+
+void World::RemoveRow(const Step& step) {
+    if (CTrackCtrl* row = RowOf(step.numbers[0])) {
+        Control()->RemoveTrackCtrl(row, /*redraw*/ true);
+    }
+}
+
+void World::Resize(const Step& step) {
+    if (Control() != nullptr) {
+        window->SetWindowPos(nullptr, 0, 0, 500 + step.numbers[0] % 700, 100 + step.numbers[1] % 800,
+                             SWP_NOMOVE | SWP_NOZORDER);
+    }
+}
+
+void World::MovieRange(const Step& step) {
+    if (CFilmsMainCtrl* control = Control()) {
+        control->SetMovieRange(Seconds(step.numbers[0], 3) - 1.0f, Seconds(step.numbers[1], 12));
+    }
+}
+
+void World::ViewRange(const Step& step) {
+    if (CFilmsMainCtrl* control = Control()) {
+        const float start = Seconds(step.numbers[0], 8);
+        control->SetViewRange(start, start + Seconds(step.numbers[1], 12), /*redraw*/ true);
+    }
+}
+
+void World::Tics(const Step& step) {
+    static constexpr float distances[] = {1.0f / 30.0f, 0.1f, 0.5f, 1.0f, 2.0f, 0.0f, -1.0f};
+    if (CFilmsMainCtrl* control = Control()) {
+        control->SetTicsDistance(distances[step.numbers[0] % 7], /*redraw*/ true);
+        control->SetBigTics(step.numbers[1] % 8, /*redraw*/ false);
+    }
+}
+
+/// The film's time gets an interval longer or shorter, as one row tells it.
+void World::AdjustTime(const Step& step) {
+    if (CTrackCtrl* row = RowOf(step.numbers[0])) {
+        row->AdjustKeys(Seconds(step.numbers[1], 8), 0.1f + Seconds(step.numbers[1] / 7, 4),
+                        0.1f + Seconds(step.numbers[2], 6));
+        hidden.clear();
+        Control()->ShowFilm(plugin.GetCurrentFilm(), /*flag*/ true);
+    }
+}
+
+void World::ChangeElement(const Step& step) {
+    static const std::string elements[] = {"", "arm", "hand", "hip", "tail"};
+    CTrackCtrl* row = RowOf(step.numbers[0]);
+    if (row != nullptr &&
+        row->SetCurrentKeyElement(elements[step.numbers[1] % 5], plugin.FindObjectByTrack(row->track))) {
+        hidden.clear();
+    }
+}
+
+void World::OpenClose(const Step& step) {
+    if (Control() == nullptr) {
+        return;
+    }
+    window->SendMessage(step.numbers[0] % 2 == 0 ? WM_CLOSE : WM_TIMER);
+    window->Show();
+}
+
+void World::Paint(const Step& /*step*/) {
+    QCoreApplication::sendPostedEvents();
+    if (Control() != nullptr) {
+        NativeWidget(*window)->grab();
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+} // namespace editing

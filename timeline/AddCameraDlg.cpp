@@ -1,0 +1,28 @@
+#include "timeline/AddCameraDlg.h"
+
+#include "framework/DataExchange.h"
+#include "framework/MessageBox.h"
+#include "plugin/PluginImpl.h"
+#include "resources/resource.h"
+
+CAddCameraDlg::CAddCameraDlg(CWnd* parentWnd) : CDialog(IDD_ADD_CAMERA, parentWnd) {
+}
+
+void CAddCameraDlg::DoDataExchange(CDataExchange* exchange) {
+    CDialog::DoDataExchange(exchange);
+    DDX_Text(exchange, IDC_CAMERA_NAME, name);
+}
+
+void CAddCameraDlg::OnOK() {
+    if (!UpdateData(TRUE)) {
+        return;
+    }
+    const IFilm* film = GetPlugin().GetCurrentFilm();
+    if (film == nullptr) {
+        AfxMessageBox(IDS_NO_FILM);
+    } else if (film->FindCamera(name) != nullptr) {
+        AfxMessageBox(IDC_CREATE_CAMERA_FRAME); // Required: this text stands for a name that is taken.
+    } else {
+        CDialog::OnOK();
+    }
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "framework/Dialog.h"
+
+#include <string>
+
+/// The dialog "Add camera": asks for a name that no camera of the current film has. Modal; the caller fills
+/// the name and reads it after OK.
+class CAddCameraDlg : public CDialog {
+public:
+    explicit CAddCameraDlg(CWnd* parentWnd = nullptr);
+
+    std::string name;
+
+protected:
+    void DoDataExchange(CDataExchange* exchange) override;
+    void OnOK() override;
+};

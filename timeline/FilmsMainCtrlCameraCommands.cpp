@@ -1,0 +1,122 @@
+// "Add camera": a camera track that begins as the active 3D view stands.
+#include "plugin/PluginImpl.h"
+#include "timeline/AddCameraDlg.h"
+#include "timeline/FilmsMainCtrl.h"
+
+#include <string>
+
+namespace {
+
+constexpr float kDegreesPerRadian = 57.295776f;
+/// Metres in front of the eye within which a target is looked for.
+constexpr float kFarthestTarget = 1000000.0f;
+/// Metres from eye to target where nothing is in front.
+constexpr float kFreeTarget = 5000.0f;
+
+/// What a new camera takes from a view.
+struct CameraStart {
+    float fieldOfView = 0.0f; ///< degrees
+    Vector3 eye;
+    Vector3 target;
+};
+
+IView* ActiveView() {
+    const IPluginImpl& plugin = GetPlugin();
+    if (plugin.editor == nullptr || plugin.level == nullptr) {
+        return nullptr;
+    }
+    IViewManager* views = plugin.level->GetViewManager();
+    IView* view = views != nullptr ? views->GetView(plugin.editor->GetActiveView()) : nullptr;
+    return view != nullptr && view->camera != nullptr ? view : nullptr;
+}
+
+const float* ActiveViewMatrix() {
+    const IPluginImpl& plugin = GetPlugin();
+    return plugin.view != nullptr && plugin.editor != nullptr
+               ? plugin.view->GetViewMatrix(plugin.editor->GetActiveView())
+               : nullptr;
+}
+
+Vector3 Ahead(const float* matrix, float distance) {
+    return {matrix[12] - matrix[8] * distance, matrix[13] - matrix[9] * distance,
+            matrix[14] - matrix[10] * distance};
+}
+
+CameraStart TakeStart(const IView& view, const float* matrix, ILevelData& data) {
+    CameraStart start;
+    start.fieldOfView = view.GetFieldOfView() * kDegreesPerRadian;
+    start.eye = {matrix[12], matrix[13], matrix[14]};
+    start.target = Ahead(matrix, kFarthestTarget);
+    if (data.RayCast(start.eye.Data(), start.target.Data(), 0) == 0) {
+        start.target = Ahead(matrix, kFreeTarget);
+    }
+    return start;
+}
+
+/// A key at time 0, smooth on both sides.
+void AddFirstKey(CFilmTrack& track, IKeyFactory& factory, int kind, const void* value) {
+    IFilmKey* key = factory.CreateKey(kind);
+    if (key == nullptr) {
+        return;
+    }
+    key->SetValue(value);
+    key->SetInMethod(BezierMethod::Smooth);
+    key->SetOutMethod(BezierMethod::Smooth);
+    key->SetTime(0.0f);
+    if (kind == KeyKind::CameraPosition || kind == KeyKind::CameraTarget) {
+        key->SetLinkObject(nullptr);
+        key->SetLinkElement(std::string());
+    }
+    if (!track.AddKey(key)) {
+        factory.DestroyKey(key);
+    }
+}
+
+void AddFirstKeys(CFilmTrack& track, IKeyFactory& factory, const CameraStart& start) {
+    constexpr float kNoRoll = 0.0f;
+    AddFirstKey(track, factory, KeyKind::FieldOfView, &start.fieldOfView);
+    AddFirstKey(track, factory, KeyKind::Roll, &kNoRoll);
+    AddFirstKey(track, factory, KeyKind::CameraPosition, start.eye.Data());
+    AddFirstKey(track, factory, KeyKind::CameraTarget, start.target.Data());
+}
+
+/// The new row shows its kinds at once.
+void StoreUnfolded(const IFilm& film, const std::string& camera) {
+    CPluginFilmsParams params;
+    params.Set(film.name, nullptr, /*expanded*/ 1,
+               CPluginFilmsParams::kFilter | CPluginFilmsParams::kExpanded, camera);
+    GetPlugin().AddCameraParams(params);
+}
+
+} // namespace
+
+void CFilmsMainCtrl::OnMenuAddCamera() {
+    IPluginImpl& plugin = GetPlugin();
+    IFilm* film = plugin.GetCurrentFilm();
+    if (film == nullptr || plugin.GetFilmManager() == nullptr || ActiveView() == nullptr) {
+        return;
+    }
+    CAddCameraDlg dialog(this);
+    film->NewCameraName(dialog.name);
+    const std::weak_ptr<int> window = life;
+    if (dialog.DoModal() != IDOK || window.expired() || film != plugin.GetCurrentFilm()) {
+        return;
+    }
+    ILevelData* data = plugin.GetLevelData();
+    const IView* view = ActiveView();
+    const float* matrix = ActiveViewMatrix();
+    if (data == nullptr || view == nullptr || matrix == nullptr) {
+        return;
+    }
+    const CameraStart start = TakeStart(*view, matrix, *data);
+    CFilmCameraTrack* track = AsCameraTrack(film->CreateCameraTrack());
+    if (track == nullptr) {
+        return;
+    }
+    film->AddTrack(track);
+    track->cameraName = dialog.name;
+    AddFirstKeys(*track, *data->filmManager->keyFactory, start);
+    track->RefreshTrack();
+    StoreUnfolded(*film, track->cameraName);
+    ShowFilm(film, /*flag*/ true);
+}

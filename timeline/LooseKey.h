@@ -1,0 +1,12 @@
+#pragma once
+
+#include "undo/LooseKeys.h"
+
+#include <memory>
+
+struct LooseKeyDeleter {
+    void operator()(CTrackKey* view) const { DestroyLooseView(view); }
+};
+
+/// A new view with its record, until a row takes both. Without a row both are destroyed.
+using LooseKey = std::unique_ptr<CTrackKey, LooseKeyDeleter>;
