@@ -33,6 +33,7 @@ TEST_F(CloneTest, GhostFollowsTheMouseFrameByFrameAndTheKeyStays) {
     EXPECT_EQ(duplicator.sourceTime, 2.5f);
 }
 
+// Required: the first step is measured from where the mouse was last told, not from the press.
 TEST_F(CloneTest, GhostsFirstStepBeginsAtTheLastMouseTime) {
     PutBar(bars, 4.0f);
     timeline.mouseTime = 3.5f; // as the ruler leaves it
@@ -94,4 +95,17 @@ TEST_F(CloneTest, ShiftBesideTheKeysIsAPlainPress) {
     Press(bars, 60, kMiddle, MK_LBUTTON | MK_SHIFT);
     EXPECT_THAT(editor.level.selection, ElementsAre(box));
     EXPECT_EQ(CWnd::GetCapture(), nullptr);
+}
+
+TEST_F(CloneTest, GhostLiesAboveTheSelectedKey) {
+    PutBar(bars, 4.0f);
+    TakeClone(bars, 4.0f);
+    DragTo(bars, 4.5f);
+    const std::vector<std::string> lines = Lines(bars);
+    const auto squareOf = [&lines](const std::string& place) {
+        return std::ranges::find_if(lines, [&](const std::string& line) { return line.starts_with(place); });
+    };
+    const auto ghost = squareOf("rect 372,3,378,18");
+    ASSERT_NE(ghost, lines.end());
+    EXPECT_LT(squareOf("rect 347,3,353,18"), ghost);
 }

@@ -9,14 +9,14 @@ void ShownKeys::SetKey(CTrackKey* newKey, bool /*refresh*/) {
 
 GestureTest::GestureTest()
     : root(MakeRow(KeyKind::None, boxTrack)), bars(MakeRow(KeyKind::Position, boxTrack)),
-      turns(MakeRow(KeyKind::Rotation, boxTrack)), boxes(MakeRow(KeyKind::Sound, boxTrack)) {
+      turns(MakeRow(KeyKind::Rotation, boxTrack)), sounds(MakeRow(KeyKind::Sound, boxTrack)) {
     Hooks().keyState = [this](int key) { return (key == VK_CONTROL && ctrl) || (key == VK_LMENU && alt); };
     info.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(700, 0, 800, 20), &timeline, 30);
     timeline.infoWnd = &info;
     timeline.viewEnd = 10.0f;
     timeline.movieEnd = 100.0f;
     int line = 0;
-    for (CTrackCtrl* row : {&bars, &turns, &boxes}) {
+    for (CTrackCtrl* row : {&bars, &turns, &sounds}) {
         EXPECT_TRUE(root.AddChildRow(row, /*first*/ false));
         Lay(*row, ++line);
     }
@@ -51,8 +51,8 @@ CNullTimeTrackKey* GestureTest::PutBar(CTrackCtrl& row, float time) {
 }
 
 CTimedTrackKey* GestureTest::PutBox(float time, float duration) {
-    auto* key = static_cast<CTimedTrackKey*>(MakeView(boxes.kind, time, duration).release());
-    Enter(boxes, key);
+    auto* key = static_cast<CTimedTrackKey*>(MakeView(sounds.kind, time, duration).release());
+    Enter(sounds, key);
     return key;
 }
 

@@ -62,7 +62,7 @@ protected:
     CTrackCtrl& root;
     CTrackCtrl& bars;
     CTrackCtrl& turns;
-    CTrackCtrl& boxes;
+    CTrackCtrl& sounds;
     bool ctrl = false;
     bool alt = false;
 

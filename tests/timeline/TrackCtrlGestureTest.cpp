@@ -48,25 +48,25 @@ TEST_F(TrackCtrlGestureTest, BarWhoseMouseJumpsOverTheTicStaysBehind) {
 
 TEST_F(TrackCtrlGestureTest, BoxGrippedInItsMiddleLagsBehindTheMouse) {
     CTimedTrackKey* key = PutBox(1.0f, 2.0f);
-    PressAt(boxes, 2.0f);
+    PressAt(sounds, 2.0f);
     EXPECT_EQ(key->dragMode, CTimedTrackKey::kDragMove);
-    DragTo(boxes, 3.0f); // its end goes from 3 to 4, and half of the way from 2 to 4 is not enough
+    DragTo(sounds, 3.0f); // its end goes from 3 to 4, and half of the way from 2 to 4 is not enough
     ExpectBox(*key, 1.0f, 2.0f);
     EXPECT_EQ(key->lastMouseTime, 2.0f); // held boxes measure on from the press
-    DragTo(boxes, 3.5f);
+    DragTo(sounds, 3.5f);
     ExpectBox(*key, 2.0f, 2.0f);
     EXPECT_EQ(key->lastMouseTime, 3.5f);
 }
 
 TEST_F(TrackCtrlGestureTest, LeftGripMovesTheStart) {
     CTimedTrackKey* key = PutBox(1.0f, 2.0f);
-    Press(boxes, 250, kMiddle);
-    Release(boxes, 250, kMiddle);
-    Press(boxes, 190, kMiddle); // 0.8 s, in the grip from 182 to 197
+    Press(sounds, 250, kMiddle);
+    Release(sounds, 250, kMiddle);
+    Press(sounds, 190, kMiddle); // 0.8 s, in the grip from 182 to 197
     EXPECT_EQ(key->dragMode, CTimedTrackKey::kDragLeft);
-    Move(boxes, 160, kMiddle, MK_LBUTTON); // 0.2 s: half of the way from 0.8 to the tic at 0 is 0.4
+    Move(sounds, 160, kMiddle, MK_LBUTTON); // 0.2 s: half of the way from 0.8 to the tic at 0 is 0.4
     ExpectBox(*key, 0.0f, 3.0f);
-    Release(boxes, 160, kMiddle);
+    Release(sounds, 160, kMiddle);
     ASSERT_NE(TheChange(), nullptr);
     EXPECT_EQ(TheChange()->start, 1.0f);
     EXPECT_EQ(TheChange()->end, 3.0f);
@@ -74,13 +74,13 @@ TEST_F(TrackCtrlGestureTest, LeftGripMovesTheStart) {
 
 TEST_F(TrackCtrlGestureTest, RightGripMovesTheEnd) {
     CTimedTrackKey* key = PutBox(1.0f, 2.0f);
-    Press(boxes, 250, kMiddle);
-    Release(boxes, 250, kMiddle);
-    Press(boxes, 310, kMiddle); // 3.2 s, in the grip from 303 to 318
+    Press(sounds, 250, kMiddle);
+    Release(sounds, 250, kMiddle);
+    Press(sounds, 310, kMiddle); // 3.2 s, in the grip from 303 to 318
     EXPECT_EQ(key->dragMode, CTimedTrackKey::kDragRight);
-    Move(boxes, 340, kMiddle, MK_LBUTTON); // 3.8 s: half of the way from 3.2 to the tic at 4 is 0.4
+    Move(sounds, 340, kMiddle, MK_LBUTTON); // 3.8 s: half of the way from 3.2 to the tic at 4 is 0.4
     ExpectBox(*key, 1.0f, 3.0f);
-    Release(boxes, 340, kMiddle);
+    Release(sounds, 340, kMiddle);
     ASSERT_NE(TheChange(), nullptr);
     EXPECT_EQ(TheChange()->start, 1.0f);
     EXPECT_EQ(TheChange()->end, 3.0f);
@@ -88,30 +88,30 @@ TEST_F(TrackCtrlGestureTest, RightGripMovesTheEnd) {
 
 TEST_F(TrackCtrlGestureTest, GripsAreNoneBeforeTheKeyIsCurrent) {
     PutBox(1.0f, 2.0f);
-    Press(boxes, 190, kMiddle);
-    EXPECT_EQ(boxes.dragKey, nullptr);
+    Press(sounds, 190, kMiddle);
+    EXPECT_EQ(sounds.dragKey, nullptr);
 }
 
 // Required: the grip's height counts only for what the drag does.
 TEST_F(TrackCtrlGestureTest, GripAboveTheBoxMovesIt) {
     CTimedTrackKey* key = PutBox(1.0f, 2.0f);
-    PressAt(boxes, 2.0f);
-    ReleaseAt(boxes, 2.0f);
-    Press(boxes, 190, 0);
-    EXPECT_EQ(boxes.dragKey, key);
+    PressAt(sounds, 2.0f);
+    ReleaseAt(sounds, 2.0f);
+    Press(sounds, 190, 0);
+    EXPECT_EQ(sounds.dragKey, key);
     EXPECT_EQ(key->dragMode, CTimedTrackKey::kDragMove);
 }
 
 TEST_F(TrackCtrlGestureTest, GripTakenInAnotherRowIsThatRowsDrag) {
     CTimedTrackKey* key = PutBox(1.0f, 2.0f);
-    PressAt(boxes, 2.0f);
-    ReleaseAt(boxes, 2.0f);
+    PressAt(sounds, 2.0f);
+    ReleaseAt(sounds, 2.0f);
     StartWatching();
     Press(turns, 310, kMiddle);
     EXPECT_EQ(turns.dragKey, key);
-    EXPECT_EQ(boxes.dragKey, nullptr);
+    EXPECT_EQ(sounds.dragKey, nullptr);
     EXPECT_EQ(CWnd::GetCapture(), &turns);
-    EXPECT_FALSE(WantsPaint(boxes)); // Required: the row of the mouse alone is repainted
+    EXPECT_FALSE(WantsPaint(sounds)); // Required: the row of the mouse alone is repainted
     Move(turns, 340, kMiddle, MK_LBUTTON);
     ExpectBox(*key, 1.0f, 3.0f);
     Release(turns, 340, kMiddle);
@@ -149,9 +149,9 @@ TEST_F(TrackCtrlGestureTest, WithAltABarIsWhereTheMouseIs) {
 
 TEST_F(TrackCtrlGestureTest, WithAltABoxGoesAsFarAsTheMouse) {
     CTimedTrackKey* key = PutBox(1.0f, 2.0f);
-    PressAt(boxes, 1.5f);
+    PressAt(sounds, 1.5f);
     alt = true;
-    DragTo(boxes, 2.0f);
+    DragTo(sounds, 2.0f);
     ExpectBox(*key, 1.5f, 2.0f);
 }
 
@@ -219,9 +219,9 @@ TEST_F(TrackCtrlGestureTest, CtrlPressMarksTheBarAndDragsIt) {
 TEST_F(TrackCtrlGestureTest, CtrlPressOnABoxOnlyTakesHoldOfIt) {
     CTimedTrackKey* key = PutBox(1.0f, 2.0f);
     ctrl = true;
-    PressAt(boxes, 2.0f, MK_CONTROL);
+    PressAt(sounds, 2.0f, MK_CONTROL);
     EXPECT_FALSE(key->marked);
-    EXPECT_EQ(boxes.dragKey, key);
+    EXPECT_EQ(sounds.dragKey, key);
     EXPECT_THAT(windowLog, IsEmpty());
 }
 
@@ -246,7 +246,7 @@ TEST_F(TrackCtrlGestureTest, MarkedKeysOfAllRowsGoAlong) {
     EXPECT_EQ(later->time, 10.0f);
     EXPECT_EQ(unmarked->time, 8.0f);
     EXPECT_TRUE(WantsPaint(turns));
-    EXPECT_FALSE(WantsPaint(boxes));
+    EXPECT_FALSE(WantsPaint(sounds));
     ReleaseAt(bars, 5.5f);
     EXPECT_TRUE(later->marked);
     ASSERT_NE(TheChange(), nullptr); // Required: of the key under the mouse alone

@@ -24,7 +24,7 @@ protected:
     /// A box from 1 to 3 seconds that is moved and shut while it is held.
     CTimedTrackKey* HoldShutBox() {
         CTimedTrackKey* key = PutBox(1.0f, 2.0f);
-        PressAt(boxes, 2.0f);
+        PressAt(sounds, 2.0f);
         key->duration = 0.0f;
         key->SetPosition(4.0f, /*viewOnly*/ false);
         StartWatching();
@@ -48,14 +48,14 @@ TEST_F(TrackCtrlReleaseTest, ClickWithoutAMoveIsNoEdit) {
 
 TEST_F(TrackCtrlReleaseTest, MoveIsAnEditThatHoldsTheOldPlace) {
     CTimedTrackKey* key = PutBox(1.0f, 2.0f);
-    PressAt(boxes, 2.0f);
-    DragTo(boxes, 3.5f);
-    ReleaseAt(boxes, 3.5f);
+    PressAt(sounds, 2.0f);
+    DragTo(sounds, 3.5f);
+    ReleaseAt(sounds, 3.5f);
     ExpectBox(*key, 2.0f, 2.0f);
     const CFUAChangeSize* change = TheChange();
     ASSERT_NE(change, nullptr);
     EXPECT_EQ(change->key, key);
-    EXPECT_EQ(change->trackCtrl, &boxes);
+    EXPECT_EQ(change->trackCtrl, &sounds);
     EXPECT_EQ(change->start, 1.0f);
     EXPECT_EQ(change->end, 3.0f);
 }
@@ -72,47 +72,47 @@ TEST_F(TrackCtrlReleaseTest, MoveBackToTheOldPlaceIsNoEdit) {
 
 TEST_F(TrackCtrlReleaseTest, MillionthOfASecondIsNoEdit) {
     CTimedTrackKey* key = PutBox(1.0f, 2.0f);
-    PressAt(boxes, 2.0f);
+    PressAt(sounds, 2.0f);
     key->SetPosition(1.0000005f, /*viewOnly*/ false);
-    ReleaseAt(boxes, 2.0f);
+    ReleaseAt(sounds, 2.0f);
     EXPECT_THAT(Edits(), IsEmpty());
-    PressAt(boxes, 2.0f);
+    PressAt(sounds, 2.0f);
     key->SetPosition(1.000003f, /*viewOnly*/ false);
-    ReleaseAt(boxes, 2.0f);
+    ReleaseAt(sounds, 2.0f);
     EXPECT_NE(TheChange(), nullptr);
 }
 
 TEST_F(TrackCtrlReleaseTest, ShutKeyAsksWhetherItMayGo) {
     HoldShutBox();
-    ReleaseAt(boxes, 2.0f);
+    ReleaseAt(sounds, 2.0f);
     EXPECT_THAT(questions, ElementsAre("Do You want to delete this key?"));
     EXPECT_EQ(questionType & 0xF, UINT{MB_YESNO});
 }
 
 TEST_F(TrackCtrlReleaseTest, NoPutsLengthAndPlaceBack) {
     const CTimedTrackKey* key = HoldShutBox();
-    ReleaseAt(boxes, 2.0f);
+    ReleaseAt(sounds, 2.0f);
     ExpectBox(*key, 1.0f, 2.0f);
     EXPECT_TRUE(key->selected);
     EXPECT_THAT(Edits(), IsEmpty());
-    EXPECT_TRUE(WantsPaint(boxes));
+    EXPECT_TRUE(WantsPaint(sounds));
 }
 
 TEST_F(TrackCtrlReleaseTest, YesTakesTheKeyOutWithAnEdit) {
     answer = IDYES;
     CTimedTrackKey* key = HoldShutBox();
     IFilmKey* record = key->record;
-    ReleaseAt(boxes, 2.0f);
-    EXPECT_THAT(boxes.keys, IsEmpty());
+    ReleaseAt(sounds, 2.0f);
+    EXPECT_THAT(sounds.keys, IsEmpty());
     EXPECT_EQ(record->track, nullptr);
     EXPECT_THAT(timeline.selectedKeys, IsEmpty());
     ASSERT_EQ(Edits().size(), 1U);
     const auto* removal = dynamic_cast<CFUADeleteKey*>(Edits().front());
     ASSERT_NE(removal, nullptr);
     EXPECT_EQ(removal->key, key); // it lives on there, with its record
-    EXPECT_EQ(removal->trackCtrl, &boxes);
-    EXPECT_TRUE(WantsPaint(boxes));
-    EXPECT_EQ(boxes.dragKey, nullptr);
+    EXPECT_EQ(removal->trackCtrl, &sounds);
+    EXPECT_TRUE(WantsPaint(sounds));
+    EXPECT_EQ(sounds.dragKey, nullptr);
 }
 
 TEST_F(TrackCtrlReleaseTest, YesInAnotherRowTakesTheKeyOutOfItsOwn) {
@@ -123,7 +123,7 @@ TEST_F(TrackCtrlReleaseTest, YesInAnotherRowTakesTheKeyOutOfItsOwn) {
     Press(turns, 310, kMiddle);
     key->duration = 0.0f;
     Release(turns, 310, kMiddle);
-    EXPECT_THAT(boxes.keys, IsEmpty());
+    EXPECT_THAT(sounds.keys, IsEmpty());
     EXPECT_EQ(record->track, nullptr);
 }
 
@@ -131,19 +131,19 @@ TEST_F(TrackCtrlReleaseTest, MouseIsFreeBeforeTheQuestion) {
     HoldShutBox();
     meanwhile = [this] {
         EXPECT_EQ(CWnd::GetCapture(), nullptr);
-        EXPECT_EQ(boxes.dragKey, nullptr);
+        EXPECT_EQ(sounds.dragKey, nullptr);
     };
-    ReleaseAt(boxes, 2.0f);
+    ReleaseAt(sounds, 2.0f);
     EXPECT_EQ(questions.size(), 1U);
 }
 
 TEST_F(TrackCtrlReleaseTest, MouseUnderTheQuestionDragsNothing) {
     const CTimedTrackKey* key = HoldShutBox();
     meanwhile = [this] {
-        DragTo(boxes, 8.0f);
-        ReleaseAt(boxes, 8.0f);
+        DragTo(sounds, 8.0f);
+        ReleaseAt(sounds, 8.0f);
     };
-    ReleaseAt(boxes, 2.0f);
+    ReleaseAt(sounds, 2.0f);
     ExpectBox(*key, 1.0f, 2.0f);
     EXPECT_EQ(questions.size(), 1U);
 }
@@ -152,9 +152,9 @@ TEST_F(TrackCtrlReleaseTest, KeyThatGoesUnderTheQuestionEndsIt) {
     for (const int given : {IDYES, IDNO}) {
         answer = given;
         CTimedTrackKey* key = HoldShutBox();
-        meanwhile = [this, key] { boxes.RemoveKey(key, /*destroy*/ true, false, /*noUndo*/ true); };
-        ReleaseAt(boxes, 2.0f);
-        EXPECT_THAT(boxes.keys, IsEmpty());
+        meanwhile = [this, key] { sounds.RemoveKey(key, /*destroy*/ true, false, /*noUndo*/ true); };
+        ReleaseAt(sounds, 2.0f);
+        EXPECT_THAT(sounds.keys, IsEmpty());
         EXPECT_THAT(Edits(), IsEmpty());
     }
 }
@@ -178,18 +178,18 @@ TEST_F(TrackCtrlReleaseTest, RowsThatGoUnderTheQuestionEndIt) {
 TEST_F(TrackCtrlReleaseTest, KeyThatWasShutBeforeIsNotAskedAbout) {
     CTimedTrackKey* key = PutBox(1.0f, 2.0f);
     key->duration = 0.0f;
-    PressAt(boxes, 1.0f);
-    ASSERT_EQ(boxes.dragKey, key);
-    ReleaseAt(boxes, 1.0f);
+    PressAt(sounds, 1.0f);
+    ASSERT_EQ(sounds.dragKey, key);
+    ReleaseAt(sounds, 1.0f);
     EXPECT_THAT(questions, IsEmpty());
     EXPECT_THAT(Edits(), IsEmpty());
 }
 
 TEST_F(TrackCtrlReleaseTest, LengthThatIsNoNumberIsAskedAbout) {
     CTimedTrackKey* key = PutBox(1.0f, 2.0f);
-    PressAt(boxes, 2.0f);
+    PressAt(sounds, 2.0f);
     key->duration = std::numeric_limits<float>::quiet_NaN();
-    ReleaseAt(boxes, 2.0f);
+    ReleaseAt(sounds, 2.0f);
     EXPECT_EQ(questions.size(), 1U);
     ExpectBox(*key, 1.0f, 2.0f);
 }
