@@ -1,9 +1,11 @@
 #include "host/stage/windows/ObjectLook.h"
 #include "plugin/contract/ClassIds.h"
+#include "tests/support/Answering.h"
 #include "tests/whole/CameraStageFixture.h"
 
 #include <cmath>
 #include <fstream>
+#include <QMessageBox>
 #include <QTest>
 
 TEST_F(CameraInStageTest, PressOnItsNameShowsItsPathAndPointsAndAnotherHidesThem) {
@@ -69,7 +71,8 @@ TEST_F(CameraInStageTest, PointsStayOutOfTheLevelFile) {
 
 TEST_F(CameraInStageTest, PointsCantBeDeletedDuplicatedOrAnimated) {
     window->host.Select({eye, target});
-    window->commands.DeleteSelected();
+    Answering([](QWidget& box) { PressButton(box, QMessageBox::Ok); },
+              [this] { window->commands.DeleteSelected(); });
     window->commands.Duplicate();
     EXPECT_EQ(Points(), 6);
     const std::size_t tracks = Film("Intro")->tracks.size();
