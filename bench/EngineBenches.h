@@ -11,5 +11,6 @@ void RegisterTimelineBenches();
 void RegisterTimelineDrawBenches();
 void RegisterTimelineWindowBenches();
 void RegisterKeyDragBenches();
+void RegisterCameraPathBenches();
 
 } // namespace films_bench

@@ -82,7 +82,8 @@ void KeyDrag(benchmark::State& state, int count) {
     }
     row.keys.EndFill();
     dragged->dragMode = CTimedTrackKey::kDragMove;
-    DragToAndFro(state, *dragged, row, dragged->time, dragged->time + 1.0f);
+    // A step goes a tic on once the mouse is past the middle of the way to the tic of the box's far edge.
+    DragToAndFro(state, *dragged, row, dragged->time, dragged->time + 3.0f);
 }
 
 /// A step over bars on so many successive tics.

@@ -23,6 +23,13 @@ RATIOS = [
     ("KeyDrag/100000", "KeyDrag/10000", 30.0),
     ("KeyDragRun/100000", "KeyDragRun/10000", 30.0),
     ("GroupMove/10000", "GroupMove/1000", 30.0),
+    ("CameraPath/free", "SceneFrame/harbour", 0.1),
+    ("CameraPath/free_10x", "SceneFrame/harbour", 0.1),
+    ("CameraPath/tied", "SceneFrame/harbour", 0.1),
+    ("CameraPath/tied_10x", "SceneFrame/harbour", 0.1),
+    ("CameraPathChanged/free_10x", "SceneFrame/harbour", 0.1),
+    ("CameraPathChanged/tied_10x", "SceneFrame/harbour", 0.1),
+    ("SceneFrame/camera_path", "SceneFrame/harbour", 1.1),
 ]
 # name, counter, highest value
 COUNTERS = [

@@ -100,6 +100,15 @@ TEST_F(ScenePickerTest, HiddenObjectsAreNotPicked) {
     EXPECT_EQ(picker.At(view, 100, 100), cube);
 }
 
+TEST_F(ScenePickerTest, AViewThatAPluginHoldsHasOnlyMeshes) {
+    EditorObject* cube = Add("Cube", "cube", 0, 0, 0);
+    EditorObject* light = Add("Light", nullptr, 0, 0, 5);
+    EXPECT_EQ(picker.At(view, 100, 100), light);
+    view.attachedTo = 1;
+    EXPECT_EQ(picker.At(view, 100, 100), cube);
+    EXPECT_EQ(picker.InRectangle(view, 0, 0, 200, 200), (ObjectList{cube}));
+}
+
 TEST_F(ScenePickerTest, PlacesWithoutABodyArePickedWithinAFewPixels) {
     EditorObject* empty = Add("Empty", nullptr, 0, 0, 0);
     EXPECT_EQ(picker.At(view, 100 + 13, 100), empty);

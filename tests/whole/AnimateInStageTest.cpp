@@ -1,22 +1,14 @@
 #include "framework/Wnd.h"
-#include "host/stage/gizmo/Gizmo.h"
 #include "host/stage/windows/ObjectPanel.h"
 #include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/TransformFields.h"
-#include "host/stage/windows/ViewArea.h"
-#include "host/stage/windows/ViewTool.h"
-#include "host/stage/windows/ViewWidget.h"
+#include "tests/whole/GizmoHand.h"
 #include "tests/whole/StageFixture.h"
 
-#include <glm/gtc/type_ptr.hpp>
-#include <QAction>
-#include <QApplication>
 #include <QDoubleSpinBox>
-#include <QMouseEvent>
 #include <QTest>
 
 #include <cmath>
-#include <optional>
 
 using ::testing::ElementsAre;
 
@@ -70,14 +62,6 @@ protected:
             Command(kFrameForward);
         }
     }
-    void LookAt(engine::SceneObject& object) {
-        window->host.Select({&object});
-        const Vector3 place = object.World().Translation();
-        stage::StageView& view = *window->host.views.At(0);
-        view.navigation.LookAt({place.x + 4, place.y + 3, place.z + 8}, {place.x, place.y, place.z});
-        view.ApplyNavigation();
-        Settle();
-    }
     CFilmTrack* Track() const { return film->FindObjectTrack(crate); }
     std::vector<const CFilmVectorKey*> Keys(int kind) const {
         std::vector<const CFilmVectorKey*> found;
@@ -93,40 +77,12 @@ protected:
         return {Keys(kPositionKey).size(), Keys(kRotationKey).size(), Keys(kScaleKey).size()};
     }
     Vector3 Place() const { return crate->World().Translation(); }
-    QWidget* View() const { return window->views->Widget(0); }
-    /// A pixel of the view at which a part of the gizmo is gripped.
-    std::optional<QPoint> Grip(GizmoMode mode, GizmoPart part) const {
-        Gizmo gizmo;
-        gizmo.SetMode(mode);
-        gizmo.Show(glm::translate(glm::mat4(1.0f), glm::vec3(Place().x, Place().y, Place().z)));
-        const stage::StageView& view = *window->host.views.At(0);
-        const RenderCamera camera{view.ViewMatrix(), view.ProjectionMatrix()};
-        for (int y = 0; y < View()->height(); y += 2) {
-            for (int x = 0; x < View()->width(); x += 2) {
-                const stage::ViewRay ray = view.RayAt(static_cast<float>(x), static_cast<float>(y));
-                if (gizmo.HitTest({ray.origin, ray.direction}, camera) == part) {
-                    return QPoint(x, y);
-                }
-            }
-        }
-        return std::nullopt;
-    }
     /// Drags a part of the gizmo with the mouse.
     void DragGizmo(const char* tool, GizmoMode mode, GizmoPart part, const QPoint& way) {
-        window->findChild<QAction*>(tool)->trigger();
-        Settle();
-        const std::optional<QPoint> from = Grip(mode, part);
-        ASSERT_TRUE(from.has_value());
-        QTest::mouseMove(View(), *from);
-        QTest::mousePress(View(), Qt::LeftButton, Qt::NoModifier, *from);
-        constexpr int kSteps = 5;
-        for (int step = 1; step <= kSteps; ++step) {
-            const QPoint place = *from + way * step / kSteps;
-            QMouseEvent move(QEvent::MouseMove, QPointF(place), View()->mapToGlobal(QPointF(place)),
-                             Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-            QApplication::sendEvent(View(), &move);
-        }
-        QTest::mouseRelease(View(), Qt::LeftButton, Qt::NoModifier, *from + way);
+        GizmoHand hand(*window);
+        ASSERT_TRUE(hand.Press(tool, mode, part, Place()));
+        hand.Move(way);
+        hand.Release();
         Settle();
     }
     /// Types a number into a field of the properties panel.

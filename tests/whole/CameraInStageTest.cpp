@@ -1,97 +1,12 @@
-#include "framework/Wnd.h"
 #include "host/stage/windows/ObjectLook.h"
-#include "host/stage/windows/ToolWindows.h"
 #include "plugin/contract/ClassIds.h"
-#include "tests/whole/StageFixture.h"
-#include "timeline/TrackCtrl.h"
+#include "tests/support/Answering.h"
+#include "tests/whole/CameraStageFixture.h"
 
-#include <algorithm>
 #include <cmath>
 #include <fstream>
+#include <QMessageBox>
 #include <QTest>
-
-namespace {
-
-/// The first camera of the film "Intro" is visualized with a press on its name in the scenario window.
-class CameraInStageTest : public StageTest {
-protected:
-    void SetUp() override {
-        ChooseFilm("Intro");
-        QListWidget* list = FilmList();
-        ASSERT_NE(list, nullptr);
-        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
-                           list->visualItemRect(list->item(1)).center());
-        Settle();
-        camera = AsCameraTrack(Film("Intro")->FindCamera("Establishing"));
-        ASSERT_NE(camera, nullptr);
-        PressName();
-        eye = Find(ClassName::CameraPosition);
-        target = Find(ClassName::CameraTarget);
-        ASSERT_NE(eye, nullptr);
-        ASSERT_NE(target, nullptr);
-    }
-    /// Presses the name cell of the camera's row.
-    void PressName() {
-        CTrackCtrl* row = RowOf(camera);
-        ASSERT_NE(row, nullptr);
-        row->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(60, 8));
-        Settle();
-        row->SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(60, 8));
-        Settle();
-    }
-    CTrackCtrl* RowOf(const CFilmTrack* track) const {
-        const QList<stage::ToolWindowDock*> docks = window->toolWindows->Docks();
-        return docks.isEmpty() ? nullptr : RowBelow(docks.front()->Window(), track);
-    }
-    static CTrackCtrl* RowBelow(CWnd* parent, const CFilmTrack* track) {
-        constexpr int kRowId = 55;
-        for (int i = 0; CWnd* child = parent->GetWindowChild(i); ++i) {
-            if (child->GetDlgCtrlID() == kRowId) {
-                auto* row = static_cast<CTrackCtrl*>(child);
-                if (row->track == track && row->parent == nullptr) {
-                    return row;
-                }
-            }
-            if (CTrackCtrl* row = RowBelow(child, track)) {
-                return row;
-            }
-        }
-        return nullptr;
-    }
-    engine::SceneObject* Find(const char* className) const {
-        for (const auto& object : window->host.level.Data()->Objects()) {
-            if (object->Info().className == className) {
-                return object.get();
-            }
-        }
-        return nullptr;
-    }
-    int Points() const {
-        int count = 0;
-        for (const auto& object : window->host.level.Data()->Objects()) {
-            count += object->transient && !stage::IsListed(*object) ? 1 : 0;
-        }
-        return count;
-    }
-    std::size_t Lines() const { return window->host.RenderPlugins(0).size(); }
-    CFilmVectorKey& FirstKey(int kind) const {
-        IFilmKey* first = nullptr;
-        for (IFilmKey* key : camera->keys) {
-            first = key->kind == kind && (first == nullptr || key->time < first->time) ? key : first;
-        }
-        return static_cast<CFilmVectorKey&>(*first);
-    }
-    std::size_t Keys(int kind) const {
-        return static_cast<std::size_t>(
-            std::ranges::count_if(camera->keys, [kind](const IFilmKey* key) { return key->kind == kind; }));
-    }
-
-    CFilmCameraTrack* camera = nullptr;
-    engine::SceneObject* eye = nullptr;
-    engine::SceneObject* target = nullptr;
-};
-
-} // namespace
 
 TEST_F(CameraInStageTest, PressOnItsNameShowsItsPathAndPointsAndAnotherHidesThem) {
     EXPECT_EQ(Points(), 6);
@@ -156,7 +71,8 @@ TEST_F(CameraInStageTest, PointsStayOutOfTheLevelFile) {
 
 TEST_F(CameraInStageTest, PointsCantBeDeletedDuplicatedOrAnimated) {
     window->host.Select({eye, target});
-    window->commands.DeleteSelected();
+    Answering([](QWidget& box) { PressButton(box, QMessageBox::Ok); },
+              [this] { window->commands.DeleteSelected(); });
     window->commands.Duplicate();
     EXPECT_EQ(Points(), 6);
     const std::size_t tracks = Film("Intro")->tracks.size();

@@ -131,3 +131,12 @@ void StageTest::Move(EditorObject* object, float x, float y, float z) {
     window->commands.Move({{scene, world}});
     Settle();
 }
+
+void StageTest::LookAt(engine::SceneObject& object) {
+    window->host.Select({&object});
+    const Vector3 place = object.World().Translation();
+    stage::StageView& view = *window->host.views.At(0);
+    view.navigation.LookAt({place.x + 4, place.y + 3, place.z + 8}, {place.x, place.y, place.z});
+    view.ApplyNavigation();
+    Settle();
+}

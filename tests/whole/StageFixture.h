@@ -38,6 +38,8 @@ protected:
     void PressKey(int key);
     /// A move as the gizmo makes it.
     void Move(EditorObject* object, float x, float y, float z);
+    /// Selects the object and turns the first view to it, from some ten metres.
+    void LookAt(engine::SceneObject& object);
     static void Settle();
 
     HookScope hooks;

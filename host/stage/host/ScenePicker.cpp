@@ -46,8 +46,10 @@ void KeepMeshes(ObjectList& objects) {
     }
 }
 
-bool IsPickable(const engine::SceneObject& object) {
-    return object.IsShown() && engine::IsFinite(object.World());
+/// A view that a plug-in holds shows the film's picture: only meshes, no bodies of lights and helpers.
+bool IsPickable(const engine::SceneObject& object, const StageView& view) {
+    return object.IsShown() && engine::IsFinite(object.World()) &&
+           (view.attachedTo == 0 || object.Mesh() != nullptr);
 }
 } // namespace
 
@@ -71,7 +73,7 @@ engine::SceneObject* ScenePicker::At(const StageView& view, float x, float y) co
     engine::SceneObject* nearest = nullptr;
     float nearestDistance = kNothing;
     for (const auto& object : level.Data()->Objects()) {
-        if (!IsPickable(*object)) {
+        if (!IsPickable(*object, view)) {
             continue;
         }
         float distance = kNothing;
@@ -98,7 +100,7 @@ ObjectList ScenePicker::InRectangle(const StageView& view, float left, float top
     }
     for (const auto& object : level.Data()->Objects()) {
         glm::vec2 pixel;
-        if (IsPickable(*object) && view.Project(BoundsOf(*object).center, pixel) && pixel.x >= left &&
+        if (IsPickable(*object, view) && view.Project(BoundsOf(*object).center, pixel) && pixel.x >= left &&
             pixel.x <= right && pixel.y >= top && pixel.y <= bottom) {
             found.push_back(object.get());
         }

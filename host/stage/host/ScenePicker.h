@@ -12,7 +12,7 @@ struct Sphere {
 };
 
 /// What the mouse meets in a view. Objects with a mesh are met at their triangles, as posed; the others
-/// within a few pixels of their place.
+/// within a few pixels of their place, and not in a view that a plug-in holds, which doesn't show them.
 class ScenePicker {
 public:
     static constexpr float kMarkerPixels = 14.0f;

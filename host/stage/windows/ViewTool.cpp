@@ -124,8 +124,11 @@ bool ViewTool::Press(const StageView& view, const QPointF& place) {
 void ViewTool::MoveTo(const glm::mat4& delta) {
     std::vector<ObjectMove> moves;
     for (const Start& start : starts) {
-        const glm::mat4 world = delta * ToGlm(start.world);
         ObjectMove move{area.host.level.FindObject(start.id), {}};
+        if (move.object == nullptr || !area.host.level.IsSelected(move.object)) {
+            continue; // gone, or its twin in a level that was opened meanwhile
+        }
+        const glm::mat4 world = delta * ToGlm(start.world);
         std::memcpy(move.world.m, glm::value_ptr(world), sizeof(move.world.m));
         moves.push_back(move);
     }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "tests/whole/StageFixture.h"
+#include "timeline/TrackCtrl.h"
+
+/// The first camera of the film "Intro", "Establishing", is visualized with a press on its name in the
+/// scenario window.
+class CameraInStageTest : public StageTest {
+protected:
+    void SetUp() override;
+    /// Presses the name cell of the camera's row.
+    void PressName();
+    CTrackCtrl* RowOf(const CFilmTrack* track) const;
+    engine::SceneObject* Find(const char* className) const;
+    /// How many points of cameras the level has, shown or not.
+    int Points() const;
+    std::size_t Lines() const { return window->host.RenderPlugins(0).size(); }
+    CFilmVectorKey& FirstKey(int kind) const;
+    std::size_t Keys(int kind) const;
+
+    CFilmCameraTrack* camera = nullptr;
+    engine::SceneObject* eye = nullptr;
+    engine::SceneObject* target = nullptr;
+};

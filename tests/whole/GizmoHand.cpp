@@ -1,0 +1,68 @@
+#include "tests/whole/GizmoHand.h"
+
+#include "host/stage/windows/ViewArea.h"
+#include "host/stage/windows/ViewWidget.h"
+
+#include <cmath>
+#include <glm/gtc/matrix_transform.hpp>
+#include <QAction>
+#include <QApplication>
+#include <QMouseEvent>
+#include <QTest>
+
+QWidget* GizmoHand::View() const {
+    return window.views->Widget(0);
+}
+
+std::optional<QPoint> GizmoHand::PixelOf(stage::MainWindow& mainWindow, const Vector3& point) {
+    glm::vec2 pixel;
+    if (!mainWindow.host.views.At(0)->Project({point.x, point.y, point.z}, pixel)) {
+        return std::nullopt;
+    }
+    return QPoint(static_cast<int>(std::lround(pixel.x)), static_cast<int>(std::lround(pixel.y)));
+}
+
+std::optional<QPoint> GizmoHand::Grip(GizmoMode mode, GizmoPart part, const Vector3& place) const {
+    Gizmo gizmo;
+    gizmo.SetMode(mode);
+    gizmo.Show(glm::translate(glm::mat4(1.0f), glm::vec3(place.x, place.y, place.z)));
+    const stage::StageView& view = *window.host.views.At(0);
+    const RenderCamera camera{view.ViewMatrix(), view.ProjectionMatrix()};
+    for (int y = 0; y < View()->height(); y += 2) {
+        for (int x = 0; x < View()->width(); x += 2) {
+            const stage::ViewRay ray = view.RayAt(static_cast<float>(x), static_cast<float>(y));
+            if (gizmo.HitTest({ray.origin, ray.direction}, camera) == part) {
+                return QPoint(x, y);
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+bool GizmoHand::Press(const char* tool, GizmoMode mode, GizmoPart part, const Vector3& place) {
+    window.findChild<QAction*>(tool)->trigger();
+    QApplication::processEvents();
+    const std::optional<QPoint> from = Grip(mode, part, place);
+    if (!from.has_value()) {
+        return false;
+    }
+    start = present = *from;
+    QTest::mouseMove(View(), start);
+    QTest::mousePress(View(), Qt::LeftButton, Qt::NoModifier, start);
+    return true;
+}
+
+void GizmoHand::Move(const QPoint& way) {
+    constexpr int kSteps = 5;
+    const QPoint from = present;
+    for (int step = 1; step <= kSteps; ++step) {
+        present = from + (start + way - from) * step / kSteps;
+        QMouseEvent move(QEvent::MouseMove, QPointF(present), View()->mapToGlobal(QPointF(present)),
+                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(View(), &move);
+    }
+}
+
+void GizmoHand::Release() {
+    QTest::mouseRelease(View(), Qt::LeftButton, Qt::NoModifier, present);
+}
