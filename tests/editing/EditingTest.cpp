@@ -63,10 +63,6 @@ std::map<std::string, Effect> EffectsOf(const std::vector<Step>& steps) {
 /// A run that edits nothing would find nothing.
 TEST(EditingTest, RunsReachTheEdits) {
     auto effects = EffectsOf(RandomSteps(4, 4000));
-    for (const auto& [name, effect] : effects) {
-        std::printf("%s: %d added, %d removed, %d moved\n", name.c_str(), effect.added, effect.removed,
-                    effect.moved);
-    }
     EXPECT_GT(effects["drag"].moved, 20);
     EXPECT_GT(effects["release"].added, 2); // clones
     EXPECT_GT(effects["key-menu"].removed, 5);

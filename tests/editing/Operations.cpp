@@ -54,7 +54,7 @@ std::span<const Operation> Operations() {
         {"new-film", 1, &World::NewFilm, any, 0},
         {"delete-film", 1, &World::DeleteFilm, any, any},
         {"save-level", 1, &World::SaveLevel, any, 0},
-        {"load-level", 2, &World::LoadLevel, any, any},
+        {"load-level", 4, &World::LoadLevel, any, any},
         {"host-event", 2, &World::HostEvent, any, 0},
         {"render", 6, &World::Render, 0, 0},
         {"set-time", 10, &World::SetTime, 0, 0},

@@ -100,9 +100,14 @@ int World::AnswerDialog(CDialog& dialog) {
 }
 
 bool World::AnswerNumber(float& value) {
+    const auto tenths = static_cast<float>(luck.Below(10)) / 10.0f;
     const float answers[] = {value,
-                             value + 0.5f,
-                             value - 0.3f,
+                             value + tenths,
+                             value - tenths,
+                             value * tenths,
+                             value + 2.0f * tenths,
+                             value + 0.05f,
+                             value - 0.05f,
                              static_cast<float>(luck.Below(1200)) / 100.0f - 1.0f,
                              0.0f,
                              0.0005f,
