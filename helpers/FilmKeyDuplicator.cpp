@@ -97,20 +97,22 @@ bool CFilmKeyDuplicator::PlaceClone(CTrackKey& target, CTrackKey* made, IFilmKey
     TakePriority(*target.record, source);
     const RowWatch watch(*sourceRow);
     const bool placed = sourceRow->AddKeyView(&target, /*redraw*/ true, /*existing*/ false, /*noUndo*/ true);
-    ReturnRecord(saved);
-    if (!watch.IsAlive()) {
-        return placed; // the selection let in a rebuild, and nothing of this is left
-    }
-    if (!placed) {
+    // The selection may let in a rebuild, which leaves nothing of all this.
+    if (watch.IsAlive() && placed) {
+        AddCloneAction(target);
+        ForgetClone();
+    } else if (watch.IsAlive()) {
         DestroyLooseView(made);
-        return false;
     }
-    AddCloneAction(target);
+    ReturnRecord(saved);
+    return placed;
+}
+
+void CFilmKeyDuplicator::ForgetClone() {
     sourceKey = nullptr;
     sourceRow = nullptr;
     sourceTime = kNoTime;
     cloneMode = false;
-    return true;
 }
 
 void CFilmKeyDuplicator::AddCloneAction(const CTrackKey& clone) const {

@@ -38,4 +38,5 @@ private:
     void PasteAttributes(CTrackKey& target, IFilmKey* saved);
     bool PlaceClone(CTrackKey& target, CTrackKey* made, IFilmKey* saved);
     void AddCloneAction(const CTrackKey& clone) const;
+    void ForgetClone();
 };

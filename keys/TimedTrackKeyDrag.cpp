@@ -37,7 +37,8 @@ void CTimedTrackKey::OnMouseMove(UINT /*flags*/, float mouseTime, CTrackCtrl* ro
     }
     KeySpan proposed = drag.Propose(target);
     lastMouseTime = mouseTime;
-    if (row->FitTimedKey(this, mouseTime, proposed.start, proposed.duration, duration)) {
+    if (row->FitTimedKey(this, mouseTime, proposed.start, proposed.duration, duration) &&
+        std::isfinite(proposed.End())) {
         // Required: a key can't be pulled shorter than SetDuration allows, but its start still moves.
         SetDuration(proposed.duration, /*viewOnly*/ false);
         SetPosition(proposed.start, /*viewOnly*/ false);

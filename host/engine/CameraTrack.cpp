@@ -4,6 +4,7 @@
 #include "host/engine/FilmManager.h"
 #include "host/engine/LevelData.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -25,12 +26,20 @@ CameraTrack::CameraTrack(FilmManager& filmManager) : TrackOf(filmManager) {
 
 CFilmLinkedKey* CameraTrack::KeyAt(int kind, float time) const {
     const KeyChannel* channel = Channel(kind);
+    if (channel == nullptr) {
+        return nullptr;
+    }
+    const auto times = channel->Times();
+    const auto sorted = channel->Keys();
     CFilmLinkedKey* nearest = nullptr;
     float distance = kKeyTolerance;
-    for (IFilmKey* key : channel != nullptr ? channel->Keys() : std::span<IFilmKey* const>{}) {
-        if (std::fabs(key->time - time) < distance) {
-            distance = std::fabs(key->time - time);
-            nearest = static_cast<CFilmLinkedKey*>(key);
+    // The difference alone decides; the bounds only leave out what is far off.
+    const auto first = std::ranges::lower_bound(times, time - 2.0f * kKeyTolerance) - times.begin();
+    for (auto i = static_cast<std::size_t>(first);
+         i < times.size() && times[i] <= time + 2.0f * kKeyTolerance; ++i) {
+        if (std::fabs(times[i] - time) < distance) {
+            distance = std::fabs(times[i] - time);
+            nearest = static_cast<CFilmLinkedKey*>(sorted[i]);
         }
     }
     return nearest;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/engine/CameraPath.h"
 #include "host/engine/TrackBase.h"
 
 namespace engine {
@@ -17,6 +18,8 @@ public:
     Vector3 PointAt(int kind, float time, const ILinkSpace& links) const;
     /// The same at a time of the sub-track itself, without loop modes.
     Vector3 CurvePointAt(int kind, float time, const ILinkSpace& links) const;
+
+    CameraPath paths[2]; ///< eye, target
 
     /// Where a film time falls in a sub-track of this mode and length.
     static float LoopTime(int mode, float length, float time);

@@ -66,14 +66,14 @@ Matrix4 PoseAtTime::Place(const SceneObject& object, const std::string& element,
         return world;
     }
     const ObjectTrack* track = static_cast<ObjectTrack*>(AsObjectTrack(film.FindObjectTrack(&object)));
-    return Multiply(track != nullptr ? track->ElementAt(element, time) : object.ElementMatrix(element),
-                    world);
+    const bool posed = track != nullptr && track->HasClips();
+    return Multiply(posed ? track->ElementAt(element, time) : Free(object.ElementMatrix(element)), world);
 }
 
 Matrix4 PoseAtTime::Place(const SceneObject& object, int depth) const {
     const ObjectTrack* track = static_cast<ObjectTrack*>(AsObjectTrack(film.FindObjectTrack(&object)));
     if (depth == 0) {
-        return object.World();
+        return Free(object.World());
     }
     if (track != nullptr) {
         const Matrix4 local = track->LocalAt(time);
@@ -84,9 +84,9 @@ Matrix4 PoseAtTime::Place(const SceneObject& object, int depth) const {
     }
     Matrix4 inverse;
     if (object.Parent() == nullptr || !Invert(object.Parent()->World(), inverse)) {
-        return object.World();
+        return Free(object.World());
     }
-    return Multiply(Multiply(object.World(), inverse), Place(*object.Parent(), depth - 1));
+    return Multiply(Free(Multiply(object.World(), inverse)), Place(*object.Parent(), depth - 1));
 }
 
 Film::Film(FilmManager& filmManager, int slot) : manager(filmManager) {
@@ -351,30 +351,21 @@ Vector3 Film::GetCameraTarget(CFilmTrack* camera, float time) {
     return CameraPoint(camera, KeyKind::CameraTarget, time);
 }
 
-void Film::SampleStrip(const CameraTrack& camera, int kind, int detail, PointStrip& strip) {
-    const KeyChannel* channel = camera.Channel(kind);
-    const auto times = channel != nullptr ? channel->Times() : std::span<const float>{};
-    int count = 0;
-    for (std::size_t i = 0; i < times.size(); ++i) {
-        const bool last = i + 1 == times.size();
-        for (int step = 0; step < (last ? 1 : detail); ++step) {
-            const float share = static_cast<float>(step) / static_cast<float>(detail);
-            const float time = SafeTime(last ? times[i] : times[i] + (times[i + 1] - times[i]) * share);
-            *strip.At(count++) = camera.CurvePointAt(kind, time, PoseAtTime(*this, time));
-        }
-    }
-    // The strip itself never shrinks; what a former sampling left behind the end does not belong to the path.
-    strip.count = count;
-}
-
 void Film::SampleCameraPath(TrackRenderData* data, int) {
-    const auto* camera = data != nullptr ? static_cast<CameraTrack*>(AsCameraTrack(data->track)) : nullptr;
+    auto* camera = data != nullptr ? static_cast<CameraTrack*>(AsCameraTrack(data->track)) : nullptr;
     if (camera == nullptr) {
         return;
     }
     const int detail = std::clamp(data->detail, 1, 1000);
-    SampleStrip(*camera, KeyKind::CameraPosition, detail, data->strips[0]);
-    SampleStrip(*camera, KeyKind::CameraTarget, detail, data->strips[1]);
+    for (const int strip : {0, 1}) {
+        std::int32_t count = 0;
+        for (const Vector3& point :
+             camera->paths[strip].Sample(*this, *camera, KeyKind::CameraPosition + strip, detail)) {
+            *data->strips[strip].At(count++) = point;
+        }
+        // A strip never shrinks; what a former sampling left behind the end does not belong to the path.
+        data->strips[strip].count = count;
+    }
 }
 
 } // namespace engine

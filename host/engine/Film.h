@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/engine/Changes.h"
 #include "host/engine/PosePlan.h"
 #include "host/engine/TrackBase.h"
 #include "plugin/contract/Film.h"
@@ -20,15 +21,25 @@ public:
 /// Link space of another time of a film, worked out from the keys without posing anything.
 class PoseAtTime : public ILinkSpace {
 public:
-    PoseAtTime(const Film& ownFilm, float filmTime) : film(ownFilm), time(filmTime) {}
+    /// `freePlaces`, if given, takes every matrix that is read from things that the film leaves alone. Which
+    /// ones they are does not depend on the time.
+    PoseAtTime(const Film& ownFilm, float filmTime, std::vector<Matrix4>* freePlaces = nullptr)
+        : film(ownFilm), time(filmTime), free(freePlaces) {}
     Matrix4 WorldOf(const SceneObject& object, const std::string& element) const override;
 
 private:
     Matrix4 Place(const SceneObject& object, int depth) const;
     Matrix4 Place(const SceneObject& object, const std::string& element, int depth) const;
+    const Matrix4& Free(const Matrix4& place) const {
+        if (free != nullptr) {
+            free->push_back(place);
+        }
+        return place;
+    }
 
     const Film& film;
     float time;
+    std::vector<Matrix4>* free;
 };
 
 /// A film. Owned by its manager.
@@ -67,13 +78,13 @@ public:
     void Forget(const DoomedObjects& doomed);
     void Relink(std::vector<std::string>& messages);
     void OnStructureChanged() {
+        NoteChange();
         orderKnown = false;
         plan.Clear();
     }
 
 private:
     Vector3 CameraPoint(CFilmTrack* camera, int kind, float time);
-    void SampleStrip(const CameraTrack& camera, int kind, int detail, PointStrip& strip);
     void MakeOrder();
     void PlaceInOrder(ObjectTrack& track, int depth);
     ObjectTrack* TrackOfActor(const EditorObject* object) const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/engine/Changes.h"
 #include "host/engine/KeyFactory.h"
 #include "host/engine/RawChunk.h"
 #include "host/engine/SceneObjectInfo.h"
@@ -29,7 +30,10 @@ public:
     IFilm* GetFilm(int index) const override;
     void OnObjectsDeleted(const ObjectList& objects) override;
     void ReleaseVirtualObjects(const ObjectList& objects, int zero) override;
-    void SetFramesPerSecond(int rate) override { framesPerSecond = rate; }
+    void SetFramesPerSecond(int rate) override {
+        framesPerSecond = rate;
+        NoteChange();
+    }
 
     LevelData& Data() const { return data; }
     int FramesPerSecond() const { return framesPerSecond; }

@@ -75,7 +75,7 @@ void KeyChannel::Insert(IFilmKey* key) {
         sortedTimes.insert(place, time);
     }
     stale = true;
-    OnTouched();
+    Touch();
 }
 
 void KeyChannel::Append(std::vector<IFilmKey*> added) {
@@ -97,7 +97,7 @@ bool KeyChannel::Remove(IFilmKey* key) {
     }
     sortedKeys.erase(found);
     stale = true;
-    OnTouched();
+    Touch();
     return true;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/engine/Changes.h"
 #include "plugin/contract/FilmKey.h"
 #include "plugin/contract/FilmTrack.h"
 
@@ -34,8 +35,10 @@ public:
     /// Keys were written to: times and order are read anew before the next use.
     void MarkDirty() {
         dirty = true;
-        OnTouched();
+        Touch();
     }
+    /// Another number, never used before, after every change of the keys.
+    std::uint64_t Revision() const { return revision; }
 
     int Kind() const { return kind; }
     bool Empty() const { return sortedKeys.empty(); }
@@ -66,10 +69,15 @@ protected:
     FilmManager& manager;
 
 private:
+    void Touch() {
+        revision = NoteChange();
+        OnTouched();
+    }
     void Rebuild() const;
     void Sort() const;
 
     int kind;
+    std::uint64_t revision = NoteChange();
     mutable bool dirty = false;             ///< times or order may be wrong
     mutable bool stale = false;             ///< only what is derived from them is
     mutable std::vector<float> sortedTimes; ///< of the keys unless dirty; not-a-number is the end of time

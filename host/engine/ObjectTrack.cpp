@@ -1,5 +1,6 @@
 #include "host/engine/ObjectTrack.h"
 
+#include "host/engine/Changes.h"
 #include "host/engine/Film.h"
 #include "host/engine/FilmKeys.h"
 #include "host/engine/FilmManager.h"
@@ -45,6 +46,7 @@ void ObjectTrack::SetParent(EditorObject* object, bool isVirtual, const std::str
 void ObjectTrack::CaptureBase() {
     if (Actor() != nullptr && !Actor()->Pose() && IsFinite(Actor()->World())) {
         base = Actor()->World();
+        NoteChange();
     }
 }
 
@@ -165,12 +167,17 @@ void ObjectTrack::Relink(const LevelData& data, std::vector<std::string>& messag
     }
 }
 
-Matrix4 ObjectTrack::ElementAt(const std::string& element, float time) const {
+bool ObjectTrack::HasClips() const {
     const KeyChannel* clips = Channel(KeyKind::Animation);
-    if (clips == nullptr || Actor() == nullptr || clips->Empty()) {
+    return clips != nullptr && !clips->Empty();
+}
+
+Matrix4 ObjectTrack::ElementAt(const std::string& element, float time) const {
+    if (Actor() == nullptr || !HasClips()) {
         return Actor() != nullptr ? Actor()->ElementMatrix(element) : Matrix4{};
     }
-    return AnimationPose::ElementAt(*clips, *Actor(), element, time, Manager().FramesPerSecond());
+    return AnimationPose::ElementAt(*Channel(KeyKind::Animation), *Actor(), element, time,
+                                    Manager().FramesPerSecond());
 }
 
 } // namespace engine

@@ -29,6 +29,9 @@ public:
     /// Mesh-space matrix of an element of the actor at a time; nothing is posed.
     Matrix4 ElementAt(const std::string& element, float time) const;
 
+    /// False when the film leaves the actor's mesh elements as they are.
+    bool HasClips() const;
+
     /// True while posing means no more than three vector channels that make a free object's matrix.
     bool IsPlain() const;
 

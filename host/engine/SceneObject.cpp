@@ -1,5 +1,6 @@
 #include "host/engine/SceneObject.h"
 
+#include "host/engine/Changes.h"
 #include "host/engine/Level.h"
 #include "host/engine/LevelData.h"
 #include "plugin/contract/ClassIds.h"
@@ -56,6 +57,7 @@ void SceneObject::SetPosition(const float* position, int) {
 }
 
 void SceneObject::SetMeshName(const std::string& meshFile) {
+    NoteChange();
     meshName = meshFile;
     mesh = nullptr;
     meshSought = false;

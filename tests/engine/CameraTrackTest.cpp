@@ -233,6 +233,98 @@ TEST_F(CameraTrackTest, PathIsSampledBetweenTheKeysAndTheStripEndsThere) {
     ExpectVector(*data.strips[1].At(0), {1.0f, 1.0f, 1.0f});
 }
 
+TEST_F(CameraTrackTest, KeysOfThePathAreKeptAndEveryChangeOfThemShows) {
+    CFilmLinkedKey& first = AddEye(0.0f, {0.0f, 0.0f, 0.0f});
+    AddEye(1.0f, {4.0f, 0.0f, 0.0f});
+    TrackRenderData data;
+    data.track = &camera;
+    data.detail = 2;
+    film->SampleCameraPath(&data, 1);
+    const std::size_t built = engine::SegmentsBuilt();
+    film->SampleCameraPath(&data, 1);
+    EXPECT_EQ(engine::SegmentsBuilt(), built) << "an unchanged path is not worked out again";
+    ASSERT_EQ(data.strips[0].count, 3);
+
+    const float moved[] = {2.0f, 0.0f, 0.0f};
+    first.SetValue(moved);
+    film->SampleCameraPath(&data, 1);
+    ExpectVector(*data.strips[0].At(0), {2.0f, 0.0f, 0.0f});
+    first.value = {3.0f, 0.0f, 0.0f}; // written directly and told
+    camera.NotifyKeysChanged(KeyKind::CameraPosition);
+    film->SampleCameraPath(&data, 1);
+    ExpectVector(*data.strips[0].At(0), {3.0f, 0.0f, 0.0f});
+    data.detail = 4;
+    film->SampleCameraPath(&data, 1);
+    EXPECT_EQ(data.strips[0].count, 5);
+    AddEye(2.0f, {4.0f, 0.0f, 0.0f});
+    film->SampleCameraPath(&data, 1);
+    EXPECT_EQ(data.strips[0].count, 9);
+    camera.RemoveKey(&first, true);
+    film->SampleCameraPath(&data, 1);
+    EXPECT_EQ(data.strips[0].count, 5);
+    camera.ClearKind(KeyKind::CameraPosition);
+    film->SampleCameraPath(&data, 1);
+    EXPECT_EQ(data.strips[0].count, 0);
+    TrackRenderData other; // a record that was never filled gets the kept path too
+    other.track = &camera;
+    other.detail = 4;
+    AddTarget(0.0f, {1.0f, 1.0f, 1.0f});
+    film->SampleCameraPath(&data, 1);
+    film->SampleCameraPath(&other, 1);
+    ASSERT_EQ(other.strips[1].count, 1);
+    ExpectVector(*other.strips[1].At(0), {1.0f, 1.0f, 1.0f});
+}
+
+TEST_F(CameraTrackTest, PathFollowsWhatItsKeysAreTiedTo) {
+    engine::SceneObject& dock = MakeObject("Dock", {0.0f, 0.0f, 5.0f});
+    engine::SceneObject& cart = MakeObject("Cart");
+    CFilmObjectTrack& track = AddActor(cart);
+    CFilmVectorKey& last = AddVector(track, KeyKind::Position, 0.0f, {0.0f, 0.0f, 0.0f});
+    AddEye(0.0f, {0.0f, 0.0f, 0.0f}).linkObject = &cart;
+    AddTarget(0.0f, {1.0f, 0.0f, 0.0f}).linkObject = &dock;
+    camera.Finish();
+    TrackRenderData data;
+    data.track = &camera;
+    data.detail = 4;
+    film->SampleCameraPath(&data, 1);
+    ExpectVector(*data.strips[0].At(0), {0.0f, 0.0f, 0.0f});
+    ExpectVector(*data.strips[1].At(0), {1.0f, 0.0f, 5.0f});
+    const std::size_t built = engine::SegmentsBuilt();
+    film->SetTime(3.0f, -1.0f);
+    const std::size_t posed = engine::SegmentsBuilt() - built;
+    film->SampleCameraPath(&data, 1);
+    EXPECT_EQ(engine::SegmentsBuilt(), built + posed) << "posing the film does not move its paths";
+
+    last.value = {7.0f, 0.0f, 0.0f};
+    track.NotifyKeysChanged(KeyKind::Position);
+    film->SampleCameraPath(&data, 1);
+    ExpectVector(*data.strips[0].At(0), {7.0f, 0.0f, 0.0f});
+    const float place[] = {0.0f, 0.0f, 9.0f};
+    dock.SetPosition(place, 0); // an object that no film holds, moved by the user
+    film->SampleCameraPath(&data, 1);
+    ExpectVector(*data.strips[1].At(0), {1.0f, 0.0f, 9.0f});
+    track.SetParent(&dock, false, "");
+    film->SampleCameraPath(&data, 1);
+    ExpectVector(*data.strips[0].At(0), {7.0f, 0.0f, 9.0f});
+    dock.SetPosition(engine::Matrix4{}.m + 12, 0);
+    film->SampleCameraPath(&data, 1);
+    ExpectVector(*data.strips[0].At(0), {7.0f, 0.0f, 0.0f});
+}
+
+TEST_F(CameraTrackTest, KeyIsFoundWithinATenthOfAMillisecond) {
+    CFilmLinkedKey& first = AddEye(1.0f, {});
+    CFilmLinkedKey& second = AddEye(1.00015f, {});
+    AddEye(5.0f, {});
+    EXPECT_EQ(camera.GetEyeKeyAt(1.0f), &first);
+    EXPECT_EQ(camera.GetEyeKeyAt(0.99992f), &first);
+    EXPECT_EQ(camera.GetEyeKeyAt(0.9998f), nullptr);
+    EXPECT_EQ(camera.GetEyeKeyAt(1.00005f), &first) << "the nearest of two";
+    EXPECT_EQ(camera.GetEyeKeyAt(1.0001f), &second);
+    EXPECT_EQ(camera.GetEyeKeyAt(2.0f), nullptr);
+    EXPECT_EQ(camera.GetEyeKeyAt(std::numeric_limits<float>::quiet_NaN()), nullptr);
+    EXPECT_EQ(camera.GetTargetKeyAt(1.0f), nullptr);
+}
+
 TEST_F(CameraTrackTest, PathOfNoCameraOrWithoutDetailIsHarmless) {
     TrackRenderData data;
     film->SampleCameraPath(nullptr, 1);

@@ -124,6 +124,28 @@ TEST(MatrixMathTest, LockedMiddleAngleGivesNoThirdAngle) {
     ExpectNear(AnglesOf(Rows({0, kSin30, kCos30}, {0, kCos30, -kSin30}, {-1, 0, 0})), {-30, -90, 0});
 }
 
+TEST(MatrixMathTest, LockedMiddleAngleOfTheOtherSign) {
+    // forward = +x, so y = asin -1; x = atan2(right.y, up.y) = 30, both negated.
+    ExpectNear(AnglesOf(Rows({0, kSin30, -kCos30}, {0, kCos30, kSin30}, {1, 0, 0})), {-30, 90, 0});
+}
+
+TEST(MatrixMathTest, ShearedForwardAxisLosesWhatItSharesWithTheOthers) {
+    // (3,4,5) - 3 right = (0,4,5), less 4 up = (0,0,5)
+    Triple scale{};
+    Triple angles{9, 9, 9};
+    DecomposeMatrix(Rows({1, 0, 0}, {0, 1, 0}, {3, 4, 5}).data(), nullptr, angles.data(), scale.data());
+    EXPECT_EQ(scale, (Triple{1, 1, 5}));
+    EXPECT_EQ(angles, (Triple{0, 0, 0}));
+}
+
+TEST(MatrixMathTest, EveryResultMayBeLeftOut) {
+    Matrix matrix = TurnedAboutX30();
+    const Matrix before = matrix;
+    DecomposeMatrix(matrix.data(), nullptr, nullptr, nullptr);
+    DecomposeMatrixNear(matrix.data(), nullptr, nullptr, nullptr);
+    EXPECT_EQ(matrix, before);
+}
+
 TEST(MatrixMathTest, RowsOfNoLengthGiveNoNaN) {
     Triple scale{9, 9, 9};
     Triple angles{9, 9, 9};
@@ -162,4 +184,41 @@ TEST(MatrixMathTest, NearSplitStillSplitsPositionAndScaleWithoutAngles) {
                         scale.data());
     EXPECT_EQ(position, (Triple{1, 2, 3}));
     EXPECT_EQ(scale, (Triple{2, 2, 2}));
+}
+
+TEST(MatrixMathTest, NearSplitFrom90DegreesOffBackwardsStepsBackBy45) {
+    ExpectNear(AnglesNear(TurnedAboutX30(), {-60, 0, 0}), {-105, 0, 0}); // q = sin -90 < 0
+}
+
+TEST(MatrixMathTest, NearSplitOfTheThirdAngleHasTheSameEnds) {
+    const Matrix aboutZ30 = Rows({kCos30, kSin30, 0}, {-kSin30, kCos30, 0}, {0, 0, 1});
+    ExpectNear(AnglesNear(aboutZ30, {0, 0, 120}), {0, 0, 165});
+    ExpectNear(AnglesNear(aboutZ30, {0, 0, -60}), {0, 0, -105});
+}
+
+TEST(MatrixMathTest, NearSplitAtARightAngleTakesTheSineAndNotTheCosine) {
+    // x goes to 90, where r2.z / cos x would be 0 and leave y at 20; -r2.y / sin x = 1 brings it to 0.
+    ExpectNear(AnglesNear(Rows({1, 0, 0}, {0, 0, 1}, {0, -1, 0}), {80, 20, 0}), {90, 0, 0});
+}
+
+TEST(MatrixMathTest, NearSplitInLockDriftsBy45) {
+    // p and q are both 0 for x and for z: -45 each. w = 0, so y = 80 + asin(-cos 80) = 80 - 10.
+    ExpectNear(AnglesNear(Rows({0, 0, 1}, {0, 1, 0}, {-1, 0, 0}), {10, 80, 0}), {-35, 70, -45});
+}
+
+TEST(MatrixMathTest, NearSplitMovesTheSecondAngleByARightAngleAtMost) {
+    // From 90, x ends at 135: w = 0.8 / cos 135 = -1.131. At y = 60 the sine would be 0.6 / 2 + 1.131 * 0.866
+    // = 1.28, at y = -120 it would be -1.28.
+    const Matrix matrix = Rows({0.8f, 0, -0.6f}, {0, 1, 0}, {0.6f, 0, 0.8f});
+    ExpectNear(AnglesNear(matrix, {90, 60, 0}), {135, 150, 0});
+    ExpectNear(AnglesNear(matrix, {90, -120, 0}), {135, -210, 0});
+}
+
+TEST(MatrixMathTest, NearSplitOfAMirroredMatrixGivesThreeNegativeScales) {
+    Triple scale{};
+    Triple angles{180, 0, 0};
+    DecomposeMatrixNear(Rows({-2, 0, 0}, {0, 3, 0}, {0, 0, 4}).data(), nullptr, angles.data(), scale.data());
+    EXPECT_EQ(scale, (Triple{-2, -3, -4}));
+    // What remains is half a turn about x, which the angles hold already.
+    ExpectNear(angles, {180, 0, 0});
 }

@@ -229,6 +229,7 @@ TEST_F(KeyCommandsTest, EveryMethodCommandSetsItsSideOfTheKey) {
     CTrackKey* key = *row->keys.begin();
     const UINT in[] = {36854, 36855, 36856, 36857, 36858, 36867};
     const UINT out[] = {36859, 36860, 36861, 36862, 36863, 36868};
+    editor.calls.clear();
     for (int method = 0; method < 6; ++method) {
         const int before = MethodOf(*key->record, /*in*/ false);
         RunOn(in[method], row, key);

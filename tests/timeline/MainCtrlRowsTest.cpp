@@ -180,6 +180,24 @@ TEST_F(MainCtrlRowsTest, RemovingAKindRowKeepsItsRecords) {
     EXPECT_EQ(KeysOf(*film->tracks.back(), KeyKind::Position).size(), 1u);
 }
 
+TEST_F(MainCtrlRowsTest, RemovedCameraTakesItsPathAndItsHelpersAlong) {
+    IFilm* film = OpenFilmWithActors(1);
+    CFilmCameraTrack* gone = AddCamera(film, "Gone");
+    CFilmCameraTrack* kept = AddCamera(film, "Kept");
+    holder.ShowCurrentFilm();
+    plugin.SetVisualizedTrack(kept);
+    plugin.SetVisualizedTrack(gone);
+    control->RemoveTrackCtrl(RowOf("Gone"), /*redraw*/ true);
+    EXPECT_EQ(plugin.trackVisualizer.renderTrack, nullptr);
+    ASSERT_EQ(plugin.trackVisualizer.renderData.size(), 1u);
+    EXPECT_EQ(plugin.trackVisualizer.renderData.front()->track, kept);
+    EXPECT_TRUE(editor.hideCalls.back().hidden);
+    plugin.OnRender();
+    plugin.SetVisualizedTrack(kept);
+    control->RemoveTrackCtrl(RowOf("Actor100"), /*redraw*/ true);
+    EXPECT_EQ(plugin.trackVisualizer.renderTrack, kept) << "another row's removal leaves the camera on show";
+}
+
 TEST_F(MainCtrlRowsTest, RemovingACameraRowDeletesItsKeysAndRenumbersTheOthers) {
     IFilm* film = OpenNewFilm();
     for (int index = 0; index < 3; ++index) {

@@ -1,0 +1,256 @@
+#include "framework/Wnd.h"
+#include "host/stage/gizmo/Gizmo.h"
+#include "host/stage/windows/ObjectPanel.h"
+#include "host/stage/windows/ToolWindows.h"
+#include "host/stage/windows/TransformFields.h"
+#include "host/stage/windows/ViewArea.h"
+#include "host/stage/windows/ViewTool.h"
+#include "host/stage/windows/ViewWidget.h"
+#include "tests/whole/StageFixture.h"
+
+#include <glm/gtc/type_ptr.hpp>
+#include <QAction>
+#include <QApplication>
+#include <QDoubleSpinBox>
+#include <QMouseEvent>
+#include <QTest>
+
+#include <cmath>
+#include <optional>
+
+using ::testing::ElementsAre;
+
+namespace {
+
+constexpr int kPositionKey = KeyKind::Position;
+constexpr int kRotationKey = KeyKind::Rotation;
+constexpr int kScaleKey = KeyKind::Scale;
+
+/// "Animate object": what the user does with an actor in the views becomes keys of the film on show. The
+/// actor is a crate of its own with keys at 0, the time 1.5 seconds.
+class AnimateInStageTest : public StageTest {
+protected:
+    static constexpr UINT kAnimate = 36823;
+    static constexpr UINT kMoveToBegin = 36833;
+    static constexpr UINT kFrameForward = 36841;
+    static constexpr UINT kCreateCameraFrame = 36846;
+    static constexpr float kTime = 1.5f;
+
+    void SetUp() override {
+        ChooseFilm("Epilogue");
+        film = Film("Epilogue");
+        QListWidget* list = FilmList();
+        ASSERT_NE(list, nullptr);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
+                           list->visualItemRect(list->currentItem()).center());
+        Settle();
+        ASSERT_FALSE(window->toolWindows->Docks().isEmpty());
+        crate = MakeActor("Crate", {0, 30, 0}); // in the air, where nothing stands in front
+        GoTo(kTime);
+        LookAt(*crate);
+    }
+    /// An object that becomes an actor: with "Animate object" on a move does it.
+    engine::SceneObject* MakeActor(const std::string& name, const Vector3& place) {
+        engine::Matrix4 matrix;
+        matrix.SetTranslation(place);
+        engine::SceneObject* object =
+            window->commands.Create({ClassName::Mesh, name, "models/crate.glb", matrix, nullptr, true});
+        Settle();
+        Command(kAnimate);
+        Move(object, place.x, place.y, place.z);
+        return object;
+    }
+    void Command(UINT id) {
+        window->toolWindows->Docks().front()->Window()->SendMessage(WM_COMMAND, id);
+        Settle();
+    }
+    void GoTo(float seconds) {
+        Command(kMoveToBegin);
+        for (int frame = 0; frame < std::lround(seconds * 30.0f); ++frame) {
+            Command(kFrameForward);
+        }
+    }
+    void LookAt(engine::SceneObject& object) {
+        window->host.Select({&object});
+        const Vector3 place = object.World().Translation();
+        stage::StageView& view = *window->host.views.At(0);
+        view.navigation.LookAt({place.x + 4, place.y + 3, place.z + 8}, {place.x, place.y, place.z});
+        view.ApplyNavigation();
+        Settle();
+    }
+    CFilmTrack* Track() const { return film->FindObjectTrack(crate); }
+    std::vector<const CFilmVectorKey*> Keys(int kind) const {
+        std::vector<const CFilmVectorKey*> found;
+        for (const IFilmKey* key : Track()->keys) {
+            if (key->kind == kind) {
+                found.push_back(static_cast<const CFilmVectorKey*>(key));
+            }
+        }
+        return found;
+    }
+    /// How many keys of position, rotation and scale there are.
+    std::vector<std::size_t> Counts() const {
+        return {Keys(kPositionKey).size(), Keys(kRotationKey).size(), Keys(kScaleKey).size()};
+    }
+    Vector3 Place() const { return crate->World().Translation(); }
+    QWidget* View() const { return window->views->Widget(0); }
+    /// A pixel of the view at which a part of the gizmo is gripped.
+    std::optional<QPoint> Grip(GizmoMode mode, GizmoPart part) const {
+        Gizmo gizmo;
+        gizmo.SetMode(mode);
+        gizmo.Show(glm::translate(glm::mat4(1.0f), glm::vec3(Place().x, Place().y, Place().z)));
+        const stage::StageView& view = *window->host.views.At(0);
+        const RenderCamera camera{view.ViewMatrix(), view.ProjectionMatrix()};
+        for (int y = 0; y < View()->height(); y += 2) {
+            for (int x = 0; x < View()->width(); x += 2) {
+                const stage::ViewRay ray = view.RayAt(static_cast<float>(x), static_cast<float>(y));
+                if (gizmo.HitTest({ray.origin, ray.direction}, camera) == part) {
+                    return QPoint(x, y);
+                }
+            }
+        }
+        return std::nullopt;
+    }
+    /// Drags a part of the gizmo with the mouse.
+    void DragGizmo(const char* tool, GizmoMode mode, GizmoPart part, const QPoint& way) {
+        window->findChild<QAction*>(tool)->trigger();
+        Settle();
+        const std::optional<QPoint> from = Grip(mode, part);
+        ASSERT_TRUE(from.has_value());
+        QTest::mouseMove(View(), *from);
+        QTest::mousePress(View(), Qt::LeftButton, Qt::NoModifier, *from);
+        constexpr int kSteps = 5;
+        for (int step = 1; step <= kSteps; ++step) {
+            const QPoint place = *from + way * step / kSteps;
+            QMouseEvent move(QEvent::MouseMove, QPointF(place), View()->mapToGlobal(QPointF(place)),
+                             Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(View(), &move);
+        }
+        QTest::mouseRelease(View(), Qt::LeftButton, Qt::NoModifier, *from + way);
+        Settle();
+    }
+    /// Types a number into a field of the properties panel.
+    void TypeField(int row, int axis, double value) {
+        window->findChild<stage::ObjectPanel*>()->transform->Field(row, axis)->setValue(value);
+        Settle();
+    }
+
+    IFilm* film = nullptr;
+    engine::SceneObject* crate = nullptr;
+};
+
+} // namespace
+
+TEST_F(AnimateInStageTest, TheFirstMoveMakesAnActorWithKeysAtTheStart) {
+    ASSERT_NE(Track(), nullptr);
+    EXPECT_THAT(Counts(), ElementsAre(1u, 1u, 1u));
+    EXPECT_EQ(Keys(kPositionKey).front()->value, (Vector3{0, 30, 0}));
+}
+
+TEST_F(AnimateInStageTest, DraggingTheGizmoWritesOnePositionKeyAtTheCursor) {
+    DragGizmo("ToolMove", GizmoMode::Translate, GizmoPart::AxisY, {0, -120});
+    ASSERT_THAT(Counts(), ElementsAre(2u, 1u, 1u));
+    const CFilmVectorKey& key = *Keys(kPositionKey).back();
+    EXPECT_NEAR(key.time, kTime, 1e-4f);
+    EXPECT_GT(key.value.y, 31.0f);
+    EXPECT_EQ(key.value, Place());
+    const Vector3 dragged = Place();
+    GoTo(0.0f);
+    EXPECT_NEAR(Place().y, 30.0f, 1e-4f);
+    GoTo(kTime);
+    EXPECT_NEAR(Place().y, dragged.y, 1e-4f);
+}
+
+TEST_F(AnimateInStageTest, DraggingARingWritesARotationKeyAlone) {
+    DragGizmo("ToolRotate", GizmoMode::Rotate, GizmoPart::AxisY, {60, 10});
+    ASSERT_THAT(Counts(), ElementsAre(1u, 2u, 1u));
+    EXPECT_GT(std::abs(Keys(kRotationKey).back()->value.y), 1.0f);
+    EXPECT_NEAR(Keys(kRotationKey).back()->value.x, 0.0f, 1e-3f);
+}
+
+TEST_F(AnimateInStageTest, DraggingAScaleHandleWritesAScaleKeyAlone) {
+    DragGizmo("ToolScale", GizmoMode::Scale, GizmoPart::AxisY, {0, -60});
+    ASSERT_THAT(Counts(), ElementsAre(1u, 1u, 2u));
+    EXPECT_GT(Keys(kScaleKey).back()->value.y, 1.1f);
+    EXPECT_NEAR(Keys(kScaleKey).back()->value.x, 1.0f, 1e-4f);
+}
+
+TEST_F(AnimateInStageTest, ThePanelsNumbersWriteKeysToo) {
+    TypeField(stage::TransformFields::kPosition, 0, 5.0);
+    ASSERT_THAT(Counts(), ElementsAre(2u, 1u, 1u));
+    EXPECT_EQ(Keys(kPositionKey).back()->value, (Vector3{5, 30, 0}));
+    TypeField(stage::TransformFields::kScale, 1, 2.0);
+    ASSERT_THAT(Counts(), ElementsAre(2u, 1u, 2u));
+    EXPECT_NEAR(Keys(kScaleKey).back()->value.y, 2.0f, 1e-4f);
+    TypeField(stage::TransformFields::kRotation, 1, 30.0);
+    ASSERT_THAT(Counts(), ElementsAre(2u, 2u, 2u));
+    EXPECT_NEAR(std::abs(Keys(kRotationKey).back()->value.y), 30.0f, 1e-3f);
+    TypeField(stage::TransformFields::kPosition, 0, 6.5); // the key stands there now
+    EXPECT_THAT(Counts(), ElementsAre(2u, 2u, 2u));
+    EXPECT_EQ(Keys(kPositionKey).back()->value.x, 6.5f);
+}
+
+TEST_F(AnimateInStageTest, LessThanAMetreInsideOneCellMakesNoKey) {
+    TypeField(stage::TransformFields::kPosition, 0, 0.75);
+    EXPECT_THAT(Counts(), ElementsAre(1u, 1u, 1u));
+}
+
+TEST_F(AnimateInStageTest, AtAKeyTheKeyIsChanged) {
+    GoTo(0.0f);
+    Move(crate, 0.5f, 30, 0);
+    EXPECT_THAT(Counts(), ElementsAre(1u, 1u, 1u));
+    EXPECT_EQ(Keys(kPositionKey).front()->value, (Vector3{0.5f, 30, 0}));
+}
+
+TEST_F(AnimateInStageTest, SwitchedOffTheActorGoesBackToTheFilm) {
+    Command(kAnimate);
+    DragGizmo("ToolMove", GizmoMode::Translate, GizmoPart::AxisY, {0, -120});
+    EXPECT_THAT(Counts(), ElementsAre(1u, 1u, 1u));
+    EXPECT_NEAR(Place().y, 30.0f, 1e-4f);
+    EXPECT_NEAR(window->findChild<stage::ObjectPanel*>()
+                    ->transform->Field(stage::TransformFields::kPosition, 1)
+                    ->value(),
+                30.0, 1e-3);
+}
+
+TEST_F(AnimateInStageTest, AnotherFilmGetsItsOwnActorAndKeys) {
+    ChooseFilm("Intro");
+    const std::size_t before = Track()->keys.size();
+    GoTo(kTime);
+    Move(crate, 3, 30, 0);
+    const CFilmTrack* second = Film("Intro")->FindObjectTrack(crate);
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(Track()->keys.size(), before);
+    EXPECT_EQ(second->keys.size(), 4u);
+}
+
+TEST_F(AnimateInStageTest, ALightIsAnimatedThroughItsObject) {
+    engine::SceneObject* lamp = window->commands.Create({ClassName::GLLight, "Lamp", "", {}, nullptr, true});
+    Settle();
+    CFilmTrack* light = nullptr;
+    for (CFilmTrack* track : film->tracks) {
+        const CFilmGLLightTrack* candidate = AsGLLightTrack(track);
+        light = candidate != nullptr && candidate->lightObject == lamp ? track : light;
+    }
+    ASSERT_NE(light, nullptr);
+    const std::size_t before = light->keys.size();
+    Move(lamp, 3, 4, 5);
+    ASSERT_EQ(light->keys.size(), before + 1);
+    EXPECT_EQ(static_cast<const CFilmVectorKey*>(light->keys.back())->value, (Vector3{3, 4, 5}));
+}
+
+TEST_F(AnimateInStageTest, AnActorWithoutAnAttachedObjectAndOneOfAParentKeepTheirPlaces) {
+    engine::SceneObject* cart = MakeActor("Cart", {10, 30, 0});
+    if (Film("Epilogue")->FindObjectTrack(cart) == nullptr) {
+        Command(kAnimate); // MakeActor switched it off
+        Move(cart, 10, 30, 0);
+    }
+    auto* track = AsObjectTrack(Track());
+    track->SetParent(cart, false, "");
+    GoTo(kTime);
+    EXPECT_NEAR(Place().x, 10.0f, 1e-4f);
+    EXPECT_NEAR(Place().y, 60.0f, 1e-4f);
+    Move(crate, 15, 60, 0);
+    EXPECT_NEAR(Keys(kPositionKey).back()->value.x, 5.0f, 1e-4f);
+    EXPECT_NEAR(Keys(kPositionKey).back()->value.y, 30.0f, 1e-4f);
+}
