@@ -10,5 +10,6 @@ void RegisterPluginBenches();
 void RegisterTimelineBenches();
 void RegisterTimelineDrawBenches();
 void RegisterTimelineWindowBenches();
+void RegisterKeyDragBenches();
 
 } // namespace films_bench

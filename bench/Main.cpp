@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
     films_bench::RegisterTimelineBenches();
     films_bench::RegisterTimelineDrawBenches();
     films_bench::RegisterTimelineWindowBenches();
+    films_bench::RegisterKeyDragBenches();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;

@@ -20,6 +20,9 @@ RATIOS = [
     ("ShowFilm/600rows_300k", "ShowFilm/600rows_30k", 12.0),
     ("PaintFrame/8000keys", "PaintFrame/8000keys_naive", 0.8),
     ("PaintKeys/8000", "PaintKeys/8000_naive", 0.8),
+    ("KeyDrag/100000", "KeyDrag/10000", 30.0),
+    ("KeyDragRun/100000", "KeyDragRun/10000", 30.0),
+    ("GroupMove/10000", "GroupMove/1000", 30.0),
 ]
 # name, counter, highest value
 COUNTERS = [
@@ -35,6 +38,9 @@ TIMES = [
     ("ScrollRow/M", 1000.0),
     ("MoveCursor/M", 1000.0),
     ("MouseMove_GetKeyAt/M", 5.0),
+    ("KeyDrag/10000", 2000.0),
+    ("KeyDragRun/10000", 4000.0),
+    ("GroupMove/1000", 1000.0),
     ("Rows2000/hide_hidden", 1000.0),
     ("Rows2000/scroll", 1000.0),
 ]
