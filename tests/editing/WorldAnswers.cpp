@@ -51,6 +51,7 @@ void World::InstallHooks() {
     };
     editor.onBroadcast = [this](int code, void*) {
         if (code == EventCode::ObjectsMoved && plugin.isPlaying != 0) {
+            ++framesPlayed;
             DuringPlay();
         }
     };
@@ -127,6 +128,7 @@ UINT World::AnswerMenu(const CMenu& menu) {
     const bool offered = Offers(menu, menuChoice);
     const UINT choice = menuChoice;
     Interrupt();
+    chosenCommand = offered ? choice : chosenCommand;
     return offered ? choice : 0;
 }
 
@@ -142,6 +144,7 @@ void World::DuringPlay() {
     }
     const Step step = insidePlay.front();
     insidePlay.pop_front();
+    ++stepsInPlay;
     Execute(step);
 }
 
