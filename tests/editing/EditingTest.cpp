@@ -6,6 +6,7 @@
 #include <chrono>
 #include <gtest/gtest.h>
 #include <map>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -33,7 +34,7 @@ struct Snapshot {
         }
     }
 
-    std::map<const IFilmKey*, std::pair<float, float>> times;
+    std::unordered_map<const IFilmKey*, std::pair<float, float>> times;
     const void* film;
     std::size_t objects = 0;
     std::vector<CTrackCtrl*> rows;
