@@ -14,8 +14,8 @@ namespace editing {
 
 namespace {
 
-/// So many steps take about ten seconds in a debug build.
-constexpr int kSteps = 3000;
+/// So many steps take about five seconds in a debug build.
+constexpr int kSteps = 2000;
 
 /// What steps change, as it is at one moment. Pointers are compared only.
 struct Snapshot {
@@ -96,14 +96,14 @@ Effects EffectsOf(const std::vector<Step>& steps) {
 
 /// A run that edits nothing would find nothing.
 TEST(EditingTest, RunsReachTheEdits) {
-    Effects run = EffectsOf(RandomSteps(4, 4000));
+    Effects run = EffectsOf(RandomSteps(4, 3000));
     auto& steps = run.ofStep;
     EXPECT_GT(steps["drag"].moved, 20);
     EXPECT_GT(steps["release"].added, 1); // clones
     EXPECT_GT(steps["move-object"].added, 3);
     EXPECT_GT(steps["adjust-time"].moved, 3);
     EXPECT_GT(steps["load-level"].removed, 100);
-    EXPECT_GT(steps["fold"].rowsChanged, 3);
+    EXPECT_GT(steps["fold"].rowsChanged, 1);
     EXPECT_GT(steps["filter"].rowsChanged, 1);
     EXPECT_GT(steps["drag"].scrolled, 5);
     EXPECT_GT(steps["wheel"].scrolled, 5);

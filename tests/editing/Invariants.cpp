@@ -255,7 +255,7 @@ Answer CheckOthers(const World& world, const CFilmsMainCtrl& control, const Livi
 }
 
 /// No record is lost and none is left over.
-Answer CheckLedger(const World& world, const Ledger& before, const Living& living) {
+Answer CheckLedger(const World& world, const Ledger& before, const Ledger& now, const Living& living) {
     if (world.Films() == nullptr) {
         return std::nullopt;
     }
@@ -264,7 +264,6 @@ Answer CheckLedger(const World& world, const Ledger& before, const Living& livin
         return Failure{"records", std::to_string(films.Keys().Count()) + " records exist and " +
                                       std::to_string(living.records.size()) + " have an owner"};
     }
-    const Ledger now(world);
     if (now.level != before.level) {
         return std::nullopt;
     }
@@ -291,7 +290,7 @@ Ledger::Ledger(const World& world) : level(world.editor.level.Data()) {
     }
 }
 
-std::optional<Failure> CheckInvariants(const World& world, const Ledger& before) {
+std::optional<Failure> CheckInvariants(const World& world, const Ledger& before, const Ledger& now) {
     const CFilmsMainCtrl* control = world.Control();
     if (control == nullptr || control->grid == nullptr) {
         return Failure{"window", "the scenario window has no control any more"};
@@ -309,7 +308,7 @@ std::optional<Failure> CheckInvariants(const World& world, const Ledger& before)
     then([&] { return CheckAxis(*control); });
     then([&] { return CheckDrag(world, *control); });
     then([&] { return CheckOthers(world, *control, living); });
-    then([&] { return CheckLedger(world, before, living); });
+    then([&] { return CheckLedger(world, before, now, living); });
     return wrong;
 }
 
