@@ -12,6 +12,7 @@ ON_WM_PAINT()
 ON_WM_LBUTTONDOWN()
 ON_WM_LBUTTONUP()
 ON_WM_MOUSEMOVE()
+ON_WM_CAPTURECHANGED()
 END_MESSAGE_MAP()
 
 namespace {
@@ -191,4 +192,10 @@ void CTimeScrollbar::OnLButtonUp(UINT /*flags*/, CPoint /*point*/) {
         dragging = false;
         ReleaseCapture();
     }
+}
+
+/// Another window took the mouse: the thumb stays where it is.
+void CTimeScrollbar::OnCaptureChanged(CWnd* next) {
+    CadvWnd::OnCaptureChanged(next);
+    dragging = false;
 }

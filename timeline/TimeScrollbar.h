@@ -30,6 +30,7 @@ protected:
     void OnLButtonDown(UINT flags, CPoint point);
     void OnLButtonUp(UINT flags, CPoint point);
     void OnMouseMove(UINT flags, CPoint point);
+    void OnCaptureChanged(CWnd* next);
 
 private:
     bool IsHorizontal() const { return vertical == 0; }

@@ -44,10 +44,19 @@ void SceneObject::SetMatrix(const float* matrix, int) {
         }
     }
     std::memmove(world.m, matrix, sizeof world.m);
+    if (transient && !IsFinite(world)) {
+        StandUpright();
+    }
     localKnown = false;
     for (EditorObject* child = firstChild; child != nullptr; child = child->nextSibling) {
         static_cast<SceneObject*>(child)->FollowParent();
     }
+}
+
+void SceneObject::StandUpright() {
+    const Vector3 place = world.Translation();
+    world = {};
+    world.SetTranslation(place);
 }
 
 void SceneObject::SetPosition(const float* position, int) {

@@ -27,7 +27,8 @@ public:
     EditorObject* LoadObject(fs::file& file, std::uint32_t dataSize, int classId,
                              EditorObject* owner) override;
     /// Children follow by their matrices relative to this one. Numbers that are not finite are stored as
-    /// they are, and then the children stay where they are.
+    /// they are, and then the children stay where they are. Only a transient body stands upright then, so
+    /// that it can be seen and dragged.
     void SetMatrix(const float* matrix, int zero) override;
     const float* GetMatrix(int) const override { return world.m; }
     void SetPosition(const float* position, int zero) override;
@@ -75,6 +76,7 @@ public:
 private:
     friend class LevelData;
     void FollowParent();
+    void StandUpright();
     void RememberLocal();
 
     LevelData* data;

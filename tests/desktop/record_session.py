@@ -28,7 +28,8 @@ def pointer_at(desktop, seconds):
 def go_to(desktop, seconds):
     rect = ruler(desktop)
     place = pointer_at(desktop, seconds), rect[1] + rect[3] / 2
-    desktop.drag((place[0] - 30, place[1]), place)
+    from_right = seconds < FILM_SECONDS / 2
+    desktop.drag((place[0] + (30 if from_right else -30), place[1]), place)
     time.sleep(0.2)
 
 
@@ -145,16 +146,20 @@ def edit_keys(desktop):
 
 
 def move_a_group(desktop):
-    for order in (3, 4, 5):
+    """The keys that stand at eight seconds, of two rows, go on together."""
+    for order in (3, 5):
         desktop.x("keydown", "ctrl")
-        place = key_place(desktop, order, 0.0)
-        desktop.move(place[0] + 1, place[1])
+        desktop.move(*key_place(desktop, order, 8.0))
         desktop.x("click", 1, "keyup", "ctrl")
     desktop.picture("marked")
+    desktop.drag(key_place(desktop, 3, 8.0), key_place(desktop, 3, 9.0), steps=30)
+    desktop.move(*empty_place(desktop))
+    desktop.picture("group_moved")
 
 
 def snaps_back(desktop):
     desktop.click(desktop.button("Animate object")["rect"])
+    go_to(desktop, 5.0)
     before = poses(desktop)[PROP]
     drag_handle(desktop, 0, 80)
     check(poses(desktop)[PROP] == before, "an actor snaps back while nothing is animated")
@@ -167,7 +172,7 @@ def add_camera(desktop):
     menu_at(desktop, empty_place(desktop), "Add camera")
     desktop.picture("add_camera")
     desktop.click(desktop.button("OK")["rect"])
-    desktop.until("the camera's row", lambda s: len(rows(s)) == 4)
+    desktop.until("the camera's rows", lambda s: len(rows(s)) == 8)
     x, y, _, height = row(desktop, 2)
     desktop.move(x + 60, y + height / 2)
     desktop.x("click", 1)
@@ -186,13 +191,23 @@ def orbit(desktop, x, y):
     time.sleep(0.3)
 
 
+def step_back(desktop, clicks):
+    view = desktop.look()["views"][0]["rect"]
+    desktop.move(view[0] + view[2] / 2, view[1] + view[3] / 2)
+    for _ in range(clicks):
+        desktop.x("click", 5)
+        time.sleep(0.05)
+    time.sleep(0.3)
+
+
 def camera_frames(desktop):
     for seconds, turn in ((4.0, (120, 0)), (8.0, (120, 40))):
         orbit(desktop, *turn)
         go_to(desktop, seconds)
         desktop.click(desktop.button("Create camera frame")["rect"])
         time.sleep(0.3)
-    orbit(desktop, -200, 120)
+    orbit(desktop, -200, 40)
+    step_back(desktop, 8)
     desktop.picture("camera_path")
 
 
@@ -202,7 +217,6 @@ def drag_the_eye(desktop):
     desktop.click(desktop.button("Focus")["rect"])
     time.sleep(0.4)
     drag_handle(desktop, 1, 80, "eye_dragged")
-    unfold(desktop, 2)
     desktop.picture("eye_key")
 
 

@@ -1,7 +1,9 @@
 #include "engine/EngineFixture.h"
 #include "host/engine/LevelRoot.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace engine_test {
 
@@ -162,6 +164,20 @@ TEST_F(SceneObjectTest, ShownUnlessHiddenInOneOfThreeWays) {
     box.SetFlags(0);
     box.Info().hidden = true;
     EXPECT_FALSE(box.IsShown());
+}
+
+TEST_F(SceneObjectTest, TransientBodyWithoutAxesStandsUpright) {
+    SceneObject& box = MakeObject("Box");
+    engine::Matrix4 matrix;
+    matrix.SetTranslation({1.0f, 2.0f, 3.0f});
+    matrix.m[0] = std::numeric_limits<float>::quiet_NaN();
+    box.SetMatrix(matrix.m, 0);
+    EXPECT_TRUE(std::isnan(box.World().m[0])) << "other objects keep what they are given";
+    box.transient = true;
+    box.SetMatrix(matrix.m, 0);
+    engine::Matrix4 upright;
+    upright.SetTranslation({1.0f, 2.0f, 3.0f});
+    EXPECT_TRUE(std::equal(upright.m, upright.m + 16, box.World().m));
 }
 
 } // namespace engine_test

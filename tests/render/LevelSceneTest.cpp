@@ -3,7 +3,10 @@
 #include "host/engine/FilmManager.h"
 #include "plugin/contract/Film.h"
 
+#include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace {
 
@@ -165,6 +168,110 @@ TEST_F(LevelSceneTest, DeletedObjectsAreForgotten) {
     Update(true);
     level.DeleteObject(sailor);
     EXPECT_TRUE(Update(true).items.empty());
+}
+
+class CameraPointsTest : public LevelSceneTest {
+protected:
+    engine::SceneObject* AddPoint(const char* className, const char* name, const Vector3& place) {
+        engine::SceneObject* point = Add(className, "", place);
+        point->name = name;
+        point->transient = true;
+        return point;
+    }
+    const RenderScene& Look(const std::optional<glm::vec3>& viewer = std::nullopt) {
+        LevelSceneOptions options;
+        options.viewer = viewer;
+        levelScene.Update(level, options);
+        return levelScene.scene;
+    }
+    const RenderItem* ItemOf(const engine::SceneObject* object) const {
+        for (const RenderItem& item : levelScene.scene.items) {
+            if (item.objectId == object->id) {
+                return &item;
+            }
+        }
+        return nullptr;
+    }
+    static float Length(const RenderItem& item) { return glm::length(glm::vec3(item.world[2])); }
+};
+
+TEST_F(CameraPointsTest, EyeIsACameraThatLooksAtItsTarget) {
+    const engine::SceneObject* eye = AddPoint("CameraPositionEditorObject", "Eye", {1, 2, 3});
+    const engine::SceneObject* target = AddPoint("CameraTargetEditorObject", "Target", {6, 2, 3});
+    const RenderScene& scene = Look();
+    ASSERT_EQ(scene.items.size(), 2u);
+    // The body lies behind the eye, away from the target.
+    const glm::vec3 body(ItemOf(eye)->world[3]);
+    EXPECT_LT(body.x, 1.0f);
+    EXPECT_FLOAT_EQ(body.y, 2.0f);
+    EXPECT_FLOAT_EQ(body.z, 3.0f);
+    EXPECT_EQ(glm::vec3(ItemOf(target)->world[3]), glm::vec3(6, 2, 3));
+    float farthest = 0.0f;
+    for (const RenderLine& line : scene.lines) {
+        farthest = std::max({farthest, line.from.x, line.to.x});
+    }
+    EXPECT_GT(farthest, 6.0f) << "the target's cross reaches beyond it";
+    EXPECT_FALSE(ItemOf(eye)->castsShadow);
+}
+
+TEST_F(CameraPointsTest, HandlesOfBothSidesLookDifferent) {
+    const engine::SceneObject* in = AddPoint("CameraControlPointEditorObject", "PosInControlPoint", {});
+    const engine::SceneObject* in2 = AddPoint("CameraControlPointEditorObject", "TargetInControlPoint", {});
+    const engine::SceneObject* out = AddPoint("CameraControlPointEditorObject", "PosOutControlPoint", {});
+    Look();
+    EXPECT_EQ(ItemOf(in)->mesh, ItemOf(in2)->mesh);
+    EXPECT_NE(ItemOf(in)->mesh, ItemOf(out)->mesh);
+}
+
+TEST_F(CameraPointsTest, HiddenPointsAndThoseOfAFollowingViewAreNotDrawn) {
+    engine::SceneObject* eye = AddPoint("CameraPositionEditorObject", "Eye", {});
+    EXPECT_TRUE(Update(false).items.empty());
+    eye->Info().hidden = true;
+    EXPECT_TRUE(Look().items.empty());
+    EXPECT_TRUE(Look().lines.empty());
+}
+
+TEST_F(CameraPointsTest, SelectedPointsAreOutlined) {
+    engine::SceneObject* eye = AddPoint("CameraPositionEditorObject", "Eye", {});
+    level.SetSelection({eye});
+    Look();
+    EXPECT_TRUE(ItemOf(eye)->outline);
+}
+
+TEST_F(CameraPointsTest, BodiesGrowWithTheDistanceWithinBounds) {
+    const engine::SceneObject* handle = AddPoint("CameraControlPointEditorObject", "PosInControlPoint", {});
+    Look(glm::vec3(0, 0, 10));
+    EXPECT_FLOAT_EQ(Length(*ItemOf(handle)), 1.0f);
+    Look(glm::vec3(0, 0, 30));
+    EXPECT_FLOAT_EQ(Length(*ItemOf(handle)), 3.0f);
+    Look(glm::vec3(0, 0, 0));
+    EXPECT_FLOAT_EQ(Length(*ItemOf(handle)), 0.4f);
+    Look(glm::vec3(0, 0, 1e9f));
+    EXPECT_FLOAT_EQ(Length(*ItemOf(handle)), 40.0f);
+    Look(glm::vec3(NAN, 0, 0));
+    EXPECT_FLOAT_EQ(Length(*ItemOf(handle)), 1.0f);
+}
+
+TEST_F(CameraPointsTest, PlacesThatCantBeDrawnAreHarmless) {
+    engine::SceneObject* eye = AddPoint("CameraPositionEditorObject", "Eye", {});
+    engine::SceneObject* target = AddPoint("CameraTargetEditorObject", "Target", {}); // at the eye
+    ASSERT_EQ(Look().items.size(), 2u);
+    const auto expectFinite = [this](const RenderScene& scene) {
+        for (const RenderItem& item : scene.items) {
+            EXPECT_TRUE(std::isfinite(item.world[0][0] + item.world[2][2] + item.world[3][0]));
+        }
+        for (const RenderLine& line : scene.lines) {
+            EXPECT_TRUE(std::isfinite(line.from.x + line.to.y));
+        }
+    };
+    expectFinite(Look());
+    const float below[] = {0, -4, 0}; // the camera looks straight down
+    target->SetPosition(below, 0);
+    expectFinite(Look());
+    const float nowhere[] = {NAN, 0, 0};
+    eye->SetPosition(nowhere, 0);
+    EXPECT_EQ(Look().items.size(), 1u);
+    expectFinite(Look());
 }
 
 } // namespace

@@ -223,13 +223,18 @@ TEST_F(TrackCtrlKeysTest, RemovedKeyThatMayComeBackLivesOn) {
     for (const bool destroy : {false, true}) {
         CTrackCtrl& root = MakeTree(boxTrack);
         CTrackCtrl& row = Child(root, KeyKind::Rotation);
-        const std::unique_ptr<CTrackKey> view(AddNew(root, KeyKind::Rotation));
-        row.RemoveKey(view.get(), destroy, /*redraw*/ false, /*noUndo*/ !destroy);
+        CTrackKey* view = AddNew(root, KeyKind::Rotation);
+        const bool noted = destroy; // with its record it is the undo action's then
+        const std::unique_ptr<CTrackKey> owned(noted ? nullptr : view);
+        if (noted) {
+            std::erase(loose, view->record);
+        }
+        row.RemoveKey(view, destroy, /*redraw*/ false, /*noUndo*/ !noted);
         EXPECT_TRUE(row.keys.empty());
         EXPECT_FALSE(view->selected);
         EXPECT_EQ(view->record->track, nullptr); // out of the track, but not destroyed
         EXPECT_EQ(view->record->time, 1.0f);
-        EXPECT_EQ(CurrentKey(), view.get()); // Required: nobody looks for it.
+        EXPECT_EQ(CurrentKey(), view); // Required: nobody looks for it.
         EXPECT_THAT(timeline.forgottenViews, IsEmpty());
         CurrentKey() = nullptr;
     }

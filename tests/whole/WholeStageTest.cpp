@@ -113,7 +113,10 @@ TEST_F(WholeStageTest, AnimateObjectMakesAMovedObjectAnActor) {
     ASSERT_NE(track, nullptr);
     ASSERT_EQ(track->keys.size(), 3u);
     const auto* first = static_cast<const CFilmVectorKey*>(track->keys.front());
-    EXPECT_EQ(first->value, place); // where it stood outside of the film
+    // The key at the cursor, made with the track, takes the new place.
+    EXPECT_EQ(first->time, 0.0f);
+    EXPECT_EQ(first->value, (Vector3{place.x + 2, place.y, place.z}));
+    EXPECT_EQ(barrel->World().Translation(), first->value);
 }
 
 TEST_F(WholeStageTest, DeletingAnActorIsRefusedWithTheFilmsNamed) {

@@ -65,9 +65,12 @@ void LevelScene::Update(const engine::Level& level, const LevelSceneOptions& opt
     FindSunHelpers(*data);
     TakeSun(*data);
     for (const auto& object : data->Objects()) {
-        if (object->IsShown()) {
+        if (object->IsShown() && !CameraPoints::IsPoint(*object)) {
             object->IsLight() ? AddLight(*object, options) : AddObject(*object, options);
         }
+    }
+    if (options.editor) {
+        cameraPoints.Append(*data, options.viewer, scene);
     }
 }
 

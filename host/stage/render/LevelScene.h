@@ -2,16 +2,19 @@
 
 #include "host/engine/Level.h"
 #include "host/engine/mesh/GltfMeshLibrary.h"
+#include "host/stage/render/CameraPoints.h"
 #include "host/stage/render/RenderScene.h"
 
 #include <map>
+#include <optional>
 #include <set>
 
 /// What of a level its scene shows besides the objects with meshes.
 struct LevelSceneOptions {
     bool editor = true; ///< bodies of lights, helpers and objects without a mesh, rims of what is selected
     bool grid = false;
-    float seconds = 0.0f; ///< moves water and clouds
+    float seconds = 0.0f;              ///< moves water and clouds
+    std::optional<glm::vec3> viewer{}; ///< where the view stands, for bodies that keep their size in it
 };
 
 /// Turns a level as it stands into a scene. Keeps poses from frame to frame; the scene stays good until the
@@ -36,6 +39,7 @@ private:
     GltfMeshLibrary& meshes;
     std::map<int, std::unique_ptr<MeshPose>> poses; ///< by object id
     std::set<const EditorObject*> sunHelpers;       ///< of the level at this Update
+    CameraPoints cameraPoints;
     std::shared_ptr<const Mesh> lightBody;
     std::shared_ptr<const Mesh> plainBody;
     std::shared_ptr<const Mesh> missingBody;

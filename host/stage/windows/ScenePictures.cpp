@@ -69,6 +69,7 @@ const QImage& ScenePictures::Draw(int view, const QSize& size, bool fine) {
     options.grid = showGrid;
     options.editor = stageView->attachedTo == 0;
     options.seconds = seconds;
+    options.viewer = glm::vec3(stageView->CameraMatrix()[3]);
     level.Update(area.host.level, options);
     AddLines(view, lines);
     renderer->BeginFrame(level.scene);
