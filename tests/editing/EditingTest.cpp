@@ -1,3 +1,4 @@
+#include "resources/resource.h"
 #include "tests/editing/Operations.h"
 #include "tests/editing/Runner.h"
 #include "tests/editing/World.h"
@@ -5,77 +6,120 @@
 #include <chrono>
 #include <gtest/gtest.h>
 #include <map>
+#include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace editing {
 
 namespace {
 
-/// So many steps take about ten seconds in a debug build.
-constexpr int kSteps = 3000;
+/// So many steps take about five seconds in a debug build.
+constexpr int kSteps = 2000;
 
-using Times = std::map<const IFilmKey*, std::pair<float, float>>;
-
-Times TimesOf(const World& world) {
-    Times times;
-    for (const CFilmTrack* track : world.Tracks()) {
-        for (const IFilmKey* key : track->keys) {
-            times[key] = {key->time, key->endTime};
+/// What steps change, as it is at one moment. Pointers are compared only.
+struct Snapshot {
+    explicit Snapshot(const World& world) : film(world.plugin.GetCurrentFilm()) {
+        for (const CFilmTrack* track : world.Tracks()) {
+            for (const IFilmKey* key : track->keys) {
+                times[key] = {key->time, key->endTime};
+            }
+        }
+        if (const engine::LevelData* level = world.editor.level.Data()) {
+            objects = level->Objects().size();
+        }
+        if (const CFilmsMainCtrl* control = world.Control()) {
+            rows = control->visibleTracks;
+            view = {control->viewStart, control->vScroll->position};
         }
     }
-    return times;
-}
 
-/// What the steps of one kind did to keys.
+    std::unordered_map<const IFilmKey*, std::pair<float, float>> times;
+    const void* film;
+    std::size_t objects = 0;
+    std::vector<CTrackCtrl*> rows;
+    std::pair<float, float> view; ///< where the two scroll bars stand
+};
+
+/// What the steps of one kind did: keys, and how many of the steps changed the rest.
 struct Effect {
     int added = 0;
     int removed = 0;
     int moved = 0;
+    int rowsChanged = 0;
+    int scrolled = 0;
+    int filmsSwitched = 0;
+    int objectsGone = 0;
+
+    void Add(const Snapshot& before, const Snapshot& after);
 };
 
-Effect Compare(const Times& before, const Times& after) {
-    Effect effect;
-    for (const auto& [key, times] : before) {
-        const auto now = after.find(key);
-        effect.removed += now == after.end() ? 1 : 0;
-        effect.moved += now != after.end() && now->second != times ? 1 : 0;
+void Effect::Add(const Snapshot& before, const Snapshot& after) {
+    int gone = 0;
+    for (const auto& [key, times] : before.times) {
+        const auto now = after.times.find(key);
+        gone += now == after.times.end() ? 1 : 0;
+        moved += now != after.times.end() && now->second != times ? 1 : 0;
     }
-    effect.added =
-        static_cast<int>(after.size() - (before.size() - static_cast<std::size_t>(effect.removed)));
-    return effect;
+    removed += gone;
+    added += static_cast<int>(after.times.size() - (before.times.size() - static_cast<std::size_t>(gone)));
+    filmsSwitched += before.film != after.film ? 1 : 0;
+    objectsGone += before.objects > after.objects ? 1 : 0;
+    if (before.film == after.film) { // else rows and view are another film's
+        rowsChanged += before.rows != after.rows ? 1 : 0;
+        scrolled += before.view != after.view ? 1 : 0;
+    }
 }
 
-std::map<std::string, Effect> EffectsOf(const std::vector<Step>& steps) {
+struct Effects {
+    std::map<std::string, Effect> ofStep;
+    std::map<UINT, Effect> ofCommand; ///< of those chosen in a menu
+    int framesPlayed = 0;
+    int stepsInPlay = 0;
+};
+
+Effects EffectsOf(const std::vector<Step>& steps) {
     World world;
-    std::map<std::string, Effect> effects;
+    Effects run;
     for (const Step& step : steps) {
-        const Times before = TimesOf(world);
+        const Snapshot before(world);
+        world.chosenCommand = 0;
         world.Execute(step);
-        const Effect effect = Compare(before, TimesOf(world));
-        Effect& sum = effects[Operations()[static_cast<std::size_t>(step.operation)].name];
-        sum.added += effect.added;
-        sum.removed += effect.removed;
-        sum.moved += effect.moved;
+        const Snapshot after(world);
+        run.ofStep[Operations()[static_cast<std::size_t>(step.operation)].name].Add(before, after);
+        run.ofCommand[world.chosenCommand].Add(before, after);
     }
-    return effects;
+    run.framesPlayed = world.framesPlayed;
+    run.stepsInPlay = world.stepsInPlay;
+    return run;
 }
 
 /// A run that edits nothing would find nothing.
 TEST(EditingTest, RunsReachTheEdits) {
-    auto effects = EffectsOf(RandomSteps(4, 4000));
-    for (const auto& [name, effect] : effects) {
-        std::printf("%s: %d added, %d removed, %d moved\n", name.c_str(), effect.added, effect.removed,
-                    effect.moved);
-    }
-    EXPECT_GT(effects["drag"].moved, 20);
-    EXPECT_GT(effects["release"].added, 2); // clones
-    EXPECT_GT(effects["key-menu"].removed, 5);
-    EXPECT_GT(effects["key-menu"].moved, 5);
-    EXPECT_GT(effects["row-menu"].added, 5);
-    EXPECT_GT(effects["main-menu"].added, 3); // cameras, actors
-    EXPECT_GT(effects["move-object"].added, 3);
-    EXPECT_GT(effects["adjust-time"].moved, 3);
-    EXPECT_GT(effects["load-level"].removed, 100);
+    Effects run = EffectsOf(RandomSteps(4, 3000));
+    auto& steps = run.ofStep;
+    EXPECT_GT(steps["drag"].moved, 20);
+    EXPECT_GT(steps["release"].added, 1); // clones
+    EXPECT_GT(steps["move-object"].added, 3);
+    EXPECT_GT(steps["adjust-time"].moved, 3);
+    EXPECT_GT(steps["load-level"].removed, 100);
+    EXPECT_GT(steps["fold"].rowsChanged, 1);
+    EXPECT_GT(steps["filter"].rowsChanged, 1);
+    EXPECT_GT(steps["drag"].scrolled, 5);
+    EXPECT_GT(steps["wheel"].scrolled, 5);
+    EXPECT_GT(steps["show-film"].filmsSwitched, 5);
+    EXPECT_GT(steps["delete-objects"].objectsGone, 1);
+    EXPECT_GT(steps["delete-objects"].removed, 1);
+    auto& commands = run.ofCommand;
+    EXPECT_GT(commands[IDC_REMOVE_KEY].removed, 5);
+    EXPECT_GT(commands[IDC_SET_POSITION].moved, 3);
+    EXPECT_GT(commands[IDC_SET_DURATION].moved, 1);
+    EXPECT_GT(commands[IDC_ADD_KEY].added, 5);
+    EXPECT_GT(commands[IDC_PASTE_KEY].added, 0);
+    EXPECT_GT(commands[IDC_ADD_CAMERA].added, 0);
+    EXPECT_GT(commands[IDC_REMOVE_ACTOR].removed + commands[IDC_REMOVE_TRACK].removed, 0);
+    EXPECT_GT(run.framesPlayed, 100);
+    EXPECT_GT(run.stepsInPlay, 2);
 }
 
 TEST(EditingTest, NothingIsLostAndNothingDangles) {

@@ -17,7 +17,7 @@ struct Failure {
     std::string text;
 };
 
-/// What the film data were before a step.
+/// What the film data are at one moment.
 struct Ledger {
     explicit Ledger(const World& world);
 
@@ -25,7 +25,7 @@ struct Ledger {
     const void* level = nullptr; ///< compared only
 };
 
-/// Checked after every step; `before` is of the moment before it.
+/// Checked after every step; `before` and `now` are of the moments before it and after it.
 ///
 /// Rows and tracks hold the same keys, but for these:
 /// - keys outside the time axis: a shorter axis takes views away and leaves the records;
@@ -35,6 +35,6 @@ struct Ledger {
 /// after a change of the axis, since each of its ends is only kept inside one side; ruler and rows put it in
 /// order. A stale page length lets the thumb take it out at the start. Selected keys and the current key may
 /// be out of their rows, as long as a removed key lives in its undo action.
-std::optional<Failure> CheckInvariants(const World& world, const Ledger& before);
+std::optional<Failure> CheckInvariants(const World& world, const Ledger& before, const Ledger& now);
 
 } // namespace editing

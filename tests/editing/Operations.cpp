@@ -33,7 +33,7 @@ std::span<const Operation> Operations() {
         {"toolbar", 20, &World::Toolbar, any, any},
         {"undo", 4, &World::Undo, 0, 0},
         {"fold", 10, &World::Fold, 0, 0},
-        {"filter", 6, &World::Filter, 0, 0},
+        {"filter", 12, &World::Filter, 0, 0},
         {"remove-row", 1, &World::RemoveRow, any, any},
         {"resize", 4, &World::Resize, 0, 0},
         {"movie-range", 3, &World::MovieRange, 0, 0},
@@ -45,7 +45,7 @@ std::span<const Operation> Operations() {
         {"paint", 20, &World::Paint, 0, 0},
         // Level, host and films.
         {"create-object", 3, &World::CreateObject, any, 0},
-        {"delete-objects", 3, &World::DeleteObjects, any, any},
+        {"delete-objects", 5, &World::DeleteObjects, any, any},
         {"select-objects", 8, &World::SelectObjects, any, any},
         {"move-object", 30, &World::MoveObject, any, 0},
         {"animate", 6, &World::Animate, 0, 0},
@@ -54,11 +54,11 @@ std::span<const Operation> Operations() {
         {"new-film", 1, &World::NewFilm, any, 0},
         {"delete-film", 1, &World::DeleteFilm, any, any},
         {"save-level", 1, &World::SaveLevel, any, 0},
-        {"load-level", 2, &World::LoadLevel, any, any},
+        {"load-level", 4, &World::LoadLevel, any, any},
         {"host-event", 2, &World::HostEvent, any, 0},
         {"render", 6, &World::Render, 0, 0},
         {"set-time", 10, &World::SetTime, 0, 0},
-        {"play", 2, &World::Play, any, 0},
+        {"play", 5, &World::Play, any, 0},
         {"stop", 2, &World::Stop, 0, 0},
     };
     return all;

@@ -14,12 +14,14 @@
 #include <QDir>
 #include <QProcess>
 #include <QStringList>
+#include <utility>
 
 namespace editing {
 
 namespace {
 
 constexpr int kStepsPerRun = 1500;
+constexpr int kStepsPerLine = 15000; ///< of progress in a long run
 constexpr int kChildFailed = 3;
 constexpr int kNoLimit = -1;
 
@@ -86,16 +88,18 @@ Outcome RunPlanted(const std::vector<Step>& steps, Report& report) {
 Outcome RunReal(const std::vector<Step>& steps, Report& report) {
     World world;
     Outcome outcome;
+    Ledger before(world);
     for (const Step& step : steps) {
         report.Begin(++outcome.step);
-        const Ledger before(world);
         world.BeginTally();
         world.Execute(step);
-        if (const std::optional<Failure> failure = CheckInvariants(world, before)) {
+        Ledger now(world);
+        if (const std::optional<Failure> failure = CheckInvariants(world, before, now)) {
             outcome.kind = failure->kind;
             outcome.text = failure->text;
             break;
         }
+        before = std::move(now);
     }
     return outcome;
 }
@@ -173,6 +177,10 @@ bool RunManySteps(std::uint64_t seed, int steps) {
     const Children children;
     const auto begin = std::chrono::steady_clock::now();
     for (int done = 0; done < steps; done += kStepsPerRun, ++seed) {
+        if (done > 0 && done % kStepsPerLine == 0) {
+            std::printf("%d steps held so far\n", done);
+            std::fflush(stdout);
+        }
         const std::vector<Step> run = RandomSteps(seed, std::min(kStepsPerRun, steps - done));
         const Outcome outcome = children.Run(run);
         if (outcome.Failed()) {

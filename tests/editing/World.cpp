@@ -136,14 +136,19 @@ void World::NoteHiddenKeys() {
     hidden = std::move(now);
 }
 
+/// Rows first, so that keys of all kinds come as often, whatever there is most of.
 World::PlacedKey World::KeyOf(int number) const {
-    std::vector<PlacedKey> all;
-    for (CTrackCtrl* row : Control() != nullptr ? Control()->visibleTracks : std::vector<CTrackCtrl*>{}) {
-        for (CTrackKey* key : row->keys) {
-            all.push_back({row, key});
-        }
+    std::vector<CTrackCtrl*> rows;
+    if (Control() != nullptr) {
+        std::ranges::copy_if(Control()->visibleTracks, std::back_inserter(rows),
+                             [](const CTrackCtrl* row) { return !row->keys.empty(); });
     }
-    return all.empty() ? PlacedKey{} : all[static_cast<std::size_t>(number) % all.size()];
+    if (rows.empty()) {
+        return {};
+    }
+    const auto place = static_cast<std::size_t>(number);
+    CTrackCtrl* row = rows[place % rows.size()];
+    return {row, row->keys[place / rows.size() % row->keys.size()]};
 }
 
 CTrackCtrl* World::RowOf(int number) const {
@@ -154,13 +159,17 @@ CTrackCtrl* World::RowOf(int number) const {
     return rows[static_cast<std::size_t>(number) % rows.size()];
 }
 
+/// Every other time the first, which has the most to edit.
 IFilm* World::FilmOf(int number) const {
     std::vector<IFilm*> films;
     if (Films() != nullptr) {
         std::ranges::copy_if(Films()->films, std::back_inserter(films),
                              [](const IFilm* film) { return film != nullptr; });
     }
-    return films.empty() ? nullptr : films[static_cast<std::size_t>(number) % films.size()];
+    if (films.empty()) {
+        return nullptr;
+    }
+    return number % 2 == 0 ? films.front() : films[static_cast<std::size_t>(number / 2) % films.size()];
 }
 
 engine::SceneObject* World::ObjectOf(int number) const {

@@ -61,6 +61,10 @@ public:
     std::unordered_set<const IFilmKey*> hidden;
     /// A key without length that was dragged by the last step, and that was in the axis before.
     bool draggedInAxis = false;
+    /// The command chosen last in a menu that offered it.
+    UINT chosenCommand = 0;
+    int framesPlayed = 0; ///< since the start
+    int stepsInPlay = 0;  ///< carried out while a film played
 
 private:
     friend std::span<const Operation> Operations();

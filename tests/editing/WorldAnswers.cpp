@@ -51,6 +51,7 @@ void World::InstallHooks() {
     };
     editor.onBroadcast = [this](int code, void*) {
         if (code == EventCode::ObjectsMoved && plugin.isPlaying != 0) {
+            ++framesPlayed;
             DuringPlay();
         }
     };
@@ -100,9 +101,14 @@ int World::AnswerDialog(CDialog& dialog) {
 }
 
 bool World::AnswerNumber(float& value) {
+    const auto tenths = static_cast<float>(luck.Below(10)) / 10.0f;
     const float answers[] = {value,
-                             value + 0.5f,
-                             value - 0.3f,
+                             value + tenths,
+                             value - tenths,
+                             value * tenths,
+                             value + 2.0f * tenths,
+                             value + 0.05f,
+                             value - 0.05f,
                              static_cast<float>(luck.Below(1200)) / 100.0f - 1.0f,
                              0.0f,
                              0.0005f,
@@ -122,6 +128,7 @@ UINT World::AnswerMenu(const CMenu& menu) {
     const bool offered = Offers(menu, menuChoice);
     const UINT choice = menuChoice;
     Interrupt();
+    chosenCommand = offered ? choice : chosenCommand;
     return offered ? choice : 0;
 }
 
@@ -137,6 +144,7 @@ void World::DuringPlay() {
     }
     const Step step = insidePlay.front();
     insidePlay.pop_front();
+    ++stepsInPlay;
     Execute(step);
 }
 

@@ -84,9 +84,19 @@ void World::KeyMenu(const Step& step) {
 }
 
 void World::RowMenu(const Step& step) {
-    if (CTrackCtrl* row = RowOf(step.numbers[0])) {
-        ChooseInMenu(row, nullptr, Chosen(kRowCommands, step.numbers[1]));
+    const UINT command = Chosen(kRowCommands, step.numbers[1]);
+    CTrackCtrl* row = RowOf(step.numbers[0]);
+    if (row == nullptr) {
+        return;
     }
+    // Most rows offer no paste, since they take another kind than the key that was copied.
+    const CTrackKey* source = Control()->keyDuplicator.sourceKey;
+    if (command == IDC_PASTE_KEY && source != nullptr && step.numbers[2] % 4 != 0) {
+        const auto& rows = Control()->visibleTracks;
+        const auto taking = std::ranges::find(rows, source->record->kind, &CTrackCtrl::kind);
+        row = taking != rows.end() ? *taking : row;
+    }
+    ChooseInMenu(row, nullptr, command);
 }
 
 void World::MainMenu(const Step& step) {

@@ -57,7 +57,7 @@ void FillKey(IFilmKey& key, int number) {
 void World::MakeKeys(CFilmTrack* track, int perKind) {
     IKeyFactory& factory = editor.level.Data()->Films().Keys();
     for (int kind = 0; kind < KeyKind::FilterCount; ++kind) {
-        for (int i = 0; track->subTracks[kind] != nullptr && i < perKind; ++i) {
+        for (int i = 0; i < perKind; ++i) {
             IFilmKey* key = factory.CreateKey(kind);
             FillKey(*key, i);
             const float time = 0.6f * static_cast<float>(i) + 0.05f * static_cast<float>(kind);
@@ -65,7 +65,7 @@ void World::MakeKeys(CFilmTrack* track, int perKind) {
             key->SetTime(time);
             key->SetEndTime(timed ? time + 0.4f : time);
             key->flags |= i % 4 == 3 ? KeyFlag::MayOverlap : 0u;
-            if (!track->AddKey(key)) {
+            if (!track->AddKey(key)) { // not a kind of this track
                 factory.DestroyKey(key);
             }
         }
@@ -155,7 +155,7 @@ void World::NewFilm(const Step& step) {
 }
 
 void World::DeleteFilm(const Step& step) {
-    plugin.DeleteFilm(FilmOf(step.numbers[0]));
+    plugin.DeleteFilm(FilmOf(step.numbers[0] | 1));
 }
 
 void World::SetTime(const Step& step) {

@@ -16,9 +16,9 @@ namespace {
 constexpr int kFarPixel = 30000; ///< what a message's coordinates hold
 constexpr int kRowMiddle = 10;
 
-/// Most steps hold no key.
+/// Every other step holds no key.
 int Modifiers(int number) {
-    return number / 8 % 3 == 0 ? number % 8 : 0;
+    return number / 8 % 2 == 0 ? number % 8 : 0;
 }
 
 int Pixel(double value) {

@@ -108,7 +108,7 @@ void World::SaveLevel(const Step& /*step*/) {
 
 void World::LoadLevel(const Step& step) {
     Load(step.numbers[0] % 2 == 0 ? firstLevel : savedLevel);
-    plugin.SelectFilmByIndex(step.numbers[1] % 5);
+    plugin.SelectFilmByIndex(step.numbers[1] % 2 == 0 ? 0 : step.numbers[1] % 5);
 }
 
 void World::LeaveLevel() {
