@@ -52,15 +52,17 @@ protected:
         Move(object, place.x, place.y, place.z);
         return object;
     }
+    void Send(UINT id) { window->toolWindows->Docks().front()->Window()->SendMessage(WM_COMMAND, id); }
     void Command(UINT id) {
-        window->toolWindows->Docks().front()->Window()->SendMessage(WM_COMMAND, id);
+        Send(id);
         Settle();
     }
     void GoTo(float seconds) {
-        Command(kMoveToBegin);
+        Send(kMoveToBegin);
         for (int frame = 0; frame < std::lround(seconds * 30.0f); ++frame) {
-            Command(kFrameForward);
+            Send(kFrameForward);
         }
+        Settle();
     }
     CFilmTrack* Track() const { return film->FindObjectTrack(crate); }
     std::vector<const CFilmVectorKey*> Keys(int kind) const {
