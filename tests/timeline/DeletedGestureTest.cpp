@@ -121,6 +121,12 @@ TEST_P(EndedGestureTest, HostThatGoesAwayLeavesItsMouseHarmless) {
 INSTANTIATE_TEST_SUITE_P(All, EndedGestureTest, ::testing::ValuesIn(kAllGestures),
                          [](const auto& test) { return NameOf(test.param); });
 
+TEST_F(HeldGestureTest, KeyThatGoesLeavesNoEditOfItsDrag) {
+    Begin(Gesture::RightGrip);
+    heldRow->RemoveKey(heldKey, /*destroy*/ true, /*redraw*/ true, /*noUndo*/ true);
+    EXPECT_TRUE(control->undoMgr.retired.Actions().empty());
+}
+
 // The button went up over another program, which took no capture.
 TEST_F(HeldGestureTest, MoveWithoutAButtonEndsTheDragWhereItIs) {
     ShowForMouse(frame);
