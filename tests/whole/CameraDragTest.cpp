@@ -53,7 +53,7 @@ protected:
     void RemoveCamera() {
         constexpr UINT kRemoveActor = 36803;
         Hooks().popupMenu = [](const CMenu&, CPoint) { return kRemoveActor; };
-        RowOf(camera)->SendMessage(WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(60, 8));
+        CameraRow()->SendMessage(WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(60, 8));
         Settle();
         Hooks().popupMenu = nullptr;
     }

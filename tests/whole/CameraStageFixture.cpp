@@ -7,23 +7,26 @@
 
 #include <algorithm>
 #include <QTest>
+#include <vector>
 
 namespace {
 
-CTrackCtrl* RowBelow(CWnd* parent, const CFilmTrack* track) {
-    constexpr int kRowId = 55;
-    for (int i = 0; CWnd* child = parent->GetWindowChild(i); ++i) {
-        if (child->GetDlgCtrlID() == kRowId) {
-            auto* row = static_cast<CTrackCtrl*>(child);
-            if (row->track == track && row->parent == nullptr) {
-                return row;
-            }
+constexpr int kRowId = 55;
+constexpr std::size_t kCameraPlace = 3; ///< below level, sun and the camera "Along the dock", all folded
+
+void CollectRows(const CWnd& parent, std::vector<CWnd*>& rows) {
+    for (int i = 0; CWnd* child = parent.GetWindowChild(i); ++i) {
+        if (child->GetDlgCtrlID() == kRowId && child->IsWindowVisible()) {
+            rows.push_back(child);
         }
-        if (CTrackCtrl* row = RowBelow(child, track)) {
-            return row;
-        }
+        CollectRows(*child, rows);
     }
-    return nullptr;
+}
+
+int Top(const CWnd* row) {
+    CRect rect;
+    row->GetWindowRect(&rect);
+    return static_cast<int>(rect.top);
 }
 
 } // namespace
@@ -44,7 +47,7 @@ void CameraInStageTest::SetUp() {
 }
 
 void CameraInStageTest::PressName() {
-    CTrackCtrl* row = RowOf(camera);
+    CWnd* row = CameraRow();
     ASSERT_NE(row, nullptr);
     row->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(60, 8));
     Settle();
@@ -52,9 +55,14 @@ void CameraInStageTest::PressName() {
     Settle();
 }
 
-CTrackCtrl* CameraInStageTest::RowOf(const CFilmTrack* track) const {
+CWnd* CameraInStageTest::CameraRow() const {
     const QList<stage::ToolWindowDock*> docks = window->toolWindows->Docks();
-    return docks.isEmpty() ? nullptr : RowBelow(docks.front()->Window(), track);
+    std::vector<CWnd*> rows;
+    if (!docks.isEmpty()) {
+        CollectRows(*docks.front()->Window(), rows);
+    }
+    std::ranges::sort(rows, {}, Top);
+    return rows.size() > kCameraPlace ? rows[kCameraPlace] : nullptr;
 }
 
 engine::SceneObject* CameraInStageTest::Find(const char* className) const {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "tests/whole/StageFixture.h"
-#include "timeline/TrackCtrl.h"
 
 /// The first camera of the film "Intro", "Establishing", is visualized with a press on its name in the
 /// scenario window.
@@ -10,7 +9,8 @@ protected:
     void SetUp() override;
     /// Presses the name cell of the camera's row.
     void PressName();
-    CTrackCtrl* RowOf(const CFilmTrack* track) const;
+    /// The camera's row, null without the scenario window.
+    CWnd* CameraRow() const;
     engine::SceneObject* Find(const char* className) const;
     /// How many points of cameras the level has, shown or not.
     int Points() const;
