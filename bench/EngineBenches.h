@@ -11,6 +11,7 @@ void RegisterTimelineBenches();
 void RegisterTimelineDrawBenches();
 void RegisterTimelineWindowBenches();
 void RegisterKeyDragBenches();
+void RegisterKeyDragFrameBenches();
 void RegisterCameraPathBenches();
 
 } // namespace films_bench

@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
     films_bench::RegisterTimelineDrawBenches();
     films_bench::RegisterTimelineWindowBenches();
     films_bench::RegisterKeyDragBenches();
+    films_bench::RegisterKeyDragFrameBenches();
     films_bench::RegisterCameraPathBenches();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {

@@ -1,4 +1,5 @@
 #include "bench/EngineBenches.h"
+#include "bench/FrameSpread.h"
 #include "bench/RowWindows.h"
 #include "bench/TimelineCases.h"
 #include "framework/TestHooks.h"
@@ -268,27 +269,13 @@ void GetKeyAt(benchmark::State& state) {
     }
 }
 
-/// One frame at the window: the step and everything that it has to paint. Shows how the frames spread.
+/// One frame at the window: the step and everything that it has to paint.
 template <class Step> void Frames(benchmark::State& state, Step step) {
     TimelineFilm& timeline = UnfoldedFilm();
-    std::vector<double> milliseconds;
-    int frame = 0;
-    for (auto _ : state) {
-        const auto start = Clock::now();
-        step(timeline, frame++);
+    MeasureFrames(state, [&](int frame) {
+        step(timeline, frame);
         TimelineFilm::Paint();
-        const double seconds = SecondsSince(start);
-        state.SetIterationTime(seconds);
-        milliseconds.push_back(seconds * 1e3);
-    }
-    std::ranges::sort(milliseconds);
-    const auto at = [&](double part) {
-        return milliseconds[static_cast<std::size_t>(part * static_cast<double>(milliseconds.size() - 1))];
-    };
-    state.counters["p50_ms"] = at(0.5);
-    state.counters["p95_ms"] = at(0.95);
-    state.counters["p99_ms"] = at(0.99);
-    state.counters["max_ms"] = at(1.0);
+    });
 }
 
 void ScrollStep(TimelineFilm& timeline, int frame) {
@@ -337,10 +324,7 @@ void RegisterTimelineBenches() {
                                                                            {"frame_play/M", PlayStep},
                                                                            {"frame_pan/M", PanStep}};
     for (const auto& [name, step] : frames) {
-        benchmark::RegisterBenchmark(name, [step = step](benchmark::State& state) { Frames(state, step); })
-            ->UseManualTime()
-            ->Iterations(600)
-            ->Unit(benchmark::kMillisecond);
+        RegisterFrames(name, [step = step](benchmark::State& state) { Frames(state, step); });
     }
 }
 
