@@ -487,6 +487,26 @@ TEST_F(ToolWindowTest, TheDescriptionForScriptsTellsWhereEverythingIs) {
     EXPECT_EQ(told["film"], "");
 }
 
+TEST_F(ToolWindowTest, TheDescriptionForScriptsTellsWhereObjectsAndHandlesAreInAView) {
+    engine::SceneObject* crate = AddEmpty("Crate", 1, 2, 3);
+    window.host.views.At(0)->navigation.LookAt({1, 2, 13}, {1, 2, 3});
+    window.host.views.At(0)->ApplyNavigation();
+    const auto view = [this] { return stage::DescribeStage(window)["views"][0].toObject(); };
+    const QJsonArray rect = view()["rect"].toArray();
+    const double middleX = rect[0].toDouble() + rect[2].toDouble() / 2;
+    const double middleY = rect[1].toDouble() + rect[3].toDouble() / 2;
+    const QJsonArray place = view()["onScreen"].toObject()["Crate"].toArray();
+    ASSERT_EQ(place.size(), 2);
+    EXPECT_NEAR(place[0].toDouble(), middleX, 1.0);
+    EXPECT_NEAR(place[1].toDouble(), middleY, 1.0);
+    EXPECT_TRUE(view()["handles"].toArray().isEmpty());
+    window.host.Select({crate});
+    const QJsonArray handles = view()["handles"].toArray();
+    ASSERT_EQ(handles.size(), 3);
+    EXPECT_GT(handles[0][0].toDouble(), middleX + 20);
+    EXPECT_LT(handles[1][1].toDouble(), middleY - 20);
+}
+
 /// Two runs of the program, one after the other, with the same settings.
 class ToolWindowRestartTest : public ToolWindowTest {
 protected:
