@@ -3,7 +3,6 @@
 #include "tests/editing/Runner.h"
 #include "tests/editing/World.h"
 
-#include <chrono>
 #include <gtest/gtest.h>
 #include <map>
 #include <unordered_map>
@@ -122,13 +121,10 @@ TEST(EditingTest, RunsReachTheEdits) {
     EXPECT_GT(run.stepsInPlay, 2);
 }
 
+/// The same steps each time, so that the suite tells about the change under test; tests/editing/run.sh tries
+/// steps that nobody tried before.
 TEST(EditingTest, NothingIsLostAndNothingDangles) {
-    EXPECT_TRUE(RunManySteps(20261121, kSteps));
-}
-
-TEST(EditingTest, NorWithStepsThatNobodyTriedBefore) {
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    EXPECT_TRUE(RunManySteps(static_cast<std::uint64_t>(now.count()), kSteps));
+    EXPECT_TRUE(RunManySteps(20261121, 2 * kSteps));
 }
 
 } // namespace
