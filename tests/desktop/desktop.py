@@ -68,13 +68,23 @@ class Desktop:
         number = self._read_line(read_end, "the display")
         os.close(read_end)
         self.environment["DISPLAY"] = ":" + number
-        self._spawn("openbox", stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self._start_window_manager()
         self.log = open(self.work / "stage.log", "w")
         self.stage = self._spawn(self.stage_path, self.level, "--inspect", "--size", "1280x800", "--data",
                                  self.work / "data", stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=self.log)
         self.pending = b""
         self.window = self.x("search", "--sync", "--onlyvisible", "--pid", self.stage.pid, "--name", "Stage$").split()[0]
         self.x("windowactivate", "--sync", self.window)
+
+    def _start_window_manager(self):
+        """Returns when it manages windows: what is mapped while it starts may stay hidden."""
+        ready = self.work / "window_manager_is_ready"
+        self._spawn("openbox", "--startup", f"touch {ready}", stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        end = time.monotonic() + WAIT_SECONDS
+        while not ready.exists():
+            if time.monotonic() > end:
+                raise Failure("the window manager does not start")
+            time.sleep(0.02)
 
     @staticmethod
     def _read_line(descriptor, what):
