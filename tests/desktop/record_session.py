@@ -220,9 +220,22 @@ def drag_the_eye(desktop):
     desktop.picture("eye_key")
 
 
+def pull_a_handle(desktop):
+    """The eye's key of four seconds gets a handle of its own."""
+    eye = 3
+    menu_at(desktop, key_place(desktop, eye, 4.0), "Out method", "User")
+    go_to(desktop, 4.0)
+    select(desktop, "PosOutControlPoint")
+    desktop.click(desktop.button("Focus")["rect"])
+    time.sleep(0.4)
+    drag_handle(desktop, 0, 100)
+    step_back(desktop, 13)
+    desktop.picture("handle_pulled")
+
+
 def play(desktop):
     go_to(desktop, 0.0)
-    select(desktop, PROP)
+    desktop.click(desktop.item(PROP)["rect"])
     desktop.click(desktop.button("Focus")["rect"])
     desktop.click(desktop.button("Play movie")["rect"])
     desktop.until("the film plays", lambda _: is_moving(desktop))
@@ -234,7 +247,7 @@ def play(desktop):
 
 
 STEPS = [new_film, animate_on, move_the_prop, turn_and_scale_the_prop, edit_keys, move_a_group, snaps_back, add_camera,
-         camera_frames, drag_the_eye, play]
+         camera_frames, drag_the_eye, pull_a_handle, play]
 
 
 def main():
