@@ -10,8 +10,8 @@ namespace {
 
 constexpr int kSpaceKey = 32;
 constexpr int kPlayShortcut = 0;
-/// Plays inside plays. A ruler that is dragged in a playing film starts one at each move; deeper ones are left to
-/// the loop that runs, so that the stack stays bounded.
+/// Plays inside plays. A ruler that is dragged in a playing film starts one at each move; deeper ones are
+/// left to the loop that runs, so that the stack stays bounded.
 constexpr int kDeepestPlay = 32;
 /// Degrees to radians, float32 as the host's views take it.
 constexpr float kRadiansPerDegree = 0.017453292f;

@@ -83,8 +83,8 @@ bool NativeWindow::HandleEvent(QEvent* event) {
     }
 }
 
-// Input of a disabled window goes to its parent. The toolkit hands on mouse buttons alone, and its own buttons
-// would keep even those.
+// Input of a disabled window goes to its parent. The toolkit hands on mouse buttons alone, and its own
+// buttons would keep even those.
 bool NativeWindow::LeaveToParent(QEvent* event) {
     event->ignore();
     NativeWindow* parent = widget->isWindow() ? nullptr : Parent();

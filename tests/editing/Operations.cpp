@@ -10,8 +10,7 @@ std::span<const Operation> Operations() {
     constexpr int any = Operation::kAny;
     static const Operation all[] = {
         // Mouse and keyboard. A press may select an object or a camera, which rebuilds nothing; what a
-        // release
-        // adds is a clone, what it removes the key that the user was asked about.
+        // release adds is a clone, what it removes the key that the user was asked about.
         {"press-key", 120, &World::PressKey, 0, 0},
         {"press-empty", 20, &World::PressEmpty, 0, 0},
         {"press-name", 12, &World::PressName, any, any},

@@ -126,8 +126,7 @@ TEST_F(TrackCtrlMouseTest, SelectionFromAnotherRowRepaintsAllRows) {
     timeline.log.clear();
     CurrentKey() = nullptr;
     Press(row, 250, 10);
-    EXPECT_THAT(timeline.log,
-                ElementsAre("SelectOnly", "InvalidateControl false", "ArrangeRows true false"));
+    EXPECT_THAT(timeline.log, ElementsAre("SelectOnly", "InvalidateControl false", "ArrangeRows true false"));
 }
 
 TEST_F(TrackCtrlMouseTest, SeveralSelectedKeysRepaintAllRowsEvenForOneOfThem) {
