@@ -29,14 +29,8 @@ protected:
     static constexpr float kTime = 1.5f;
 
     void SetUp() override {
-        ChooseFilm("Epilogue");
+        ASSERT_NO_FATAL_FAILURE(OpenScenario("Epilogue"));
         film = Film("Epilogue");
-        QListWidget* list = FilmList();
-        ASSERT_NE(list, nullptr);
-        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
-                           list->visualItemRect(list->currentItem()).center());
-        Settle();
-        ASSERT_FALSE(window->toolWindows->Docks().isEmpty());
         crate = MakeActor("Crate", {0, 30, 0}); // in the air, where nothing stands in front
         GoTo(kTime);
         LookAt(*crate);

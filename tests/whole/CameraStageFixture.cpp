@@ -32,11 +32,7 @@ int Top(const CWnd* row) {
 } // namespace
 
 void CameraInStageTest::SetUp() {
-    ChooseFilm("Intro");
-    QListWidget* list = FilmList();
-    ASSERT_NE(list, nullptr);
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(1)).center());
-    Settle();
+    ASSERT_NO_FATAL_FAILURE(OpenScenario("Intro"));
     camera = AsCameraTrack(Film("Intro")->FindCamera("Establishing"));
     ASSERT_NE(camera, nullptr);
     PressName();

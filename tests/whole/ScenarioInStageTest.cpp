@@ -12,15 +12,7 @@ namespace {
 /// The scenario window in its home in the main window.
 class ScenarioInStageTest : public StageTest {
 protected:
-    void SetUp() override {
-        ChooseFilm("Intro");
-        QListWidget* list = FilmList();
-        ASSERT_NE(list, nullptr);
-        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
-                           list->visualItemRect(list->item(1)).center());
-        Settle();
-        ASSERT_NE(Dock(), nullptr);
-    }
+    void SetUp() override { OpenScenario("Intro"); }
     stage::ToolWindowDock* Dock() const {
         const QList<stage::ToolWindowDock*> docks = window->toolWindows->Docks();
         return docks.isEmpty() ? nullptr : docks.front();

@@ -1,5 +1,6 @@
 #include "tests/whole/StageFixture.h"
 
+#include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
 
 #include <filesystem>
@@ -130,6 +131,16 @@ void StageTest::Move(EditorObject* object, float x, float y, float z) {
     world.SetTranslation({x, y, z});
     window->commands.Move({{scene, world}});
     Settle();
+}
+
+void StageTest::OpenScenario(const std::string& film) {
+    ChooseFilm(film);
+    QListWidget* list = FilmList();
+    ASSERT_NE(list, nullptr);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
+                       list->visualItemRect(list->currentItem()).center());
+    Settle();
+    ASSERT_FALSE(window->toolWindows->Docks().isEmpty());
 }
 
 void StageTest::LookAt(engine::SceneObject& object) {

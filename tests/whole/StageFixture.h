@@ -25,6 +25,8 @@ protected:
     std::vector<std::string> FilmLines() const;
     /// Clicks a line of the film list.
     void ChooseFilm(const std::string& name);
+    /// Double-clicks a line of the film list, which shows the scenario window with that film.
+    void OpenScenario(const std::string& film);
     IFilmManager& Films() const { return *window->host.level.GetLevelData()->filmManager; }
     IFilm* Film(const std::string& name) const;
     engine::SceneObject* Object(const std::string& name) const;
