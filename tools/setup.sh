@@ -4,7 +4,7 @@ build_packages="g++ cmake ninja-build pkg-config ccache qt6-base-dev libepoxy-de
   libgl1-mesa-dri libegl-mesa0 libtinygltf-dev libstb-dev nlohmann-json3-dev libsndfile1-dev libopenal-dev
   binutils-mingw-w64-x86-64 fonts-liberation python3 libgtest-dev libgmock-dev libbenchmark-dev"
 test_packages="xvfb xauth"
-desktop_packages="xvfb openbox xdotool imagemagick"
+desktop_packages="openbox xdotool imagemagick"
 
 as_root() {
   if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
@@ -13,7 +13,7 @@ as_root() {
 # install_packages build|test|desktop: does nothing when all are there.
 install_packages() {
   local wanted=$build_packages missing=""
-  [ "$1" = test ] && wanted="$wanted $test_packages"
+  [ "$1" != build ] && wanted="$wanted $test_packages"
   [ "$1" = desktop ] && wanted="$wanted $desktop_packages"
   command -v dpkg-query >/dev/null || { echo "This script installs packages on Debian only; building with what is here."; return; }
   for package in $wanted; do

@@ -1,4 +1,4 @@
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <cmath>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 #include "host/engine/FilmKeys.h"
 
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "engine/LevelFileFixture.h"
+#include "tests/engine/LevelFileFixture.h"
 
 #include "plugin/contract/Chunks.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 #include "host/engine/ChunkClient.h"
 #include "host/engine/FileHandles.h"
 #include "host/engine/LevelFile.h"

@@ -1,4 +1,4 @@
-#include "engine/LevelFileFixture.h"
+#include "tests/engine/LevelFileFixture.h"
 
 #include "host/engine/CameraTrack.h"
 #include "host/engine/ChunkClient.h"

@@ -1,5 +1,5 @@
 #include "host/engine/LightTrack.h"
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace engine_test {
 

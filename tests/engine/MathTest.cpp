@@ -1,5 +1,5 @@
 #include "host/engine/Math.h"
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace engine_test {
 

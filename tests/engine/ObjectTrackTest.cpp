@@ -1,4 +1,4 @@
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 #include "host/engine/AnimationPose.h"
 
 namespace engine_test {

@@ -1,5 +1,5 @@
 #include "host/engine/SoundDuration.h"
-#include "engine/EngineFixture.h"
+#include "tests/engine/EngineFixture.h"
 #include "host/engine/ByteStream.h"
 
 #include <cstdio>

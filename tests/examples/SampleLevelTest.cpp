@@ -3,6 +3,7 @@
 #include "host/engine/FilmManager.h"
 #include "host/engine/LevelFile.h"
 #include "host/engine/mesh/GltfMeshLibrary.h"
+#include "tests/support/Paths.h"
 #include "tools/LightChunks.h"
 
 #include <fstream>
@@ -12,7 +13,7 @@
 
 namespace {
 
-const std::string kFolder = std::string(FILMS_SOURCE_DIR) + "/examples/harbour/";
+const std::string kFolder = SampleFolder() + "/";
 const std::string kPath = kFolder + "harbour.level";
 
 std::string CommittedBytes() {

@@ -2,6 +2,7 @@
 
 #include "framework/Constants.h"
 #include "framework/TestHooks.h"
+#include "tests/support/Paths.h"
 
 #include <gtest/gtest.h>
 #include <QImage>
@@ -103,7 +104,7 @@ std::vector<CPoint> Differences(const CDC& dc, const QImage& expected) {
 class ReferencePictureTest : public testing::TestWithParam<const char*> {};
 
 TEST_P(ReferencePictureTest, EveryPixelMatches) {
-    const std::string base = std::string(FIXTURES "/drawing/") + GetParam();
+    const std::string base = SourceFolder() + "/tests/framework/drawing/" + GetParam();
     Script script;
     script.Run(base + ".txt");
     const QImage expected(QString::fromStdString(base + ".png"));

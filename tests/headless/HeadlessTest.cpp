@@ -7,6 +7,7 @@
 #include "host/stage/headless/FilmPlayback.h"
 #include "host/stage/headless/VideoPipe.h"
 #include "plugin/contract/Film.h"
+#include "tests/support/Paths.h"
 #include "tools/LightChunks.h"
 
 #include <cstdlib>
@@ -19,7 +20,7 @@
 
 namespace {
 
-const std::string kLevel = std::string(FILMS_SOURCE_DIR) + "/examples/harbour/harbour.level";
+const std::string kLevel = SampleFolder() + "/harbour.level";
 
 /// The engine's host with the film lights of the level's chunk, and a record of what was asked of it.
 class SampleHost : public HeadlessHost {

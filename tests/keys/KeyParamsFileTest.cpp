@@ -2,6 +2,7 @@
 
 #include "keys/KeyKinds.h"
 #include "tests/plugin/PluginFixture.h"
+#include "tests/support/Paths.h"
 #include "tests/support/TempFolder.h"
 
 #include <filesystem>
@@ -12,7 +13,7 @@ using ::testing::IsEmpty;
 
 namespace {
 
-const std::string kShipped = FILMS_SOURCE_DIR "/host/stage/data/DefaultKeysParams.fkd";
+const std::string kShipped = SourceFolder() + "/host/stage/data/DefaultKeysParams.fkd";
 const std::string kHead = "QuorlEd film key params file\n***************\n";
 
 /// One block, with what stands behind the labels.

@@ -1,4 +1,5 @@
 #include "tests/plugin/PluginFixture.h"
+#include "tests/support/Paths.h"
 #include "tests/support/TempFolder.h"
 #include "timeline/FilmsMainCtrl.h"
 
@@ -9,7 +10,7 @@ using ::testing::IsEmpty;
 
 namespace {
 
-const std::string kShipped = FILMS_SOURCE_DIR "/host/stage/data/DefaultKeysParams.fkd";
+const std::string kShipped = SourceFolder() + "/host/stage/data/DefaultKeysParams.fkd";
 constexpr const char* kDefaults = "DefaultKeysParams.fkd";
 
 /// Main controls without a window. The test editor looks for data files in the working directory.

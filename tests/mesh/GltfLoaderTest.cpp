@@ -1,5 +1,5 @@
 #include "host/engine/mesh/GltfLoader.h"
-#include "support/GlbFile.h"
+#include "tests/support/GlbFile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
 #include "host/engine/mesh/GltfMeshLibrary.h"
+#include "tests/support/Paths.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +8,7 @@ namespace {
 class GltfMeshLibraryTest : public testing::Test {
 protected:
     GltfMeshLibraryTest() {
-        library.SetFolder(std::string(FILMS_SOURCE_DIR) + "/examples/harbour");
+        library.SetFolder(SampleFolder());
         sailor = library.FindMesh("models/sailor.glb");
     }
 

@@ -1,4 +1,5 @@
 #include "host/engine/mesh/MeshStore.h"
+#include "tests/support/Paths.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +7,7 @@ namespace {
 
 class MeshStoreTest : public testing::Test {
 protected:
-    MeshStoreTest() { store.SetFolder(std::string(FILMS_SOURCE_DIR) + "/examples/harbour"); }
+    MeshStoreTest() { store.SetFolder(SampleFolder()); }
     MeshStore store;
 };
 

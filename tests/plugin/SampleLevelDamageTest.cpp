@@ -1,6 +1,7 @@
 #include "host/engine/ChunkClient.h"
 #include "host/engine/LevelFile.h"
 #include "tests/plugin/PluginFixture.h"
+#include "tests/support/Paths.h"
 #include "tests/support/TempFolder.h"
 
 #include <random>
@@ -10,7 +11,7 @@ namespace {
 /// The sample level, damaged, is opened with the plug-in, played a little, and saved.
 class SampleLevelDamageTest : public PluginTest {
 protected:
-    SampleLevelDamageTest() : sample(ReadWholeFile(FILMS_SOURCE_DIR "/examples/harbour/harbour.level")) {
+    SampleLevelDamageTest() : sample(ReadWholeFile(SampleFolder() + "/harbour.level")) {
         client.plugins = {&plugin};
         editor.level.SetChunkClient(&client);
     }

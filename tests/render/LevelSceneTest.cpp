@@ -2,6 +2,7 @@
 
 #include "host/engine/FilmManager.h"
 #include "plugin/contract/Film.h"
+#include "tests/support/Paths.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +14,7 @@ namespace {
 class LevelSceneTest : public testing::Test {
 protected:
     LevelSceneTest() : levelScene(meshes) {
-        meshes.SetFolder(std::string(FILMS_SOURCE_DIR) + "/examples/harbour");
+        meshes.SetFolder(SampleFolder());
         level.SetMeshLibrary(&meshes);
         level.New("");
     }

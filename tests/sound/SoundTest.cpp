@@ -1,6 +1,7 @@
 #include "host/sound/SoundFile.h"
 #include "host/sound/SoundMixer.h"
 #include "host/sound/SoundPlayer.h"
+#include "tests/support/Paths.h"
 
 #include <cmath>
 #include <filesystem>
@@ -71,7 +72,7 @@ TEST_F(SoundTest, DurationsComeFromTheHeader) {
 }
 
 TEST_F(SoundTest, TheSamplesSoundsHaveTheirLengths) {
-    const std::string sounds = std::string(FILMS_SOURCE_DIR) + "/examples/harbour/sounds/";
+    const std::string sounds = SampleFolder() + "/sounds/";
     EXPECT_FLOAT_EQ(SoundSeconds(sounds + "horn.wav"), 2.4f);
     EXPECT_FLOAT_EQ(SoundSeconds(sounds + "steps.wav"), 1.0f);
 }

@@ -2,6 +2,7 @@
 
 #include "host/stage/windows/app/StageApp.h"
 #include "plugin/contract/FilmManager.h"
+#include "tests/support/Paths.h"
 
 #include <gtest/gtest.h>
 #include <QDir>
@@ -12,8 +13,8 @@ class HeadlessStageTest : public ::testing::Test {
 protected:
     QTemporaryDir folder;
     stage::HeadlessStage stage{{folder.path().toStdString(), folder.path().toStdString()},
-                               {FILMS_PLUGIN_PATH}};
-    const std::string sample = std::string(FILMS_SOURCE_DIR) + "/examples/harbour/harbour.level";
+                               {BuiltLibrary("films.so")}};
+    const std::string sample = SampleFolder() + "/harbour.level";
 
     EditorObject* FirstLight(IFilm& film) {
         for (CFilmTrack* track : film.tracks) {

@@ -2,6 +2,7 @@
 
 #include "plugin/contract/EventCodes.h"
 #include "stage/MockPlugin.h"
+#include "tests/support/Paths.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -142,7 +143,7 @@ TEST_F(PluginRegistryTest, AMissingLibraryGivesAReason) {
 
 TEST_F(PluginRegistryTest, ALibraryWithoutTheEntryPointIsRefused) {
     std::string error;
-    EXPECT_EQ(registry.Load(BROKEN_PLUGIN_PATH, nullptr, nullptr, error), nullptr);
+    EXPECT_EQ(registry.Load(BuiltLibrary("films_broken_plugin.so"), nullptr, nullptr, error), nullptr);
     EXPECT_NE(error.find("InitializeMe"), std::string::npos);
     EXPECT_TRUE(registry.Entries().empty());
 }

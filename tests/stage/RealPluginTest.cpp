@@ -2,6 +2,7 @@
 #include "host/stage/host/LevelSession.h"
 #include "host/stage/host/ObjectCommands.h"
 #include "stage/FakeWindows.h"
+#include "tests/support/Paths.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -39,7 +40,7 @@ TEST_F(RealPluginTest, LivesFromLoadingToUnloadingInTheOrderItRelies) {
         stage::EditorHost host(windows, {"data", "helpers"});
         stage::LevelSession session(host);
         stage::ObjectCommands commands(host, session);
-        ASSERT_TRUE(host.LoadPlugin(TEST_PLUGIN_PATH));
+        ASSERT_TRUE(host.LoadPlugin(BuiltLibrary("films_test_plugin.so")));
         host.StartPlugins();
         session.New();
         commands.Create({"MeshObject", "Crate", "", {}, nullptr, true});
@@ -57,7 +58,7 @@ TEST_F(RealPluginTest, LivesFromLoadingToUnloadingInTheOrderItRelies) {
 TEST_F(RealPluginTest, CanBeLoadedAgainAfterItsUnloading) {
     for (int round = 0; round < 2; ++round) {
         stage::EditorHost host(windows, {"data", "helpers"});
-        ASSERT_TRUE(host.LoadPlugin(TEST_PLUGIN_PATH));
+        ASSERT_TRUE(host.LoadPlugin(BuiltLibrary("films_test_plugin.so")));
         host.StartPlugins();
         EXPECT_EQ(host.CommandText(PluginCommandId::FromPluginNumber(1).WithLocal(1)), "Test command");
     }
@@ -67,7 +68,7 @@ TEST_F(RealPluginTest, CanBeLoadedAgainAfterItsUnloading) {
 
 TEST_F(RealPluginTest, ALibraryThatIsNoPluginIsReported) {
     stage::EditorHost host(windows, {"data", "helpers"});
-    EXPECT_FALSE(host.LoadPlugin(BROKEN_PLUGIN_PATH));
+    EXPECT_FALSE(host.LoadPlugin(BuiltLibrary("films_broken_plugin.so")));
     ASSERT_EQ(windows.errors.size(), 1u);
     EXPECT_NE(windows.errors[0].find("InitializeMe"), std::string::npos);
 }

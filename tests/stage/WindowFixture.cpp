@@ -2,6 +2,7 @@
 
 #include "host/stage/windows/ViewArea.h"
 #include "host/stage/windows/ViewWidget.h"
+#include "tests/support/Paths.h"
 
 #include <QAction>
 #include <QApplication>
@@ -12,7 +13,7 @@
 
 WindowFixture::WindowFixture()
     : window(
-          {folder.path().toStdString(), folder.path().toStdString(), FILMS_SOURCE_DIR "/host/stage/data"}) {
+          {folder.path().toStdString(), folder.path().toStdString(), SourceFolder() + "/host/stage/data"}) {
     using ::testing::_;
     ON_CALL(plugin, CanDeleteObjects(_, _)).WillByDefault(::testing::Return(true));
     EXPECT_CALL(plugin, OnEvent(_, _)).Times(::testing::AnyNumber());
@@ -22,7 +23,7 @@ WindowFixture::WindowFixture()
     window.host.AddListenerB(&plugin);
     window.host.StartPlugins();
     QDir(folder.path()).mkdir("meshes");
-    QFile::copy(QString(FILMS_SOURCE_DIR) + "/examples/harbour/models/crate.glb",
+    QFile::copy(QString::fromStdString(SampleFolder() + "/models/crate.glb"),
                 folder.filePath("meshes/crate.glb"));
     window.session.Save(PathOf("start.level"));
     window.resize(1000, 700);

@@ -2,6 +2,7 @@
 
 #include "framework/QtBridge.h"
 #include "framework/Wnd.h"
+#include "tests/support/Paths.h"
 
 #include <gtest/gtest.h>
 #include <QImage>
@@ -59,7 +60,7 @@ int CountDifferences(const QImage& picture, const QImage& stored, QImage* diff) 
 void ExpectGolden(const QImage& picture, const std::string& folder, const std::string& name,
                   const std::vector<CRect>& masks) {
     const std::filesystem::path kept =
-        std::filesystem::path(FILMS_SOURCE_DIR) / folder / "golden" / (name + ".png");
+        std::filesystem::path(SourceFolder()) / folder / "golden" / (name + ".png");
     const QImage masked = Masked(picture, masks);
     if (RemakeAsked()) {
         Save(masked, kept);

@@ -1,4 +1,5 @@
 #include "plugin/contract/File.h"
+#include "tests/support/Paths.h"
 #include "tests/whole/StageFixture.h"
 
 #include <dlfcn.h>
@@ -10,7 +11,7 @@ class LoadedPluginTest : public StageTest {};
 } // namespace
 
 TEST_F(LoadedPluginTest, EntryPointIsFoundByName) {
-    void* library = dlopen(FILMS_PLUGIN_PATH, RTLD_NOW | RTLD_NOLOAD);
+    void* library = dlopen(BuiltLibrary("films.so").c_str(), RTLD_NOW | RTLD_NOLOAD);
     ASSERT_NE(library, nullptr);
     EXPECT_NE(dlsym(library, "InitializeMe"), nullptr);
     EXPECT_EQ(dlsym(library, "_Z9GetPluginv"), nullptr); // nothing else of its own

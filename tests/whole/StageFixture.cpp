@@ -2,6 +2,7 @@
 
 #include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
+#include "tests/support/Paths.h"
 
 #include <filesystem>
 #include <QApplication>
@@ -11,7 +12,7 @@
 #include <QWindow>
 
 StageTest::StageTest() {
-    std::filesystem::copy(FILMS_SOURCE_DIR "/examples/harbour", folder.File("harbour"),
+    std::filesystem::copy(SampleFolder(), folder.File("harbour"),
                           std::filesystem::copy_options::recursive);
     levelPath = folder.File("harbour/harbour.level");
     Hooks().messageBox = [this](const std::string& text, UINT) {
@@ -19,10 +20,10 @@ StageTest::StageTest() {
         return 1;
     };
     window = std::make_unique<stage::MainWindow>(
-        stage::HostFolders{folder.Path(), folder.Path(), FILMS_SOURCE_DIR "/host/stage/data"});
+        stage::HostFolders{folder.Path(), folder.Path(), SourceFolder() + "/host/stage/data"});
     window->resize(1000, 640);
     window->show();
-    window->LoadPlugins({FILMS_PLUGIN_PATH});
+    window->LoadPlugins({BuiltLibrary("films.so")});
     EXPECT_TRUE(window->OpenLevel(QString::fromStdString(levelPath)));
     ShowPanel();
 }
