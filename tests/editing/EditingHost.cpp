@@ -1,6 +1,5 @@
 #include "tests/editing/EditingHost.h"
 
-#include "keys/TrackKey.h"
 #include "plugin/contract/EventCodes.h"
 
 namespace editing {
@@ -26,15 +25,8 @@ void EditingAttributes::SetKey(CTrackKey* newKey, bool refresh) {
     if (record != nullptr) {
         lastWritten = record->GetTime();
     }
-    if (!refresh) {
-        key = newKey;
-        record = key != nullptr ? key->record : nullptr;
-    }
-}
-
-void EditingAttributes::ForgetKey() {
-    key = nullptr;
-    record = nullptr;
+    FakeAttributes::SetKey(newKey, refresh);
+    log.clear(); // runs are long
 }
 
 } // namespace editing

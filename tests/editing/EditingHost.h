@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/FakeAttributes.h"
 #include "tests/support/TestEditor.h"
 #include "timeline/ScenarioWindow.h"
 
@@ -22,25 +23,11 @@ public:
 
 /// The key attributes window as far as keys notice it: it looks at its record whenever it takes another, as a
 /// window does that writes what was typed.
-class EditingAttributes final : public IKeyAttributesDlg {
+class EditingAttributes final : public FakeAttributes {
 public:
-    bool GetLinkObjectText(const EditorObject*, std::string&) const override { return false; }
-    void SetLinkObject(EditorObject*) override {}
-    bool IsVisible() const override { return visible; }
-    void Hide() override { visible = false; }
-    void Show(int) override { visible = true; }
     void SetKey(CTrackKey* newKey, bool refresh) override;
-    IFilmKey* GetRecord() const override { return record; }
-    CTrackKey* GetKey() const override { return key; }
-    void ForgetKey() override;
-    void DestroyWindow() override { visible = false; }
 
     float lastWritten = 0.0f; ///< seconds, of the record that was left last
-
-private:
-    CTrackKey* key = nullptr;
-    IFilmKey* record = nullptr;
-    bool visible = false;
 };
 
 } // namespace editing

@@ -7,6 +7,7 @@
 #include "host/engine/MemoryFile.h"
 #include "plugin/contract/Chunks.h"
 #include "plugin/contract/EventCodes.h"
+#include "tests/support/PlainPlugin.h"
 
 #include <gmock/gmock.h>
 
@@ -500,32 +501,13 @@ TEST_F(LevelFileTest, NewerVersionIsRefusedByItsNumber) {
 }
 
 /// A plug-in with one chunk under the root.
-class ChunkPlugin : public IPlugin {
+class ChunkPlugin : public PlainPlugin {
 public:
-    void Reserved1(std::uint32_t) override {}
-    void Reserved2() override {}
-    void Reserved3(std::uint32_t) override {}
-    void Reserved4(std::uint32_t) override {}
-    bool CanDeleteObjects(const ObjectList*, std::list<DeleteMessage>*) override { return true; }
-    void OnObjectDestroyed(EditorObject*) override {}
-    void Reserved5() override {}
-    void Reserved6() override {}
-    void RegisterShortcuts() override {}
-    void GetCommandText(std::uint32_t, std::uint32_t, char*) override {}
-    void OnEditorReady() override {}
-    void OnActivate(bool) override {}
-    void OnEditorClosing() override {}
-    void OnCommand(std::uint32_t, std::uint32_t) override {}
-    PluginCommandId GetPluginId() override { return {}; }
-    int GetPluginKind() override { return 1; }
-    bool OnObjectMenu(CMenu*, Word, Word, EditorObject*) override { return false; }
-    bool OnViewMenu(CMenu*) override { return false; }
     void OnEvent(int code, void* data) override {
         if (code == EventCode::CollectHiddenObjects && hidden != nullptr) {
             static_cast<HiddenObjectsRequest*>(data)->collection->Add(hidden);
         }
     }
-    void OnViewRequest(int, Word, void*, bool*) override {}
     bool SaveChunks(fs::file& file, IHostObject* object) override {
         if (!object->IsA(ClassId::LevelRoot)) {
             return false;
@@ -534,14 +516,11 @@ public:
         ChunkSaveEnd(file, chunk);
         return false; // Required of plug-ins: false for the root even after writing.
     }
-    bool LoadChunk(IHostObject*, fs::file&, std::uint16_t id, std::uint32_t) override {
-        loaded.push_back(id);
+    bool LoadChunk(IHostObject*, fs::file&, std::uint16_t chunkId, std::uint32_t) override {
+        loaded.push_back(chunkId);
         return true;
     }
-    bool IsOwnChunk(Word, std::uint16_t id) override { return id == chunk; }
-    bool Reserved19(Word) override { return false; }
-    void Reserved20(Word, Word) override {}
-    Word Reserved21(Word, Word, Word, Word) override { return 0; }
+    bool IsOwnChunk(Word, std::uint16_t chunkId) override { return chunkId == chunk; }
 
     EditorObject* hidden = nullptr;
     std::uint16_t chunk = 0;

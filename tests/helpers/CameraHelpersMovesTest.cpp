@@ -1,4 +1,5 @@
 #include "tests/helpers/CameraHelpersFixture.h"
+#include "tests/support/FakeKeyFactory.h"
 
 #include <cmath>
 
@@ -28,36 +29,6 @@ protected:
     LoggingWindow window;
     CFilmLinkedKey* eye = nullptr;
     CFilmLinkedKey* target = nullptr;
-};
-
-/// A factory that makes no keys of one kind.
-class SparingFactory final : public IKeyFactory {
-public:
-    SparingFactory(IFilmManager& filmManager, int kind) : manager(filmManager), refused(kind) {
-        manager.keyFactory = this;
-    }
-    ~SparingFactory() override { manager.keyFactory = real; }
-    IFilmKey* CreateKey(int kind) override {
-        IFilmKey* key = kind == refused ? nullptr : real->CreateKey(kind);
-        if (key != nullptr && spoil) {
-            key->kind = KeyKind::Position; // no camera track takes it
-        }
-        made += key != nullptr ? 1 : 0;
-        return key;
-    }
-    void DestroyKey(IFilmKey* key) override {
-        if (spoil) {
-            key->kind = KeyKind::CameraPosition;
-        }
-        --made;
-        real->DestroyKey(key);
-    }
-
-    IFilmManager& manager;
-    IKeyFactory* real = manager.keyFactory;
-    int refused;
-    int made = 0; ///< and not destroyed again
-    bool spoil = false;
 };
 
 } // namespace
@@ -167,7 +138,8 @@ TEST_F(HelperMovesTest, KeysAreMadeWithoutAScenarioWindowToo) {
 }
 
 TEST_F(HelperMovesTest, NothingIsRefreshedWhenNoKeyCouldBeMade) {
-    SparingFactory factory(Films(), KeyKind::CameraPosition);
+    FakeKeyFactory factory(Films());
+    factory.refusedKind = KeyKind::CameraPosition;
     plugin.SetTime(2, false);
     calls.clear();
     UserMoves(*helpers.positionObject, 3, 4, 5);
@@ -176,7 +148,8 @@ TEST_F(HelperMovesTest, NothingIsRefreshedWhenNoKeyCouldBeMade) {
 }
 
 TEST_F(HelperMovesTest, OneKeyOfTwoIsEnoughForARefresh) {
-    SparingFactory factory(Films(), KeyKind::CameraPosition);
+    FakeKeyFactory factory(Films());
+    factory.refusedKind = KeyKind::CameraPosition;
     plugin.SetTime(2, false);
     calls.clear();
     UserMovesAll({helpers.positionObject, helpers.targetObject});
@@ -186,12 +159,12 @@ TEST_F(HelperMovesTest, OneKeyOfTwoIsEnoughForARefresh) {
 }
 
 TEST_F(HelperMovesTest, KeyThatTheTrackRefusesIsDestroyed) {
-    SparingFactory factory(Films(), KeyKind::None);
-    factory.spoil = true;
+    FakeKeyFactory factory(Films());
+    factory.spoiledKind = KeyKind::Position;
     plugin.SetTime(2, false);
     UserMoves(*helpers.positionObject, 3, 4, 5);
     EXPECT_THAT(camera->keys, SizeIs(2));
-    EXPECT_EQ(factory.made, 0);
+    EXPECT_EQ(factory.living, 0);
 }
 
 TEST_F(HelperMovesTest, NoKeyIsMadeWithoutAFactory) {

@@ -45,11 +45,6 @@ void LoggingKey::SetEndTime(float value) {
     log.push_back(Format("SetEndTime %g", static_cast<double>(value)));
 }
 
-void LoggingAttributesDlg::SetKey(CTrackKey* newKey, bool refresh) {
-    key = newKey;
-    log.push_back(refresh ? "SetKey true" : "SetKey false");
-}
-
 KeyTest::KeyTest() {
     window.timeline = &timeline;
     plugin.scenarioDlg = &window;
@@ -68,11 +63,10 @@ IFilmKey* KeyTest::NewRecord(int kind) {
     return records.back();
 }
 
-LoggingAttributesDlg& KeyTest::OpenAttributes() {
-    auto dialog = std::make_unique<LoggingAttributesDlg>(calls);
-    LoggingAttributesDlg& made = *dialog;
-    plugin.keyAttributesDlg = std::move(dialog);
-    return made;
+FakeAttributes& KeyTest::OpenAttributes() {
+    FakeAttributes& dialog = OpenFakeAttributes(plugin, calls);
+    dialog.visible = true;
+    return dialog;
 }
 
 std::vector<std::string> KeyTest::Drawn(CTrackKey& view, int x, int y, float pixelsPerSecond,

@@ -3,6 +3,7 @@
 #include "framework/DC.h"
 #include "keys/TrackKey.h"
 #include "tests/plugin/PluginFixture.h"
+#include "tests/support/FakeAttributes.h"
 #include "tests/support/FakeTimeline.h"
 
 #include <memory>
@@ -36,27 +37,6 @@ public:
     mutable bool lastCompareTime = false;
 };
 
-/// An attributes window that writes down what is called.
-class LoggingAttributesDlg final : public IKeyAttributesDlg {
-public:
-    explicit LoggingAttributesDlg(std::vector<std::string>& calls) : log(calls) {}
-    bool GetLinkObjectText(const EditorObject*, std::string&) const override { return false; }
-    void SetLinkObject(EditorObject*) override {}
-    bool IsVisible() const override { return visible; }
-    void Hide() override {}
-    void Show(int command) override { log.push_back("Show " + std::to_string(command)); }
-    void SetKey(CTrackKey* newKey, bool refresh) override;
-    IFilmKey* GetRecord() const override { return record; }
-    CTrackKey* GetKey() const override { return key; }
-    void ForgetKey() override { log.push_back("ForgetKey"); }
-    void DestroyWindow() override {}
-
-    std::vector<std::string>& log;
-    bool visible = true;
-    CTrackKey* key = nullptr;
-    IFilmKey* record = nullptr;
-};
-
 /// Key views over an empty level, with a main control that writes down what it is asked.
 class KeyTest : public PluginTest {
 protected:
@@ -66,7 +46,8 @@ protected:
     /// A record of the host, in no track; destroyed at the end unless somebody did.
     IFilmKey* NewRecord(int kind);
     template <class Record> Record* NewRecordOf(int kind) { return static_cast<Record*>(NewRecord(kind)); }
-    LoggingAttributesDlg& OpenAttributes();
+    /// Shown, with `calls` as its log.
+    FakeAttributes& OpenAttributes();
     /// What Draw sends to a surface, a line of text each: "box 0,0,6,15 pen 0/2/000000 fill 808080".
     static std::vector<std::string> Drawn(CTrackKey& view, int x, int y, float pixelsPerSecond,
                                           const CRect* clip = nullptr, bool outline = false);

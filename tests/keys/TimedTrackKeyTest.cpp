@@ -1,6 +1,7 @@
 #include "keys/TimedTrackKey.h"
 
 #include "tests/keys/KeyFixture.h"
+#include "tests/support/FakeKeyFactory.h"
 
 #include <cmath>
 #include <limits>
@@ -422,23 +423,12 @@ TEST_F(TimedTrackKeyTest, RecordInATrackIsDeletedByNone) {
     EXPECT_EQ(view.record, nullptr);
 }
 
-/// Counts the records that come back.
-class CountingFactory final : public IKeyFactory {
-public:
-    IFilmKey* CreateKey(int) override { return nullptr; }
-    void DestroyKey(IFilmKey* key) override { destroyed.push_back(key); }
-
-    std::vector<IFilmKey*> destroyed;
-};
-
 TEST_F(TimedTrackKeyTest, RecordInNoTrackGoesBackToTheFactory) {
-    CountingFactory factory;
-    IKeyFactory* const own = Films().keyFactory;
-    Films().keyFactory = &factory;
+    FakeKeyFactory factory(Films());
+    factory.ownsNone = true;
     LoggingKey old;
     view.SetRecord(&old, /*takeTimes*/ false);
     view.SetRecord(&record, /*takeTimes*/ false);
-    Films().keyFactory = own;
     EXPECT_THAT(factory.destroyed, ElementsAre(&old));
 }
 
@@ -453,7 +443,7 @@ TEST_F(TimedTrackKeyTest, SameRecordAgainIsNotDeleted) {
 
 TEST_F(TimedTrackKeyTest, AttributesWindowLetsGoOfADeletedRecord) {
     IFilm* film = NewFilm();
-    LoggingAttributesDlg& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenAttributes();
     IFilmKey* old = AddKey(film->mainTrack, KeyKind::Sound, 1.0f);
     dialog.record = old;
     view.SetRecord(old, /*takeTimes*/ false);

@@ -40,11 +40,11 @@ TEST_F(TrackKeyTest, HiddenViewStaysHiddenThroughSelection) {
 }
 
 TEST_F(TrackKeyTest, VisibleAttributesWindowIsToldOfEachSelectionChange) {
-    LoggingAttributesDlg& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenAttributes();
     view.SetSelected(true);
     EXPECT_EQ(dialog.key, &view);
     view.SetSelected(false);
-    EXPECT_THAT(calls, ElementsAre("SetKey false", "SetKey false"));
+    EXPECT_THAT(calls, ElementsAre("SetKey key", "SetKey key"));
 }
 
 TEST_F(TrackKeyTest, HiddenAttributesWindowIsNotTold) {
@@ -73,11 +73,11 @@ TEST_F(TrackKeyTest, SelectionMakesNoAttributesWindow) {
 }
 
 TEST_F(TrackKeyTest, DoubleClickOpensTheAttributes) {
-    LoggingAttributesDlg& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenAttributes();
     dialog.visible = false;
     view.OnDoubleClick();
     EXPECT_EQ(dialog.key, &view);
-    EXPECT_THAT(calls, ElementsAre("SetKey false", "Show 5"));
+    EXPECT_THAT(calls, ElementsAre("SetKey key", "Show 5"));
 }
 
 TEST_F(TrackKeyTest, DoubleClickLeavesALockedAttributesWindow) {

@@ -1,33 +1,11 @@
 #include "host/engine/LevelRoot.h"
 #include "tests/plugin/PluginFixture.h"
+#include "tests/support/FakeAttributes.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace {
-
-/// The attributes window, which takes one object and no other.
-class FakeAttributes final : public IKeyAttributesDlg {
-public:
-    explicit FakeAttributes(std::vector<std::string>& calls) : log(calls) {}
-    bool GetLinkObjectText(const EditorObject* object, std::string& text) const override {
-        text = "Set object here";
-        return object == taken;
-    }
-    void SetLinkObject(EditorObject* object) override { linked = object; }
-    bool IsVisible() const override { return false; }
-    void Hide() override {}
-    void Show(int) override {}
-    void SetKey(CTrackKey*, bool) override {}
-    IFilmKey* GetRecord() const override { return nullptr; }
-    CTrackKey* GetKey() const override { return nullptr; }
-    void ForgetKey() override { log.push_back("ForgetKey"); }
-    void DestroyWindow() override { log.push_back("DestroyWindow"); }
-
-    std::vector<std::string>& log;
-    const EditorObject* taken = nullptr;
-    EditorObject* linked = nullptr;
-};
 
 class MenusTest : public PluginTest {
 protected:
@@ -51,12 +29,6 @@ protected:
         plugin.scenarioDlg = &window;
         window.hasAttachDialog = true;
         window.attachTrack = plugin.GetCurrentFilm()->FindObjectTrack(actor);
-    }
-    FakeAttributes* AddAttributes() {
-        auto attributes = std::make_unique<FakeAttributes>(calls);
-        FakeAttributes* raw = attributes.get();
-        plugin.keyAttributesDlg = std::move(attributes);
-        return raw;
     }
 
     CMenu menu;
@@ -102,14 +74,14 @@ TEST_F(MenusTest, ObjectMenuRemembersItsObject) {
 
 TEST_F(MenusTest, ObjectThatTheAttributesTakeGetsAnItemInFront) {
     EditorObject* crate = editor.Create("Crate");
-    FakeAttributes* attributes = AddAttributes();
-    attributes->taken = crate;
+    FakeAttributes& attributes = OpenFakeAttributes(plugin, calls);
+    attributes.taken = crate;
     menu.AppendMenu(MF_STRING, 1, "Host item");
     EXPECT_TRUE(plugin.OnObjectMenu(&menu, 0, 0, crate));
     EXPECT_THAT(Texts(), ElementsAre("Set object here", "Host item"));
     EXPECT_EQ(menu.GetMenuItemID(0), Command(62));
     plugin.OnCommand(kPluginNumber, 62);
-    EXPECT_EQ(attributes->linked, crate);
+    EXPECT_EQ(attributes.linked, crate);
     EXPECT_FALSE(plugin.OnObjectMenu(&menu, 0, 0, editor.Create("Other")));
 }
 
@@ -141,7 +113,7 @@ TEST_F(MenusTest, BothItemsStandInFrontTheAttachItemFirst) {
     EditorObject* actor = editor.Create("Actor");
     EditorObject* cart = editor.Create("Cart");
     OpenAttachDialog(actor);
-    AddAttributes()->taken = cart;
+    OpenFakeAttributes(plugin, calls).taken = cart;
     EXPECT_TRUE(plugin.OnObjectMenu(&menu, 0, 0, cart));
     EXPECT_EQ(menu.GetMenuItemID(0), Command(63));
     EXPECT_EQ(menu.GetMenuItemID(1), Command(62));
@@ -226,7 +198,7 @@ TEST_F(MenusTest, CommandsAttachAndDetachTheActiveView) {
 }
 
 TEST_F(MenusTest, AttributesForgetTheirKeyAtANewLevelAndGoWithThePlugin) {
-    AddAttributes();
+    OpenFakeAttributes(plugin, calls);
     plugin.OnNew();
     EXPECT_THAT(calls, ElementsAre("ForgetKey"));
     calls.clear();

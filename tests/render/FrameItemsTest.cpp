@@ -1,6 +1,6 @@
 #include "host/stage/render/FrameItems.h"
 
-#include "support/TestMeshes.h"
+#include "tests/support/TestMeshes.h"
 
 #include <glm/gtc/matrix_transform.hpp>
 #include <gtest/gtest.h>

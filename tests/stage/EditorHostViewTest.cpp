@@ -1,4 +1,4 @@
-#include "stage/HostFixture.h"
+#include "tests/stage/HostFixture.h"
 
 using ::testing::_;
 

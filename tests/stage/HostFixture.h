@@ -2,8 +2,8 @@
 
 #include "host/stage/host/EditorHost.h"
 #include "plugin/contract/EventCodes.h"
-#include "stage/FakeWindows.h"
-#include "stage/MockPlugin.h"
+#include "tests/stage/FakeWindows.h"
+#include "tests/stage/MockPlugin.h"
 
 #include <gtest/gtest.h>
 

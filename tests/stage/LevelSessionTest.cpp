@@ -2,7 +2,7 @@
 #include "host/engine/FileHandles.h"
 #include "host/stage/host/ObjectCommands.h"
 #include "plugin/contract/Chunks.h"
-#include "stage/HostFixture.h"
+#include "tests/stage/HostFixture.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,4 +1,4 @@
-#include "stage/WindowFixture.h"
+#include "tests/stage/WindowFixture.h"
 
 #include "framework/Menu.h"
 #include "host/stage/windows/ObjectPanel.h"

@@ -1,6 +1,6 @@
 #include "host/stage/host/ObjectCommands.h"
 #include "host/stage/host/LevelSession.h"
-#include "stage/HostFixture.h"
+#include "tests/stage/HostFixture.h"
 
 #include <cmath>
 

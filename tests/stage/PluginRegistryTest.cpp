@@ -1,7 +1,7 @@
 #include "host/stage/host/PluginRegistry.h"
 
 #include "plugin/contract/EventCodes.h"
-#include "stage/MockPlugin.h"
+#include "tests/stage/MockPlugin.h"
 #include "tests/support/Paths.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/LevelSession.h"
 #include "host/stage/host/ObjectCommands.h"
-#include "stage/FakeWindows.h"
+#include "tests/stage/FakeWindows.h"
 #include "tests/support/Paths.h"
 
 #include <cstdlib>

@@ -1,7 +1,7 @@
 #include "plugin/contract/Editor.h"
 #include "plugin/contract/EditorView.h"
 #include "plugin/contract/EventCodes.h"
-#include "plugin/contract/Plugin.h"
+#include "tests/support/PlainPlugin.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -17,19 +17,15 @@ void Log(const char* line) {
     }
 }
 
-class TestPlugin : public IPlugin {
+class TestPlugin : public PlainPlugin {
 public:
-    TestPlugin() { Log("constructed"); }
+    TestPlugin() {
+        kind = 9;
+        Log("constructed");
+    }
     ~TestPlugin() override { Log(editor == nullptr ? "destroyed" : "destroyed with an editor"); }
 
-    void Reserved1(std::uint32_t) override {}
-    void Reserved2() override {}
-    void Reserved3(std::uint32_t) override {}
-    void Reserved4(std::uint32_t) override {}
-    bool CanDeleteObjects(const ObjectList*, std::list<DeleteMessage>*) override { return true; }
     void OnObjectDestroyed(EditorObject*) override { Log("OnObjectDestroyed"); }
-    void Reserved5() override {}
-    void Reserved6() override {}
     void RegisterShortcuts() override { Log("RegisterShortcuts"); }
     void GetCommandText(std::uint32_t, std::uint32_t, char* text) override {
         std::snprintf(text, 64, "Test command");
@@ -51,10 +47,6 @@ public:
         Log(line);
     }
     void OnNew() override { Log("OnNew"); }
-    PluginCommandId GetPluginId() override { return id; }
-    int GetPluginKind() override { return 9; }
-    bool OnObjectMenu(CMenu*, Word, Word, EditorObject*) override { return false; }
-    bool OnViewMenu(CMenu*) override { return false; }
     void OnEvent(int code, void*) override {
         char line[32];
         std::snprintf(line, sizeof(line), "OnEvent %d", code);
@@ -63,13 +55,8 @@ public:
             editor = nullptr;
         }
     }
-    void OnViewRequest(int, Word, void*, bool*) override {}
-    bool Reserved19(Word) override { return false; }
-    void Reserved20(Word, Word) override {}
-    Word Reserved21(Word, Word, Word, Word) override { return 0; }
 
     IEditor* editor = nullptr;
-    PluginCommandId id;
 };
 
 TestPlugin plugin;

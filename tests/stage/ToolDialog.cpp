@@ -1,4 +1,4 @@
-#include "stage/ToolDialog.h"
+#include "tests/stage/ToolDialog.h"
 
 #include "framework/Resource.h"
 #include "ToolResources.h"

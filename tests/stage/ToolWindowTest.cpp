@@ -1,5 +1,5 @@
-#include "stage/ToolDialog.h"
-#include "stage/WindowFixture.h"
+#include "tests/stage/ToolDialog.h"
+#include "tests/stage/WindowFixture.h"
 
 #include "framework/QtBridge.h"
 #include "host/stage/windows/app/Inspector.h"

@@ -1,4 +1,4 @@
-#include "stage/WindowFixture.h"
+#include "tests/stage/WindowFixture.h"
 
 #include "host/stage/gizmo/Gizmo.h"
 #include "host/stage/windows/ViewArea.h"

@@ -2,7 +2,7 @@
 
 #include "host/stage/windows/MainWindow.h"
 #include "plugin/contract/EventCodes.h"
-#include "stage/MockPlugin.h"
+#include "tests/stage/MockPlugin.h"
 #include "tests/support/Answering.h"
 
 #include <gtest/gtest.h>

@@ -4,25 +4,6 @@
 
 #include <algorithm>
 
-void NotedAttributes::SetKey(CTrackKey* newKey, bool refresh) {
-    if (refresh) {
-        log.push_back("refresh");
-    } else {
-        log.push_back(newKey != nullptr ? "show" : "blank");
-        key = newKey;
-        record = newKey != nullptr ? newKey->record : nullptr;
-    }
-    if (onSetKey) {
-        onSetKey();
-    }
-}
-
-void NotedAttributes::ForgetKey() {
-    log.push_back("forget");
-    key = nullptr;
-    record = nullptr;
-}
-
 CommandTest::CommandTest()
     : crate(editor.Create("Crate", 1, 2, 3)), film(OpenFilmWith({crate})),
       track(film->FindObjectTrack(crate)) {
@@ -65,14 +46,6 @@ void CommandTest::UserTypes(float number) {
         return true;
     };
 }
-
-NotedAttributes& CommandTest::OpenAttributes() {
-    auto made = std::make_unique<NotedAttributes>();
-    NotedAttributes& dialog = *made;
-    plugin.keyAttributesDlg = std::move(made);
-    return dialog;
-}
-
 std::vector<float> CommandTest::TimesOf(const CTrackCtrl& row) {
     std::vector<float> times;
     for (const CTrackKey* key : row.keys) {

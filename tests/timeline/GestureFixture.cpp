@@ -2,11 +2,6 @@
 
 #include <algorithm>
 
-void ShownKeys::SetKey(CTrackKey* newKey, bool /*refresh*/) {
-    key = newKey;
-    log.push_back(newKey != nullptr ? "SetKey key" : "SetKey null");
-}
-
 GestureTest::GestureTest()
     : root(MakeRow(KeyKind::None, boxTrack)), bars(MakeRow(KeyKind::Position, boxTrack)),
       turns(MakeRow(KeyKind::Rotation, boxTrack)), sounds(MakeRow(KeyKind::Sound, boxTrack)) {
@@ -86,11 +81,4 @@ std::vector<float> GestureTest::TimesOf(const CTrackCtrl& row) {
 bool GestureTest::WantsInfo() const {
     CRect rect;
     return info.GetUpdateRect(&rect) != FALSE;
-}
-
-ShownKeys& GestureTest::OpenAttributes() {
-    auto made = std::make_unique<ShownKeys>();
-    ShownKeys& dialog = *made;
-    plugin.keyAttributesDlg = std::move(made);
-    return dialog;
 }

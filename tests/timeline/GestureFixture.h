@@ -1,30 +1,12 @@
 #pragma once
 
+#include "tests/support/FakeAttributes.h"
 #include "tests/timeline/TrackCtrlFixture.h"
 #include "undo/KeyActions.h"
 
 #include <functional>
 #include <string>
 #include <vector>
-
-/// An attributes window that notes what it is shown.
-class ShownKeys final : public IKeyAttributesDlg {
-public:
-    bool GetLinkObjectText(const EditorObject*, std::string&) const override { return false; }
-    void SetLinkObject(EditorObject*) override {}
-    bool IsVisible() const override { return visible; }
-    void Hide() override {}
-    void Show(int) override { log.push_back("Show"); }
-    void SetKey(CTrackKey* newKey, bool refresh) override;
-    IFilmKey* GetRecord() const override { return nullptr; }
-    CTrackKey* GetKey() const override { return key; }
-    void ForgetKey() override { key = nullptr; }
-    void DestroyWindow() override {}
-
-    std::vector<std::string> log; ///< "SetKey key", "SetKey null" and "Show"
-    CTrackKey* key = nullptr;
-    bool visible = false;
-};
 
 /// A user's mouse over the rows of one actor, one below the other: positions, rotations and sounds. Each
 /// shows 0 to 10 seconds of an axis of 100 with 50 pixels a second, and has tics of 2 seconds.
@@ -54,7 +36,6 @@ protected:
     static void ExpectBox(const CTimedTrackKey& key, float time, float duration);
     static std::vector<float> TimesOf(const CTrackCtrl& row);
     bool WantsInfo() const;
-    ShownKeys& OpenAttributes();
 
     static constexpr int kMiddle = kHeight / 2;
 

@@ -256,7 +256,7 @@ TEST_F(KeyCommandsTest, MethodsBelongToTheKindsWithCurves) {
 }
 
 TEST_F(KeyCommandsTest, MethodOfTheKeyOnShowIsReadAnew) {
-    NotedAttributes& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
     CTrackCtrl* row = Row(KeyKind::Position);
     CTrackKey* key = *row->keys.begin();
     RunOn(IDC_OUT_LINEAR, row, key);
@@ -264,7 +264,7 @@ TEST_F(KeyCommandsTest, MethodOfTheKeyOnShowIsReadAnew) {
     dialog.SetKey(key, false);
     dialog.log.clear();
     RunOn(IDC_OUT_LINEAR, row, key);
-    EXPECT_THAT(dialog.log, ElementsAre("refresh"));
+    EXPECT_THAT(dialog.log, ElementsAre("Refresh"));
 }
 
 TEST_F(KeyCommandsTest, HideTrackHidesTheRow) {

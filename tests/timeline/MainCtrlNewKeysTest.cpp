@@ -196,16 +196,16 @@ TEST_F(NewKeysTest, ATrackThatLostItsObjectGetsNoPosedKey) {
 }
 
 TEST_F(NewKeysTest, AttributesAreBlankedBeforeTheNewKeyComes) {
-    NotedAttributes& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
     RunAt(IDC_ADD_KEY, Row(KeyKind::JavaMethod), 3.0f);
-    EXPECT_THAT(dialog.log, ElementsAre("blank"));
+    EXPECT_THAT(dialog.log, ElementsAre("SetKey null"));
     dialog.visible = true;
     RunAt(IDC_ADD_KEY, Row(KeyKind::JavaMethod), 4.0f);
     EXPECT_EQ(dialog.record, Newest(KeyKind::JavaMethod));
 }
 
 TEST_F(NewKeysTest, RowsThatGoWhileTheAttributesAskAreNotTouched) {
-    NotedAttributes& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
     dialog.onSetKey = [&] {
         dialog.onSetKey = nullptr;
         control->ShowFilm(film, true);
@@ -215,7 +215,7 @@ TEST_F(NewKeysTest, RowsThatGoWhileTheAttributesAskAreNotTouched) {
 }
 
 TEST_F(NewKeysTest, AttributesAreCopiedFromKeyToKey) {
-    NotedAttributes& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
     CTrackCtrl* row = Row(KeyKind::Position); // the key at 0 stands for (1, 2, 3)
     CTrackKey* source = *row->keys.begin();
     CTrackKey* target = Put(row, 5.0f);
@@ -223,14 +223,14 @@ TEST_F(NewKeysTest, AttributesAreCopiedFromKeyToKey) {
     RunOn(IDC_PASTE_ATTRIBUTES, row, target);
     EXPECT_EQ(VectorKey(target->record).value, (Vector3{1, 2, 3}));
     EXPECT_EQ(target->time, 5.0f);
-    EXPECT_THAT(dialog.log, ElementsAre("show"));
+    EXPECT_THAT(dialog.log, ElementsAre("SetKey key"));
     EXPECT_EQ(dialog.key, target);
     RunOn(IDC_PASTE_ATTRIBUTES, row, target); // once more; on show already it is only read anew
-    EXPECT_THAT(dialog.log, ElementsAre("show", "refresh"));
+    EXPECT_THAT(dialog.log, ElementsAre("SetKey key", "Refresh"));
 }
 
 TEST_F(NewKeysTest, NothingIsPastedWithoutASourceOrAKey) {
-    NotedAttributes& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
     CTrackCtrl* row = Row(KeyKind::Position);
     CTrackKey* key = *row->keys.begin();
     RunOn(IDC_PASTE_ATTRIBUTES, row, key);
@@ -246,7 +246,7 @@ TEST_F(NewKeysTest, NothingIsPastedWithoutASourceOrAKey) {
 }
 
 TEST_F(NewKeysTest, PastedKeyStandsUnderTheMouseWithTheAttributesOfItsSource) {
-    NotedAttributes& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
     CTrackCtrl* row = Row(KeyKind::Position);
     RunOn(IDC_COPY_ATTRIBUTES, row, *row->keys.begin());
     RunAt(IDC_PASTE_KEY, row, 4.0f);
@@ -282,7 +282,7 @@ TEST_F(NewKeysTest, PastedCameraKeyKeepsTheIndexOfItsRowAndTheLengthOfItsSource)
 }
 
 TEST_F(NewKeysTest, WithoutRoomTheKeyIsPastedOntoAndShownInNoRow) {
-    NotedAttributes& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
     CTrackCtrl* row = Row(KeyKind::Position);
     CTrackKey* source = *row->keys.begin();
     RunOn(IDC_COPY_ATTRIBUTES, row, source);
@@ -328,7 +328,7 @@ TEST_F(NewKeysTest, WhileACloneIsDraggedNothingIsPasted) {
 }
 
 TEST_F(NewKeysTest, NothingDanglesWhenRowsGoInsidePasteKey) {
-    NotedAttributes& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
     dialog.visible = true;
     CTrackCtrl* row = Row(KeyKind::Position);
     RunOn(IDC_COPY_ATTRIBUTES, row, *row->keys.begin());

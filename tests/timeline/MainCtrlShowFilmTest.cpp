@@ -1,6 +1,7 @@
 #include "tests/timeline/ControlFixture.h"
 
 #include "keys/TrackKey.h"
+#include "tests/support/FakeAttributes.h"
 #include "timeline/TrackOrder.h"
 
 #include <algorithm>
@@ -13,34 +14,6 @@ using ::testing::SizeIs;
 namespace {
 
 class MainCtrlShowFilmTest : public ControlTest {};
-
-/// The attributes window, which notes what is asked of it.
-class NotingAttributes final : public IKeyAttributesDlg {
-public:
-    explicit NotingAttributes(std::vector<std::string>& calls) : log(calls) {}
-    bool GetLinkObjectText(const EditorObject*, std::string&) const override { return false; }
-    void SetLinkObject(EditorObject*) override {}
-    bool IsVisible() const override { return true; }
-    void Hide() override {}
-    void Show(int) override {}
-    void SetKey(CTrackKey* newKey, bool) override {
-        log.push_back(newKey != nullptr ? "SetKey" : "SetKey null");
-        key = newKey;
-        record = newKey != nullptr ? newKey->record : nullptr;
-    }
-    IFilmKey* GetRecord() const override { return record; }
-    CTrackKey* GetKey() const override { return key; }
-    void ForgetKey() override {
-        log.push_back("ForgetKey");
-        key = nullptr;
-        record = nullptr;
-    }
-    void DestroyWindow() override {}
-
-    std::vector<std::string>& log;
-    CTrackKey* key = nullptr;
-    IFilmKey* record = nullptr;
-};
 
 } // namespace
 
@@ -213,16 +186,14 @@ TEST_F(MainCtrlShowFilmTest, WithoutAFilmTheControlIsEmpty) {
 
 TEST_F(MainCtrlShowFilmTest, ARebuildKeepsTheKeyOfTheAttributesWindowWithoutWritingIt) {
     IFilm* film = OpenFilmWithActors(1);
-    std::vector<std::string> calls;
-    auto made = std::make_unique<NotingAttributes>(calls);
-    NotingAttributes& dialog = *made;
-    plugin.keyAttributesDlg = std::move(made);
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
+    dialog.visible = true;
     CTrackKey* view = RowOf("Actor100", KeyKind::Position)->keys.front();
     IFilmKey* record = view->record;
     dialog.key = view;
     dialog.record = record;
     control->ShowFilm(film, true);
-    EXPECT_THAT(calls, ElementsAre("ForgetKey", "SetKey"));
+    EXPECT_THAT(dialog.log, ElementsAre("ForgetKey", "SetKey key"));
     EXPECT_EQ(dialog.record, record);
     EXPECT_EQ(dialog.key, RowOf("Actor100", KeyKind::Position)->keys.front());
     plugin.keyAttributesDlg.reset();
@@ -230,15 +201,13 @@ TEST_F(MainCtrlShowFilmTest, ARebuildKeepsTheKeyOfTheAttributesWindowWithoutWrit
 
 TEST_F(MainCtrlShowFilmTest, AnotherFilmTakesTheKeyOutOfTheAttributesWindow) {
     OpenFilmWithActors(1);
-    std::vector<std::string> calls;
-    auto made = std::make_unique<NotingAttributes>(calls);
-    made->key = RowOf("Actor100", KeyKind::Position)->keys.front();
-    made->record = made->key->record;
-    made->locked = true;
-    NotingAttributes& dialog = *made;
-    plugin.keyAttributesDlg = std::move(made);
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
+    dialog.visible = true;
+    dialog.key = RowOf("Actor100", KeyKind::Position)->keys.front();
+    dialog.record = dialog.key->record;
+    dialog.locked = true;
     control->ShowFilm(NewFilm(), true);
-    EXPECT_THAT(calls, ElementsAre("SetKey null"));
+    EXPECT_THAT(dialog.log, ElementsAre("SetKey null"));
     EXPECT_FALSE(dialog.locked);
     plugin.keyAttributesDlg.reset();
 }

@@ -4,6 +4,7 @@
 #include "framework/QtBridge.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
+#include "tests/support/FakeAttributes.h"
 
 #include <QApplication>
 #include <QTest>
@@ -15,27 +16,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace {
-
-/// A key attributes window that is only shown and hidden.
-class PlainAttributes final : public IKeyAttributesDlg {
-public:
-    bool GetLinkObjectText(const EditorObject*, std::string&) const override { return false; }
-    void SetLinkObject(EditorObject*) override {}
-    bool IsVisible() const override { return visible; }
-    void Hide() override {
-        visible = false;
-        ++hides;
-    }
-    void Show(int) override { visible = true; }
-    void SetKey(CTrackKey*, bool) override {}
-    IFilmKey* GetRecord() const override { return nullptr; }
-    CTrackKey* GetKey() const override { return nullptr; }
-    void ForgetKey() override {}
-    void DestroyWindow() override {}
-
-    bool visible = true;
-    int hides = 0;
-};
 
 class ScenarioWindowTest : public ScenarioDlgTest {
 protected:
@@ -249,16 +229,15 @@ TEST_F(ScenarioWindowTest, ClosingHidesItAndItCanBeShownAgain) {
 }
 
 TEST_F(ScenarioWindowTest, ClosingHidesAVisibleAttributesWindow) {
-    auto owned = std::make_unique<PlainAttributes>();
-    PlainAttributes* attributes = owned.get();
-    plugin.keyAttributesDlg = std::move(owned);
+    FakeAttributes& attributes = OpenFakeAttributes(plugin);
+    attributes.visible = true;
     window->Show();
     window->SendMessage(WM_CLOSE);
-    EXPECT_FALSE(attributes->visible);
-    EXPECT_EQ(attributes->hides, 1);
+    EXPECT_FALSE(attributes.visible);
+    EXPECT_THAT(attributes.log, ElementsAre("Hide"));
     window->Show();
     window->SendMessage(WM_CLOSE);
-    EXPECT_EQ(attributes->hides, 1) << "a hidden one is left alone";
+    EXPECT_THAT(attributes.log, ElementsAre("Hide")) << "a hidden one is left alone";
 }
 
 TEST_F(ScenarioWindowTest, EscapeAndReturnHideIt) {

@@ -1,3 +1,4 @@
+#include "tests/support/FakeAttributes.h"
 #include "tests/timeline/TrackCtrlFixture.h"
 
 using ::testing::Contains;
@@ -6,30 +7,6 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 
 namespace {
-
-/// A dialog that writes down which key it is given.
-class LoggingAttributes final : public IKeyAttributesDlg {
-public:
-    explicit LoggingAttributes(std::vector<std::string>& calls) : log(calls) {}
-    bool GetLinkObjectText(const EditorObject*, std::string&) const override { return false; }
-    void SetLinkObject(EditorObject*) override {}
-    bool IsVisible() const override { return visible; }
-    void Hide() override {}
-    void Show(int command) override { log.push_back("Show " + std::to_string(command)); }
-    void SetKey(CTrackKey* newKey, bool refresh) override {
-        key = newKey;
-        log.push_back(std::string(newKey != nullptr ? "SetKey key" : "SetKey null") +
-                      (refresh ? " true" : " false"));
-    }
-    IFilmKey* GetRecord() const override { return nullptr; }
-    CTrackKey* GetKey() const override { return key; }
-    void ForgetKey() override { key = nullptr; }
-    void DestroyWindow() override {}
-
-    std::vector<std::string>& log;
-    CTrackKey* key = nullptr;
-    bool visible = false;
-};
 
 class TrackCtrlMouseTest : public TrackCtrlTest {
 protected:
@@ -41,12 +18,6 @@ protected:
     ~TrackCtrlMouseTest() override {
         ReleaseCapture();
         plugin.keyAttributesDlg.reset();
-    }
-    LoggingAttributes& Attributes() {
-        auto made = std::make_unique<LoggingAttributes>(dialogLog);
-        LoggingAttributes& dialog = *made;
-        plugin.keyAttributesDlg = std::move(made);
-        return dialog;
     }
     /// A row with a bar at 2 s (pixel 250) and one at 4 s (pixel 350), painted once.
     CTrackCtrl& RowWithBars() {
@@ -176,7 +147,7 @@ TEST_F(TrackCtrlMouseTest, GripsRestWithoutAView) {
 }
 
 TEST_F(TrackCtrlMouseTest, PressOnEmptyTimeDropsTheSelection) {
-    Attributes();
+    OpenFakeAttributes(plugin, dialogLog);
     CTrackCtrl& row = RowWithBars();
     timeline.SelectOnly(first);
     timeline.activeKey = first;
@@ -186,12 +157,12 @@ TEST_F(TrackCtrlMouseTest, PressOnEmptyTimeDropsTheSelection) {
     EXPECT_EQ(timeline.activeKey, nullptr);
     EXPECT_EQ(CurrentKey(), nullptr);
     EXPECT_THAT(timeline.log, ElementsAre("ClearSelection", "ArrangeRows true false"));
-    EXPECT_THAT(dialogLog, ElementsAre("SetKey null false"));
+    EXPECT_THAT(dialogLog, ElementsAre("SetKey null"));
     EXPECT_EQ(CWnd::GetCapture(), nullptr);
 }
 
 TEST_F(TrackCtrlMouseTest, PressOnEmptyTimeWithoutASelectionDoesNothing) {
-    Attributes();
+    OpenFakeAttributes(plugin, dialogLog);
     CTrackCtrl& row = RowWithBars();
     Press(row, 150, 10);
     EXPECT_THAT(timeline.log, IsEmpty());
@@ -339,12 +310,12 @@ TEST_F(TrackCtrlMouseTest, ReleaseWithoutAKeyDoesNothing) {
 }
 
 TEST_F(TrackCtrlMouseTest, DoubleClickOpensTheKeysAttributes) {
-    Attributes();
+    OpenFakeAttributes(plugin, dialogLog);
     CTrackCtrl& row = RowWithBars();
     row.SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(300, 10));
     EXPECT_THAT(dialogLog, IsEmpty());
     row.SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(250, 10));
-    EXPECT_THAT(dialogLog, ElementsAre("SetKey key false", "Show 5"));
+    EXPECT_THAT(dialogLog, ElementsAre("SetKey key", "Show 5"));
 }
 
 TEST_F(TrackCtrlMouseTest, RightButtonAsksForTheMenuAtTheScreenPoint) {

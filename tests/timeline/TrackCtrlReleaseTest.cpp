@@ -216,14 +216,14 @@ TEST_F(TrackCtrlReleaseTest, PressWhoseReleaseNeverCameIsEndedByTheNext) {
 }
 
 TEST_F(TrackCtrlReleaseTest, DoubleClickShowsTheAttributesAndDragsNothing) {
-    ShownKeys& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
     const CTrackKey* key = PutBar(bars, 4.0f);
     PressAt(bars, 4.0f);
     ReleaseAt(bars, 4.0f);
     bars.SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(X(4.0f), kMiddle));
     DragTo(bars, 6.0f);
     ReleaseAt(bars, 6.0f);
-    EXPECT_THAT(dialog.log, ElementsAre("SetKey key", "Show"));
+    EXPECT_THAT(dialog.log, ElementsAre("SetKey key", "Show 5"));
     EXPECT_EQ(dialog.key, key);
     EXPECT_EQ(key->time, 4.0f);
     EXPECT_THAT(Edits(), IsEmpty());
@@ -255,7 +255,7 @@ TEST_F(TrackCtrlReleaseTest, CopiedKeyIsForgottenByAClickBesideTheKeys) {
 }
 
 TEST_F(TrackCtrlReleaseTest, CopiedKeyIsForgottenByTheSecondReleaseOfADoubleClick) {
-    OpenAttributes();
+    OpenFakeAttributes(plugin);
     CTrackKey* key = PutBar(bars, 4.0f);
     timeline.keyDuplicator.Set(key, &bars, /*clone*/ false);
     PressAt(bars, 4.0f);

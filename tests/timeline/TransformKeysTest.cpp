@@ -282,9 +282,9 @@ TEST_F(TransformKeysTest, NewKeyIsSelectedAndItsRowRepainted) {
 }
 
 TEST_F(TransformKeysTest, AttributesAreReadAnew) {
-    NotedAttributes& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
     UserMoves(*crate, 4, 5, 6);
-    EXPECT_THAT(dialog.log, ElementsAre("refresh"));
+    EXPECT_THAT(dialog.log, ElementsAre("Refresh"));
 }
 
 TEST_F(TransformKeysTest, MatricesThatAreNoNumbersMakeNoKeys) {
@@ -327,7 +327,7 @@ TEST_F(TransformKeysTest, WithoutObjectRowOrTimeNothingIsWritten) {
 }
 
 TEST_F(TransformKeysTest, RowsThatGoWhileAKeyIsAddedAreNotTouched) {
-    NotedAttributes& dialog = OpenAttributes();
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
     dialog.visible = true;
     dialog.onSetKey = [&] {
         dialog.onSetKey = nullptr;

@@ -4,33 +4,13 @@
 
 #include <algorithm>
 
-IFilmKey* LoggingFactory::CreateKey(int kind) {
-    if (granted == 0) {
-        return nullptr;
-    }
-    granted -= granted > 0 ? 1 : 0;
-    log.push_back("Create " + std::to_string(kind));
-    return real.CreateKey(kind);
-}
-
-void LoggingFactory::DestroyKey(IFilmKey* key) {
-    log.push_back("Destroy " + std::to_string(key->kind));
-    destroyed.push_back(key);
-    if (onDestroy) {
-        onDestroy();
-    }
-    real.DestroyKey(key);
-}
-
-UndoTest::UndoTest() : factory(*Films().keyFactory) {
-    Films().keyFactory = &factory;
+UndoTest::UndoTest() {
     timeline.viewStart = 0.0f;
     timeline.viewEnd = 10.0f;
 }
 
 UndoTest::~UndoTest() {
     timeline.undoMgr.Clear();
-    Films().keyFactory = &factory.real;
 }
 
 CTrackKey* UndoTest::NewView(int kind, float time, float duration) {

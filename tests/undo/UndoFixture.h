@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/FakeKeyFactory.h"
 #include "tests/timeline/TrackCtrlFixture.h"
 #include "undo/KeyActions.h"
 
@@ -8,20 +9,6 @@
 #include <string>
 #include <type_traits>
 #include <vector>
-
-/// Passes on to the level's own factory and writes down what is asked: "Create 10", "Destroy 10".
-class LoggingFactory final : public IKeyFactory {
-public:
-    explicit LoggingFactory(IKeyFactory& levelFactory) : real(levelFactory) {}
-    IFilmKey* CreateKey(int kind) override;
-    void DestroyKey(IFilmKey* key) override;
-
-    IKeyFactory& real;
-    std::vector<std::string> log;
-    std::vector<const IFilmKey*> destroyed;
-    std::function<void()> onDestroy;
-    int granted = -1; ///< so many records are made from now on, then null is answered; -1: any number
-};
 
 /// Rows below a stand-in for the main control, over the records of a real level.
 class UndoTest : public TrackCtrlTest {
@@ -51,7 +38,7 @@ protected:
     void StartWatching();
     RetiredKeys& Retired() { return timeline.undoMgr.retired; }
 
-    LoggingFactory factory;
+    FakeKeyFactory factory{Films()};
 };
 
 /// The record as that of its kind.

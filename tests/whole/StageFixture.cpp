@@ -23,7 +23,7 @@ StageTest::StageTest() {
         stage::HostFolders{folder.Path(), folder.Path(), SourceFolder() + "/host/stage/data"});
     window->resize(1000, 640);
     window->show();
-    window->LoadPlugins({BuiltLibrary("films.so")});
+    window->LoadPlugins({QString::fromStdString(BuiltLibrary("films.so"))});
     EXPECT_TRUE(window->OpenLevel(QString::fromStdString(levelPath)));
     ShowPanel();
 }
