@@ -1,6 +1,7 @@
 #include "framework/ColorDialog.h"
 
 #include "framework/private/NativeWindow.h"
+#include "framework/private/OwnedDialog.h"
 #include "framework/private/Surface.h"
 #include "framework/QtBridge.h"
 #include "framework/TestHooks.h"
@@ -23,12 +24,12 @@ int CColorDialog::DoModal() {
     if (!QtAlive()) {
         return IDCANCEL;
     }
-    QColorDialog window(surface::ColorOf(color), owner ? NativeWidget(*owner) : nullptr);
-    window.setOption(QColorDialog::DontUseNativeDialog);
-    if (window.exec() != QDialog::Accepted) {
+    const OwnedDialog<QColorDialog> window(surface::ColorOf(color), owner ? NativeWidget(*owner) : nullptr);
+    window->setOption(QColorDialog::DontUseNativeDialog);
+    if (window->exec() != QDialog::Accepted || !window.Lives()) {
         return IDCANCEL;
     }
-    const QColor chosen = window.currentColor();
+    const QColor chosen = window->currentColor();
     color = RGB(chosen.red(), chosen.green(), chosen.blue());
     return IDOK;
 }

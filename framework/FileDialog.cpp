@@ -2,6 +2,7 @@
 
 #include "framework/Path.h"
 #include "framework/private/NativeWindow.h"
+#include "framework/private/OwnedDialog.h"
 #include "framework/QtBridge.h"
 #include "framework/TestHooks.h"
 
@@ -92,19 +93,19 @@ int CFileDialog::DoModal() {
     if (!QtAlive()) {
         return IDCANCEL;
     }
-    FileDialogWindow window(*this, owner ? NativeWidget(*owner) : nullptr);
-    window.setAcceptMode(isOpen ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
-    window.setFileMode(isOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-    window.setOption(QFileDialog::DontConfirmOverwrite, !(ofn.Flags & OFN_OVERWRITEPROMPT));
-    window.setNameFilters(NameFilters(ofn.lpstrFilter));
+    const OwnedDialog<FileDialogWindow> window(*this, owner ? NativeWidget(*owner) : nullptr);
+    window->setAcceptMode(isOpen ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+    window->setFileMode(isOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    window->setOption(QFileDialog::DontConfirmOverwrite, !(ofn.Flags & OFN_OVERWRITEPROMPT));
+    window->setNameFilters(NameFilters(ofn.lpstrFilter));
     // Known to the toolkit too, so that it asks about the file that will be overwritten.
-    window.setDefaultSuffix(QString::fromStdString(ofn.lpstrDefExt));
-    window.setDirectory(QString::fromStdString(folder));
+    window->setDefaultSuffix(QString::fromStdString(ofn.lpstrDefExt));
+    window->setDirectory(QString::fromStdString(folder));
     if (!ofn.lpstrTitle.empty()) {
-        window.setWindowTitle(QString::fromStdString(ofn.lpstrTitle));
+        window->setWindowTitle(QString::fromStdString(ofn.lpstrTitle));
     }
     if (!ofn.lpstrFile.empty()) {
-        window.selectFile(QString::fromStdString(ofn.lpstrFile.substr(PathDirectory(ofn.lpstrFile).size())));
+        window->selectFile(QString::fromStdString(ofn.lpstrFile.substr(PathDirectory(ofn.lpstrFile).size())));
     }
-    return window.exec() == QDialog::Accepted ? IDOK : IDCANCEL;
+    return window->exec() == QDialog::Accepted ? IDOK : IDCANCEL;
 }

@@ -2,6 +2,7 @@
 
 #include "framework/private/Capture.h"
 #include "framework/private/NativeWindow.h"
+#include "framework/private/OwnedDialog.h"
 #include "framework/Resource.h"
 #include "framework/TestHooks.h"
 
@@ -79,10 +80,15 @@ int AfxMessageBox(const std::string& text, UINT type, UINT /*help*/) {
         std::fprintf(stderr, "%s\n", text.c_str());
         return set.escape;
     }
-    QMessageBox box(IconOf(type), QApplication::applicationDisplayName(), QString::fromStdString(text),
-                    set.buttons, QApplication::activeWindow());
-    box.setTextFormat(Qt::PlainText);
-    return ResultOf(box.exec(), set.escape);
+    // A window that was destroyed may count as active until the toolkit has deleted it, and would take the
+    // box along.
+    QWidget* active = QApplication::activeWindow();
+    QWidget* parent = active != nullptr && active->isVisible() ? active : nullptr;
+    const OwnedDialog<QMessageBox> box(IconOf(type), QApplication::applicationDisplayName(),
+                                       QString::fromStdString(text), set.buttons, parent);
+    box->setTextFormat(Qt::PlainText);
+    const int pressed = box->exec();
+    return box.Lives() ? ResultOf(pressed, set.escape) : set.escape;
 }
 
 int AfxMessageBox(const char* text, UINT type, UINT help) {

@@ -1,6 +1,7 @@
 #include "framework/Dialog.h"
 
 #include "framework/Button.h"
+#include "framework/ColorDialog.h"
 #include "framework/ComboBox.h"
 #include "framework/DataExchange.h"
 #include "framework/Edit.h"
@@ -587,6 +588,29 @@ TEST_F(DialogTest, RealMessageBoxReturnsThePressedButton) {
     EXPECT_EQ(AfxMessageBox("Really?", MB_OKCANCEL), IDCANCEL);
     press(QMessageBox::Ok);
     EXPECT_EQ(AfxMessageBox("So it is", MB_ICONEXCLAMATION), IDOK);
+}
+
+TEST_F(DialogTest, RealBoxThatGoesWithItsWindowIsCancelled) {
+    for (const bool colour : {false, true}) {
+        auto window = std::make_unique<CWnd>();
+        window->Create(nullptr, "", WS_POPUP | WS_VISIBLE, CRect(0, 0, 50, 50), nullptr, 0);
+        QWidget* native = NativeWidget(*window);
+        QApplication::setActiveWindow(native);
+        QWidget* parentOfBox = nullptr;
+        QTimer::singleShot(0, [native, &parentOfBox] {
+            QWidget* box = QApplication::activeModalWidget();
+            parentOfBox = box->parentWidget();
+            delete (parentOfBox == native ? native : box);
+        });
+        if (colour) {
+            CColorDialog dialog(RGB(1, 2, 3), 0, window.get());
+            EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+            EXPECT_EQ(dialog.GetColor(), RGB(1, 2, 3));
+        } else {
+            EXPECT_EQ(AfxMessageBox("Really?", MB_YESNO), IDNO);
+        }
+        EXPECT_EQ(parentOfBox, native);
+    }
 }
 
 TEST_F(DialogTest, EveryTruncatedTemplateIsRefused) {

@@ -287,10 +287,11 @@ TEST_P(DrawingRoutesTest, BitmapsAreTheSame) {
 INSTANTIATE_TEST_SUITE_P(All, DrawingRoutesTest, testing::Values(1U, 100U, 200U, 300U, 400U));
 
 // The scale is fixed when an application starts, so that another one has to look.
+constexpr const char* kDenseScreen = "FILMS_DENSE_SCREEN";
 class DenseScreenTest : public testing::TestWithParam<const char*> {};
 
 TEST_P(DenseScreenTest, RoutesLookTheSameAtThisScale) {
-    if (!qEnvironmentVariableIsEmpty("QT_SCALE_FACTOR")) {
+    if (qEnvironmentVariableIsSet(kDenseScreen)) {
         // This is the other application.
         EXPECT_NE(qApp->devicePixelRatio(), 1.0);
         return;
@@ -298,6 +299,10 @@ TEST_P(DenseScreenTest, RoutesLookTheSameAtThisScale) {
     QProcess other;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_SCALE_FACTOR", GetParam());
+    environment.insert(kDenseScreen, "1");
+    for (const char* runner : {"GTEST_OUTPUT", "GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX", "GTEST_SHUFFLE"}) {
+        environment.remove(runner);
+    }
     other.setProcessEnvironment(environment);
     other.start(QCoreApplication::applicationFilePath(),
                 {"--gtest_filter=All/DrawingRoutesTest.*:All/DenseScreenTest.*"});

@@ -1,6 +1,7 @@
 #include "framework/FilmsApplication.h"
 #include "host/stage/render/Renderer.h"
 #include "host/stage/windows/Theme.h"
+#include "tests/support/CleanWindows.h"
 
 #include <clocale>
 #include <cstdlib>
@@ -36,6 +37,7 @@ void KeepGlDriver() {
 int main(int argc, char** argv) {
     setenv("QT_QPA_PLATFORM", "offscreen", /*overwrite*/ 0);
     ::testing::InitGoogleTest(&argc, argv);
+    DeleteClosedWindowsAfterEachTest();
     const QTemporaryDir settings;
     qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
     FilmsApplication application(argc, argv);
