@@ -1,17 +1,26 @@
 #include "host/sound/SoundFile.h"
 
+#include "host/outside/OutsideFile.h"
+
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <sndfile.h>
 
 namespace {
 
 constexpr sf_count_t kMaxSamples = 600LL * 48000 * 2;
+/// Ten minutes of 48 kHz stereo in floats are 220 MiB.
+constexpr std::uint64_t kMaxFileBytes = 256 * OutsideFile::kMiB;
 
 /// An open file; closed with the scope.
 class OpenFile {
 public:
-    explicit OpenFile(const std::string& path) : file(sf_open(path.c_str(), SFM_READ, &info)) {}
+    explicit OpenFile(const std::string& path) : outside(std::in_place, path, kMaxFileBytes), file(nullptr) {
+        if (outside->IsOpen()) {
+            file = sf_open_fd(outside->Descriptor(), SFM_READ, &info, /*close_desc*/ SF_FALSE);
+        }
+    }
     OpenFile(const std::string& path, const SF_INFO& form)
         : info(form), file(sf_open(path.c_str(), SFM_WRITE, &info)) {}
     ~OpenFile() {
@@ -26,7 +35,14 @@ public:
         return file != nullptr && info.samplerate > 0 && info.channels > 0 && info.frames >= 0;
     }
 
+    /// Why a file for reading is not open.
+    std::string Reason() const {
+        return file == nullptr ? outside->IsOpen() ? sf_strerror(nullptr) : outside->Error()
+                               : "no usable sound";
+    }
+
     SF_INFO info{};
+    std::optional<OutsideFile> outside; ///< of a file that is read
     SNDFILE* file;
 };
 
@@ -53,8 +69,7 @@ float SoundData::Seconds() const {
 std::shared_ptr<const SoundData> LoadSound(const std::string& path) {
     OpenFile open(path);
     if (!open.IsUsable()) {
-        const char* reason = open.file == nullptr ? sf_strerror(nullptr) : "no usable sound";
-        throw SoundError(path + ": " + reason);
+        throw SoundError(path + ": " + open.Reason());
     }
     if (open.info.frames > kMaxSamples / open.info.channels) {
         throw SoundError(path + ": longer than ten minutes");

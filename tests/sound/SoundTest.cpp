@@ -8,6 +8,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <limits>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -88,6 +89,14 @@ TEST_F(SoundTest, BrokenFilesAreRefusedWithTheirName) {
         }
     }
     EXPECT_EQ(SoundSeconds(Path("broken.wav")), -1.0f);
+}
+
+TEST_F(SoundTest, AFifoOrADeviceInPlaceOfASoundIsRefusedAtOnce) {
+    ASSERT_EQ(mkfifo(Path("pipe.wav").c_str(), 0600), 0);
+    for (const std::string& path : {Path("pipe.wav"), std::string("/dev/zero")}) {
+        EXPECT_THROW(LoadSound(path), SoundError) << path;
+        EXPECT_EQ(SoundSeconds(path), -1.0f) << path;
+    }
 }
 
 TEST_F(SoundTest, AFileThatClaimsMoreThanItHasIsReadAsFarAsItGoes) {

@@ -1,30 +1,24 @@
 #include "host/engine/mesh/GltfLoader.h"
 
+#include "host/engine/mesh/GltfBuffers.h"
 #include "host/engine/mesh/GltfGeometry.h"
+#include "host/outside/OutsideFile.h"
 
 #include <filesystem>
-#include <fstream>
+#include <string_view>
 #include <tiny_gltf.h>
 
 namespace {
 
-constexpr std::uintmax_t kMaxFileBytes = 256u << 20;
+constexpr std::uint64_t kMaxFileBytes = 256 * OutsideFile::kMiB;
 /// glTF itself nests about ten deep; the bound keeps the recursive parser off the stack's end.
 constexpr int kMaxJsonDepth = 64;
 
 std::vector<unsigned char> ReadFile(const std::string& path) {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) {
-        throw MeshError("no such file");
-    }
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (error || size > kMaxFileBytes) {
-        throw MeshError(error ? error.message() : "larger than 256 MiB");
-    }
-    std::vector<unsigned char> bytes(static_cast<std::size_t>(size));
-    std::ifstream file(path, std::ios::binary);
-    if (!file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(size))) {
-        throw MeshError("can't be read");
+    OutsideFile file(path, kMaxFileBytes);
+    std::vector<unsigned char> bytes;
+    if (!file.IsOpen() || !file.ReadAll(bytes)) {
+        throw MeshError(file.Error());
     }
     return bytes;
 }
@@ -33,11 +27,11 @@ bool IsBinary(const std::vector<unsigned char>& bytes) {
     return bytes.size() >= 4 && std::equal(bytes.begin(), bytes.begin() + 4, "glTF");
 }
 
-void CheckJsonDepth(const unsigned char* text, std::size_t size) {
+void CheckJsonDepth(std::string_view text) {
     int depth = 0;
     bool quoted = false;
-    for (std::size_t i = 0; i < size; ++i) {
-        const unsigned char c = text[i];
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
         if (quoted) {
             i += c == '\\' ? 1 : 0;
             quoted = c != '"';
@@ -53,17 +47,18 @@ void CheckJsonDepth(const unsigned char* text, std::size_t size) {
     }
 }
 
-void CheckJson(const std::vector<unsigned char>& bytes) {
+/// The JSON of either form of file.
+std::string_view JsonOf(const std::vector<unsigned char>& bytes) {
     constexpr std::size_t kBinaryHeaderBytes = 20;
+    const std::string_view whole(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     if (!IsBinary(bytes)) {
-        CheckJsonDepth(bytes.data(), bytes.size());
-        return;
+        return whole;
     }
     if (bytes.size() < kBinaryHeaderBytes) {
         throw MeshError("cut short");
     }
     const std::size_t stated = bytes[12] | bytes[13] << 8 | bytes[14] << 16 | std::size_t{bytes[15]} << 24;
-    CheckJsonDepth(bytes.data() + kBinaryHeaderBytes, std::min(stated, bytes.size() - kBinaryHeaderBytes));
+    return whole.substr(kBinaryHeaderBytes, stated);
 }
 
 /// Pictures are not used, so they are not decoded either.
@@ -72,14 +67,18 @@ bool SkipImage(tinygltf::Image*, const int, std::string*, std::string*, int, int
     return true;
 }
 
-tinygltf::Model Parse(const std::string& path, const std::vector<unsigned char>& bytes) {
-    CheckJson(bytes);
+tinygltf::Model Parse(const std::string& path, const std::vector<unsigned char>& bytes,
+                      const std::string& levelFolder) {
+    const std::string_view json = JsonOf(bytes);
+    CheckJsonDepth(json);
+    const std::string folder = std::filesystem::path(path).parent_path().string();
+    GltfBuffers buffers(json, folder, levelFolder);
     tinygltf::TinyGLTF parser;
     parser.SetImageLoader(&SkipImage, nullptr);
+    parser.SetFsCallbacks(buffers.Callbacks());
     tinygltf::Model model;
     std::string error;
     std::string warning;
-    const std::string folder = std::filesystem::path(path).parent_path().string();
     const auto length = static_cast<unsigned>(bytes.size());
     const bool good =
         IsBinary(bytes)
@@ -87,6 +86,7 @@ tinygltf::Model Parse(const std::string& path, const std::vector<unsigned char>&
             : parser.LoadASCIIFromString(&model, &error, &warning,
                                          reinterpret_cast<const char*>(bytes.data()), length, folder);
     if (!good) {
+        error = buffers.Error().empty() ? error : buffers.Error();
         throw MeshError(error.empty() ? "not a glTF file" : error.substr(0, error.find('\n')));
     }
     return model;
@@ -94,22 +94,23 @@ tinygltf::Model Parse(const std::string& path, const std::vector<unsigned char>&
 
 } // namespace
 
-std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::vector<unsigned char>& bytes) {
+std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::vector<unsigned char>& bytes,
+                                     const std::string& levelFolder) {
     try {
         auto mesh = std::make_shared<Mesh>();
-        BuildMesh(Parse(path, bytes), *mesh);
+        BuildMesh(Parse(path, bytes, levelFolder), *mesh);
         return mesh;
     } catch (const std::exception& error) {
         throw MeshError(path + ": " + error.what());
     }
 }
 
-std::shared_ptr<const Mesh> LoadGltf(const std::string& path) {
+std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::string& levelFolder) {
     std::vector<unsigned char> bytes;
     try {
         bytes = ReadFile(path);
     } catch (const std::exception& error) {
         throw MeshError(path + ": " + error.what());
     }
-    return LoadGltf(path, bytes);
+    return LoadGltf(path, bytes, levelFolder);
 }

@@ -5,11 +5,14 @@
 #include <memory>
 
 /// Loads a .glb or .gltf file. Throws MeshError with the path and the reason for a file that is missing,
-/// broken or beyond the limits of this loader (256 MiB, 65,536 nodes, 4 million vertices).
+/// broken or beyond the limits of this loader (256 MiB, buffers included, 65,536 nodes, 4 million vertices).
 /// Triangles, base colours (material and vertex), roughness, metallic and emission, node animation and
-/// skins with up to four joints a vertex are read; textures, morph targets and cameras are left out.
-/// A material with the extra "ripple" (0 to 1) is drawn as moving water.
-std::shared_ptr<const Mesh> LoadGltf(const std::string& path);
+/// skins with up to four joints a vertex are read; textures, morph targets and cameras are left out, and
+/// files with pictures aren't opened. A material with the extra "ripple" (0 to 1) is drawn as moving water.
+///
+/// Buffers in files of their own must lie in the model's folder, in `levelFolder`, if there is one, or below.
+std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::string& levelFolder = "");
 
 /// The same from memory; `path` serves messages and the search for files beside it.
-std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::vector<unsigned char>& bytes);
+std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::vector<unsigned char>& bytes,
+                                     const std::string& levelFolder = "");

@@ -31,7 +31,7 @@ std::shared_ptr<const Mesh> MeshStore::Find(const std::string& name) {
     const auto [entry, isNew] = entries.try_emplace(name);
     if (isNew) {
         try {
-            entry->second.mesh = LoadGltf(PathOf(folder, name));
+            entry->second.mesh = LoadGltf(PathOf(folder, name), folder);
         } catch (const MeshError& error) {
             entry->second.error = error.what();
         }
