@@ -1,5 +1,6 @@
 #include "host/engine/FileHandles.h"
 
+#include "host/outside/OutsideFile.h"
 #include "plugin/contract/FileSystem.h"
 
 #include <algorithm>
@@ -42,21 +43,6 @@ struct OpenFile {
     std::uint64_t Tell() const { return base + (writes ? buffer.size() : position); }
 };
 
-bool WriteFully(int descriptor, const char* bytes, std::size_t size) {
-    while (size > 0) {
-        const ssize_t count = LowLevel().write(descriptor, bytes, size);
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count <= 0) {
-            return false;
-        }
-        bytes += count;
-        size -= static_cast<std::size_t>(count);
-    }
-    return true;
-}
-
 bool OpenFile::Flush() {
     if (descriptor >= 0 && !failed && !buffer.empty()) {
         failed = !WriteFully(descriptor, buffer.data(), buffer.size());
@@ -83,7 +69,7 @@ int OpenFile::Read(void* target, int size) {
         base += buffer.size();
         position = 0;
         buffer.resize(kBufferBytes);
-        const ssize_t got = read(descriptor, buffer.data(), kBufferBytes);
+        const ssize_t got = RetryInterrupted([&] { return read(descriptor, buffer.data(), kBufferBytes); });
         buffer.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
         if (got <= 0) {
             return got < 0 && total == 0 ? -1 : total;
@@ -163,20 +149,21 @@ HandleTable& Table() {
     return table;
 }
 
-int SystemRename(const char* from, const char* to) {
-    return std::rename(from, to);
-}
-
+/// Opens a regular file for writing and empties it. Nothing else is opened: a FIFO would wait for its reader,
+/// and a device is no place for a file.
 int OpenForWriting(const char* path) {
-    return open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    const int descriptor =
+        LowLevel().open(path, O_WRONLY | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, kNewFileMode);
+    struct stat status = {};
+    const bool good = descriptor >= 0 && fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+                      ftruncate(descriptor, 0) == 0;
+    if (descriptor >= 0 && !good) {
+        ::close(descriptor);
+    }
+    return good ? descriptor : -1;
 }
 
 } // namespace
-
-LowLevelFiles& LowLevel() {
-    static LowLevelFiles files{::write, ::fsync, ::close, SystemRename};
-    return files;
-}
 
 std::uint32_t OpenMemoryForReading(std::string_view bytes) {
     auto file = std::make_unique<OpenFile>();
@@ -263,58 +250,6 @@ bool EndChunk(std::uint32_t handle, std::uint16_t id) {
     return file->Patch(begin - sizeof bytes, bytes);
 }
 
-bool ReplaceFile(const std::string& path, std::string_view bytes, std::string& error) {
-    const std::string beside = path + ".saving";
-    const int descriptor = OpenForWriting(beside.c_str());
-    if (descriptor < 0) {
-        error = "can't create " + beside + ": " + std::strerror(errno);
-        return false;
-    }
-    const bool written = WriteFully(descriptor, bytes.data(), bytes.size());
-    const bool synced = written && LowLevel().sync(descriptor) == 0;
-    const std::string reason = std::strerror(errno);
-    const bool closed = LowLevel().close(descriptor) == 0;
-    if (!written || !synced || !closed) {
-        error = "can't write " + beside + ": " + (written && synced ? std::strerror(errno) : reason);
-        unlink(beside.c_str());
-        return false;
-    }
-    if (LowLevel().rename(beside.c_str(), path.c_str()) != 0) {
-        error = "can't give " + beside + " its name: " + std::strerror(errno);
-        unlink(beside.c_str());
-        return false;
-    }
-    return true;
-}
-
-bool ReadWholeFile(const std::string& path, std::string& bytes, std::string& error) {
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    struct stat status = {};
-    if (descriptor < 0 || fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-        error = descriptor < 0 ? std::strerror(errno) : "not a file";
-        if (descriptor >= 0) {
-            ::close(descriptor);
-        }
-        return false;
-    }
-    if (status.st_size > std::numeric_limits<std::int32_t>::max()) {
-        error = "larger than 2 GiB";
-        ::close(descriptor);
-        return false;
-    }
-    bytes.resize(static_cast<std::size_t>(status.st_size));
-    std::size_t total = 0;
-    ssize_t count = 1;
-    while (total < bytes.size() && count > 0) {
-        count = read(descriptor, bytes.data() + total, bytes.size() - total);
-        total += count > 0 ? static_cast<std::size_t>(count) : 0;
-    }
-    bytes.resize(total);
-    error = count < 0 ? std::strerror(errno) : "";
-    ::close(descriptor);
-    return count >= 0;
-}
-
 } // namespace engine
 
 std::uint32_t FS_open(const char* path, int mode) {
@@ -323,16 +258,16 @@ std::uint32_t FS_open(const char* path, int mode) {
     }
     auto file = std::make_unique<engine::OpenFile>();
     file->writes = mode == 1;
-    file->descriptor = file->writes ? engine::OpenForWriting(path) : open(path, O_RDONLY | O_CLOEXEC);
-    struct stat status = {};
+    if (file->writes) {
+        file->descriptor = engine::OpenForWriting(path);
+    } else {
+        OutsideFile outside(path, engine::kMaxFileBytes);
+        file->length = outside.Size();
+        file->descriptor = outside.Release();
+    }
     if (file->descriptor < 0) {
         return 0;
     }
-    if (fstat(file->descriptor, &status) != 0 || S_ISDIR(status.st_mode)) {
-        close(file->descriptor);
-        return 0;
-    }
-    file->length = static_cast<std::uint64_t>(status.st_size);
     const int descriptor = file->descriptor;
     const std::uint32_t handle = engine::Table().Add(std::move(file));
     if (handle == 0) {

@@ -1,21 +1,13 @@
 #pragma once
 
+#include "host/engine/FileReplace.h"
+#include "host/engine/LowLevelFiles.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <sys/types.h>
 
 namespace engine {
-
-/// The operations of the system under the FS_ functions and under saving, replaceable so that tests can
-/// make any of them fail. Not to be changed while files are open.
-struct LowLevelFiles {
-    ssize_t (*write)(int descriptor, const void* bytes, std::size_t size);
-    int (*sync)(int descriptor);
-    int (*close)(int descriptor);
-    int (*rename)(const char* from, const char* to);
-};
-LowLevelFiles& LowLevel();
 
 /// Handles for the FS_ functions over memory. The bytes read are not copied and must outlive the handle.
 std::uint32_t OpenMemoryForReading(std::string_view bytes);
@@ -37,11 +29,5 @@ bool SeekTo(std::uint32_t handle, std::uint64_t position);
 /// if the handle does not write, the id is not the innermost chunk's or the size can't be written.
 bool BeginChunk(std::uint32_t handle, std::uint16_t id);
 bool EndChunk(std::uint32_t handle, std::uint16_t id);
-
-/// Writes a file beside `path`, flushes it to the disk and gives it the name. On failure the old file is as
-/// it was, nothing is left beside it, and `error` tells why.
-bool ReplaceFile(const std::string& path, std::string_view bytes, std::string& error);
-/// Whole file into memory; false with the reason in `error`.
-bool ReadWholeFile(const std::string& path, std::string& bytes, std::string& error);
 
 } // namespace engine

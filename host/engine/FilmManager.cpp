@@ -4,6 +4,7 @@
 #include "host/engine/Level.h"
 #include "host/engine/LevelData.h"
 #include "host/engine/ObjectTrack.h"
+#include "host/engine/References.h"
 #include "host/engine/SoundDuration.h"
 #include "plugin/contract/ClassIds.h"
 
@@ -112,8 +113,7 @@ float FilmManager::SoundSeconds(const std::string& path) const {
     if (function != nullptr) {
         return function(path);
     }
-    const bool absolute = !path.empty() && path.front() == '/';
-    return SoundFileSeconds(absolute ? path : data.Owner().Folder() + path);
+    return SoundFileSeconds(ReferencePath(data.Owner().Folder(), path));
 }
 
 void FilmManager::OnStructureChanged() {

@@ -9,6 +9,7 @@
 #include "host/engine/LevelRoot.h"
 #include "host/engine/LevelWriter.h"
 #include "host/engine/MemoryFile.h"
+#include "host/engine/References.h"
 
 #include <limits>
 #include <stdexcept>
@@ -101,6 +102,7 @@ PendingLevel& PendingLevel::operator=(PendingLevel&&) noexcept = default;
 PendingLevel ParseLevel(Level& level, const std::string& path, std::string bytes) {
     PendingLevel pending;
     pending.path = path;
+    pending.folder = FolderOf(path);
     pending.bytes = std::move(bytes);
     pending.data = std::make_unique<LevelData>(level);
     try {
@@ -114,16 +116,20 @@ PendingLevel ParseLevel(Level& level, const std::string& path, std::string bytes
 PendingLevel ReadLevel(Level& level, const std::string& path) {
     std::string bytes;
     std::string error;
-    if (!ReadWholeFile(path, bytes, error)) {
+    FileStamp stamp;
+    if (!ReadWholeFile(path, bytes, error, &stamp)) {
         throw LevelFileError(path, -1, error);
     }
-    return ParseLevel(level, path, std::move(bytes));
+    PendingLevel pending = ParseLevel(level, AbsolutePath(path), std::move(bytes));
+    pending.folder = LevelFolder(path);
+    pending.stamp = stamp;
+    return pending;
 }
 
 LevelMessages InstallLevel(Level& level, PendingLevel pending) {
     LevelMessages messages = std::move(pending.messages);
     level.Replace(std::move(pending.data));
-    level.SetFolder(FolderOf(pending.path));
+    level.SetFolder(pending.folder);
     GiveChunks(level, pending, messages);
     LevelMessages missing;
     level.Data()->Relink(missing);
@@ -152,21 +158,26 @@ std::string SerializeLevel(Level& level, const std::string& path, LevelMessages&
     }
 }
 
-LevelMessages SaveLevel(Level& level, const std::string& path) {
+LevelMessages SaveLevel(Level& level, const std::string& path, FileStamp* written) {
     LevelMessages messages;
     const std::string folder = level.Folder();
     // Plug-ins write files of their own beside the level, by the root object's name.
-    level.SetFolder(FolderOf(path));
+    level.SetFolder(LevelFolder(path));
     std::string error;
+    Replaced done;
     try {
         const std::string bytes = SerializeLevel(level, path, messages);
-        if (!ReplaceFile(path, bytes, error)) {
+        if (!ReplaceFile(path, bytes, error, &done)) {
             throw LevelFileError(path, -1, error);
         }
     } catch (...) {
         level.SetFolder(folder);
         throw;
     }
+    if (written != nullptr) {
+        *written = done.stamp;
+    }
+    messages.insert(messages.end(), done.messages.begin(), done.messages.end());
     return messages;
 }
 

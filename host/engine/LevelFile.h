@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/engine/FileStamp.h"
+
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
@@ -41,7 +43,9 @@ struct PendingLevel {
     };
 
     std::string path;
-    std::string bytes; ///< the whole file
+    std::string folder; ///< of the level, absolute when it was read from a file
+    std::string bytes;  ///< the whole file
+    FileStamp stamp;    ///< of the file, if there was one
     std::unique_ptr<LevelData> data;
     std::vector<PluginChunk> chunks;
     LevelMessages messages;
@@ -51,7 +55,8 @@ struct PendingLevel {
 /// alone: ReadLevel; then, if that threw nothing, it sends its closing events and OnNew; then InstallLevel;
 /// then event 6.
 ///
-/// ReadLevel throws LevelFileError. The level is only asked for its services.
+/// ReadLevel throws LevelFileError. The level is only asked for its services. The path is made absolute,
+/// since file dialogs change the working directory.
 PendingLevel ReadLevel(Level& level, const std::string& path);
 /// The same from memory; `path` is for messages and the level's folder.
 PendingLevel ParseLevel(Level& level, const std::string& path, std::string bytes);
@@ -61,9 +66,9 @@ LevelMessages InstallLevel(Level& level, PendingLevel pending);
 /// Both steps.
 LevelMessages LoadLevel(Level& level, const std::string& path);
 
-/// Writes beside `path`, flushes and renames, so that a failure leaves an old file whole. Throws
-/// LevelFileError. The level's chunk client writes the plug-ins' chunks.
-LevelMessages SaveLevel(Level& level, const std::string& path);
+/// Writes as ReplaceFile does, so that a failure leaves an old file whole. Throws LevelFileError. The level's
+/// chunk client writes the plug-ins' chunks. `written` takes what the new file is.
+LevelMessages SaveLevel(Level& level, const std::string& path, FileStamp* written = nullptr);
 /// The bytes that SaveLevel writes. `path` is for messages.
 std::string SerializeLevel(Level& level, const std::string& path, LevelMessages& messages);
 

@@ -1,5 +1,8 @@
 #include "host/engine/SoundDuration.h"
 
+#include "host/engine/LowLevelFiles.h"
+#include "host/outside/OutsideFile.h"
+
 #include <algorithm>
 #include <sndfile.h>
 
@@ -8,8 +11,11 @@ namespace engine {
 float SoundFileSeconds(const std::string& path) {
     std::string portable = path;
     std::replace(portable.begin(), portable.end(), '\\', '/');
+    const OutsideFile outside(portable, kMaxFileBytes);
     SF_INFO info = {};
-    SNDFILE* file = sf_open(portable.c_str(), SFM_READ, &info);
+    SNDFILE* file = outside.IsOpen()
+                        ? sf_open_fd(outside.Descriptor(), SFM_READ, &info, /*close_desc*/ SF_FALSE)
+                        : nullptr;
     if (file == nullptr) {
         return -1.0f;
     }

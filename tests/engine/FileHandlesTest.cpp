@@ -7,8 +7,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <sys/stat.h>
 
 namespace {
 
@@ -16,9 +15,6 @@ namespace stdfs = std::filesystem;
 using engine::LowLevel;
 
 int writesUntilFailure = -1;
-bool failSync = false;
-bool failClose = false;
-bool failRename = false;
 
 ssize_t CountedWrite(int descriptor, const void* bytes, std::size_t size) {
     if (writesUntilFailure == 0) {
@@ -36,31 +32,13 @@ protected:
         char name[] = "/tmp/films-files-XXXXXX";
         folder = mkdtemp(name);
         writesUntilFailure = -1;
-        failSync = failClose = failRename = false;
         LowLevel().write = CountedWrite;
-        LowLevel().sync = [](int descriptor) { return failSync ? -1 : fsync(descriptor); };
-        LowLevel().close = [](int descriptor) {
-            const int result = ::close(descriptor);
-            return failClose ? -1 : result;
-        };
-        LowLevel().rename = [](const char* from, const char* to) {
-            return failRename ? -1 : std::rename(from, to);
-        };
     }
     ~FileHandlesTest() override {
         LowLevel() = original;
         stdfs::remove_all(folder);
     }
     std::string Path(const std::string& name) const { return (folder / name).string(); }
-    std::string Content(const std::string& name) const {
-        std::ifstream file(folder / name, std::ios::binary);
-        std::stringstream text;
-        text << file.rdbuf();
-        return text.str();
-    }
-    std::size_t FilesInFolder() const {
-        return static_cast<std::size_t>(std::distance(stdfs::directory_iterator(folder), {}));
-    }
 
     engine::LowLevelFiles original;
     stdfs::path folder;
@@ -113,6 +91,25 @@ TEST_F(FileHandlesTest, WrongPathsModesAndArgumentsAreRefused) {
     const std::uint32_t in = FS_open(Path("a").c_str(), 0);
     EXPECT_LT(FS_write(in, &byte, 1), 0);
     FS_close(in);
+}
+
+TEST_F(FileHandlesTest, FifosAndDevicesAreRefusedWithoutWaiting) {
+    ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
+    for (const int mode : {0, 1}) {
+        EXPECT_EQ(FS_open(Path("pipe").c_str(), mode), 0u);
+        EXPECT_EQ(FS_open("/dev/null", mode), 0u);
+    }
+    EXPECT_TRUE(stdfs::is_fifo(Path("pipe")));
+}
+
+TEST_F(FileHandlesTest, WritingEmptiesALongerFile) {
+    const std::uint32_t first = FS_open(Path("a").c_str(), 1);
+    FS_write(first, "longer", 6);
+    FS_close(first);
+    const std::uint32_t second = FS_open(Path("a").c_str(), 1);
+    FS_write(second, "ab", 2);
+    FS_close(second);
+    EXPECT_EQ(stdfs::file_size(Path("a")), 2u);
 }
 
 TEST_F(FileHandlesTest, LargeFilesGoThroughTheBufferWhole) {
@@ -172,41 +169,6 @@ TEST_F(FileHandlesTest, MemoryHandlesReadAndWrite) {
     EXPECT_EQ(engine::WrittenBytes(in), nullptr);
     EXPECT_EQ(engine::TakeWritten(in), "");
     EXPECT_EQ(FS_close(in), 0);
-}
-
-TEST_F(FileHandlesTest, ReplaceFileMakesAndReplacesFiles) {
-    std::string error;
-    EXPECT_TRUE(engine::ReplaceFile(Path("a"), "first", error));
-    EXPECT_EQ(Content("a"), "first");
-    EXPECT_TRUE(engine::ReplaceFile(Path("a"), "second", error));
-    EXPECT_EQ(Content("a"), "second");
-    EXPECT_EQ(FilesInFolder(), 1u);
-}
-
-TEST_F(FileHandlesTest, ReplaceFileLeavesTheOldFileWholeOnAnyFailure) {
-    std::string error;
-    ASSERT_TRUE(engine::ReplaceFile(Path("a"), "old", error));
-    const auto expectOld = [&](const char* what) {
-        error.clear();
-        EXPECT_FALSE(engine::ReplaceFile(Path("a"), "new", error)) << what;
-        EXPECT_FALSE(error.empty()) << what;
-        EXPECT_EQ(Content("a"), "old") << what;
-        EXPECT_EQ(FilesInFolder(), 1u) << what;
-    };
-    writesUntilFailure = 0;
-    expectOld("write");
-    writesUntilFailure = -1;
-    failSync = true;
-    expectOld("flush");
-    failSync = false;
-    failClose = true;
-    expectOld("close");
-    failClose = false;
-    failRename = true;
-    expectOld("rename");
-    failRename = false;
-    EXPECT_FALSE(engine::ReplaceFile(Path("no/such/folder"), "new", error));
-    EXPECT_TRUE(engine::ReplaceFile(Path("a"), "new", error));
 }
 
 TEST_F(FileHandlesTest, ReadWholeFileTellsWhyItCannot) {

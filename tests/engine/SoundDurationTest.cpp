@@ -1,11 +1,12 @@
 #include "host/engine/SoundDuration.h"
-#include "tests/engine/EngineFixture.h"
 #include "host/engine/ByteStream.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sys/stat.h>
 
 namespace engine_test {
 
@@ -47,6 +48,8 @@ TEST_F(SoundDurationTest, WavFileGivesItsSeconds) {
     EXPECT_EQ(engine::SoundFileSeconds((folder / "noise.wav").string()), -1.0f);
     EXPECT_EQ(engine::SoundFileSeconds((folder / "missing.wav").string()), -1.0f);
     EXPECT_EQ(engine::SoundFileSeconds(""), -1.0f);
+    ASSERT_EQ(mkfifo((folder / "pipe.wav").c_str(), 0600), 0);
+    EXPECT_EQ(engine::SoundFileSeconds((folder / "pipe.wav").string()), -1.0f);
 }
 
 TEST_F(SoundDurationTest, KeysFindSoundsBesideTheLevel) {

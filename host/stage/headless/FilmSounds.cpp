@@ -1,10 +1,10 @@
 #include "host/stage/headless/FilmSounds.h"
 
+#include "host/engine/References.h"
 #include "plugin/contract/Film.h"
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 
 namespace {
 
@@ -45,7 +45,7 @@ void FilmSounds::Start(const std::string& path, const IFilmKey& key, SoundReques
     if (mixer.Space() == nullptr || path.empty()) {
         return;
     }
-    request.path = (std::filesystem::path(folder) / path).string();
+    request.path = engine::ReferencePath(folder, path);
     request.offset = late;
     try {
         const int sound = mixer.Space()->Play(request);

@@ -1,6 +1,6 @@
 #include "host/stage/windows/FilmEffects.h"
 
-#include <filesystem>
+#include "host/engine/References.h"
 
 namespace stage {
 
@@ -23,7 +23,7 @@ FilmEffects::FilmEffects(engine::Level& filmLevel, std::function<void(const std:
 }
 
 std::string FilmEffects::PathOf(const std::string& name) const {
-    return (std::filesystem::path(level.Folder()) / name).string();
+    return engine::ReferencePath(level.Folder(), name);
 }
 
 void FilmEffects::Play(const SoundRequest& request) {
