@@ -2,6 +2,7 @@
 
 #include "host/engine/Changes.h"
 #include "host/engine/PosePlan.h"
+#include "host/engine/RawChunk.h"
 #include "host/engine/TrackBase.h"
 #include "plugin/contract/Film.h"
 
@@ -75,6 +76,7 @@ public:
     /// A track of this class, not yet added; null for another number.
     CFilmTrack* CreateTrack(int classId);
     const std::vector<TrackBase*>& Tracks() const { return bases; }
+    std::vector<RawChunk> foreignChunks; ///< in the film's part of the file and known to nobody
     void Forget(const DoomedObjects& doomed);
     void Relink(std::vector<std::string>& messages);
     void OnStructureChanged() {

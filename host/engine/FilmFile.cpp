@@ -75,11 +75,20 @@ void WriteTrack(const TrackBase& track, std::string& bytes) {
             EndChunkAt(bytes, keys);
         }
     }
+    MergeForeignAt(bytes, whole, track.foreignChunks);
     EndChunkAt(bytes, whole);
 }
 
+void TellRest(const FoundChunk& chunk, std::size_t left, const std::string& part,
+              std::vector<std::string>& messages) {
+    if (left > 0) {
+        messages.push_back(RestMessage(left, part) + " at byte " + std::to_string(chunk.offset));
+    }
+}
+
 /// Null for a class that no track has.
-std::unique_ptr<CFilmTrack> ReadTrackHead(Film& film, const FoundChunk& chunk) {
+std::unique_ptr<CFilmTrack> ReadTrackHead(Film& film, const FoundChunk& chunk,
+                                          std::vector<std::string>& messages) {
     ByteReader in(chunk.data);
     const int classId = in.I32();
     std::unique_ptr<CFilmTrack> track(film.CreateTrack(classId));
@@ -91,7 +100,11 @@ std::unique_ptr<CFilmTrack> ReadTrackHead(Film& film, const FoundChunk& chunk) {
         light->isFixedLight = in.U8();
         light->isSun = in.U8();
     }
-    return in.Good() ? std::move(track) : nullptr;
+    if (!in.Good()) {
+        return nullptr;
+    }
+    TellRest(chunk, in.Left(), "a track of film \"" + std::string(film.name) + "\"", messages);
+    return track;
 }
 
 void ReadTrackKeys(TrackBase& track, const FoundChunk& chunk) {
@@ -110,25 +123,36 @@ void ReadTrack(Film& film, const FoundChunk& chunk, std::vector<std::string>& me
     ChunkCursor cursor(chunk.data, chunk.offset);
     FoundChunk part;
     TrackBase* track = nullptr;
+    std::vector<RawChunk> foreign;
+    int place = 0;
     while (cursor.Next(part)) {
         if (part.id == LevelChunk::TrackHead && track == nullptr) {
-            std::unique_ptr<CFilmTrack> made = ReadTrackHead(film, part);
+            ++place;
+            std::unique_ptr<CFilmTrack> made = ReadTrackHead(film, part, messages);
             if (made == nullptr) {
                 throw ChunkError(part.offset, "a track is damaged");
             }
             film.AddTrack(made.release());
             track = film.Tracks().back();
         } else if (part.id == LevelChunk::TrackKeys && track != nullptr) {
+            ++place;
             try {
                 ReadTrackKeys(*track, part);
             } catch (const ChunkError& error) {
                 messages.push_back(std::string(error.what()) + " at byte " + std::to_string(error.offset));
             }
+        } else {
+            foreign.push_back({part.id, place, std::string(part.data)});
         }
     }
+    if (track == nullptr) {
+        messages.push_back("a track without a head is left out at byte " + std::to_string(chunk.offset));
+        return;
+    }
+    track->foreignChunks = std::move(foreign);
 }
 
-Film& ReadFilmHead(FilmManager& films, const FoundChunk& chunk) {
+Film& ReadFilmHead(FilmManager& films, const FoundChunk& chunk, std::vector<std::string>& messages) {
     ByteReader in(chunk.data);
     const int slot = in.U16();
     const std::string name = in.Text();
@@ -141,6 +165,7 @@ Film& ReadFilmHead(FilmManager& films, const FoundChunk& chunk) {
     film.SetName(name.c_str());
     film.length = length;
     film.validated = validated;
+    TellRest(chunk, in.Left(), "film \"" + name + "\"", messages);
     return film;
 }
 
@@ -176,6 +201,7 @@ void WriteFilms(const FilmManager& films, std::string& bytes) {
         for (const TrackBase* track : film->Tracks()) {
             WriteTrack(*track, bytes);
         }
+        MergeForeignAt(bytes, whole, film->foreignChunks);
         EndChunkAt(bytes, whole);
     }
 }
@@ -185,12 +211,23 @@ void ReadFilm(FilmManager& films, const FoundChunk& chunk, std::vector<std::stri
         ChunkCursor cursor(chunk.data, chunk.offset);
         FoundChunk part;
         Film* film = nullptr;
+        std::vector<RawChunk> early; // what stands in front of the head
+        int place = 0;
         while (cursor.Next(part)) {
             if (part.id == LevelChunk::FilmHead && film == nullptr) {
-                film = &ReadFilmHead(films, part);
+                film = &ReadFilmHead(films, part, messages);
+                film->foreignChunks = std::move(early);
+                ++place;
             } else if (part.id == LevelChunk::Track && film != nullptr) {
                 ReadTrack(*film, part, messages);
+                ++place;
+            } else {
+                std::vector<RawChunk>& foreign = film != nullptr ? film->foreignChunks : early;
+                foreign.push_back({part.id, place, std::string(part.data)});
             }
+        }
+        if (film == nullptr) {
+            throw ChunkError(chunk.offset, "a film without a head is left out");
         }
     } catch (const ChunkError& error) {
         messages.push_back(std::string(error.what()) + " at byte " + std::to_string(error.offset));

@@ -83,6 +83,7 @@ public:
     std::vector<SavedView> savedViews;
     std::vector<RawChunk> foreignChunks;     ///< of the level's file and known to nobody
     std::vector<RawChunk> foreignRootChunks; ///< the same inside the root object's part
+    std::string bytesBehind;                 ///< what stood in the file behind the level, written back there
 
 private:
     void Unlink(SceneObject& object);

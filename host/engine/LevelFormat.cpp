@@ -29,6 +29,11 @@ bool ChunkCursor::Next(FoundChunk& chunk) {
     return true;
 }
 
+std::string RestMessage(std::size_t left, const std::string& part) {
+    return part + " ends with " + std::to_string(left) +
+           " bytes that this program does not know; a save leaves them out";
+}
+
 void AppendChunk(std::string& bytes, std::uint16_t id, std::string_view data) {
     ByteWriter out(bytes);
     out.U16(id);
@@ -68,6 +73,14 @@ void MergeForeign(std::string& known, const std::vector<RawChunk>& foreign) {
     }
     addForeign(true);
     known = std::move(merged);
+}
+
+void MergeForeignAt(std::string& bytes, std::size_t begin, const std::vector<RawChunk>& foreign) {
+    if (!foreign.empty()) {
+        std::string inner = bytes.substr(begin);
+        MergeForeign(inner, foreign);
+        bytes.replace(begin, std::string::npos, inner);
+    }
 }
 
 } // namespace engine

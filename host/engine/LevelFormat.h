@@ -62,6 +62,9 @@ private:
     std::size_t at = 0;
 };
 
+/// What is told of a part to which a newer program has added fields: they are not kept.
+std::string RestMessage(std::size_t left, const std::string& part);
+
 /// Appends a chunk's header and data.
 void AppendChunk(std::string& bytes, std::uint16_t id, std::string_view data);
 /// Appends a chunk's header and gives the place of its data; EndChunkAt fills in the size when all is there.
@@ -69,5 +72,7 @@ std::size_t BeginChunkAt(std::string& bytes, std::uint16_t id);
 void EndChunkAt(std::string& bytes, std::size_t begin);
 /// Puts the foreign chunks between the chunks of `known`: each behind as many as its place says.
 void MergeForeign(std::string& known, const std::vector<RawChunk>& foreign);
+/// The same for a container at the end of `bytes` that began at `begin`.
+void MergeForeignAt(std::string& bytes, std::size_t begin, const std::vector<RawChunk>& foreign);
 
 } // namespace engine

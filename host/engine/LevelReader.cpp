@@ -17,6 +17,7 @@ void LevelReader::Read() {
     if (!file.Next(whole) || whole.id != LevelChunk::Level) {
         throw ChunkError(0, "this is not a level file");
     }
+    data.bytesBehind = pending.bytes.substr(whole.offset + whole.data.size());
     ChunkCursor cursor(whole.data, whole.offset);
     FoundChunk chunk;
     for (int place = 0; cursor.Next(chunk);) {
@@ -63,6 +64,12 @@ void LevelReader::Tell(std::size_t offset, const std::string& what) {
     pending.messages.push_back(pending.path + ": " + what + " at byte " + std::to_string(offset));
 }
 
+void LevelReader::TellRest(const FoundChunk& chunk, std::size_t left, const std::string& part) {
+    if (left > 0) {
+        Tell(chunk.offset, RestMessage(left, part));
+    }
+}
+
 void LevelReader::Postpone(int objectId, const FoundChunk& chunk, int place) {
     pending.chunks.push_back(
         {objectId, chunk.id, place, chunk.offset, static_cast<std::uint32_t>(chunk.data.size())});
@@ -80,6 +87,7 @@ void LevelReader::ReadHeader(const FoundChunk& chunk) {
                                            ", which this program does not know");
     }
     headerSeen = true;
+    TellRest(chunk, in.Left(), "the level's header");
     data.SetNextId(next);
 }
 
@@ -96,12 +104,17 @@ void LevelReader::ReadObjects(const FoundChunk& container) {
     FoundChunk chunk;
     while (cursor.Next(chunk)) {
         if (chunk.id != LevelChunk::Object) {
-            Tell(chunk.offset, "chunk " + std::to_string(chunk.id) + " among the objects is left out");
+            Tell(chunk.offset, "chunk " + std::to_string(chunk.id) +
+                                   " among the objects is not known; a save leaves it out");
             continue;
         }
         try {
             std::vector<ObjectExtra> extras;
-            SceneObject& object = ParseObject(data, chunk.data, chunk.offset, extras);
+            std::vector<std::string> told;
+            SceneObject& object = ParseObject(data, chunk.data, chunk.offset, extras, &told);
+            for (const std::string& message : told) {
+                Tell(chunk.offset, message);
+            }
             for (const ObjectExtra& extra : extras) {
                 Postpone(object.id, extra.chunk, extra.place);
             }
@@ -145,6 +158,7 @@ void LevelReader::ReadGroups(const FoundChunk& chunk) {
     if (!in.Good()) {
         Tell(chunk.offset, "the groups are cut short");
     }
+    TellRest(chunk, in.Good() ? in.Left() : 0, "the list of groups");
 }
 
 void LevelReader::ReadSun(const FoundChunk& chunk) {
@@ -161,6 +175,7 @@ void LevelReader::ReadSun(const FoundChunk& chunk) {
         data.SetSun(true);
         Tell(chunk.offset, "the sun is damaged and shines as in a new level");
     }
+    TellRest(chunk, in.Good() ? in.Left() : 0, "the sun");
 }
 
 void LevelReader::ReadViews(const FoundChunk& chunk) {
@@ -179,6 +194,7 @@ void LevelReader::ReadViews(const FoundChunk& chunk) {
     if (!in.Good()) {
         Tell(chunk.offset, "the views are cut short");
     }
+    TellRest(chunk, in.Good() ? in.Left() : 0, "the list of views");
 }
 
 } // namespace engine

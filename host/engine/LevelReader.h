@@ -27,6 +27,8 @@ private:
     void ReadSun(const FoundChunk& chunk);
     void ReadViews(const FoundChunk& chunk);
     void Tell(std::size_t offset, const std::string& what);
+    /// A newer program has written more into a part than this one reads.
+    void TellRest(const FoundChunk& chunk, std::size_t left, const std::string& part);
     void Postpone(int objectId, const FoundChunk& chunk, int place);
 
     PendingLevel& pending;

@@ -68,11 +68,7 @@ void AppendFilms(Level& level, std::string& bytes) {
     bytes.reserve(bytes.size() + FilmsSizeGuess(films));
     WriteFilms(films, bytes);
     bytes += PluginBytes(level, &films);
-    if (!films.foreignChunks.empty()) {
-        std::string inner = bytes.substr(begin);
-        MergeForeign(inner, films.foreignChunks);
-        bytes.replace(begin, std::string::npos, inner);
-    }
+    MergeForeignAt(bytes, begin, films.foreignChunks);
     EndChunkAt(bytes, begin);
 }
 
@@ -150,15 +146,13 @@ std::string WriteLevelBytes(Level& level) {
     AppendChunk(bytes, LevelChunk::Groups, GroupsBytes(data));
     AppendChunk(bytes, LevelChunk::Sun, SunBytes(data));
     AppendChunk(bytes, LevelChunk::Views, ViewsBytes(level));
-    if (!data.foreignChunks.empty()) {
-        std::string inner = bytes.substr(begin);
-        MergeForeign(inner, data.foreignChunks);
-        bytes.replace(begin, std::string::npos, inner);
-    }
-    if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
+    MergeForeignAt(bytes, begin, data.foreignChunks);
+    if (bytes.size() + data.bytesBehind.size() >
+        static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
         throw std::length_error("the level is larger than 2 GiB");
     }
     EndChunkAt(bytes, begin);
+    bytes += data.bytesBehind;
     return bytes;
 }
 

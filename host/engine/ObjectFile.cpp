@@ -46,7 +46,7 @@ std::string CoreBytes(SceneObject& object) {
     return bytes;
 }
 
-ObjectCore ReadCore(const FoundChunk& chunk) {
+ObjectCore ReadCore(const FoundChunk& chunk, std::size_t& rest) {
     ByteReader in(chunk.data);
     ObjectCore core;
     core.id = in.I32();
@@ -62,6 +62,7 @@ ObjectCore ReadCore(const FoundChunk& chunk) {
     if (!in.Good()) {
         throw ChunkError(chunk.offset, "the description of an object is cut short");
     }
+    rest += in.Left();
     return core;
 }
 
@@ -75,7 +76,7 @@ std::string LightBytes(const LightProperties& light) {
     return bytes;
 }
 
-LightProperties ReadLight(const FoundChunk& chunk) {
+LightProperties ReadLight(const FoundChunk& chunk, std::size_t& rest) {
     ByteReader in(chunk.data);
     LightProperties light;
     in.Floats(light.color.Data(), 3);
@@ -85,6 +86,7 @@ LightProperties ReadLight(const FoundChunk& chunk) {
     if (!in.Good()) {
         throw ChunkError(chunk.offset, "the light of an object is cut short");
     }
+    rest += in.Left();
     return light;
 }
 
@@ -123,17 +125,18 @@ void SaveSceneObject(SceneObject& object, fs::file& file) {
 }
 
 SceneObject& ParseObject(LevelData& data, std::string_view parts, std::size_t offset,
-                         std::vector<ObjectExtra>& extras) {
+                         std::vector<ObjectExtra>& extras, std::vector<std::string>* told) {
+    std::size_t rest = 0;
     std::optional<ObjectCore> core;
     std::optional<LightProperties> light;
     ChunkCursor cursor(parts, offset);
     FoundChunk chunk;
     for (int place = 0; cursor.Next(chunk);) {
-        if (chunk.id == LevelChunk::ObjectCore) {
-            core = ReadCore(chunk);
+        if (chunk.id == LevelChunk::ObjectCore && !core) {
+            core = ReadCore(chunk, rest);
             ++place;
-        } else if (chunk.id == LevelChunk::ObjectLight) {
-            light = ReadLight(chunk);
+        } else if (chunk.id == LevelChunk::ObjectLight && !light) {
+            light = ReadLight(chunk, rest);
             ++place;
         } else {
             extras.push_back({chunk, place});
@@ -141,6 +144,9 @@ SceneObject& ParseObject(LevelData& data, std::string_view parts, std::size_t of
     }
     if (!core) {
         throw ChunkError(offset, "an object has no description");
+    }
+    if (rest > 0 && told != nullptr) {
+        told->push_back(RestMessage(rest, "object \"" + core->name + "\""));
     }
     SceneObject& object = data.AddLoaded(core->id);
     object.objectKind = core->kind;

@@ -22,8 +22,9 @@ void SaveSceneObject(SceneObject& object, fs::file& file);
 /// object, if they make no object. Throws fs::file_exception as the file does.
 EditorObject* LoadSceneObject(LevelData& data, fs::file& file, std::uint32_t dataSize, int classId,
                               EditorObject* owner);
-/// Makes an object from the parts that SaveSceneObject wrote. Throws ChunkError, and then made none.
+/// Makes an object from the parts that SaveSceneObject wrote. Throws ChunkError, and then made none. `told`
+/// takes what is not kept of it.
 SceneObject& ParseObject(LevelData& data, std::string_view parts, std::size_t offset,
-                         std::vector<ObjectExtra>& extras);
+                         std::vector<ObjectExtra>& extras, std::vector<std::string>* told = nullptr);
 
 } // namespace engine

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "host/engine/CurveChannel.h"
+#include "host/engine/RawChunk.h"
 #include "plugin/contract/Film.h"
 
 #include <cmath>
 #include <memory>
+#include <vector>
 
 namespace engine {
 
@@ -82,6 +84,8 @@ public:
     /// Finds objects by the ids of a file. What is missing is told and stays null.
     virtual void Relink(const LevelData& data, std::vector<std::string>& messages);
     virtual void Refresh() { MarkAllChanged(); }
+
+    std::vector<RawChunk> foreignChunks; ///< in the track's part of the file and known to nobody
 
 protected:
     TrackBase(CFilmTrack& track, int trackClass, FilmManager& filmManager);
