@@ -41,6 +41,10 @@ public:
         inputTexts = title + "|" + prompt;
         return number;
     }
+    std::optional<std::string> PathForChangedFile(const std::string& path) override {
+        changedFiles.push_back(path);
+        return pathForChangedFile;
+    }
     void Report(const std::string& text) override { reports.push_back(text); }
     void ReportError(const std::string& text) override { errors.push_back(text); }
     void ShowDeleteRefusals(const std::list<DeleteMessage>& messages) override { refusals = messages; }
@@ -63,6 +67,8 @@ public:
     std::optional<std::string> browsed;
     std::optional<float> number;
     std::string inputTexts;
+    std::vector<std::string> changedFiles;
+    std::optional<std::string> pathForChangedFile;
     std::vector<std::string> reports;
     std::vector<std::string> errors;
     std::list<DeleteMessage> refusals;

@@ -6,12 +6,16 @@
 #include "host/stage/windows/PickDialog.h"
 #include "host/stage/windows/TransformFields.h"
 #include "host/stage/windows/ViewArea.h"
+#include "tests/support/Answering.h"
+#include "tests/support/TempFolder.h"
 
 #include <cstring>
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFile>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QListWidget>
@@ -19,6 +23,7 @@
 #include <QMessageBox>
 #include <QSettings>
 #include <QTest>
+#include <QTimer>
 
 using ::testing::_;
 
@@ -322,4 +327,43 @@ TEST_F(MainWindowTest, EffectsMayBeTypedFreely) {
         [&] { EXPECT_EQ(window.host.BrowseObjectName(2, "Smoke"), "MyOwnSmoke"); });
     Answering([](QWidget& dialog) { dynamic_cast<QDialog&>(dialog).reject(); },
               [&] { EXPECT_EQ(window.host.BrowseObjectName(0, "x"), std::nullopt); });
+}
+
+TEST_F(MainWindowTest, AFileThatAnotherProgramChangedIsOverwrittenOnlyOnPurpose) {
+    const QString path = PathOf("start.level").c_str();
+    WriteWholeFile(path.toStdString(), "of another program");
+    Answering([](QWidget& box) { PressButton(box, QMessageBox::Cancel); },
+              [&] { EXPECT_FALSE(window.SaveLevelAs(path)); });
+    EXPECT_EQ(ReadWholeFile(path.toStdString()), "of another program");
+    const auto pressOverwrite = [](QWidget& box) {
+        EXPECT_EQ(box.objectName(), "FileChanged");
+        for (QAbstractButton* button : static_cast<QMessageBox&>(box).buttons()) {
+            if (button->text() == "Overwrite") {
+                button->click();
+                return;
+            }
+        }
+        box.close();
+    };
+    Answering(pressOverwrite, [&] { EXPECT_TRUE(window.SaveLevelAs(path)); });
+    EXPECT_NE(ReadWholeFile(path.toStdString()), "of another program");
+    EXPECT_TRUE(window.SaveLevelAs(path));
+}
+
+TEST_F(MainWindowTest, AFileThatAnotherProgramChangedCanBeKeptBySavingElsewhere) {
+    const QString path = PathOf("start.level").c_str();
+    WriteWholeFile(path.toStdString(), "of another program");
+    const auto saveElsewhere = [&](QWidget& box) {
+        QTimer::singleShot(0, &window, [&] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            dialog->findChild<QLineEdit*>()->setText(PathOf("mine").c_str());
+            static_cast<QDialog*>(dialog)->accept();
+        });
+        static_cast<QMessageBox&>(box).defaultButton()->click();
+    };
+    Answering(saveElsewhere, [&] { EXPECT_TRUE(window.SaveLevelAs(path)); });
+    EXPECT_EQ(window.session.Path(), PathOf("mine.level"));
+    EXPECT_TRUE(QFile::exists(PathOf("mine.level").c_str()));
+    EXPECT_EQ(ReadWholeFile(path.toStdString()), "of another program");
 }

@@ -146,6 +146,30 @@ TEST_F(WholeStageTest, SavedAndReopenedLevelHasTheSameBytes) {
     EXPECT_EQ(std::filesystem::file_size(folder.File("harbour/FilmsValidation.txt")), 0u);
 }
 
+TEST_F(WholeStageTest, SampleOpenedByARelativePathAndSavedKeepsAllItsNames) {
+    const auto names = [this] {
+        std::vector<std::string> found;
+        for (const auto& object : window->host.level.Data()->Objects()) {
+            if (!object->meshName.empty()) {
+                found.push_back(object->name + " " + object->meshName);
+            }
+        }
+        return found;
+    };
+    const std::vector<std::string> before = names();
+    EXPECT_GT(before.size(), 40u);
+    const std::filesystem::path work = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    ASSERT_TRUE(window->OpenLevel("harbour/harbour.level"));
+    EXPECT_EQ(names(), before);
+    ASSERT_TRUE(window->SaveLevelAs(QString::fromStdString(window->session.Path())));
+    std::filesystem::current_path(work);
+    EXPECT_EQ(names(), before);
+    ASSERT_TRUE(window->OpenLevel(QString::fromStdString(levelPath)));
+    EXPECT_EQ(names(), before);
+    EXPECT_NE(Object("Crate")->Mesh(), nullptr);
+}
+
 TEST_F(WholeStageTest, SaveStoresNoFilmPoses) {
     ChooseFilm("Intro"); // closing it hides its lights, which the level keeps
     ChooseFilm("<none>");

@@ -1,11 +1,15 @@
 #include "host/stage/host/LevelSession.h"
 
+#include "host/engine/FileReplace.h"
 #include "host/engine/LevelFile.h"
+#include "host/engine/References.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/FilmFingerprint.h"
+#include "host/stage/host/ReferenceMove.h"
 #include "plugin/contract/EventCodes.h"
 
 #include <filesystem>
+#include <optional>
 
 namespace stage {
 
@@ -21,10 +25,6 @@ std::string Joined(const std::vector<std::string>& messages) {
     }
     return text;
 }
-
-std::string FolderOf(const std::string& path) {
-    return std::filesystem::absolute(path).lexically_normal().parent_path().string();
-}
 } // namespace
 
 LevelSession::LevelSession(EditorHost& editorHost) : host(editorHost) {
@@ -34,6 +34,7 @@ void LevelSession::New() {
     host.LeaveLevel();
     host.level.New("");
     host.meshes.SetFolder("");
+    Forget();
     Arrive("");
 }
 
@@ -53,18 +54,30 @@ bool LevelSession::Open(const std::string& newPath) {
 
 std::vector<std::string> LevelSession::Load(const std::string& newPath) {
     engine::PendingLevel pending = engine::ReadLevel(host.level, newPath);
+    const std::string absolute = pending.path;
+    const engine::FileStamp opened = pending.stamp;
+    std::string bytes = pending.bytes;
     host.LeaveLevel();
     host.level.Close(); // before its meshes go
-    host.meshes.SetFolder(FolderOf(newPath));
+    host.meshes.SetFolder(pending.folder);
     try {
         std::vector<std::string> messages = engine::InstallLevel(host.level, std::move(pending));
-        Arrive(newPath);
+        stamp = opened;
+        original = messages.empty() ? std::string() : std::move(bytes);
+        Arrive(absolute);
         return messages;
     } catch (...) {
+        host.meshes.SetFolder("");
         host.level.New("");
+        Forget();
         Arrive("");
         throw;
     }
+}
+
+void LevelSession::Forget() {
+    stamp = {};
+    original.clear();
 }
 
 void LevelSession::Arrive(const std::string& newPath) {
@@ -82,6 +95,7 @@ void LevelSession::Close() {
     host.LeaveLevel();
     host.level.Close();
     path.clear();
+    Forget();
     objectsChanged = false;
     savedFilms = Fingerprint();
 }
@@ -90,22 +104,41 @@ bool LevelSession::Save(const std::string& newPath) {
     if (host.level.Data() == nullptr) {
         return false;
     }
+    std::string wanted = engine::AbsolutePath(newPath);
+    // Asked before the plug-ins leave their film: a box of the host's is no place to be in the middle of a
+    // save.
+    while (IsOwnFile(wanted) && engine::HasChanged(wanted, stamp)) {
+        const std::optional<std::string> answer = host.windows.PathForChangedFile(wanted);
+        if (!answer) {
+            return false;
+        }
+        const std::string chosen = engine::AbsolutePath(*answer);
+        if (IsOwnFile(chosen)) {
+            break;
+        }
+        wanted = chosen;
+    }
+    return SaveUnder(wanted);
+}
+
+bool LevelSession::IsOwnFile(const std::string& newPath) const {
+    std::error_code error;
+    return !path.empty() && (newPath == path || std::filesystem::equivalent(newPath, path, error));
+}
+
+bool LevelSession::SaveUnder(const std::string& newPath) {
     host.plugins.SendEvent(EventCode::Suspend, nullptr);
-    const std::string oldFolder = host.level.Folder();
     bool saved = false;
     try {
-        const std::string folder = FolderOf(newPath);
-        MoveTo(folder);
-        const std::vector<std::string> messages = engine::SaveLevel(host.level, newPath);
+        const std::vector<std::string> messages = Write(newPath);
         path = newPath;
         objectsChanged = false;
         savedFilms = Fingerprint();
         saved = true;
         if (!messages.empty()) {
-            host.windows.ReportError("The level was saved, but not all of it:\n" + Joined(messages));
+            host.windows.ReportError("The level was saved, but:\n" + Joined(messages));
         }
     } catch (const std::exception& failure) {
-        MoveTo(oldFolder);
         host.windows.ReportError(std::string("The level can't be saved.\n") + failure.what());
     }
     host.windows.LevelChanged();
@@ -114,23 +147,48 @@ bool LevelSession::Save(const std::string& newPath) {
     return saved;
 }
 
-void LevelSession::MoveTo(const std::string& newFolder) {
-    namespace fs = std::filesystem;
-    const fs::path oldFolder = fs::path(host.level.Folder()).lexically_normal();
+std::vector<std::string> LevelSession::Write(const std::string& newPath) {
+    const std::string oldFolder = host.level.Folder();
+    const std::string newFolder = engine::LevelFolder(newPath);
+    ReferenceMove names(*host.level.Data(), oldFolder, newFolder);
+    SetFolder(newFolder, names.HasMovedMeshes());
+    try {
+        KeepOriginal(newPath);
+        engine::FileStamp written;
+        std::vector<std::string> messages = engine::SaveLevel(host.level, newPath, &written);
+        stamp = written;
+        original.clear();
+        return messages;
+    } catch (...) {
+        const bool meshesMoved = names.HasMovedMeshes();
+        names.Undo();
+        SetFolder(oldFolder, meshesMoved);
+        throw;
+    }
+}
+
+void LevelSession::SetFolder(const std::string& newFolder, bool meshesMoved) {
+    const bool isSame = engine::IsSameFolder(host.level.Folder(), newFolder);
     host.level.SetFolder(newFolder);
-    if (oldFolder == fs::path(host.level.Folder()).lexically_normal()) {
-        return;
+    if (isSame && !meshesMoved) {
+        return; // another spelling at most: the meshes that objects hold stay good
     }
     host.meshes.SetFolder(newFolder);
     for (const auto& object : host.level.Data()->Objects()) {
-        const fs::path mesh = object->meshName;
-        const bool moves = !mesh.empty() && mesh.is_relative() && !oldFolder.empty() && !newFolder.empty();
-        // Set also where the name stays: the mesh behind it was dropped with the folder.
-        object->SetMeshName(
-            moves ? (oldFolder / mesh).lexically_normal().lexically_relative(newFolder).generic_string()
-                  : object->meshName);
+        // Also where the name stays: the mesh behind it was dropped with the folder.
+        object->SetMeshName(std::string(object->meshName));
     }
     host.plugins.SendEvent(EventCode::ObjectSetChanged, nullptr);
+}
+
+/// A save writes what could be read of the level; what could not is in the file that was opened.
+void LevelSession::KeepOriginal(const std::string& newPath) {
+    std::string error;
+    if (!original.empty() && IsOwnFile(newPath) &&
+        !engine::ReplaceFile(engine::FollowLinks(newPath) + ".bak", original, error)) {
+        throw engine::LevelFileError(
+            newPath, -1, "not all of it could be read, and what was opened can't be kept: " + error);
+    }
 }
 
 bool LevelSession::IsChanged() const {

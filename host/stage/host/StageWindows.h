@@ -51,6 +51,10 @@ public:
     virtual std::optional<float> InputNumber(float present, const std::string& title,
                                              const std::string& prompt) = 0;
 
+    /// Another program has changed the level's file since it was opened or saved here. The path to save
+    /// under: the same to overwrite what the other has written, another to keep both, none to save nothing.
+    virtual std::optional<std::string> PathForChangedFile(const std::string& path) = 0;
+
     /// A line for the status bar.
     virtual void Report(const std::string& text) = 0;
     /// A failure that the user must see.

@@ -71,6 +71,7 @@ public:
     std::optional<std::string> BrowseFx(int fxKind, const std::string& present) override;
     std::optional<float> InputNumber(float present, const std::string& title,
                                      const std::string& prompt) override;
+    std::optional<std::string> PathForChangedFile(const std::string& path) override;
     void Report(const std::string& text) override;
     void ReportError(const std::string& text) override;
     void ShowDeleteRefusals(const std::list<DeleteMessage>& messages) override;
@@ -115,6 +116,8 @@ private:
     void OpenDialog();
     bool Save();
     bool SaveAsDialog();
+    /// A path for the level as the user chooses it, empty if he chooses none.
+    QString AskSavePath();
     void RememberRecent(const QString& path);
 
     void CreateObject(const char* className, const QString& name, const QString& meshName);

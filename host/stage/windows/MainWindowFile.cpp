@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QSettings>
 #include <QStatusBar>
 
@@ -91,7 +92,7 @@ bool MainWindow::OpenLevel(const QString& path) {
         return false;
     }
     views->ShowAll();
-    RememberRecent(path);
+    RememberRecent(QString::fromStdString(session.Path()));
     Report(tr("Opened %1").arg(path).toStdString());
     return true;
 }
@@ -100,25 +101,44 @@ bool MainWindow::Save() {
     return session.Path().empty() ? SaveAsDialog() : SaveLevelAs(QString::fromStdString(session.Path()));
 }
 
+QString MainWindow::AskSavePath() {
+    const QString path = QFileDialog::getSaveFileName(this, tr("Save level"),
+                                                      QString::fromStdString(session.Path()), tr(kFilter));
+    return path.isEmpty() || !QFileInfo(path).suffix().isEmpty() ? path : path + ".level";
+}
+
 bool MainWindow::SaveAsDialog() {
-    QString path = QFileDialog::getSaveFileName(this, tr("Save level"),
-                                                QString::fromStdString(session.Path()), tr(kFilter));
-    if (path.isEmpty()) {
-        return false;
-    }
-    if (QFileInfo(path).suffix().isEmpty()) {
-        path += ".level";
-    }
-    return SaveLevelAs(path);
+    const QString path = AskSavePath();
+    return !path.isEmpty() && SaveLevelAs(path);
 }
 
 bool MainWindow::SaveLevelAs(const QString& path) {
     if (!session.Save(path.toStdString())) {
         return false;
     }
-    RememberRecent(path);
-    Report(tr("Saved %1").arg(path).toStdString());
+    const QString saved = QString::fromStdString(session.Path());
+    RememberRecent(saved);
+    Report(tr("Saved %1").arg(saved).toStdString());
     return true;
+}
+
+std::optional<std::string> MainWindow::PathForChangedFile(const std::string& path) {
+    QMessageBox box(QMessageBox::Warning, tr("Stage"),
+                    tr("Another program has changed \"%1\" since it was opened or saved here.")
+                        .arg(QString::fromStdString(path)),
+                    QMessageBox::NoButton, this);
+    box.setObjectName("FileChanged");
+    box.setInformativeText(tr("Overwriting it loses what the other program has written."));
+    const QAbstractButton* overwrite = box.addButton(tr("Overwrite"), QMessageBox::DestructiveRole);
+    QPushButton* saveAs = box.addButton(tr("Save as..."), QMessageBox::AcceptRole);
+    box.addButton(QMessageBox::Cancel);
+    box.setDefaultButton(saveAs);
+    box.exec();
+    if (box.clickedButton() == overwrite) {
+        return path;
+    }
+    const QString chosen = box.clickedButton() == saveAs ? AskSavePath() : QString();
+    return chosen.isEmpty() ? std::nullopt : std::optional<std::string>(chosen.toStdString());
 }
 
 void MainWindow::RememberRecent(const QString& path) {

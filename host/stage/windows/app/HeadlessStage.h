@@ -29,6 +29,7 @@ public:
     std::optional<std::string> BrowseMeshAnimation(EditorObject*, const std::string&) override { return {}; }
     std::optional<std::string> BrowseFx(int, const std::string&) override { return {}; }
     std::optional<float> InputNumber(float, const std::string&, const std::string&) override { return {}; }
+    std::optional<std::string> PathForChangedFile(const std::string&) override { return {}; }
     void Report(const std::string& text) override;
     void ReportError(const std::string& text) override { Report(text); }
     void ShowDeleteRefusals(const std::list<DeleteMessage>&) override {}
