@@ -92,6 +92,15 @@ protected:
     std::string told;
 };
 
+TEST_F(HeadlessTest, ALinkedLevelFindsItsMeshesBesideTheFileItself) {
+    const std::string link = (folder / "link.level").string();
+    std::filesystem::create_symlink(kLevel, link);
+    SampleHost host;
+    EXPECT_TRUE(host.Open(link).empty());
+    EXPECT_NE(host.Level().FindObject("Crate")->Mesh(), nullptr);
+    EXPECT_EQ(host.Level().Folder(), SampleFolder() + "/");
+}
+
 TEST_F(HeadlessTest, FramesAreNumberedByTheFilm) {
     SampleHost host;
     ASSERT_EQ(Run(Arguments("out", "30:32"), host), HeadlessExit::kDone) << told;

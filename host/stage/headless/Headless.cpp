@@ -3,6 +3,7 @@
 #include "host/engine/Film.h"
 #include "host/engine/FilmManager.h"
 #include "host/engine/Level.h"
+#include "host/engine/References.h"
 #include "host/stage/headless/FilmPlayback.h"
 #include "host/stage/headless/FilmSounds.h"
 #include "host/stage/headless/FrameOutput.h"
@@ -163,8 +164,7 @@ GltfMeshLibrary& HeadlessHost::Meshes() {
 }
 
 engine::LevelMessages HeadlessHost::Open(const std::string& path) {
-    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
-    Meshes().SetFolder(folder.empty() ? "." : folder.string());
+    Meshes().SetFolder(engine::LevelFolder(path));
     return engine::LoadLevel(Level(), path);
 }
 
