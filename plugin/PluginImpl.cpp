@@ -92,7 +92,7 @@ void IPluginImpl::OnNew() {
         ResetFilmViewSettings(index);
     }
     if (IMainCtrl* control = GetMainCtrl()) {
-        control->ReloadKeysParams();
+        control->Reset();
     }
     RewindTime();
     SetAnimateObjects(false);

@@ -85,7 +85,7 @@ public:
     bool SaveKeysParams(const std::string& path);
     void LoadDefaultKeysParams(KeyKindParamsTable* records);
     bool ImportKeysParams(const char* path);
-    void ReloadKeysParams() override;
+    void Reset() override;
 
     // Scrolling.
     void OnLineForward(CTimeScrollbar* bar) override;

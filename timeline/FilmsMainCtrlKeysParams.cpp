@@ -18,6 +18,7 @@ bool CFilmsMainCtrl::ImportKeysParams(const char* path) {
     return LoadKeysParams(path, &keyParams);
 }
 
-void CFilmsMainCtrl::ReloadKeysParams() {
+void CFilmsMainCtrl::Reset() {
+    changingActor = false;
     LoadDefaultKeysParams(&keyParams);
 }

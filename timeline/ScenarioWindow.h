@@ -26,8 +26,8 @@ public:
     /// Takes the level's selection as the new actor.
     virtual bool ChangeActor() = 0;
     virtual void ClearUndo() = 0;
-    /// Back to the key parameters of the data folder.
-    virtual void ReloadKeysParams() = 0;
+    /// For a new level: back to the key parameters of the data folder, and "Change actor" ends.
+    virtual void Reset() = 0;
     virtual void ShowFilm(IFilm* film, bool flag) = 0;
     /// A track that is about to be deleted: no row and no view looks at it any more.
     virtual void ForgetTrack(const CFilmTrack* track) = 0;

@@ -66,7 +66,7 @@ TEST_F(MainCtrlKeysParamsTest, SavedParametersComeBackByImport) {
 TEST_F(MainCtrlKeysParamsTest, ReloadGoesBackToTheDataFolder) {
     CFilmsMainCtrl control;
     control.keyParams[4].rectHeight = 7;
-    control.ReloadKeysParams();
+    control.Reset();
     EXPECT_EQ(control.keyParams[4].rectHeight, 15);
     EXPECT_THAT(boxes, IsEmpty());
 }

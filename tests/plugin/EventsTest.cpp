@@ -213,8 +213,7 @@ TEST_F(EventsTest, NewLevelResetsEverythingButCameraStores) {
     EXPECT_EQ(plugin.cameraParams.size(), 1u);
     EXPECT_EQ(plugin.animateObjects, 0);
     EXPECT_EQ(plugin.currentTime, 0.0f);
-    EXPECT_THAT(calls,
-                ElementsAre("ClearUndo", "ShowCurrentFilm", "ReloadKeysParams", "PressButton 36823 up"));
+    EXPECT_THAT(calls, ElementsAre("ClearUndo", "ShowCurrentFilm", "Reset", "PressButton 36823 up"));
     EXPECT_EQ(window.times.back(), 0.0f);
 }
 

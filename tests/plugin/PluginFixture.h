@@ -96,7 +96,7 @@ public:
     bool IsChangingActor() const override { return changingActor; }
     bool ChangeActor() override;
     void ClearUndo() override { log.push_back("ClearUndo"); }
-    void ReloadKeysParams() override { log.push_back("ReloadKeysParams"); }
+    void Reset() override { log.push_back("Reset"); }
     void ShowFilm(IFilm*, bool) override { log.push_back("ShowFilm"); }
     void ForgetTrack(const CFilmTrack*) override { log.push_back("ForgetTrack"); }
     void RecordObjectKeys(EditorObject* object, float time, const float* newMatrix,

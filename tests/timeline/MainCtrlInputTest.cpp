@@ -277,6 +277,13 @@ TEST_F(MainCtrlInputTest, ChangeActorTakesTheNextSelection) {
     EXPECT_EQ(RowOf("Actor100"), nullptr);
 }
 
+TEST_F(MainCtrlInputTest, ANewLevelEndsChangeActor) {
+    control->menuRow = RowOf("Actor100");
+    control->OnCmdMsg(IDC_CHANGE_ACTOR, 0, nullptr, nullptr);
+    plugin.OnNew();
+    EXPECT_FALSE(control->IsChangingActor());
+}
+
 TEST_F(MainCtrlInputTest, ChangeActorNeedsAnActorTrack) {
     control->menuRow = RowOf("Level");
     control->OnCmdMsg(IDC_CHANGE_ACTOR, 0, nullptr, nullptr);
