@@ -5,6 +5,17 @@
 
 namespace engine {
 
+namespace {
+
+/// Cosine of 89.9999 degrees: the least by which the forward axis leaves the x axis. Splitting a matrix takes
+/// quotients of such numbers and needs them well above the 1e-6 at which a split gives up, and above what
+/// float rows are rounded by.
+constexpr float kLeastCosine = 1.7453293e-6f;
+/// Below this share of a unit axis, what stands beside the x axis is rounding and tells no angle.
+constexpr float kRounding = 2e-7f;
+
+} // namespace
+
 bool IsFinite(const Vector3& a) {
     return std::isfinite(a.x) && std::isfinite(a.y) && std::isfinite(a.z);
 }
@@ -94,9 +105,12 @@ void ComposeRows(const Vector3& degrees, const Vector3& scale, float* matrix) {
     const float sx = std::sin(degrees.x * kRadiansPerDegree);
     const float cx = std::cos(degrees.x * kRadiansPerDegree);
     const float sy = std::sin(degrees.y * kRadiansPerDegree);
-    const float cy = std::cos(degrees.y * kRadiansPerDegree);
+    float cy = std::cos(degrees.y * kRadiansPerDegree);
     const float sz = std::sin(degrees.z * kRadiansPerDegree);
     const float cz = std::cos(degrees.z * kRadiansPerDegree);
+    if (std::fabs(cy) < kLeastCosine) {
+        cy = kLeastCosine;
+    }
     matrix[0] = cy * cz * scale.x;
     matrix[1] = (cx * sz + sx * sy * cz) * scale.x;
     matrix[2] = (sx * sz - cx * sy * cz) * scale.x;
@@ -125,6 +139,36 @@ Matrix4 Compose(const Vector3& position, const Vector3& degrees, const Vector3& 
     return result;
 }
 
+void LeaveGimbal(Matrix4& matrix, const float* firstAngle) {
+    const Vector3 forward = matrix.Axis(2);
+    const float length = Length(forward);
+    const float beside = std::hypot(forward.y, forward.z);
+    if (!(beside < 0.99f * kLeastCosine * length) || !IsFinite(matrix)) {
+        return;
+    }
+    float sine = 0.0f; // of the first angle
+    float cosine = 1.0f;
+    if (beside > kRounding * length) {
+        sine = -forward.y / beside;
+        cosine = forward.z / beside;
+    } else {
+        const Vector3 up = matrix.Axis(1);
+        const float mirror = Dot(matrix.Axis(0), Cross(up, forward)) < 0.0f ? -1.0f : 1.0f;
+        const float angle = firstAngle != nullptr ? *firstAngle * kRadiansPerDegree
+                                                  : std::atan2(mirror * up.z, mirror * up.y);
+        sine = mirror * std::sin(angle);
+        cosine = mirror * std::cos(angle);
+    }
+    // The small turn about y and z that brings the forward axis there; all axes take it, shear stays.
+    const float turnZ = (-sine * kLeastCosine * length - forward.y) / forward.x;
+    const float turnY = (forward.z - cosine * kLeastCosine * length) / forward.x;
+    for (int row = 0; row < 3; ++row) {
+        const Vector3 axis = matrix.Axis(row);
+        const Vector3 turned = axis + Cross({0.0f, turnY, turnZ}, axis);
+        std::memcpy(matrix.Row(row), turned.Data(), sizeof turned);
+    }
+}
+
 void Decompose(const Matrix4& matrix, Vector3& position, Vector3& degrees, Vector3& scale) {
     position = matrix.Translation();
     scale = {Length(matrix.Axis(0)), Length(matrix.Axis(1)), Length(matrix.Axis(2))};
@@ -134,8 +178,9 @@ void Decompose(const Matrix4& matrix, Vector3& position, Vector3& degrees, Vecto
     const Vector3 r0 = matrix.Axis(0) * (1.0f / (scale.x != 0.0f ? scale.x : 1.0f));
     const Vector3 r1 = matrix.Axis(1) * (1.0f / (scale.y != 0.0f ? scale.y : 1.0f));
     const Vector3 r2 = matrix.Axis(2) * (1.0f / (scale.z != 0.0f ? scale.z : 1.0f));
-    const float y = std::asin(std::clamp(r2.x, -1.0f, 1.0f));
-    const bool locked = std::fabs(r2.x) > 0.999999f;
+    const float beside = std::hypot(r2.y, r2.z);
+    const float y = std::atan2(r2.x, beside); // exact also near 90 degrees, where the sine tells little
+    const bool locked = beside < 0.5f * kLeastCosine;
     const float x = locked ? std::atan2(r1.z, r1.y) : std::atan2(-r2.y, r2.z);
     const float z = locked ? 0.0f : std::atan2(-r1.x, r0.x);
     degrees = Vector3{x, y, z} * (1.0f / kRadiansPerDegree);

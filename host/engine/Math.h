@@ -54,12 +54,18 @@ bool Invert(const Matrix4& matrix, Matrix4& out);
 bool IsFinite(const Matrix4& matrix);
 Vector3 TransformPoint(const Vector3& point, const Matrix4& matrix);
 Vector3 TransformDirection(const Vector3& direction, const Matrix4& matrix);
-/// Translation, rotation in degrees and scale: for column vectors T * Rx * Ry * Rz * S.
+/// Translation, rotation in degrees and scale: for column vectors T * Rx * Ry * Rz * S. Where the middle
+/// angle is 90 degrees off its zero the other two can't be told apart in the matrix; it is composed 0.0001
+/// degrees beside that, so that whoever splits the matrix again finds all three.
 Matrix4 Compose(const Vector3& position, const Vector3& degrees, const Vector3& scale);
 /// The three rotation rows times the scale, written straight into `matrix`; its last row is left alone.
 void ComposeRows(const Vector3& degrees, const Vector3& scale, float* matrix);
 /// Compose, written into 16 floats.
 void ComposeInto(const Vector3& position, const Vector3& degrees, const Vector3& scale, float* matrix);
+/// Turns a matrix that stands where the three angles can't be told apart by 0.0001 degrees, so that they can.
+/// Which way the first angle then reads is free: as it nearly reads already, or else as `firstAngle` in
+/// degrees, or else so that the third is 0. Other matrices stay as they are.
+void LeaveGimbal(Matrix4& matrix, const float* firstAngle = nullptr);
 /// Inverts Compose for matrices without shear; `degrees.y` is within -90 to 90.
 void Decompose(const Matrix4& matrix, Vector3& position, Vector3& degrees, Vector3& scale);
 /// A camera in the world: row 2 points from the target back to the eye. Roll in degrees turns the camera

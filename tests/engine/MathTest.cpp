@@ -139,4 +139,73 @@ TEST(MathTest, NormalizedFallsBackForVectorsWithoutDirection) {
     ExpectVector(engine::Normalized({0.0f, 3.0f, 4.0f}, {}), {0.0f, 0.6f, 0.8f});
 }
 
+TEST(MathTest, QuarterTurnsAboutYKeepTheOtherTwoAnglesApart) {
+    for (const float y : {90.0f, -90.0f, 270.0f, 90.00003f}) {
+        for (const Vector3& angles : {Vector3{30.0f, y, 40.0f}, Vector3{-120.0f, y, 10.0f}}) {
+            const Matrix4 matrix = Compose({}, angles, {1, 1, 1});
+            const Vector3 forward = matrix.Axis(2);
+            EXPECT_GE(std::hypot(forward.y, forward.z), 1.7e-6f); // the sine of 0.0001 degrees
+            Vector3 position;
+            Vector3 read;
+            Vector3 scale;
+            Decompose(matrix, position, read, scale);
+            // Either the angles themselves or, seen from behind, half a turn on.
+            const float half = std::abs(std::remainder(read.x - angles.x, 360.0f)) > 90.0f ? 180.0f : 0.0f;
+            EXPECT_NEAR(std::remainder(read.x - angles.x - half, 360.0f), 0.0f, 1e-2f);
+            EXPECT_NEAR(std::remainder(read.z - angles.z - half, 360.0f), 0.0f, 1e-2f);
+        }
+    }
+}
+
+TEST(MathTest, DecomposeIsExactNextToAQuarterTurn) {
+    for (const float y : {89.9f, 89.99f, 89.999f, -89.999f}) {
+        Vector3 position;
+        Vector3 angles;
+        Vector3 scale;
+        Decompose(Compose({}, {30.0f, y, 40.0f}, {2, 2, 2}), position, angles, scale);
+        ExpectVector(angles, {30.0f, y, 40.0f}, 1e-2f);
+    }
+}
+
+TEST(MathTest, AMatrixAtTheQuarterTurnIsMovedFromItByTheLeastTurn) {
+    // Forward is +x, up +y, right -z: a quarter turn about y. The exact one, and a mirrored and stretched
+    // one.
+    for (const float scale : {1.0f, -3.0f}) {
+        Matrix4 exact;
+        exact.m[0] = exact.m[10] = 0.0f;
+        exact.m[2] = -scale;
+        exact.m[5] = scale;
+        exact.m[8] = scale;
+        const float firstAngle = 25.0f;
+        for (const float* first : {static_cast<const float*>(nullptr), &firstAngle}) {
+            Matrix4 moved = exact;
+            LeaveGimbal(moved, first);
+            for (int i = 0; i < 16; ++i) {
+                EXPECT_NEAR(moved.m[i], exact.m[i], 6e-6f);
+            }
+            Vector3 position;
+            Vector3 angles;
+            Vector3 size;
+            Decompose(moved, position, angles, size);
+            const float x = first != nullptr ? firstAngle : 0.0f;
+            ExpectVector(angles, {x, 90.0f, -x}, 1e-2f);
+            Matrix4 again = moved;
+            LeaveGimbal(again, first);
+            EXPECT_EQ(again, moved);
+        }
+    }
+}
+
+TEST(MathTest, OtherMatricesAreNotMovedFromTheQuarterTurn) {
+    for (const Vector3& angles : {Vector3{10.0f, 89.99f, 30.0f}, Vector3{}, Vector3{30.0f, 90.0f, 40.0f}}) {
+        const Matrix4 matrix = Compose({1.0f, 2.0f, 3.0f}, angles, {2, 2, 2});
+        Matrix4 same = matrix;
+        LeaveGimbal(same);
+        EXPECT_EQ(same, matrix);
+    }
+    Matrix4 flat = Compose({}, {}, {0.0f, 0.0f, 0.0f});
+    LeaveGimbal(flat);
+    EXPECT_EQ(flat, Compose({}, {}, {0.0f, 0.0f, 0.0f}));
+}
+
 } // namespace engine_test
