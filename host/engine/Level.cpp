@@ -1,11 +1,20 @@
 #include "host/engine/Level.h"
 
 #include "host/engine/LevelRoot.h"
+#include "host/engine/UniqueNames.h"
 
 #include <algorithm>
-#include <set>
+#include <unordered_set>
 
 namespace engine {
+
+namespace {
+
+std::string WithSeparator(const std::string& folder) {
+    return folder.empty() || folder.back() == '/' ? folder : folder + '/';
+}
+
+} // namespace
 
 Level::Level() = default;
 
@@ -31,13 +40,15 @@ void Level::Replace(std::unique_ptr<LevelData> newData) {
 }
 
 void Level::SetFolder(const std::string& newFolder) {
-    folder = newFolder;
-    if (!folder.empty() && folder.back() != '/') {
-        folder += '/';
-    }
+    folder = WithSeparator(newFolder);
     if (data != nullptr) {
-        data->Root().name = folder;
+        data->Root().name = folder.empty() ? unsavedFolder : folder;
     }
+}
+
+void Level::SetUnsavedFolder(const std::string& newFolder) {
+    unsavedFolder = WithSeparator(newFolder);
+    SetFolder(folder);
 }
 
 void Level::OnDestroying(EditorObject* object) {
@@ -46,8 +57,14 @@ void Level::OnDestroying(EditorObject* object) {
     }
 }
 
-SceneObject* Level::CreateObject(const ObjectSpec& spec) {
-    return data != nullptr ? &data->Create(spec) : nullptr;
+void Level::OnLightFreed(EditorObject* object) {
+    if (freedLightHook) {
+        freedLightHook(object);
+    }
+}
+
+SceneObject* Level::CreateObject(const ObjectSpec& spec, UniqueNames* names) {
+    return data != nullptr ? &data->Create(spec, names) : nullptr;
 }
 
 void Level::DeleteObject(EditorObject* object) {
@@ -66,21 +83,7 @@ void Level::MakeUniqueName(const char* name, EditorObject* object, int) {
     if (data == nullptr || object == nullptr) {
         return;
     }
-    std::set<std::string> taken;
-    for (const auto& other : data->Objects()) {
-        if (other.get() != object) {
-            taken.insert(other->name);
-        }
-    }
-    const std::string wanted = name != nullptr && *name != '\0' ? name : "Object";
-    // "Crate7" asks for the next free "Crate", not for "Crate71".
-    const std::size_t lastLetter = wanted.find_last_not_of("0123456789");
-    const std::string base = lastLetter == std::string::npos ? wanted : wanted.substr(0, lastLetter + 1);
-    std::string unique = wanted;
-    for (int number = 1; taken.count(unique) != 0; ++number) {
-        unique = base + std::to_string(number);
-    }
-    object->name = unique;
+    object->name = UniqueNames(*data, object).Take(name != nullptr ? name : "");
 }
 
 bool Level::SetParent(SceneObject* object, SceneObject* parent) {
@@ -131,8 +134,12 @@ void Level::Deselect(EditorObject* object) {
 void Level::SetSelection(const ObjectList& objects) {
     const ObjectList wanted(objects.begin(), objects.end()); // the caller may pass the selection itself
     ClearSelection();
+    std::unordered_set<const EditorObject*> known;
     for (EditorObject* object : wanted) {
-        AddToSelection(object);
+        if (object != nullptr && known.insert(object).second) {
+            selection.push_back(object);
+            object->GetInfo()->flags |= SceneObjectInfo::kSelected;
+        }
     }
 }
 

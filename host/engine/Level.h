@@ -33,12 +33,16 @@ public:
     void Replace(std::unique_ptr<LevelData> newData);
     LevelData* Data() const { return data.get(); }
     ViewManager& Views() { return views; }
-    /// The level's folder with a separator at its end, or "". It is the root object's name.
+    /// The level's folder with a separator at its end, or "". It is the root object's name, before which
+    /// plug-ins write files of their own; a level without a folder has the unsaved folder's name there.
     void SetFolder(const std::string& folder);
     const std::string& Folder() const { return folder; }
+    /// An absolute folder for what belongs to levels without one; "" for none.
+    void SetUnsavedFolder(const std::string& folder);
 
     /// The operations below do nothing, or give null, while no level exists.
-    SceneObject* CreateObject(const ObjectSpec& spec);
+    /// With `names`, which must be of this level, the name comes from there: for many objects at once.
+    SceneObject* CreateObject(const ObjectSpec& spec, UniqueNames* names = nullptr);
     void DeleteObject(EditorObject* object);
     /// A name like `name` that no other object has, at once. Empty names become "Object".
     void Rename(SceneObject* object, const std::string& name);
@@ -67,16 +71,22 @@ public:
     /// Called with each object that is about to go, whatever the reason: plug-ins free their data then.
     void SetDestroyHook(std::function<void(EditorObject*)> hook) { destroyHook = std::move(hook); }
     void OnDestroying(EditorObject* object);
+    /// Called with a light whose track was taken out of its film, or whose film was deleted, while it stays
+    /// in the level.
+    void SetFreedLightHook(std::function<void(EditorObject*)> hook) { freedLightHook = std::move(hook); }
+    void OnLightFreed(EditorObject* object);
 
 private:
     std::unique_ptr<LevelData> data;
     ViewManager views;
     std::string folder;
+    std::string unsavedFolder;
     IMeshLibrary* meshLibrary = nullptr;
     IChunkClient* chunkClient = nullptr;
     IFilmSink* filmSink = nullptr;
     SoundDurationFunction soundDuration = nullptr;
     std::function<void(EditorObject*)> destroyHook;
+    std::function<void(EditorObject*)> freedLightHook;
 };
 
 } // namespace engine

@@ -4,6 +4,7 @@
 #include "host/engine/FilmManager.h"
 #include "host/engine/Level.h"
 #include "host/engine/LevelRoot.h"
+#include "host/engine/UniqueNames.h"
 #include "plugin/contract/ClassIds.h"
 
 #include <algorithm>
@@ -67,6 +68,7 @@ SceneObject& LevelData::AddLoaded(int id) {
     SceneObject& object = *objects.back();
     object.id = taken;
     byId[taken] = &object;
+    addresses.insert(&object);
     SetNextId(taken);
     return object;
 }
@@ -78,7 +80,7 @@ void LevelData::SetNextId(int id) {
     }
 }
 
-SceneObject& LevelData::Create(const ObjectSpec& spec) {
+SceneObject& LevelData::Create(const ObjectSpec& spec, UniqueNames* names) {
     SceneObject& object = AddLoaded(0);
     object.info.SetClassName(spec.className);
     object.info.active = spec.active;
@@ -87,7 +89,7 @@ SceneObject& LevelData::Create(const ObjectSpec& spec) {
     if (IsLightClass(spec.className)) {
         object.light.emplace();
     }
-    level.MakeUniqueName(spec.name.c_str(), &object, 0);
+    object.name = names != nullptr ? names->Take(spec.name) : UniqueNames(*this, &object).Take(spec.name);
     if (spec.parent != nullptr) {
         SetParent(object, spec.parent);
     }
@@ -98,12 +100,14 @@ void LevelData::Unlink(SceneObject& object) {
     if (object.parent == nullptr) {
         return;
     }
-    EditorObject** link = &object.parent->firstChild;
-    while (*link != nullptr && *link != &object) {
-        link = &(*link)->nextSibling;
+    SceneObject& parent = *object.Parent();
+    EditorObject* before = nullptr;
+    for (EditorObject* child = parent.firstChild; child != &object; child = child->nextSibling) {
+        before = child;
     }
-    if (*link != nullptr) {
-        *link = object.nextSibling;
+    (before != nullptr ? before->nextSibling : parent.firstChild) = object.nextSibling;
+    if (parent.lastChild == &object) {
+        parent.lastChild = before;
     }
     object.parent = nullptr;
     object.nextSibling = nullptr;
@@ -130,13 +134,14 @@ bool LevelData::SetParent(SceneObject& object, SceneObject* parent) {
     if (parent == nullptr) {
         return true;
     }
-    EditorObject** link = &parent->firstChild;
-    while (*link != nullptr) {
-        link = &(*link)->nextSibling;
-    }
-    *link = &object;
-    object.parent = parent;
+    Append(object, *parent);
     return true;
+}
+
+void LevelData::Append(SceneObject& object, SceneObject& parent) {
+    (parent.lastChild != nullptr ? parent.lastChild->nextSibling : parent.firstChild) = &object;
+    parent.lastChild = &object;
+    object.parent = &parent;
 }
 
 void LevelData::Forget(SceneObject& object) {
@@ -163,11 +168,11 @@ void LevelData::Delete(SceneObject* object) {
     level.OnDestroying(object);
     Forget(*object);
     byId.erase(object->id);
+    addresses.erase(object);
     objects.erase(found);
 }
 
 void LevelData::RelinkParents(std::vector<std::string>& messages) {
-    std::unordered_map<SceneObject*, SceneObject*> lastChild;
     for (const auto& owned : objects) {
         SceneObject& object = *owned;
         SceneObject* parent = object.parent == nullptr ? Find(object.pendingParentId) : nullptr;
@@ -190,16 +195,7 @@ void LevelData::RelinkParents(std::vector<std::string>& messages) {
             messages.push_back("\"" + object.name + "\" hangs on itself or too deep and is set free.");
             continue;
         }
-        object.parent = parent;
-        SceneObject*& last = lastChild[parent];
-        if (last == nullptr) {
-            last = static_cast<SceneObject*>(parent->firstChild);
-            while (last != nullptr && last->nextSibling != nullptr) {
-                last = static_cast<SceneObject*>(last->nextSibling);
-            }
-        }
-        (last != nullptr ? last->nextSibling : parent->firstChild) = &object;
-        last = &object;
+        Append(object, *parent);
     }
     for (const auto& object : objects) {
         object->pendingParentId = object->parent != nullptr ? 0 : object->pendingParentId;

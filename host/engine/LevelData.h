@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace engine {
@@ -15,6 +16,7 @@ namespace engine {
 class FilmManager;
 class Level;
 class LevelRoot;
+class UniqueNames;
 
 /// What a new object is made from.
 struct ObjectSpec {
@@ -56,7 +58,9 @@ public:
     const std::vector<std::unique_ptr<SceneObject>>& Objects() const { return objects; }
     SceneObject* Find(int id) const;
     SceneObject* FindByName(const std::string& name) const;
-    SceneObject& Create(const ObjectSpec& spec);
+    /// Whether this is the address of an object; it may be that of one that is gone.
+    bool Holds(const EditorObject* object) const { return addresses.contains(object); }
+    SceneObject& Create(const ObjectSpec& spec, UniqueNames* names = nullptr);
     /// Films, groups, selection and children forget the object; children keep their world matrices.
     void Delete(SceneObject* object);
     /// Keeps the world matrix. False if the parent is the object itself or stands below it.
@@ -87,6 +91,8 @@ public:
 
 private:
     void Unlink(SceneObject& object);
+    /// As the parent's last child; the object must have no parent.
+    static void Append(SceneObject& object, SceneObject& parent);
     void RelinkParents(std::vector<std::string>& messages);
     void RelinkGroups(std::vector<std::string>& messages);
     void Forget(SceneObject& object);
@@ -94,6 +100,7 @@ private:
     Level& level;
     std::vector<std::unique_ptr<SceneObject>> objects;
     std::unordered_map<int, SceneObject*> byId;
+    std::unordered_set<const EditorObject*> addresses;
     std::vector<std::unique_ptr<Group>> groups;
     std::unique_ptr<SunObject> sun;
     std::unique_ptr<LevelRoot> root;

@@ -23,12 +23,17 @@ void SceneObject::RememberLocal() {
     Matrix4 inverse;
     if (Invert(Parent()->world, inverse)) {
         local = Multiply(world, inverse);
+        rememberedWorld = world;
+        rememberedParent = Parent()->world;
         localKnown = true;
     }
 }
 
 void SceneObject::FollowParent() {
-    const Matrix4 next = Multiply(local, Parent()->world);
+    // A parent that is back where it was gives the child's very numbers back, whatever happened between.
+    const bool isBack = Parent()->world == rememberedParent;
+    Matrix4 next = isBack ? rememberedWorld : Multiply(local, Parent()->world);
+    LeaveGimbal(next);
     if (localKnown && IsFinite(next)) {
         // The place relative to the parent stays as remembered, so that repeated moves do not add up errors.
         SetMatrix(next.m, 0);
@@ -95,6 +100,9 @@ const MeshElement* SceneObject::GetMeshElement(int index) const {
 }
 
 int SceneObject::FindMeshElement(const std::string& element) const {
+    if (element.empty()) {
+        return Mesh() != nullptr ? static_cast<int>(Mesh()->Elements().size()) : 0;
+    }
     return Mesh() != nullptr ? FindElement(*Mesh(), element) : -1;
 }
 
@@ -110,7 +118,7 @@ Matrix4 SceneObject::ElementWorld(const std::string& element) const {
 }
 
 Matrix4 SceneObject::ElementMatrix(const std::string& element) const {
-    const int index = FindMeshElement(element);
+    const int index = Mesh() != nullptr ? FindElement(*Mesh(), element) : -1;
     if (index < 0) {
         return {};
     }

@@ -80,9 +80,12 @@ private:
     void RememberLocal();
 
     LevelData* data;
+    EditorObject* lastChild = nullptr; ///< kept by the level data, as the other links
     SceneObjectInfo info;
     alignas(64) Matrix4 world; ///< one cache line: films write one in each object in each frame
     Matrix4 local;             ///< relative to the parent, good while localKnown
+    Matrix4 rememberedWorld;   ///< the two that `local` was worked out from
+    Matrix4 rememberedParent;
     bool localKnown = false;
     bool posed = false;
     std::uint32_t objectFlags = 0;

@@ -57,7 +57,8 @@ public:
     virtual void SetFlags(std::uint32_t flags) = 0;
     /// The mesh table: bones and nodes by index. Null beyond its end.
     virtual const MeshElement* GetMeshElement(int index) const = 0;
-    /// Index in the mesh table, -1 if the mesh has no such element.
+    /// Index in the mesh table, -1 if the mesh has no such element. The empty name means the whole object,
+    /// which every object has: it stands one past the end, where there is no record.
     virtual int FindMeshElement(const std::string& name) const = 0;
     /// Seconds of an animation sequence, -1 for an unknown index.
     virtual float GetAnimationDuration(int index) const = 0;

@@ -1,3 +1,5 @@
+#include "host/engine/LevelRoot.h"
+#include "host/engine/UniqueNames.h"
 #include "tests/engine/EngineFixture.h"
 
 namespace engine_test {
@@ -216,6 +218,29 @@ TEST_F(LevelTest, ViewsHoldCameraAndProjection) {
     ExpectVector(TransformPoint({1.0f, 2.0f, 3.0f}, engine::MatrixFrom(view->camera->data.matrices[1])), {});
     level.Views().SetCount(-1);
     EXPECT_EQ(level.Views().Count(), 0);
+}
+
+TEST_F(LevelTest, ALevelWithoutAFolderHasTheUnsavedFolderAsItsRootsName) {
+    level.SetUnsavedFolder("/state/stage");
+    level.New("");
+    EXPECT_EQ(level.Data()->Root().name, "/state/stage/");
+    EXPECT_EQ(level.Folder(), "");
+    level.SetFolder("/levels/harbour");
+    EXPECT_EQ(level.Data()->Root().name, "/levels/harbour/");
+}
+
+TEST_F(LevelTest, NamesForManyObjectsTakeAsManyLookUpsForEach) {
+    const auto lookups = [this](int count) {
+        level.New("");
+        MakeObject("Crate");
+        engine::UniqueNames names(*level.Data());
+        for (int i = 1; i <= count; ++i) {
+            EXPECT_EQ(names.Take("Crate"), "Crate" + std::to_string(i));
+        }
+        return names.Lookups();
+    };
+    EXPECT_EQ(lookups(500), 2u * 500u); // the name itself, and the next number
+    EXPECT_EQ(lookups(5000), 2u * 5000u);
 }
 
 } // namespace engine_test

@@ -1,5 +1,5 @@
-#include "tests/engine/EngineFixture.h"
 #include "host/engine/LevelRoot.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <algorithm>
 #include <cmath>
@@ -110,6 +110,26 @@ TEST_F(SceneObjectTest, MeshTableIsAskedByIndexAndName) {
     EXPECT_EQ(robot.GetAnimationDuration(1), 4.0f);
     EXPECT_EQ(robot.GetAnimationDuration(-1), -1.0f);
     EXPECT_EQ(robot.GetAnimationDuration(2), -1.0f);
+}
+
+TEST_F(SceneObjectTest, TheEmptyElementIsTheWholeObjectAndHasNoRecord) {
+    for (const char* mesh : {"robot.glb", ""}) {
+        const SceneObject& object = MakeObject("Object", {}, nullptr, "MeshObject", mesh);
+        EXPECT_GE(object.FindMeshElement(""), 0);
+        EXPECT_EQ(object.GetMeshElement(object.FindMeshElement("")), nullptr);
+        EXPECT_EQ(object.ElementMatrix(""), Matrix4{});
+    }
+}
+
+TEST_F(SceneObjectTest, AParentThatComesBackGivesItsChildrenTheirVeryNumbersBack) {
+    SceneObject& parent = MakeObject("Parent");
+    parent.SetMatrix(Compose({0.1f, 0.2f, 0.3f}, {11.0f, 22.0f, 33.0f}, {1.7f, 1.7f, 1.7f}).m, 0);
+    SceneObject& child = MakeObject("Child", {0.3f, 0.7f, 1.1f}, &parent);
+    const Matrix4 ofParent = parent.World();
+    const Matrix4 ofChild = child.World();
+    parent.SetMatrix(Compose({5.0f, 6.0f, 7.0f}, {44.0f, 5.0f, 6.0f}, {1, 1, 1}).m, 0);
+    parent.SetMatrix(ofParent.m, 0);
+    EXPECT_EQ(child.World(), ofChild);
 }
 
 TEST_F(SceneObjectTest, WithoutAMeshThereIsNoTable) {
