@@ -33,6 +33,7 @@ public:
         plugin.Initialize(&host, 1, &host);
         plugin.currentFilm = film;
         plugin.currentTime = kTime;
+        film->Activate();
         film->SetTime(kTime, IPluginImpl::kNoPrevious);
     }
     ~SampleView() {

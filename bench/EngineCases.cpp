@@ -46,6 +46,7 @@ EngineFilm::EngineFilm(const Case& filmSize) : size(filmSize) {
     engine::FilmManager& films = level.Data()->Films();
     film = films.FilmAt(films.AllocateFilm());
     film->AddTrack(film->CreateLevelTrack());
+    film->Activate();
 }
 
 EngineFilm::~EngineFilm() = default;

@@ -160,6 +160,7 @@ void Film::RemoveTrack(CFilmTrack* track, int) {
     }
     OnStructureChanged();
     BaseOf(track)->Rest();
+    TellFreedLight(*BaseOf(track));
     bases.erase(bases.begin() + std::distance(tracks.begin(), found));
     tracks.erase(found);
     order.clear();
@@ -175,6 +176,21 @@ void Film::RemoveTrack(CFilmTrack* track, int) {
         }
     }
     delete track;
+}
+
+void Film::TellFreedLight(const TrackBase& track) const {
+    const bool isLight =
+        track.TrackClass() == ClassId::GLLightTrack || track.TrackClass() == ClassId::DynLightTrack;
+    EditorObject* light = isLight ? const_cast<EditorObject*>(track.Driven()) : nullptr;
+    if (light != nullptr && !static_cast<SceneObject*>(light)->transient) {
+        manager.Data().Owner().OnLightFreed(light);
+    }
+}
+
+void Film::TellFreedLights() const {
+    for (const TrackBase* base : bases) {
+        TellFreedLight(*base);
+    }
 }
 
 ObjectTrack* Film::TrackOfActor(const EditorObject* object) const {
@@ -194,15 +210,30 @@ CFilmTrack* Film::FindObjectTrack(const EditorObject* object) const {
 }
 
 void Film::Activate() {
+    active = true;
+    orderKnown = false; // the ordering takes down where the actors stand
+    plan.Clear();
     for (TrackBase* base : bases) {
         base->Begin();
     }
 }
 
 void Film::Deactivate() {
+    // Parents first: what stands on another goes back to its place there once the other stands.
+    std::vector<std::pair<int, TrackBase*>> byDepth;
     for (TrackBase* base : bases) {
+        int depth = 0;
+        const EditorObject* above = base->Driven();
+        for (; above != nullptr && above->parent != nullptr && depth < LevelData::kDeepestChild; ++depth) {
+            above = above->parent;
+        }
+        byDepth.emplace_back(depth, base);
+    }
+    std::ranges::stable_sort(byDepth, {}, &std::pair<int, TrackBase*>::first);
+    for (const auto& [depth, base] : byDepth) {
         base->Rest();
     }
+    active = false;
     playing = false;
     startFired = false;
 }
@@ -238,7 +269,9 @@ void Film::MakeOrder() {
     plan.Clear();
     for (TrackBase* base : bases) {
         if (base->TrackClass() == ClassId::ObjectTrack) {
-            static_cast<ObjectTrack*>(base)->order = 0;
+            auto* track = static_cast<ObjectTrack*>(base);
+            track->order = 0;
+            track->KeepPlace();
         }
     }
     for (TrackBase* base : bases) {
@@ -253,8 +286,20 @@ void Film::MakeOrder() {
     orderKnown = true;
 }
 
+void Film::PoseCameras(float time) {
+    for (TrackBase* base : bases) {
+        if (base->TrackClass() == ClassId::CameraTrack) {
+            base->Pose(time);
+        }
+    }
+}
+
 void Film::SetTime(float time, float previousTime) {
     const float now = SafeTime(time);
+    if (!active) {
+        PoseCameras(now);
+        return;
+    }
     if (!orderKnown) {
         MakeOrder();
     }
@@ -262,8 +307,10 @@ void Film::SetTime(float time, float previousTime) {
     for (TrackBase* base : order) {
         base->Pose(now);
     }
+    const bool goesBack = now < posedTime;
+    posedTime = now;
     if (previousTime == -1.0f) {
-        startFired = false;
+        startFired = startFired && playing && !goesBack;
         return;
     }
     playing = true;

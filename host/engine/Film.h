@@ -60,9 +60,13 @@ public:
     CFilmTrack* CreateCameraTrack() override;
     void RemoveTrack(CFilmTrack* track, int one) override;
     CFilmTrack* FindObjectTrack(const EditorObject* object) const override;
+    /// From here on the film may pose the level.
     void Activate() override;
+    /// Puts everything back that the film posed, matrices too; from here on it leaves the level alone.
     void Deactivate() override;
-    /// The film's start counts as passed by the first step forward from it, so that keys at time 0 fire.
+    /// The film's start counts as passed by the first step forward from it, so that keys at time 0 fire. A
+    /// pose between two steps of a playing film is no new start unless it goes back. A film that is not
+    /// active poses its cameras alone, which move nothing of the level, and fires nothing.
     void SetTime(float time, float previousTime) override;
     void Stop() override;
     void OnLevelLoaded() override;
@@ -73,10 +77,16 @@ public:
     void SampleCameraPath(TrackRenderData* data, int one) override;
 
     FilmManager& Manager() const { return manager; }
+    /// Between Activate and Deactivate.
+    bool IsActive() const { return active; }
+    /// Seconds of the last SetTime while active.
+    float PosedTime() const { return posedTime; }
     /// A track of this class, not yet added; null for another number.
     CFilmTrack* CreateTrack(int classId);
     const std::vector<TrackBase*>& Tracks() const { return bases; }
     std::vector<RawChunk> foreignChunks; ///< in the film's part of the file and known to nobody
+    /// The film is about to be deleted and its lights stay in the level.
+    void TellFreedLights() const;
     void Forget(const DoomedObjects& doomed);
     void Relink(std::vector<std::string>& messages);
     void OnStructureChanged() {
@@ -87,6 +97,8 @@ public:
 
 private:
     Vector3 CameraPoint(CFilmTrack* camera, int kind, float time);
+    void PoseCameras(float time);
+    void TellFreedLight(const TrackBase& track) const;
     void MakeOrder();
     void PlaceInOrder(ObjectTrack& track, int depth);
     ObjectTrack* TrackOfActor(const EditorObject* object) const;
@@ -97,6 +109,8 @@ private:
     PosePlan plan;                 ///< the plain object tracks, which are posed first
     std::vector<TrackBase*> order; ///< the others: posing parents first, then lights, cameras, level track
     bool orderKnown = false;
+    bool active = false;
+    float posedTime = 0.0f;  ///< seconds; of the last SetTime
     bool playing = false;    ///< some step was fired since the last Stop
     bool startFired = false; ///< the keys at the start were
 };

@@ -81,6 +81,7 @@ void FilmManager::DeleteFilm(int index) {
         currentFilm = nullptr;
     }
     film->Deactivate();
+    film->TellFreedLights();
     films[index] = nullptr;
     delete film;
 }

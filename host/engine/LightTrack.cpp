@@ -16,6 +16,14 @@ LightProperties* LightOf(const LevelData& data, SceneObject* object) {
     return data.Sun() != nullptr ? &data.Sun()->light : nullptr;
 }
 
+/// The light of a track is set without a word to the track, so its place is taken down when it is posed.
+void KeepPlaceOf(const EditorObject* light, OwnPlace& place) {
+    const auto* object = static_cast<const SceneObject*>(light);
+    if (!place.IsOf(object)) {
+        place.Keep(*object);
+    }
+}
+
 } // namespace
 
 void LightDriver::Apply(const LevelData& data, SceneObject* object, const VectorChannel* colors, float time,
@@ -58,6 +66,7 @@ void GLLightTrack::Pose(float time) {
     Vector3 position;
     const bool moved = ChannelAs<VectorChannel>(KeyKind::Position)->Evaluate(time, position.Data());
     if (moved && lightObject != nullptr) {
+        KeepPlaceOf(lightObject, ownPlace);
         lightObject->SetPosition(position.Data(), 0);
     }
     SunObject* sun = isSun != 0 ? Manager().Data().Sun() : nullptr;
@@ -75,6 +84,7 @@ void GLLightTrack::Pose(float time) {
 }
 
 void GLLightTrack::Rest() {
+    ownPlace.PutBack(static_cast<SceneObject*>(lightObject));
     driver.Restore(Manager().Data());
     SunObject* sun = Manager().Data().Sun();
     if (sun != nullptr && sunDirectionBefore) {
@@ -96,6 +106,7 @@ void DynLightTrack::Pose(float time) {
     if (object == nullptr) {
         return;
     }
+    KeepPlaceOf(lightObject, ownPlace);
     Vector3 position;
     Vector3 rotation;
     Vector3 scale;
@@ -111,6 +122,7 @@ void DynLightTrack::Pose(float time) {
 }
 
 void DynLightTrack::Rest() {
+    ownPlace.PutBack(static_cast<SceneObject*>(lightObject));
     driver.Restore(Manager().Data());
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/engine/Light.h"
+#include "host/engine/OwnPlace.h"
 #include "host/engine/TrackBase.h"
 
 #include <optional>
@@ -28,11 +29,14 @@ public:
     explicit GLLightTrack(FilmManager& filmManager) : TrackOf(filmManager) {}
 
     void Pose(float time) override;
+    void Begin() override { ownPlace.Forget(); }
     void Rest() override;
     void Forget(const DoomedObjects& doomed) override;
+    const EditorObject* Driven() const override { return lightObject; }
 
 private:
     LightDriver driver;
+    OwnPlace ownPlace;
     std::optional<Vector3> sunDirectionBefore;
 };
 
@@ -42,11 +46,14 @@ public:
     explicit DynLightTrack(FilmManager& filmManager) : TrackOf(filmManager) {}
 
     void Pose(float time) override;
+    void Begin() override { ownPlace.Forget(); }
     void Rest() override;
     void Forget(const DoomedObjects& doomed) override;
+    const EditorObject* Driven() const override { return lightObject; }
 
 private:
     LightDriver driver;
+    OwnPlace ownPlace;
 };
 
 } // namespace engine

@@ -53,7 +53,8 @@ void ObjectTrack::CaptureBase() {
 void ObjectTrack::ToParentSpace(float* matrix) const {
     Matrix4 inverse;
     if (AttachedTo() != nullptr && Invert(AttachedTo()->ElementWorld(parentElement), inverse)) {
-        const Matrix4 local = Multiply(MatrixFrom(matrix), inverse);
+        Matrix4 local = Multiply(MatrixFrom(matrix), inverse);
+        LeaveGimbal(local);
         std::memcpy(matrix, local.m, sizeof local.m);
     }
 }
@@ -89,6 +90,7 @@ void ObjectTrack::Pose(float time) {
     if (object == nullptr) {
         return;
     }
+    KeepPlace();
     const Matrix4 local = LocalAt(time);
     if (AttachedTo() != nullptr && AttachedTo() != object) {
         object->SetMatrix(Multiply(local, AttachedTo()->ElementWorld(parentElement)).m, 0);
@@ -113,7 +115,14 @@ bool ObjectTrack::IsPlain() const {
            Channel(KeyKind::Flags) == nullptr;
 }
 
+void ObjectTrack::KeepPlace() {
+    if (Actor() != nullptr && !ownPlace.IsOf(Actor())) {
+        ownPlace.Keep(*Actor());
+    }
+}
+
 void ObjectTrack::Begin() {
+    ownPlace.Forget();
     CaptureBase();
 }
 
@@ -121,6 +130,7 @@ void ObjectTrack::Rest() {
     if (Actor() == nullptr) {
         return;
     }
+    ownPlace.PutBack(Actor());
     Actor()->SetPosed(false);
     if (hides) {
         Actor()->visible = shownBefore ? 1 : 0;
@@ -140,6 +150,7 @@ void ObjectTrack::Forget(const DoomedObjects& doomed) {
     if (doomed.Has(actor)) {
         actor = nullptr;
         hides = false;
+        ownPlace.Forget();
     }
     if (doomed.Has(parentObject)) {
         parentObject = nullptr;

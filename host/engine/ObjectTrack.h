@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/engine/AnimationPose.h"
+#include "host/engine/OwnPlace.h"
 #include "host/engine/TrackBase.h"
 
 namespace engine {
@@ -21,7 +22,10 @@ public:
     void Forget(const DoomedObjects& doomed) override;
     void Relink(const LevelData& data, std::vector<std::string>& messages) override;
     void Refresh() override;
+    const EditorObject* Driven() const override { return actor; }
 
+    /// Takes down where the actor stands, unless that is known: the film is about to pose it.
+    void KeepPlace();
     SceneObject* Actor() const;
     SceneObject* AttachedTo() const;
     /// The actor's matrix at a time in the space that it is posed in: its parent object's, or the world.
@@ -45,6 +49,7 @@ private:
     void CaptureBase();
 
     Matrix4 base; ///< what the actor's matrix is without keys
+    OwnPlace ownPlace;
     AnimationPose animation;
     bool shownBefore = true; ///< the actor's visibility outside the film
     bool hides = false;

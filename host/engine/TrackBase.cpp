@@ -223,6 +223,17 @@ void TrackBase::FireChannel(KeyChannel& channel, float previous, float time, boo
     }
 }
 
+void TrackBase::PoseAlone(float time, float previousTime) {
+    const bool active = self.film != nullptr && OwnFilm()->IsActive();
+    if (!active && classId != ClassId::CameraTrack) {
+        return;
+    }
+    Pose(SafeTime(time));
+    if (active && previousTime != -1.0f) {
+        Fire(SafeTime(previousTime), SafeTime(time), false);
+    }
+}
+
 void TrackBase::FireAtStop() {
     IFilmSink* sink = manager.Data().Owner().FilmSink();
     KeyChannel* channel = channels[KeyKind::JavaMethod].get();

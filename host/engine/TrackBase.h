@@ -74,13 +74,18 @@ public:
     /// Fires the keys of kinds 2 to 9 and 13 that start in (previous, time], with the start of the film
     /// counted in if `fromStart`.
     void Fire(float previous, float time, bool fromStart);
+    /// Poses and fires this track alone. One of a film that is not active does neither, unless it is a
+    /// camera, whose pose is its own.
+    void PoseAlone(float time, float previousTime);
     /// Fires the script keys that wait for the film's end.
     void FireAtStop();
     /// The film is shown from now on.
     virtual void Begin() {}
-    /// Puts back what the plug-in does not put back itself: lights, visibility, poses of meshes.
+    /// Puts back what the track posed: the object's place, lights, visibility, poses of meshes.
     virtual void Rest() {}
     virtual void Forget(const DoomedObjects& doomed);
+    /// The object whose place the track poses, null for none.
+    virtual const EditorObject* Driven() const { return nullptr; }
     /// Finds objects by the ids of a file. What is missing is told and stays null.
     virtual void Relink(const LevelData& data, std::vector<std::string>& messages);
     virtual void Refresh() { MarkAllChanged(); }
@@ -118,12 +123,7 @@ public:
     void NotifyKeysChanged(int kind) override { MarkChanged(kind); }
     void Finish() override { FinishKeys(); }
     void RefreshTrack() override { Refresh(); }
-    void ApplyAt(float time, float previousTime, int) override {
-        Pose(SafeTime(time));
-        if (previousTime != -1.0f) {
-            Fire(SafeTime(previousTime), SafeTime(time), false);
-        }
-    }
+    void ApplyAt(float time, float previousTime, int) override { PoseAlone(time, previousTime); }
     Vector3 GetPositionAt(float time) const override { return VectorAt(KeyKind::Position, SafeTime(time)); }
     Vector3 GetRotationAt(float time) const override { return VectorAt(KeyKind::Rotation, SafeTime(time)); }
 };

@@ -69,6 +69,7 @@ engine::Film& EngineTest::MakeFilm(const std::string& name) {
     engine::Film& made = *Films().FilmAt(Films().AllocateFilm());
     made.SetName(name.c_str());
     made.AddTrack(made.CreateLevelTrack());
+    made.Activate();
     return made;
 }
 

@@ -60,7 +60,7 @@ public:
     std::vector<std::string> events;
 };
 
-/// A level with one film "Test" that has its level track.
+/// A level with one active film "Test" that has its level track.
 class EngineTest : public ::testing::Test {
 protected:
     EngineTest();
@@ -69,6 +69,7 @@ protected:
                                     engine::SceneObject* parent = nullptr,
                                     const std::string& className = "MeshObject",
                                     const std::string& mesh = "");
+    /// An active film with its level track.
     engine::Film& MakeFilm(const std::string& name);
     CFilmTrack& AddTrack(CFilmTrack* track, engine::Film* target = nullptr);
     CFilmObjectTrack& AddActor(engine::SceneObject& object, engine::Film* target = nullptr);

@@ -1,5 +1,5 @@
-#include "tests/engine/EngineFixture.h"
 #include "host/engine/LevelTrack.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <cstring>
 
@@ -306,6 +306,38 @@ TEST_F(FilmTest, ManagerIsOfItsClassAndHasAnInfo) {
     EXPECT_FALSE(Films().IsA(ClassId::LevelObject));
     EXPECT_NE(Films().GetInfo(), nullptr);
     EXPECT_EQ(Films().currentFilm, nullptr);
+}
+
+TEST_F(FilmTest, KeysAtTheStartFireOnceThoughPaintsPoseTheFilmInBetween) {
+    for (int i = 0; i < 3; ++i) {
+        Add<CFilmSoundKey>(*film->mainTrack, KeyKind::Sound, 0.0f);
+    }
+    film->SetTime(0.0f, -1.0f);
+    for (int step = 0; step < 3; ++step) { // the clock stands still at first
+        film->SetTime(0.0f, 0.0f);
+        film->SetTime(0.0f, -1.0f); // a view is painted
+    }
+    film->SetTime(0.5f, -1.0f); // one is painted before the step to its time
+    film->SetTime(0.5f, 0.0f);
+    EXPECT_EQ(Fired(), (Events{"9@0+0", "9@0+0", "9@0+0"}));
+}
+
+TEST_F(FilmTest, AJumpBackToTheStartInMidPlayFiresTheStartAnew) {
+    Add<CFilmSoundKey>(*film->mainTrack, KeyKind::Sound, 0.0f);
+    film->SetTime(0.0f, -1.0f);
+    film->SetTime(1.0f, 0.0f);
+    film->SetTime(0.0f, -1.0f);
+    film->SetTime(0.0f, -1.0f); // a view is painted
+    film->SetTime(0.25f, 0.0f);
+    EXPECT_EQ(Fired(), (Events{"9@0+1", "9@0+0.25"}));
+}
+
+TEST_F(FilmTest, AFilmThatIsNotActiveFiresNothing) {
+    Add<CFilmSoundKey>(*film->mainTrack, KeyKind::Sound, 1.0f);
+    film->Deactivate();
+    film->SetTime(2.0f, 0.0f);
+    film->mainTrack->ApplyAt(2.0f, 0.0f, 0);
+    EXPECT_EQ(Fired(), Events{});
 }
 
 } // namespace engine_test

@@ -29,6 +29,7 @@ protected:
         }
         for (IFilm* each : Films().films) {
             if (each != nullptr) {
+                each->Activate();
                 each->SetTime(1.0f, 0.5f);
                 each->Stop();
             }

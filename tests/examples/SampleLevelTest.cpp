@@ -121,6 +121,7 @@ TEST_F(SampleLevelTest, ACameraIsInForceAtEachMoment) {
     Load();
     for (const char* name : {"Intro", "Epilogue"}) {
         IFilm& film = Film(name);
+        film.Activate();
         std::set<std::string> seen;
         for (float time = 0.0f; time < film.length; time += 0.25f) {
             film.SetTime(time, -1.0f);
@@ -135,6 +136,7 @@ TEST_F(SampleLevelTest, ACameraIsInForceAtEachMoment) {
 TEST_F(SampleLevelTest, TheSailorWalksAlongTheDockWithHisSuitcase) {
     Load();
     IFilm& film = Film("Intro");
+    film.Activate();
     const engine::SceneObject* sailor = level.FindObject("Sailor");
     const engine::SceneObject* suitcase = level.FindObject("Suitcase");
     film.SetTime(3.6f, -1.0f);
@@ -153,6 +155,7 @@ TEST_F(SampleLevelTest, TheSailorWalksAlongTheDockWithHisSuitcase) {
 TEST_F(SampleLevelTest, TheSunGoesDown) {
     Load();
     IFilm& film = Film("Intro");
+    film.Activate();
     film.SetTime(0.0f, -1.0f);
     const Vector3 early = engine::Normalized(level.Data()->Sun()->direction, {});
     film.SetTime(24.0f, -1.0f);

@@ -11,6 +11,7 @@ protected:
         film = films->GetFilm(films->AllocateFilm());
         film->SetName("Intro");
         film->AddTrack(film->CreateLevelTrack());
+        film->Activate();
     }
     template <class Key> Key* AddKey(int kind, float time) {
         return AddKey<Key>(*film->mainTrack, kind, time);
