@@ -5,16 +5,42 @@
 #include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/Theme.h"
 
+#include <algorithm>
 #include <QDropEvent>
+#include <QItemSelection>
 #include <QLineEdit>
 #include <QPainter>
 #include <QVBoxLayout>
+#include <utility>
+#include <vector>
 
 namespace stage {
 
 namespace {
 constexpr int kIdRole = Qt::UserRole;
+
+/// Rows that follow each other make one range: a selection works through its ranges again for each that is
+/// added.
+QItemSelection RangesOf(std::vector<QModelIndex> rows) {
+    std::ranges::sort(rows, [](const QModelIndex& a, const QModelIndex& b) {
+        const auto keyOf = [](const QModelIndex& index) {
+            return std::pair(index.parent().internalPointer(), index.row());
+        };
+        return keyOf(a) < keyOf(b);
+    });
+    QItemSelection ranges;
+    for (std::size_t first = 0; first < rows.size();) {
+        std::size_t last = first;
+        while (last + 1 < rows.size() && rows[last + 1].parent() == rows[first].parent() &&
+               rows[last + 1].row() == rows[last].row() + 1) {
+            ++last;
+        }
+        ranges.append(QItemSelectionRange(rows[first], rows[last]));
+        first = last + 1;
+    }
+    return ranges;
 }
+} // namespace
 
 ObjectTreeWidget::ObjectTreeWidget(EditorHost& editorHost, ObjectCommands& objectCommands, QWidget* parent)
     : QTreeWidget(parent), host(editorHost), commands(objectCommands) {
@@ -90,14 +116,15 @@ void ObjectTreeWidget::Rebuild() {
 
 void ObjectTreeWidget::ShowSelection() {
     updating = true;
-    clearSelection();
     QTreeWidgetItem* last = nullptr;
+    std::vector<QModelIndex> chosen;
     for (const EditorObject* object : host.level.selection) {
         if (QTreeWidgetItem* item = ItemOf(object)) {
-            item->setSelected(true);
+            chosen.push_back(indexFromItem(item));
             last = item;
         }
     }
+    selectionModel()->select(RangesOf(std::move(chosen)), QItemSelectionModel::ClearAndSelect);
     if (last != nullptr) {
         setCurrentItem(last, 0, QItemSelectionModel::NoUpdate);
         scrollToItem(last);
