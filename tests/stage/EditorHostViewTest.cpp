@@ -1,3 +1,4 @@
+#include "host/stage/host/LevelSession.h"
 #include "tests/stage/HostFixture.h"
 
 using ::testing::_;
@@ -55,6 +56,19 @@ TEST_F(EditorHostViewTest, ViewsThatGoAreGivenBackFirst) {
     EXPECT_CALL(first, OnViewRequest(ViewRequest::Detach, _, _, _)).Times(1);
     host.SetViewCount(1);
     EXPECT_FALSE(host.IsViewAttachedToPlugin(1, first.id));
+}
+
+TEST_F(EditorHostViewTest, AtANewLevelViewsAreTakenBackWhileThePluginStillKnowsThem) {
+    stage::LevelSession session(host);
+    host.views.At(0)->navigation.LookAt({0.0f, 0.0f, 10.0f}, {0.0f, 0.0f, 0.0f});
+    host.AttachViewToPlugin(0, first.id);
+    host.views.At(0)->Engine().camera->data.matrices[0][14] = 99.0f;
+    ::testing::InSequence order;
+    EXPECT_CALL(first, OnViewRequest(ViewRequest::Detach, _, _, _)).Times(1);
+    EXPECT_CALL(first, OnNew());
+    session.New();
+    EXPECT_FALSE(host.IsViewAttachedToPlugin(0, first.id));
+    EXPECT_FLOAT_EQ(host.GetViewMatrix(0)[14], 10.0f);
 }
 
 TEST_F(EditorHostViewTest, ThePluginIsAskedWhetherAViewFollowsIt) {

@@ -1,6 +1,7 @@
 #include "tests/stage/WindowFixture.h"
 
 #include "framework/Menu.h"
+#include "host/stage/windows/NumberDialog.h"
 #include "host/stage/windows/ObjectPanel.h"
 #include "host/stage/windows/ObjectTree.h"
 #include "host/stage/windows/PickDialog.h"
@@ -16,12 +17,12 @@
 #include <QDoubleSpinBox>
 #include <QFile>
 #include <QFileDialog>
-#include <QInputDialog>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -290,14 +291,62 @@ TEST_F(MainWindowTest, NumbersAreAskedForInADialog) {
     float value = 2.5f;
     Answering(
         [](QWidget& dialog) {
-            auto& input = dynamic_cast<QInputDialog&>(dialog);
-            EXPECT_DOUBLE_EQ(input.doubleValue(), 2.5);
+            auto& input = dynamic_cast<stage::NumberDialog&>(dialog);
+            EXPECT_EQ(input.field->text(), "2.5");
             EXPECT_EQ(input.windowTitle(), "Length");
-            input.setDoubleValue(4.0);
+            input.field->setValue(4.0);
             input.accept();
         },
         [&] { EXPECT_TRUE(window.host.InputNumber(&value, "Length", "Seconds")); });
     EXPECT_FLOAT_EQ(value, 4.0f);
+}
+
+TEST_F(MainWindowTest, NumbersSurviveOkToTheLastBitAndAreTakenWithAllTheirDigits) {
+    for (const float present : {3.33333f, 0.1f, 1.0e-7f, -16777216.0f, 3.0e9f}) {
+        float value = present;
+        Answering([](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); },
+                  [&] { EXPECT_TRUE(window.host.InputNumber(&value, "Length", "Seconds")); });
+        EXPECT_EQ(value, present);
+    }
+    float value = 3.33333f;
+    Answering(
+        [](QWidget& dialog) {
+            stage::NumberField& field = *dynamic_cast<stage::NumberDialog&>(dialog).field;
+            EXPECT_EQ(field.text(), QString("3.33333").replace('.', field.locale().decimalPoint()));
+            field.selectAll();
+            QTest::keyClicks(&field, QString("0.0333333351").replace('.', field.locale().decimalPoint()));
+            QTest::keyClick(&field, Qt::Key_Return);
+        },
+        [&] { EXPECT_TRUE(window.host.InputNumber(&value, "Length", "Seconds")); });
+    EXPECT_EQ(value, 0.0333333351f);
+}
+
+TEST_F(MainWindowTest, SelectingAndCopyingManyObjectsChangesTheTreesSelectionAsOftenAsForFew) {
+    const auto changes = [this](int count) {
+        window.session.New();
+        for (int i = 0; i < count; ++i) {
+            window.host.level.CreateObject({ClassName::Mesh, "Crate", "", {}, nullptr, true});
+        }
+        window.ObjectsChanged();
+        Settle();
+        QSignalSpy spy(window.tree->tree->selectionModel(), &QItemSelectionModel::selectionChanged);
+        Action("EditSelectAll")->trigger();
+        Action("EditDuplicate")->trigger();
+        Settle();
+        EXPECT_EQ(window.host.level.selection.size(), static_cast<std::size_t>(count));
+        EXPECT_EQ(window.tree->tree->selectedItems().size(), count);
+        return spy.count();
+    };
+    const auto few = changes(30);
+    EXPECT_EQ(changes(300), few);
+}
+
+TEST_F(MainWindowTest, ACancelledElementPickerAnswersTheNameItWasGivenKnownOrNot) {
+    engine::SceneObject* crate = AddCrate("Crate", 0, 0, 0);
+    for (const char* present : {"lost bone", ""}) {
+        Answering([](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); },
+                  [&] { EXPECT_EQ(window.host.BrowseMeshElement(crate, present), present); });
+    }
 }
 
 TEST_F(MainWindowTest, MeshElementsArePickedFromTheObjectsMesh) {

@@ -1,4 +1,5 @@
 #include "host/stage/host/ObjectCommands.h"
+#include "host/stage/host/FreeLights.h"
 #include "host/stage/host/LevelSession.h"
 #include "tests/stage/HostFixture.h"
 
@@ -18,6 +19,11 @@ protected:
         spec.className = className;
         spec.name = name;
         return commands.Create(spec);
+    }
+    IFilm* OpenFilm() {
+        IFilmManager* films = host.level.Data()->filmManager;
+        films->currentFilm = films->GetFilm(films->AllocateFilm());
+        return films->currentFilm;
     }
 
     stage::LevelSession session{host};
@@ -169,11 +175,82 @@ TEST_F(ObjectCommandsTest, ChildrenThatWentAlongAreToldAsChangedOutsideWhileNoFi
     });
     commands.Move({{cart, At(10, 0, 0)}});
     EXPECT_FLOAT_EQ(crate->GetPosition(0)[0], 10.0f);
+}
 
-    IFilmManager* films = host.level.Data()->filmManager;
-    films->currentFilm = films->GetFilm(films->AllocateFilm());
+TEST_F(ObjectCommandsTest, ChildrenThatWentAlongAreToldAsMovedWhileAFilmIsOpen) {
+    engine::SceneObject* cart = Create("Cart");
+    engine::SceneObject* crate = Create("Crate");
+    commands.SetParent(*crate, cart);
+    host.Select({cart});
+    OpenFilm();
+    EXPECT_CALL(first, OnEvent(EventCode::ObjectsMoved, nullptr)).Times(1);
+    EXPECT_CALL(first, OnEvent(EventCode::ObjectsChangedOutside, _)).Times(0);
+    EXPECT_CALL(first, OnViewRequest(ViewRequest::ObjectsMoved, _, _, _))
+        .WillOnce([&](int, auto, void* data, bool*) {
+            EXPECT_EQ(*static_cast<ObjectList*>(data), (ObjectList{crate}));
+            EXPECT_FLOAT_EQ(crate->GetPosition(0)[0], 20.0f);
+        });
     commands.Move({{cart, At(20, 0, 0)}});
-    films->currentFilm = nullptr;
+}
+
+TEST_F(ObjectCommandsTest, WithAFilmOpenALargeTurnIsToldAsSmallOnes) {
+    engine::SceneObject* cart = Create("Cart");
+    engine::SceneObject* crate = Create("Crate");
+    crate->SetMatrix(At(0, 0, 1).m, 0);
+    commands.SetParent(*crate, cart);
+    host.Select({cart});
+    OpenFilm();
+    std::vector<float> turns;
+    std::vector<float> ofChild;
+    EXPECT_CALL(first, OnEvent(EventCode::ObjectsMoved, nullptr)).WillRepeatedly([&](int, void*) {
+        turns.push_back(cart->World().Axis(0).z); // minus the sine of the turn about y
+        EXPECT_FLOAT_EQ(cart->GetPosition(0)[1], 5.0f) << "the place is that of the end from the first on";
+    });
+    EXPECT_CALL(first, OnViewRequest(ViewRequest::ObjectsMoved, _, _, _))
+        .WillRepeatedly([&](int, auto, void*, bool*) { ofChild.push_back(crate->World().Axis(0).z); });
+    commands.Move({{cart, engine::Compose({0, 5, 0}, {0, 60, 0}, {1, 1, 1})}});
+    ASSERT_EQ(turns.size(), 2u); // 30 and 60 degrees
+    EXPECT_NEAR(turns[0], -0.5f, 1e-5f);
+    EXPECT_NEAR(turns[1], -0.8660254f, 1e-5f);
+    EXPECT_EQ(ofChild, turns);
+}
+
+TEST_F(ObjectCommandsTest, WithoutAFilmALargeTurnIsToldOnce) {
+    engine::SceneObject* cart = Create("Cart");
+    EXPECT_CALL(first, OnEvent(EventCode::ObjectsMoved, nullptr)).Times(1);
+    commands.Move({{cart, engine::Compose({}, {0, 170, 0}, {1, 1, 1})}});
+}
+
+TEST_F(ObjectCommandsTest, AnObjectThatGoesInTheMiddleOfATurnEndsIt) {
+    engine::SceneObject* cart = Create("Cart");
+    OpenFilm();
+    EXPECT_CALL(first, OnEvent(EventCode::ObjectsMoved, nullptr)).Times(1).WillOnce([&](int, void*) {
+        host.level.DeleteObject(cart);
+    });
+    commands.Move({{cart, engine::Compose({}, {0, 170, 0}, {1, 1, 1})}});
+    EXPECT_EQ(Count(), 0u);
+}
+
+TEST_F(ObjectCommandsTest, LightsKeptByAPluginAndInNoFilmAreListedAsLeftOut) {
+    engine::SceneObject* lamp = Create("Lamp", ClassName::GLLight);
+    engine::SceneObject* torch = Create("Torch", ClassName::DynLight);
+    Create("Sun", ClassName::GLLight)->transient = true;
+    Create("Plain", ClassName::GLLight);
+    IFilm* film = OpenFilm();
+    CFilmTrack* track = film->CreateDynLightTrack();
+    film->AddTrack(track);
+    AsDynLightTrack(track)->lightObject = torch;
+    EXPECT_CALL(first, OnEvent(EventCode::CollectHiddenObjects, _)).WillRepeatedly([&](int, void* data) {
+        auto& request = *static_cast<HiddenObjectsRequest*>(data);
+        request.collection->Add(lamp);
+        request.collection->Add(torch);
+        request.collection->Add(host.level.FindObject("Sun"));
+    });
+    EXPECT_EQ(stage::LightsWithoutFilm(host), std::vector<std::string>{"Lamp"});
+    windows.reports.clear();
+    film->RemoveTrack(track, 1);
+    EXPECT_EQ(windows.reports, std::vector<std::string>{stage::FreedLightText("Torch")});
+    EXPECT_EQ(stage::LightsWithoutFilm(host), (std::vector<std::string>{"Lamp", "Torch"}));
 }
 
 TEST_F(ObjectCommandsTest, MatricesThatAreNotFiniteMoveNothing) {

@@ -1,11 +1,13 @@
 #include "host/stage/host/EditorHost.h"
 
+#include "host/stage/host/FreeLights.h"
 #include "plugin/contract/EventCodes.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <filesystem>
+#include <unordered_set>
 
 namespace stage {
 
@@ -31,10 +33,13 @@ EditorHost::EditorHost(IStageWindows& stageWindows, HostFolders hostFolders)
       windows(stageWindows), folders(std::move(hostFolders)) {
     MakeEditorClasses();
     level.SetMeshLibrary(&meshes);
+    level.SetUnsavedFolder(folders.state);
     level.SetChunkClient(&chunkClient);
     level.SetDestroyHook([this](EditorObject* object) {
         plugins.Each([object](IPlugin& plugin) { plugin.OnObjectDestroyed(object); });
     });
+    level.SetFreedLightHook(
+        [this](const EditorObject* light) { windows.Report(FreedLightText(light->name)); });
 }
 
 EditorHost::~EditorHost() {
@@ -102,12 +107,7 @@ void EditorHost::GetAllObjects(ObjectList& objects, int /*one*/) {
 
 bool EditorHost::Contains(const EditorObject* object) const {
     const engine::LevelData* data = level.Data();
-    if (data == nullptr || object == nullptr) {
-        return false;
-    }
-    const auto& objects = data->Objects();
-    return std::any_of(objects.begin(), objects.end(),
-                       [object](const auto& owned) { return owned.get() == object; });
+    return data != nullptr && data->Holds(object);
 }
 
 void EditorHost::WithSelection(const ObjectList& objects, const std::function<void()>& call) {
@@ -121,8 +121,9 @@ void EditorHost::WithSelection(const ObjectList& objects, const std::function<vo
 
 void EditorHost::DeleteObjects(const ObjectList& objects) {
     ObjectList doomed;
+    std::unordered_set<const EditorObject*> known;
     for (EditorObject* object : objects) {
-        if (Contains(object) && std::find(doomed.begin(), doomed.end(), object) == doomed.end()) {
+        if (Contains(object) && known.insert(object).second) {
             doomed.push_back(object);
         }
     }
@@ -141,8 +142,9 @@ void EditorHost::DeleteObjects(const ObjectList& objects) {
 
 void EditorHost::DestroyObjects(const ObjectList& objects) {
     const ObjectList doomed = objects; // the caller's list may be the selection itself
-    const bool selectionShrinks = std::any_of(
-        doomed.begin(), doomed.end(), [this](EditorObject* object) { return level.IsSelected(object); });
+    const std::unordered_set<const EditorObject*> known(doomed.begin(), doomed.end());
+    const bool selectionShrinks =
+        std::ranges::any_of(level.selection, [&](EditorObject* object) { return known.contains(object); });
     WithSelection(doomed, [&] {
         plugins.SendEvent(EventCode::ObjectsDeleting, nullptr);
         for (EditorObject* object : doomed) {

@@ -29,6 +29,8 @@ struct HostFolders {
     std::string helpers; ///< base folder of the helper files
     /// Data files that come with the program; the user's own of the same name go first. Empty for none.
     std::string shipped{};
+    /// What a level without a folder has in its place; see UserStateFolder. Empty for none.
+    std::string state{};
 };
 
 /// The editor as plug-ins see it, over one engine level. It owns the level, the views and the plug-ins and
@@ -90,9 +92,9 @@ public:
     bool LoadPlugin(const std::string& path);
     /// OnEditorReady and RegisterShortcuts of the plug-ins loaded so far, with the present level.
     void StartPlugins();
-    /// What plug-ins hear before a level goes: the film is left (event 19), all objects are about to be
-    /// deleted (event 4), render resources go (event 15), and a new level starts (OnNew). The level's data
-    /// still stand afterwards; the caller drops or replaces them.
+    /// What plug-ins hear before a level goes: their views are taken back, the film is left (event 19), all
+    /// objects are about to be deleted (event 4), render resources go (event 15), and a new level starts
+    /// (OnNew). The level's data still stand afterwards; the caller drops or replaces them.
     void LeaveLevel();
     /// Closes the level, takes leave of the plug-ins and unloads them. Must not run inside a plug-in's call.
     void Shutdown();

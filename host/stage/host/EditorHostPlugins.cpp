@@ -27,6 +27,9 @@ void EditorHost::StartPlugins() {
 }
 
 void EditorHost::LeaveLevel() {
+    for (int view = 0; view < views.Count(); ++view) {
+        TakeView(view); // first, while the plug-in still knows that it holds the view
+    }
     if (level.Data() != nullptr) {
         plugins.SendEvent(EventCode::Suspend, nullptr);
         ObjectList all;

@@ -1,10 +1,13 @@
 #include "host/stage/host/ObjectCommands.h"
 
+#include "host/engine/UniqueNames.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/LevelSession.h"
+#include "host/stage/host/TurnSteps.h"
 #include "plugin/contract/EventCodes.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace stage {
 
@@ -27,17 +30,29 @@ bool IsCameraPoint(const engine::SceneObject& object) {
            name == ClassName::CameraControlPoint;
 }
 
-bool InList(const ObjectList& objects, const EditorObject* object) {
-    return std::find(objects.begin(), objects.end(), object) != objects.end();
-}
-
-void AppendDescendants(const EditorObject& object, ObjectList& list) {
+void AppendDescendants(const EditorObject& object, ObjectList& list,
+                       std::unordered_set<const EditorObject*>& known) {
     for (EditorObject* child = object.firstChild; child != nullptr; child = child->nextSibling) {
-        if (!InList(list, child)) {
+        if (known.insert(child).second) {
             list.push_back(child);
-            AppendDescendants(*child, list);
+            AppendDescendants(*child, list, known);
         }
     }
+}
+
+/// What goes along with the objects and is none of them.
+ObjectList FollowersOf(const ObjectList& moved) {
+    ObjectList followers;
+    std::unordered_set<const EditorObject*> known(moved.begin(), moved.end());
+    for (const EditorObject* object : moved) {
+        AppendDescendants(*object, followers, known);
+    }
+    return followers;
+}
+
+/// A body that only has a place: a turn means nothing to it.
+bool IsMarker(const engine::SceneObject& object) {
+    return object.transient || object.objectKind == ObjectKind::MatrixOnly;
 }
 } // namespace
 
@@ -70,14 +85,14 @@ engine::SceneObject* ObjectCommands::Create(const engine::ObjectSpec& spec) {
     return object;
 }
 
-engine::SceneObject* ObjectCommands::Copy(const engine::SceneObject& source) {
+engine::SceneObject* ObjectCommands::Copy(const engine::SceneObject& source, engine::UniqueNames& names) {
     engine::ObjectSpec spec;
     spec.className = source.Info().className;
     spec.name = source.name;
     spec.meshName = source.meshName;
     spec.matrix = source.World();
     spec.parent = source.Parent();
-    engine::SceneObject* copy = host.level.CreateObject(spec);
+    engine::SceneObject* copy = host.level.CreateObject(spec, &names);
     if (copy != nullptr) {
         copy->objectKind = source.objectKind;
         copy->visible = source.visible;
@@ -87,12 +102,16 @@ engine::SceneObject* ObjectCommands::Copy(const engine::SceneObject& source) {
 }
 
 int ObjectCommands::Duplicate() {
+    if (host.level.Data() == nullptr) {
+        return 0;
+    }
+    engine::UniqueNames names(*host.level.Data());
     ObjectList copies;
     for (const engine::SceneObject* source : Selected()) {
         if (source->transient || source->savedAsObject == 0) {
             continue;
         }
-        if (engine::SceneObject* copy = Copy(*source)) {
+        if (engine::SceneObject* copy = Copy(*source, names)) {
             copies.push_back(copy);
         }
     }
@@ -185,44 +204,100 @@ void ObjectCommands::Move(std::vector<ObjectMove> moves) {
     std::stable_sort(moves.begin(), moves.end(), [](const ObjectMove& a, const ObjectMove& b) {
         return Depth(*a.object) < Depth(*b.object);
     });
+    ObjectList moved;
     for (const ObjectMove& move : moves) {
-        move.object->SetMatrix(move.world.m, 0);
+        moved.push_back(move.object);
     }
-    TellMoved(moves);
+    const ObjectList followers = FollowersOf(moved);
+    const std::vector<MovePath> paths = PathsOf(moves, followers);
+    std::size_t steps = 1;
+    for (const MovePath& path : paths) {
+        steps = std::max(steps, path.matrices.size());
+    }
+    for (std::size_t step = 0; step < steps; ++step) {
+        // In one step the followers went along; their places below the others stay exact that way.
+        const std::size_t placed = steps > 1 ? paths.size() : moves.size();
+        for (std::size_t i = 0; i < placed; ++i) {
+            const MovePath& path = paths[i];
+            if (host.Contains(path.object)) {
+                path.object->SetMatrix(path.matrices[std::min(step, path.matrices.size() - 1)].m, 0);
+            }
+        }
+        TellMoved(moved, followers);
+    }
     session.MarkChanged();
     host.windows.ObjectsMoved();
     host.RedrawViews();
 }
 
-void ObjectCommands::TellMoved(const std::vector<ObjectMove>& moves) {
-    ObjectList moved;
+std::vector<ObjectCommands::MovePath> ObjectCommands::PathsOf(const std::vector<ObjectMove>& moves,
+                                                              const ObjectList& followers) {
+    const engine::LevelData& data = *host.level.Data();
+    const bool isFilmOpen = data.filmManager->currentFilm != nullptr;
+    std::vector<MovePath> paths;
+    std::vector<TurnStart> starts;
+    const auto add = [&](engine::SceneObject* object) {
+        paths.push_back({object, {}});
+        starts.push_back(isFilmOpen && !IsMarker(*object) ? StartOfTurn(data, *object) : TurnStart{});
+    };
     for (const ObjectMove& move : moves) {
-        moved.push_back(move.object);
+        add(move.object);
     }
-    ObjectList followers = moved;
+    for (EditorObject* follower : followers) {
+        add(Scene(follower));
+    }
+    // Everything arrives at once, which tells where the followers come to.
     for (const ObjectMove& move : moves) {
-        AppendDescendants(*move.object, followers);
+        move.object->SetMatrix(move.world.m, 0);
     }
-    followers.remove_if([&moved](const EditorObject* object) { return InList(moved, object); });
-    const bool isSelection = moved.size() == host.level.selection.size() &&
-                             std::all_of(moved.begin(), moved.end(), [this](EditorObject* object) {
-                                 return host.level.IsSelected(object);
-                             });
-    if (isSelection) {
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        engine::Matrix4 end = i < moves.size() ? moves[i].world : paths[i].object->World();
+        const bool turns = !IsMarker(*paths[i].object) && engine::IsFinite(end);
+        if (turns && !isFilmOpen) {
+            LeaveGimbal(end);
+        }
+        paths[i].matrices = turns && isFilmOpen ? TurnSteps(starts[i], end) : std::vector{end};
+    }
+    return paths;
+}
+
+void ObjectCommands::TellMoved(const ObjectList& moved, const ObjectList& followers) {
+    const auto present = [this](const ObjectList& objects) {
+        ObjectList known = objects;
+        known.remove_if([this](const EditorObject* object) { return !host.Contains(object); });
+        return known;
+    };
+    const ObjectList told = present(moved);
+    const std::unordered_set<const EditorObject*> selected(host.level.selection.begin(),
+                                                           host.level.selection.end());
+    const bool isSelection =
+        told.size() == selected.size() &&
+        std::ranges::all_of(told, [&](const EditorObject* object) { return selected.contains(object); });
+    if (isSelection && !told.empty()) {
         host.plugins.SendEvent(EventCode::ObjectsMoved, nullptr);
-    } else {
-        host.plugins.listenersA.Deliver([&](IPlugin* plugin) {
-            bool unused = false;
-            host.plugins.Guarded("OnViewRequest", [&] {
-                plugin->OnViewRequest(ViewRequest::ObjectsMoved, 0, &moved, &unused);
-            });
-        });
+    } else if (!told.empty()) {
+        RequestMoved(told);
     }
-    // Children went along. With a film open its pose holds them, and telling would throw that away.
+    // Children went along. With a film open they are moved objects too; without one nothing poses them, and
+    // their new places are all there is to tell.
+    ObjectList went = present(followers);
     const engine::LevelData* data = host.level.Data();
-    if (!followers.empty() && data->filmManager->currentFilm == nullptr) {
-        host.plugins.SendEvent(EventCode::ObjectsChangedOutside, &followers);
+    if (went.empty() || data == nullptr) {
+        return;
     }
+    if (data->filmManager->currentFilm != nullptr) {
+        RequestMoved(went);
+    } else {
+        host.plugins.SendEvent(EventCode::ObjectsChangedOutside, &went);
+    }
+}
+
+void ObjectCommands::RequestMoved(ObjectList objects) {
+    host.plugins.listenersA.Deliver([&](IPlugin* plugin) {
+        bool unused = false;
+        host.plugins.Guarded("OnViewRequest",
+                             [&] { plugin->OnViewRequest(ViewRequest::ObjectsMoved, 0, &objects, &unused); });
+    });
 }
 
 void ObjectCommands::SetMesh(engine::SceneObject& object, const std::string& meshName) {
@@ -258,16 +333,18 @@ void ObjectCommands::SetSun(const Vector3& direction, const engine::LightPropert
 
 ObjectList ObjectCommands::WithGroups(const ObjectList& objects) const {
     ObjectList all;
-    for (EditorObject* object : objects) {
-        if (!InList(all, object)) {
+    std::unordered_set<const EditorObject*> known;
+    const auto add = [&](EditorObject* object) {
+        if (known.insert(object).second) {
             all.push_back(object);
         }
+    };
+    for (EditorObject* object : objects) {
+        add(object);
         const engine::Group* group = host.level.Data()->GroupOf(Scene(object));
         for (engine::SceneObject* member :
              group != nullptr ? group->members : std::vector<engine::SceneObject*>()) {
-            if (!InList(all, member)) {
-                all.push_back(member);
-            }
+            add(member);
         }
     }
     return all;

@@ -37,8 +37,9 @@ public:
     bool UngroupSelected();
     /// Keeps the world matrix: event 8. False if the parent stands below the object.
     bool SetParent(engine::SceneObject& object, engine::SceneObject* parent);
-    /// Event 14 if exactly the selected objects move, else request 10 with them. Matrices that are not
-    /// finite are left out.
+    /// Event 14 if exactly the selected objects move, else request 10 with them. What goes along is told too:
+    /// with request 10 while a film is open, else with event 10. With a film open a large turn is told as a
+    /// series of small ones. Matrices that are not finite are left out.
     void Move(std::vector<ObjectMove> moves);
     void SetMesh(engine::SceneObject& object, const std::string& meshName);
     void SetVisible(engine::SceneObject& object, bool visible);
@@ -50,9 +51,19 @@ public:
     std::vector<engine::SceneObject*> Selected() const;
 
 private:
-    engine::SceneObject* Copy(const engine::SceneObject& source);
+    /// The matrices that an object is told with, one after another; at least one.
+    struct MovePath {
+        engine::SceneObject* object = nullptr;
+        std::vector<engine::Matrix4> matrices;
+    };
+
+    engine::SceneObject* Copy(const engine::SceneObject& source, engine::UniqueNames& names);
     void Changed();
-    void TellMoved(const std::vector<ObjectMove>& moves);
+    /// Moves the objects, and says how to report it: paths of the moves in their order, then of what
+    /// followed.
+    std::vector<MovePath> PathsOf(const std::vector<ObjectMove>& moves, const ObjectList& followers);
+    void TellMoved(const ObjectList& moved, const ObjectList& followers);
+    void RequestMoved(ObjectList objects);
 
     EditorHost& host;
     LevelSession& session;

@@ -118,6 +118,8 @@ private:
     bool SaveAsDialog();
     /// A path for the level as the user chooses it, empty if he chooses none.
     QString AskSavePath();
+    /// False if the user would rather not save without the lights that are in no film any more.
+    bool MayLeaveOutLights();
     void RememberRecent(const QString& path);
 
     void CreateObject(const char* className, const QString& name, const QString& meshName);

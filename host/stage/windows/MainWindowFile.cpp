@@ -113,7 +113,7 @@ bool MainWindow::SaveAsDialog() {
 }
 
 bool MainWindow::SaveLevelAs(const QString& path) {
-    if (!session.Save(path.toStdString())) {
+    if (!MayLeaveOutLights() || !session.Save(path.toStdString())) {
         return false;
     }
     const QString saved = QString::fromStdString(session.Path());

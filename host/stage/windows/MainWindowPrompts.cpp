@@ -1,8 +1,10 @@
+#include "host/stage/host/FreeLights.h"
 #include "host/stage/windows/MainWindow.h"
+#include "host/stage/windows/NumberDialog.h"
 #include "host/stage/windows/PickDialog.h"
 #include "plugin/contract/EditorObject.h"
 
-#include <QInputDialog>
+#include <algorithm>
 #include <QMessageBox>
 
 namespace stage {
@@ -19,6 +21,19 @@ constexpr const char* kEffects[][6] = {
     {"Drizzle", "Hail", "Leaves", "Rain", "Sleet", "Snow"},
     {"Black", "Flash", "Red", "Sepia", "Soft", "White"},
 };
+
+/// As many lines as a box has room for.
+QString FirstLines(const std::vector<std::string>& texts) {
+    constexpr std::size_t kShown = 15;
+    QStringList lines;
+    for (std::size_t i = 0; i < std::min(kShown, texts.size()); ++i) {
+        lines << QString::fromStdString(texts[i]);
+    }
+    if (texts.size() > kShown) {
+        lines << MainWindow::tr("... and %1 more").arg(texts.size() - kShown);
+    }
+    return lines.join('\n');
+}
 
 std::optional<std::string> ToText(const std::optional<QString>& text) {
     return text.has_value() ? std::optional<std::string>(text->toStdString()) : std::nullopt;
@@ -75,11 +90,7 @@ std::optional<std::string> MainWindow::BrowseFx(int fxKind, const std::string& p
 
 std::optional<float> MainWindow::InputNumber(float present, const std::string& title,
                                              const std::string& prompt) {
-    bool accepted = false;
-    const double number =
-        QInputDialog::getDouble(this, QString::fromStdString(title), QString::fromStdString(prompt),
-                                static_cast<double>(present), -1.0e9, 1.0e9, 3, &accepted);
-    return accepted ? std::optional<float>(static_cast<float>(number)) : std::nullopt;
+    return NumberDialog::Ask(QString::fromStdString(title), QString::fromStdString(prompt), present, this);
 }
 
 void MainWindow::ReportError(const std::string& text) {
@@ -88,20 +99,28 @@ void MainWindow::ReportError(const std::string& text) {
     box.exec();
 }
 
-void MainWindow::ShowDeleteRefusals(const std::list<DeleteMessage>& messages) {
-    constexpr int kShown = 15;
-    QStringList lines;
-    for (const DeleteMessage& message : messages) {
-        lines << QString::fromStdString(message.text);
+bool MainWindow::MayLeaveOutLights() {
+    const std::vector<std::string> lights = LightsWithoutFilm(host);
+    if (lights.empty()) {
+        return true;
     }
-    if (lines.size() > kShown) {
-        const int more = static_cast<int>(lines.size()) - kShown;
-        lines = lines.mid(0, kShown) << tr("... and %1 more").arg(more);
+    QMessageBox box(QMessageBox::Warning, tr("Save"),
+                    tr("These lights are in no film any more and are left out of the file."),
+                    QMessageBox::Save | QMessageBox::Cancel, this);
+    box.setObjectName("LightsLeftOut");
+    box.setInformativeText(FirstLines(lights));
+    return box.exec() == QMessageBox::Save;
+}
+
+void MainWindow::ShowDeleteRefusals(const std::list<DeleteMessage>& messages) {
+    std::vector<std::string> lines;
+    for (const DeleteMessage& message : messages) {
+        lines.push_back(message.text);
     }
     QMessageBox box(QMessageBox::Information, tr("Delete"), tr("These objects are in use and were kept."),
                     QMessageBox::Ok, this);
     box.setObjectName("DeleteRefused");
-    box.setInformativeText(lines.join('\n'));
+    box.setInformativeText(FirstLines(lines));
     box.exec();
 }
 

@@ -1,4 +1,5 @@
 #include "framework/FilmsApplication.h"
+#include "host/stage/host/StateFolder.h"
 #include "host/stage/windows/app/CommandLine.h"
 #include "host/stage/windows/app/HeadlessStage.h"
 #include "host/stage/windows/app/Inspector.h"
@@ -26,7 +27,8 @@ stage::HostFolders FoldersOf(const stage::CommandLine& line) {
                                : QDir(line.dataFolder).absolutePath();
     QDir().mkpath(folder + "/helpers");
     const QString shipped = QDir(QCoreApplication::applicationDirPath() + "/../share/stage").absolutePath();
-    return {folder.toStdString(), (folder + "/helpers").toStdString(), shipped.toStdString()};
+    return {folder.toStdString(), (folder + "/helpers").toStdString(), shipped.toStdString(),
+            stage::UserStateFolder()};
 }
 
 int RunWindows(QApplication& application, const stage::CommandLine& line) {
