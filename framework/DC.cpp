@@ -5,6 +5,7 @@
 #include "framework/private/Rasterizer.h"
 #include "framework/private/Recording.h"
 #include "framework/private/Surface.h"
+#include "processor/UpperHalves.h"
 
 #include <utility>
 
@@ -233,6 +234,7 @@ BOOL CDC::StretchBlt(int x, int y, int width, int height, const CDC* source, int
     // A copy within one bitmap must not read what it has just written.
     const QImage image = from == state->bitmap.get() ? from->Image().copy() : from->Image();
     state->ClippedPainter().drawImage(QRectF(x, y, width, height), image, part);
+    processor::ClearUpperHalves();
     return TRUE;
 }
 

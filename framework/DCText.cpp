@@ -4,6 +4,7 @@
 #include "framework/private/Recording.h"
 #include "framework/private/Surface.h"
 #include "framework/private/TextLayout.h"
+#include "processor/UpperHalves.h"
 
 #include <algorithm>
 #include <span>
@@ -63,6 +64,7 @@ void DrawLine(SurfaceState& s, int x, int y, const DrawnText& line) {
     painter.setFont(face.Font());
     painter.setPen(surface::ColorOf(s.textColor));
     painter.drawStaticText(x, y, face.Prepared(line.text));
+    processor::ClearUpperHalves();
 }
 
 int LeftOf(const CRect& rect, int width, UINT format) {

@@ -1,5 +1,7 @@
 #include "framework/FilmsApplication.h"
 
+#include "processor/UpperHalves.h"
+
 #include <QFontDatabase>
 #include <QPalette>
 
@@ -43,7 +45,16 @@ FilmsApplication::~FilmsApplication() {
     sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
+// Every handler of the program runs inside this call and most code of it after one, and the toolkit has
+// painted a background before a paint event. So both ends are where its traces in the registers go.
 bool FilmsApplication::notify(QObject* receiver, QEvent* event) {
+    processor::ClearUpperHalves();
+    const bool handled = Deliver(receiver, event);
+    processor::ClearUpperHalves();
+    return handled;
+}
+
+bool FilmsApplication::Deliver(QObject* receiver, QEvent* event) {
     try {
         return QApplication::notify(receiver, event);
     } catch (const std::exception& error) {

@@ -20,6 +20,7 @@ public:
     void SetExceptionReport(std::function<void(const std::string&)> report);
 
 private:
+    bool Deliver(QObject* receiver, QEvent* event);
     void Report(const std::string& what);
 
     std::function<void(const std::string&)> exceptionReport;

@@ -2,6 +2,7 @@
 
 #include "framework/Gdi.h"
 #include "framework/private/TextLayout.h"
+#include "processor/UpperHalves.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -162,6 +163,7 @@ TextPicture Face::Draw(const PictureKey& key) const {
     text.setTextFormat(Qt::PlainText);
     painter.drawStaticText(-area.x(), -area.y(), text);
     painter.end();
+    processor::ClearUpperHalves();
     const QRect touched = TouchedPart(image, key.ground);
     return {touched.isEmpty() ? QImage() : image.copy(touched),
             {area.x() + touched.x(), area.y() + touched.y()}};

@@ -1,6 +1,7 @@
 #include "framework/private/Capture.h"
 #include "framework/private/Input.h"
 #include "framework/private/NativeWindow.h"
+#include "processor/UpperHalves.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -18,6 +19,8 @@ bool buttonHeld = false;
 } // namespace
 
 bool NativeWindow::HandleEvent(QEvent* event) {
+    // The host's application need not be ours.
+    processor::ClearUpperHalves();
     if (!wnd) {
         return BaseEvent(event);
     }

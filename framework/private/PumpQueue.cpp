@@ -3,6 +3,7 @@
 #include "framework/private/Input.h"
 #include "framework/private/NativeWindow.h"
 #include "framework/Pump.h"
+#include "processor/UpperHalves.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -173,6 +174,7 @@ void PumpQueue::ProcessEvents(bool wait) {
     const int outer = std::exchange(collectingLevel, QThread::currentThread()->loopLevel());
     QCoreApplication::processEvents(wait ? QEventLoop::WaitForMoreEvents : QEventLoop::AllEvents);
     collectingLevel = outer;
+    processor::ClearUpperHalves();
 }
 
 bool PumpQueue::Peek(MSG* message, bool remove) {

@@ -2,6 +2,7 @@
 
 #include "framework/private/Face.h"
 #include "framework/TestHooks.h"
+#include "processor/UpperHalves.h"
 
 #include <QColor>
 
@@ -32,6 +33,7 @@ QImage& BitmapData::Image() {
                        static_cast<int>(std::ceil(size.cy * pixelRatio)), QImage::Format_RGB32);
         image.setDevicePixelRatio(pixelRatio);
         image.fill(Qt::black);
+        processor::ClearUpperHalves();
     }
     return image;
 }
@@ -64,6 +66,7 @@ void SurfaceState::Fill(const CRect& rect, COLORREF color) {
         pixels.Fill(rect, qRgb(GetRValue(color), GetGValue(color), GetBValue(color)));
     } else {
         ClippedPainter().fillRect(rect.left, rect.top, rect.Width(), rect.Height(), surface::ColorOf(color));
+        processor::ClearUpperHalves();
     }
 }
 
