@@ -7,6 +7,7 @@
 #include "host/engine/LevelTrack.h"
 #include "host/engine/LightTrack.h"
 #include "host/engine/ObjectTrack.h"
+#include "processor/UpperHalves.h"
 
 #include <algorithm>
 
@@ -295,6 +296,9 @@ void Film::PoseCameras(float time) {
 }
 
 void Film::SetTime(float time, float previousTime) {
+    // Whoever paints between frames leaves the registers in a state in which posing takes three times as
+    // long.
+    processor::ClearUpperHalves();
     const float now = SafeTime(time);
     if (!active) {
         PoseCameras(now);
@@ -403,6 +407,7 @@ void Film::SampleCameraPath(TrackRenderData* data, int) {
     if (camera == nullptr) {
         return;
     }
+    processor::ClearUpperHalves();
     const int detail = std::clamp(data->detail, 1, 1000);
     for (const int strip : {0, 1}) {
         std::int32_t count = 0;

@@ -10,6 +10,7 @@
 #include "host/engine/LevelWriter.h"
 #include "host/engine/MemoryFile.h"
 #include "host/engine/References.h"
+#include "processor/UpperHalves.h"
 
 #include <limits>
 #include <stdexcept>
@@ -100,6 +101,7 @@ PendingLevel::PendingLevel(PendingLevel&&) noexcept = default;
 PendingLevel& PendingLevel::operator=(PendingLevel&&) noexcept = default;
 
 PendingLevel ParseLevel(Level& level, const std::string& path, std::string bytes) {
+    processor::ClearUpperHalves();
     PendingLevel pending;
     pending.path = path;
     pending.folder = FolderOf(path);
@@ -149,6 +151,7 @@ std::string SerializeLevel(Level& level, const std::string& path, LevelMessages&
     if (level.Data() == nullptr) {
         throw LevelFileError(path, -1, "there is no level");
     }
+    processor::ClearUpperHalves();
     try {
         return WriteLevelBytes(level);
     } catch (const std::length_error& error) {

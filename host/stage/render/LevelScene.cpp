@@ -5,6 +5,7 @@
 #include "host/stage/render/ShapeMeshes.h"
 #include "host/stage/render/SkyLight.h"
 #include "plugin/contract/Film.h"
+#include "processor/UpperHalves.h"
 
 #include <algorithm>
 #include <cstring>
@@ -53,6 +54,7 @@ LevelScene::LevelScene(GltfMeshLibrary& library)
 }
 
 void LevelScene::Update(const engine::Level& level, const LevelSceneOptions& options) {
+    processor::ClearUpperHalves(); // meshes are bent on the way
     scene = RenderScene();
     scene.grid = options.grid;
     scene.seconds = options.seconds;

@@ -10,6 +10,7 @@
 #include "host/stage/render/RenderTarget.h"
 #include "host/stage/render/ShadowMap.h"
 #include "host/stage/render/SkyPass.h"
+#include "processor/UpperHalves.h"
 
 #include <algorithm>
 #include <epoxy/gl.h>
@@ -168,6 +169,7 @@ std::unique_ptr<Renderer> Renderer::Create(std::string& error) {
 }
 
 void Renderer::BeginFrame(const RenderScene& scene) {
+    processor::ClearUpperHalves();
     parts->scene = &scene;
     parts->items = CollectItems(scene);
     if (!parts->context.MakeCurrent()) {
