@@ -1,5 +1,6 @@
 #include "framework/FilmsApplication.h"
 
+#include "framework/private/DyingWindows.h"
 #include "processor/UpperHalves.h"
 
 #include <QFontDatabase>
@@ -39,6 +40,7 @@ FilmsApplication::FilmsApplication(int& argc, char** argv) : QApplication(argc, 
     font.setFamilies({"Liberation Sans", "Noto Sans", "DejaVu Sans"});
     font.setPixelSize(12);
     setFont(font);
+    processor::ClearUpperHalves();
 }
 
 FilmsApplication::~FilmsApplication() {
@@ -48,6 +50,7 @@ FilmsApplication::~FilmsApplication() {
 // Every handler of the program runs inside this call and most code of it after one, and the toolkit has
 // painted a background before a paint event. So both ends are where its traces in the registers go.
 bool FilmsApplication::notify(QObject* receiver, QEvent* event) {
+    const dying_windows::Delivery delivery(receiver);
     processor::ClearUpperHalves();
     const bool handled = Deliver(receiver, event);
     processor::ClearUpperHalves();

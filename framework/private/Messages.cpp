@@ -1,5 +1,6 @@
 #include "framework/private/NativeWindow.h"
 
+#include "framework/private/DyingWindows.h"
 #include "framework/Pump.h"
 
 #include <QCoreApplication>
@@ -17,7 +18,10 @@ std::vector<MessageFrame*>& Stack() {
 
 struct FrameScope {
     explicit FrameScope(MessageFrame& frame) { Stack().push_back(&frame); }
-    ~FrameScope() { Stack().pop_back(); }
+    ~FrameScope() {
+        Stack().pop_back();
+        dying_windows::Release();
+    }
     FrameScope(const FrameScope&) = delete;
     FrameScope& operator=(const FrameScope&) = delete;
 };
@@ -58,6 +62,11 @@ bool IsPainting(const NativeWindow* native) {
     return std::any_of(Stack().begin(), Stack().end(), [native](const MessageFrame* frame) {
         return frame->native == native && frame->event && frame->event->type() == QEvent::Paint;
     });
+}
+
+bool IsHandling(const NativeWindow* native) {
+    return std::any_of(Stack().begin(), Stack().end(),
+                       [native](const MessageFrame* frame) { return frame->native == native; });
 }
 
 QInputEvent* CurrentInput() {

@@ -1,6 +1,7 @@
 #include "framework/private/NativeWindow.h"
 
 #include "framework/private/Capture.h"
+#include "framework/private/DyingWindows.h"
 #include "framework/QtBridge.h"
 
 #include <QCoreApplication>
@@ -64,7 +65,7 @@ void NativeWindow::DeleteNow() {
     delete widget;
 }
 void NativeWindow::DeleteLater() {
-    widget->deleteLater();
+    dying_windows::Add(widget);
 }
 
 NativeWindow* NativeWindow::Of(const QWidget* widget) {

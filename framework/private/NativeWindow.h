@@ -141,6 +141,8 @@ MessageFrame* Of(const CWnd* wnd);
 void Forget(const CWnd* wnd);
 bool InPaint();
 bool IsPainting(const NativeWindow* native);
+// Whether a message of the window's is on the stack.
+bool IsHandling(const NativeWindow* native);
 // The mouse or key event behind the innermost message that has one.
 QInputEvent* CurrentInput();
 // Sends to a CWnd with or without a window.

@@ -1,5 +1,6 @@
 #include "framework/private/PumpQueue.h"
 
+#include "framework/private/DyingWindows.h"
 #include "framework/private/Input.h"
 #include "framework/private/NativeWindow.h"
 #include "framework/Pump.h"
@@ -178,6 +179,7 @@ void PumpQueue::ProcessEvents(bool wait) {
 }
 
 bool PumpQueue::Peek(MSG* message, bool remove) {
+    dying_windows::DeleteUnused();
     if (queue.empty()) {
         ProcessEvents(/*wait*/ false);
     }
@@ -193,6 +195,7 @@ bool PumpQueue::Peek(MSG* message, bool remove) {
 }
 
 void PumpQueue::Wait(MSG* message) {
+    dying_windows::DeleteUnused();
     while (queue.empty()) {
         ProcessEvents(/*wait*/ true);
     }
