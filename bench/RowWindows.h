@@ -10,7 +10,9 @@
 
 namespace films_bench {
 
-/// Runs what waits in the toolkit's event queue, of which the windows' own requests are a part.
+/// Runs what waits in the toolkit's event queue, of which the windows' own requests are a part. Destroyed
+/// windows go first: without a loop that runs they would stay for ever, and each would slow down whatever
+/// makes the next.
 void ProcessEvents();
 /// Shows a window and comes back when it can be painted.
 void ShowForPainting(QWidget& window);

@@ -40,6 +40,7 @@ void ViewMemory(benchmark::State& state) {
         TimelineFilm timeline(size);
         timeline.Show();
         timeline.Empty();
+        TimelineFilm::Paint();
         const std::size_t before = HeapBytes();
         timeline.Show();
         for (CTrackCtrl* row : timeline.control->tracks) {
@@ -60,6 +61,7 @@ void ShowFilm(benchmark::State& state, Case size) {
     TimelineFilm timeline(size);
     timeline.Show();
     timeline.Empty();
+    TimelineFilm::Paint();
     for (auto _ : state) {
         StartCold();
         const auto start = Clock::now();
@@ -76,6 +78,7 @@ void BareShow(benchmark::State& state, Case size) {
     timeline.Show();
     const std::size_t rows = timeline.control->tracks.size();
     timeline.Empty();
+    TimelineFilm::Paint();
     for (auto _ : state) {
         StartCold();
         std::vector<std::unique_ptr<CTrackCtrl>> made;
@@ -216,18 +219,16 @@ void PaintFrameNaive(benchmark::State& state) {
 }
 
 /// The M film unfolded: 600 rows with keys and 200 root rows, 40 in the window, about 20,000 keys in view.
-TimelineFilm& UnfoldedFilm() {
-    static TimelineFilm* timeline = [] {
-        auto* made = new TimelineFilm(kMedium);
-        made->Show();
-        made->Unfold();
-        return made;
-    }();
-    return *timeline;
-}
+class UnfoldedFilm : public TimelineFilm {
+public:
+    UnfoldedFilm() : TimelineFilm(kMedium) {
+        Show();
+        Unfold();
+    }
+};
 
 void ScrollRow(benchmark::State& state) {
-    TimelineFilm& timeline = UnfoldedFilm();
+    UnfoldedFilm timeline;
     bool forward = true;
     for (auto _ : state) {
         if (forward) {
@@ -243,7 +244,7 @@ void ScrollRow(benchmark::State& state) {
 }
 
 void MoveCursor(benchmark::State& state) {
-    TimelineFilm& timeline = UnfoldedFilm();
+    UnfoldedFilm timeline;
     float time = 0.0f;
     for (auto _ : state) {
         timeline.control->SetCurrentTime(time, true);
@@ -255,7 +256,7 @@ void MoveCursor(benchmark::State& state) {
 }
 
 void GetKeyAt(benchmark::State& state) {
-    TimelineFilm& timeline = UnfoldedFilm();
+    UnfoldedFilm timeline;
     CTrackCtrl* row = nullptr;
     for (CTrackCtrl* candidate : timeline.control->visibleTracks) {
         if (row == nullptr && candidate->kind == KeyKind::Position) {
@@ -271,7 +272,7 @@ void GetKeyAt(benchmark::State& state) {
 
 /// One frame at the window: the step and everything that it has to paint.
 template <class Step> void Frames(benchmark::State& state, Step step) {
-    TimelineFilm& timeline = UnfoldedFilm();
+    UnfoldedFilm timeline;
     MeasureFrames(state, [&](int frame) {
         step(timeline, frame);
         TimelineFilm::Paint();

@@ -1,8 +1,7 @@
 #include "bench/TimelineCases.h"
 
+#include "bench/RowWindows.h"
 #include "framework/TestHooks.h"
-
-#include <QCoreApplication>
 
 namespace films_bench {
 
@@ -44,8 +43,7 @@ void TimelineFilm::Unfold() {
 }
 
 void TimelineFilm::Paint() {
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
+    ProcessEvents();
 }
 
 std::size_t TimelineFilm::CountViews() const {

@@ -55,7 +55,7 @@ public:
     void Empty() { control->ShowFilm(nullptr, true); }
     /// Every root row unfolded.
     void Unfold();
-    /// Lets everything that is due be painted.
+    /// Lets everything that is due be painted, and windows that were destroyed go.
     static void Paint();
     std::size_t CountViews() const;
 

@@ -1,7 +1,8 @@
-"""Prints the benchmarks' medians beside what they are measured against, with the limits."""
-import json
-import statistics
+"""Prints the benchmarks' medians beside what they are measured against, with the limits and the verdicts. A ratio is
+the median of the repetitions' ratios."""
 import sys
+
+from measure import measure
 
 # name, what it is divided by, highest ratio
 RATIOS = [
@@ -11,6 +12,7 @@ RATIOS = [
     ("pose_rand_300/M", "bare_rand_300/M", 1.6),
     ("pose_rand_300/W", "bare_rand_300/W", 1.6),
     ("SetFrame/M", "pose_seq_300/M", 1.3),
+    ("SetFrame/M_after_paint", "SetFrame/M", 1.1),
     ("drag_key_and_pose/M", "pose_seq_300/M", 3.0),
     ("insert_key/M", "insert_key/one_track", 1.5),
     ("build/M", "bare_build/M", 1.0),
@@ -51,48 +53,60 @@ TIMES = [
     ("Rows2000/hide_hidden", 1000.0),
     ("Rows2000/scroll", 1000.0),
 ]
-UNIT_NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
-def base_name(name):
-    return "/".join(name.split("/")[:2])
+class Table:
+    """Prints row by row and keeps what is over its limit."""
+
+    def __init__(self):
+        self.rows = 0
+        self.over = []
+        print(f"{'benchmark':32}{'us':>12}{'against':>28}{'us':>12}{'ratio':>8}{'limit':>8}  verdict")
+
+    def row(self, name, middle, value, limit):
+        """A value of None says that there is none."""
+        self.rows += 1
+        verdict = "none" if value is None else "ok" if value <= limit else "OVER"
+        if verdict != "ok":
+            self.over.append(name)
+        print(f"{name:32}{middle}{limit:8.2f}  {verdict}")
+
+    def end(self):
+        if self.over:
+            print(f"{len(self.over)} of {self.rows} rows over their limit: {', '.join(self.over)}")
+        else:
+            print(f"All {self.rows} rows within their limits.")
+        return 1 if self.over else 0
 
 
-def medians(runs):
-    """Median nanoseconds and counters by benchmark."""
-    times, counters = {}, {}
-    for run in runs:
-        if run.get("run_type") != "iteration":
-            continue
-        name = base_name(run["name"])
-        # Processor time, so that other programs count less, but for what waits for the disk or times itself.
-        key = "real_time" if ("manual_time" in run["name"] or "real_time" in run["name"]) else "cpu_time"
-        times.setdefault(name, []).append(run[key] * UNIT_NANOSECONDS[run["time_unit"]])
-        if "bytes_per_key" in run:
-            counters.setdefault(name, []).append(run["bytes_per_key"])
-    return ({name: statistics.median(values) for name, values in times.items()},
-            {name: statistics.median(values) for name, values in counters.items()})
+def microseconds(time):
+    return "-" if time is None else f"{time / 1e3:.2f}"
+
+
+def print_ratio(table, figures, name, against, limit):
+    time, base = figures.time(name), figures.time(against)
+    ratio = figures.ratio(name, against)
+    shown = "-" if ratio is None else f"{ratio:.4f}" if ratio < 0.01 else f"{ratio:.2f}"
+    table.row(name, f"{microseconds(time):>12}{against:>28}{microseconds(base):>12}{shown:>8}", ratio, limit)
 
 
 def main():
-    with open(sys.argv[1], encoding="utf-8") as file:
-        times, counters = medians(json.load(file)["benchmarks"])
-    failed = False
-    print(f"{'benchmark':28}{'us':>12}{'against':>30}{'us':>12}{'ratio':>8}{'limit':>8}")
+    program, repetitions = sys.argv[1], int(sys.argv[2])
+    names = list(dict.fromkeys([side for name, against, _ in RATIOS for side in (name, against)] +
+                               [row[0] for row in COUNTERS + TIMES]))
+    figures = measure(program, names, repetitions)
+    table = Table()
     for name, against, limit in RATIOS:
-        ratio = times[name] / times[against]
-        failed = failed or ratio > limit
-        print(f"{name:28}{times[name] / 1e3:12.2f}{against:>30}{times[against] / 1e3:12.2f}"
-              f"{ratio:8.2f}{limit:8.2f}{'' if ratio <= limit else '  OVER'}")
+        print_ratio(table, figures, name, against, limit)
     for name, counter, limit in COUNTERS:
-        failed = failed or counters[name] > limit
-        print(f"{name + ' ' + counter:28}{counters[name]:12.1f}{'':50}{limit:8.1f}"
-              f"{'' if counters[name] <= limit else '  OVER'}")
+        value = figures.counter(name)
+        table.row(f"{name} {counter}", f"{'-' if value is None else f'{value:.1f}':>12}{'':48}", value, limit)
     for name, limit in TIMES:
-        failed = failed or times[name] / 1e3 > limit
-        print(f"{name:28}{times[name] / 1e3:12.2f}{'':50}{limit:8.1f}"
-              f"{'' if times[name] / 1e3 <= limit else '  OVER'}")
-    return 1 if failed else 0
+        time = figures.time(name)
+        table.row(name, f"{microseconds(time):>12}{'':48}", None if time is None else time / 1e3, limit)
+    for name, message in figures.errors.items():
+        print(f"{name}: {message}")
+    return table.end()
 
 
 if __name__ == "__main__":

@@ -87,10 +87,12 @@ QRgb* Pixels::RowAt(int y) const {
 void Pixels::Fill(const CRect& rect, QRgb color) const {
     for (std::size_t i = 0; i < clipped.count; ++i) {
         CRect cut;
-        cut.IntersectRect(rect, clipped.rects[i]);
-        for (int y = cut.top; y < cut.bottom; ++y) {
-            QRgb* row = RowAt(y) + origin.x;
-            std::fill(row + cut.left, row + cut.right, color);
+        if (!cut.IntersectRect(rect, clipped.rects[i])) {
+            continue;
+        }
+        auto* row = reinterpret_cast<std::byte*>(RowAt(cut.top) + origin.x + cut.left);
+        for (int rows = cut.Height(); rows > 0; --rows, row += stride) {
+            std::fill_n(reinterpret_cast<QRgb*>(row), cut.Width(), color);
         }
     }
 }

@@ -1,0 +1,64 @@
+"""Runs benchmarks, each in a process of its own, so that none finds what another left: windows, memory, registers."""
+import json
+import os
+import statistics
+import subprocess
+
+MIN_SECONDS = 0.2  # of a measurement; the library repeats what is shorter
+UNIT_NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
+
+
+class Figures:
+    """Nanoseconds and counters by benchmark, all that were measured."""
+
+    def __init__(self):
+        self.times = {}
+        self.counters = {}
+        self.errors = {}
+
+    def add(self, name, run):
+        if run.get("error_occurred"):
+            self.errors[name] = run.get("error_message", "")
+            return
+        # Processor time, so that other programs count less, but for what waits for the disk or times itself.
+        waits = "manual_time" in run["name"] or "real_time" in run["name"]
+        time = run["real_time" if waits else "cpu_time"] * UNIT_NANOSECONDS[run["time_unit"]]
+        self.times.setdefault(name, []).append(time)
+        if "bytes_per_key" in run:
+            self.counters.setdefault(name, []).append(run["bytes_per_key"])
+
+    def time(self, name):
+        """The median in nanoseconds; None if the benchmark failed or does not exist."""
+        return None if name in self.errors or name not in self.times else statistics.median(self.times[name])
+
+    def ratio(self, name, against):
+        """The median of the repetitions' ratios: what else runs on the machine comes and goes within a run."""
+        if self.time(name) is None or self.time(against) is None:
+            return None
+        return statistics.median(a / b for a, b in zip(self.times[name], self.times[against]))
+
+    def counter(self, name):
+        return None if name in self.errors or name not in self.counters else statistics.median(self.counters[name])
+
+
+def run_alone(program, name):
+    """What one process reports of the benchmark; its name may go on with the number of iterations and the like."""
+    done = subprocess.run(
+        [program, f"--benchmark_filter=^{name}(/iterations:.*|/min_time:.*|/manual_time|/real_time|/process_time)*$",
+         f"--benchmark_min_time={MIN_SECONDS}", "--benchmark_format=json"],
+        stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False,
+        env={**os.environ, "QT_QPA_PLATFORM": os.environ.get("QT_QPA_PLATFORM", "offscreen")})
+    if done.returncode != 0 or not done.stdout:
+        return []
+    return [run for run in json.loads(done.stdout)["benchmarks"] if run.get("run_type") == "iteration"]
+
+
+def measure(program, names, repetitions):
+    """Goes through all names so many times, to and fro: what a ratio compares runs close together, and neither side
+    is always the first."""
+    figures = Figures()
+    for repetition in range(repetitions):
+        for name in names if repetition % 2 == 0 else reversed(names):
+            for run in run_alone(program, name):
+                figures.add(name, run)
+    return figures
