@@ -117,14 +117,18 @@ TEST_F(VisualizedCameraTest, DeletedFilmIsDrawnNoMore) {
     }
 }
 
-TEST_F(VisualizedCameraTest, CameraOfAFilmThatWasLeftIsDrawnAndPosedOn) {
+TEST_F(VisualizedCameraTest, CameraOfAFilmThatWasLeftIsDrawnAndPosedOnAndItsActorsAreLeftAlone) {
     EditorObject* crate = editor.Create("Crate", 7, 0, 0);
     plugin.AddActors({crate});
     plugin.SetCurrentFilm(NewFilm());
     EXPECT_FALSE(IsHidden(helpers.positionObject));
     MoveTo(*crate, 1, 1, 1);
     EXPECT_EQ(LinesDrawn(), kLines);
-    EXPECT_EQ(PositionOf(*crate), (Vector3{7, 0, 0})) << "the old film poses at each render";
+    EXPECT_EQ(PositionOf(*crate), (Vector3{1, 1, 1})) << "a closed film moves nothing of the level";
+    const Vector3 eye = camera->eyePoint;
+    camera->eyePoint = {99, 99, 99};
+    EXPECT_EQ(LinesDrawn(), kLines);
+    EXPECT_EQ(camera->eyePoint, eye) << "the old film is posed at each render all the same";
     plugin.SetCurrentFilm(nullptr);
     EXPECT_EQ(LinesDrawn(), kLines);
 }
