@@ -86,9 +86,13 @@ TEST_F(ReferencesTest, TheLevelsFolderIsWhereItsFileLies) {
 TEST_F(ReferencesTest, ANameThatAFileDialogGaveIsFoundFromTheProgramsFolder) {
     const stdfs::path program = stdfs::read_symlink("/proc/self/exe").parent_path();
     const std::string name = stdfs::path(folder.File("a/shared.wav")).lexically_relative(program).string();
-    EXPECT_TRUE(stdfs::equivalent(engine::ReferencePath(level, name), folder.File("a/shared.wav")));
-    EXPECT_EQ(RebasedReference(name, level, level), "../shared.wav");
-    EXPECT_EQ(RebasedReference(name, "", level), "../shared.wav");
+    // So deep that the name leads nowhere from the level: ".." ends at the root.
+    const std::string deep = folder.File("a/1/2/3/4/5/6/7/8/9/10/11/12/");
+    stdfs::create_directories(deep);
+    const std::string up = "../../../../../../../../../../../../shared.wav";
+    EXPECT_TRUE(stdfs::equivalent(engine::ReferencePath(deep, name), folder.File("a/shared.wav")));
+    EXPECT_EQ(RebasedReference(name, deep, deep), up);
+    EXPECT_EQ(RebasedReference(name, "", deep), up);
 }
 
 } // namespace

@@ -317,9 +317,20 @@ TEST_F(MainCtrlInputTest, ChangeActorNeedsTheMeshElementsOfTheKeys) {
     EXPECT_THAT(boxes, ElementsAre("Cannot find mesh element for animation key!"));
     boxes.clear();
     row->track->RemoveKey(animation, true);
-    AddKey(row->track, KeyKind::FxTrace, 1.0f);
+    static_cast<CFilmFxKey*>(AddKey(row->track, KeyKind::FxTrace, 1.0f))->linkElement = "Bip01 Head";
     EXPECT_FALSE(control->ChangeActor());
     EXPECT_THAT(boxes, ElementsAre("Cannot find mesh element for FX key!"));
+}
+
+TEST_F(MainCtrlInputTest, ChangeActorTakesKeysOfTheWholeObject) {
+    AddKey(row->track, KeyKind::Animation, 1.0f); // no mesh element
+    AddKey(row->track, KeyKind::FxTrace, 1.0f);
+    control->menuRow = RowOf("Actor100");
+    EditorObject* plain = editor.Create("Plain");
+    editor.Select({plain});
+    EXPECT_TRUE(control->ChangeActor());
+    EXPECT_THAT(boxes, ::testing::IsEmpty());
+    EXPECT_EQ(AsObjectTrack(row->track)->actor, plain);
 }
 
 TEST_F(MainCtrlInputTest, ChangeActorAfterAFilmChangeOnlyEndsTheMode) {
