@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Adds up what the test programs of a ctest run said, and ends with the line "N passed, N failed".
+"""Adds up what the test programs of a ctest run said, and ends with the line "N passed, N failed", with
+", N skipped" where a machine can't run a test.
 
 usage: summary.py CTEST_JUNIT RESULTS
 
@@ -16,14 +17,14 @@ def gtest_cases(report):
     for suite in report["testsuites"]:
         for case in suite["testsuite"]:
             name = suite["name"] + "." + case["name"]
-            ran = case.get("status") == "RUN"
-            yield name, ran, bool(case.get("failures")), float(case.get("time", "0s").rstrip("s"))
+            result = "FAILED" if case.get("failures") else case.get("result")
+            yield name, result, float(case.get("time", "0s").rstrip("s"))
 
 
 def main():
     junit = xml.etree.ElementTree.parse(sys.argv[1]).getroot()
     results = pathlib.Path(sys.argv[2])
-    passed, failed, times = 0, [], []
+    passed, failed, skipped, times = 0, [], [], []
     for entry in junit.iter("testcase"):
         shard, good = entry.get("name"), entry.get("status") == "run"
         report = results / (shard + ".json")
@@ -34,22 +35,24 @@ def main():
                 failed.append(shard + " (" + entry.get("status") + ", ended without a report)")
             continue
         bad_before = len(failed)
-        for name, ran, bad, seconds in gtest_cases(json.loads(report.read_text())):
-            if not ran:
-                continue
+        for name, result, seconds in gtest_cases(json.loads(report.read_text())):
             times.append((seconds, shard + " " + name))
-            if bad:
+            if result == "FAILED":
                 failed.append(shard + " " + name)
-            else:
+            elif result == "SKIPPED":
+                skipped.append(shard + " " + name)
+            elif result == "COMPLETED":
                 passed += 1
         if not good and len(failed) == bad_before:
             failed.append(shard + " (ended badly after its tests)")
     print("\nThe slowest tests:")
     for seconds, name in sorted(times, reverse=True)[:10]:
         print(f"{seconds:9.2f} s  {name}")
+    for name in skipped:
+        print("SKIPPED", name)
     for name in failed:
         print("FAILED", name)
-    print(f"\n{passed} passed, {len(failed)} failed")
+    print(f"\n{passed} passed, {len(failed)} failed" + (f", {len(skipped)} skipped" if skipped else ""))
     return 1 if failed else 0
 
 

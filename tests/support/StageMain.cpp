@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <link.h>
 #include <QApplication>
+#include <QSettings>
 #include <QTemporaryDir>
 
 namespace {
@@ -31,6 +32,11 @@ void KeepGlDriver() {
     dl_iterate_phdr(KeepLoaded, nullptr);
 }
 
+/// What a test's windows remember of their places is not for the next test.
+class SettingsCleaner final : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override { QSettings().clear(); }
+};
+
 } // namespace
 
 /// Windows need an application, and its settings must not be the user's.
@@ -44,6 +50,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setOrganizationName("StageTest");
     QCoreApplication::setApplicationName("StageTest");
     std::setlocale(LC_NUMERIC, "C");
+    testing::UnitTest::GetInstance()->listeners().Append(new SettingsCleaner);
     stage::ApplyTheme(application);
     KeepGlDriver();
     return RUN_ALL_TESTS();

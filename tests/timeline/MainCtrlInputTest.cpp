@@ -326,11 +326,12 @@ TEST_F(MainCtrlInputTest, ChangeActorTakesKeysOfTheWholeObject) {
     AddKey(row->track, KeyKind::Animation, 1.0f); // no mesh element
     AddKey(row->track, KeyKind::FxTrace, 1.0f);
     control->menuRow = RowOf("Actor100");
+    const CFilmObjectTrack* track = AsObjectTrack(row->track); // the rows are made anew
     EditorObject* plain = editor.Create("Plain");
     editor.Select({plain});
     EXPECT_TRUE(control->ChangeActor());
     EXPECT_THAT(boxes, ::testing::IsEmpty());
-    EXPECT_EQ(AsObjectTrack(row->track)->actor, plain);
+    EXPECT_EQ(track->actor, plain);
 }
 
 TEST_F(MainCtrlInputTest, ChangeActorAfterAFilmChangeOnlyEndsTheMode) {
