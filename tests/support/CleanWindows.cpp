@@ -9,6 +9,7 @@ namespace {
 class WindowCleaner final : public testing::EmptyTestEventListener {
     void OnTestEnd(const testing::TestInfo&) override {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents(); // the next window gets no late word of who is active
     }
 };
 
