@@ -13,5 +13,6 @@ void RegisterTimelineWindowBenches();
 void RegisterKeyDragBenches();
 void RegisterKeyDragFrameBenches();
 void RegisterCameraPathBenches();
+void RegisterStageObjectsBenches();
 
 } // namespace films_bench

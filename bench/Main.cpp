@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
     films_bench::RegisterKeyDragBenches();
     films_bench::RegisterKeyDragFrameBenches();
     films_bench::RegisterCameraPathBenches();
+    films_bench::RegisterStageObjectsBenches();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;

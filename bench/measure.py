@@ -1,10 +1,11 @@
 """Runs benchmarks, each in a process of its own, so that none finds what another left: windows, memory, registers."""
 import json
 import os
-import statistics
+import re
 import subprocess
 
-MIN_SECONDS = 0.2  # of a measurement; the library repeats what is shorter
+MIN_SECONDS = 0.07  # of a measurement; the library repeats what is shorter
+MEASUREMENTS = 3  # in one process
 UNIT_NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
@@ -28,24 +29,35 @@ class Figures:
             self.counters.setdefault(name, []).append(run["bytes_per_key"])
 
     def time(self, name):
-        """The median in nanoseconds; None if the benchmark failed or does not exist."""
-        return None if name in self.errors or name not in self.times else statistics.median(self.times[name])
+        """The least nanoseconds: whatever disturbs a measurement only adds. None if the benchmark failed or does not
+        exist."""
+        return None if name in self.errors or name not in self.times else min(self.times[name])
 
     def ratio(self, name, against):
-        """The median of the repetitions' ratios: what else runs on the machine comes and goes within a run."""
+        """Of the least times of both."""
         if self.time(name) is None or self.time(against) is None:
             return None
-        return statistics.median(a / b for a, b in zip(self.times[name], self.times[against]))
+        return self.time(name) / self.time(against)
 
     def counter(self, name):
-        return None if name in self.errors or name not in self.counters else statistics.median(self.counters[name])
+        return None if name in self.errors or name not in self.counters else min(self.counters[name])
+
+
+# A benchmark's name may go on with the number of iterations and the like.
+SUFFIXES = "(/iterations:.*|/min_time:.*|/manual_time|/real_time|/process_time)*$"
+
+
+def registered(program):
+    """The names of all benchmarks."""
+    done = subprocess.run([program, "--benchmark_list_tests"], stdout=subprocess.PIPE, check=True, text=True)
+    return {re.sub(SUFFIXES, "", line) for line in done.stdout.splitlines()}
 
 
 def run_alone(program, name):
-    """What one process reports of the benchmark; its name may go on with the number of iterations and the like."""
+    """What one process reports of the benchmark."""
     done = subprocess.run(
-        [program, f"--benchmark_filter=^{name}(/iterations:.*|/min_time:.*|/manual_time|/real_time|/process_time)*$",
-         f"--benchmark_min_time={MIN_SECONDS}", "--benchmark_format=json"],
+        [program, f"--benchmark_filter=^{name}{SUFFIXES}", f"--benchmark_min_time={MIN_SECONDS}",
+         f"--benchmark_repetitions={MEASUREMENTS}", "--benchmark_format=json"],
         stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False,
         env={**os.environ, "QT_QPA_PLATFORM": os.environ.get("QT_QPA_PLATFORM", "offscreen")})
     if done.returncode != 0 or not done.stdout:
