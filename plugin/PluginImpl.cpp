@@ -157,7 +157,7 @@ void IPluginImpl::OnObjectDestroyed(EditorObject* object) {
     if (EditorObjectInfo* info = object->GetInfo()) {
         info->SetPluginData(kPluginKind, nullptr);
     }
-    objectMatrices.remove_if([object](const ObjectMatrixRecord& record) { return record.object == object; });
+    objectMatrices.RemoveAll(object);
     virtualObjects.remove_if([object](const VirtualObjectRecord& record) { return record.object == object; });
     lightHelpers.ForgetObject(object);
     if (contextObject == object) {

@@ -10,6 +10,7 @@
 #include "plugin/contract/EventCodes.h"
 #include "plugin/contract/Plugin.h"
 #include "plugin/FilmViewSettings.h"
+#include "plugin/ObjectMatrixRecords.h"
 #include "plugin/PluginFilmsParams.h"
 #include "timeline/ScenarioWindow.h"
 
@@ -17,12 +18,7 @@
 #include <list>
 #include <memory>
 #include <string>
-
-/// The matrix that an object has outside of films.
-struct ObjectMatrixRecord {
-    EditorObject* object = nullptr;
-    std::array<float, 16> matrix{};
-};
+#include <unordered_set>
 
 /// A level object that is kept for films only.
 struct VirtualObjectRecord {
@@ -185,7 +181,7 @@ public:
     int framesPerSecond = 0; ///< 0 until the first new level, then 30
     EditorObject* contextObject = nullptr;
     std::unique_ptr<IKeyAttributesDlg> keyAttributesDlg;
-    std::list<ObjectMatrixRecord> objectMatrices;
+    ObjectMatrixRecords objectMatrices;
     CMenu filmsMenu;
     std::list<int> attachedViews;
     CPluginFilmsParams levelParams;
@@ -200,6 +196,8 @@ public:
 
 private:
     friend class PluginImplTest;
+
+    using ObjectSet = std::unordered_set<const EditorObject*>;
 
     int playDepth = 0; ///< timing loops that run inside each other
 
@@ -221,9 +219,8 @@ private:
     bool AdvancePlaying();
     void RebuildWindow();
     void RestoreRecord(const ObjectMatrixRecord& record);
-    ObjectMatrixRecord* FindMatrixRecord(const EditorObject* object);
-    void ForgetDeletedObject(EditorObject* object, const ObjectList& deleted);
-    void RecordChildren(EditorObject* object, const ObjectList& deleted);
+    void ForgetDeletedObject(EditorObject* object, const ObjectSet& deleted);
+    void RecordChildren(EditorObject* object, const ObjectSet& deleted);
     bool CanBecomeActor(EditorObject* object, bool isVirtual) const;
     void AddActor(EditorObject* object);
     void RemoveActor(IFilm* film, EditorObject* object, bool lightsOnly);

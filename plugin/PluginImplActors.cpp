@@ -243,9 +243,10 @@ void IPluginImpl::OnObjectsDeleted() {
             RemoveActors(film, &deleted, /*lightsOnly*/ true);
         }
     }
+    const ObjectSet gone(deleted.begin(), deleted.end());
     for (EditorObject* object : deleted) {
         if (object != nullptr && object->IsA(ClassId::LevelObject)) {
-            ForgetDeletedObject(object, deleted);
+            ForgetDeletedObject(object, gone);
         }
     }
     if (currentFilm != nullptr) {
@@ -253,11 +254,8 @@ void IPluginImpl::OnObjectsDeleted() {
     }
 }
 
-void IPluginImpl::ForgetDeletedObject(EditorObject* object, const ObjectList& deleted) {
-    const auto record = std::ranges::find(objectMatrices, object, &ObjectMatrixRecord::object);
-    if (record != objectMatrices.end()) {
-        objectMatrices.erase(record);
-    }
+void IPluginImpl::ForgetDeletedObject(EditorObject* object, const ObjectSet& deleted) {
+    objectMatrices.RemoveFirst(object);
     if (ObjectDerivesFrom(object, ClassName::DynLight) || ObjectDerivesFrom(object, ClassName::GLLight)) {
         const std::unique_ptr<CFilmsLightHelper> helper(lightHelpers.FindByObject(object));
         lightHelpers.Remove(helper.get());
@@ -268,11 +266,11 @@ void IPluginImpl::ForgetDeletedObject(EditorObject* object, const ObjectList& de
     RecordChildren(object, deleted);
 }
 
-void IPluginImpl::RecordChildren(EditorObject* object, const ObjectList& deleted) {
+void IPluginImpl::RecordChildren(EditorObject* object, const ObjectSet& deleted) {
     for (EditorObject* child = object->firstChild; child != nullptr; child = child->nextSibling) {
-        ObjectMatrixRecord* record = FindMatrixRecord(child);
+        ObjectMatrixRecord* record = objectMatrices.Find(child);
         if (record == nullptr) {
-            if (!Contains(deleted, child)) {
+            if (!deleted.contains(child)) {
                 AddObjectMatrix(child);
             }
         } else if (child->IsA(ClassId::LevelObject)) {

@@ -16,11 +16,6 @@ void CopyMatrix(const float* from, std::array<float, 16>& to) {
 
 } // namespace
 
-ObjectMatrixRecord* IPluginImpl::FindMatrixRecord(const EditorObject* object) {
-    const auto found = std::ranges::find(objectMatrices, object, &ObjectMatrixRecord::object);
-    return found == objectMatrices.end() ? nullptr : &*found;
-}
-
 /// Required: no check for doubles; a deletion takes out only the first.
 void IPluginImpl::AddObjectMatrix(EditorObject* object) {
     if (object == nullptr) {
@@ -30,8 +25,7 @@ void IPluginImpl::AddObjectMatrix(EditorObject* object) {
     if (parentInfo != nullptr && parentInfo->className == ClassName::HelperCwO) {
         return;
     }
-    ObjectMatrixRecord& record = objectMatrices.emplace_back();
-    record.object = object;
+    ObjectMatrixRecord& record = objectMatrices.Add(object);
     CopyMatrix(object->GetMatrix(1), record.matrix);
 }
 
@@ -51,7 +45,7 @@ void IPluginImpl::RefreshMatrices(const ObjectList* objects) {
         if (object == nullptr || !object->IsA(ClassId::LevelObject)) {
             continue;
         }
-        if (ObjectMatrixRecord* record = FindMatrixRecord(object)) {
+        if (ObjectMatrixRecord* record = objectMatrices.Find(object)) {
             CopyMatrix(object->GetMatrix(0), record->matrix);
         }
     }
@@ -71,7 +65,7 @@ void IPluginImpl::RestoreMatrices() {
 }
 
 void IPluginImpl::RestoreOneMatrix(EditorObject* object) {
-    if (const ObjectMatrixRecord* record = FindMatrixRecord(object)) {
+    if (const ObjectMatrixRecord* record = objectMatrices.Find(object)) {
         RestoreRecord(*record);
     }
 }
@@ -91,9 +85,8 @@ void IPluginImpl::RebuildMatrices() {
 }
 
 const float* IPluginImpl::GetStoredMatrix(EditorObject* object) const {
-    const auto found = std::ranges::find(objectMatrices, object, &ObjectMatrixRecord::object);
-    if (found != objectMatrices.end()) {
-        return found->matrix.data();
+    if (const ObjectMatrixRecord* record = objectMatrices.Find(object)) {
+        return record->matrix.data();
     }
     AfxMessageBox(kNoMatrix + object->name + kDontSave);
     static const std::array<float, 16> identity = [] {

@@ -136,7 +136,7 @@ void IPluginImpl::OnObjectsMoved(const ObjectList& objects) {
 }
 
 void IPluginImpl::MoveObject(EditorObject* object, const float* userMatrix, ObjectList& snappedBack) {
-    ObjectMatrixRecord* record = FindMatrixRecord(object);
+    ObjectMatrixRecord* record = objectMatrices.Find(object);
     if (object->objectKind != ObjectKind::MatrixOnly) {
         if (!object->IsA(ClassId::EditorObject)) {
             return;

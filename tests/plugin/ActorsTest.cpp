@@ -221,7 +221,7 @@ TEST_F(ActorsTest, ChildrenOfADeletedObjectGetTheirPresentMatrix) {
     engine::SceneObject* unknown = editor.Create("Unknown", 2, 0, 0);
     ASSERT_TRUE(editor.level.SetParent(known, cart));
     ASSERT_TRUE(editor.level.SetParent(unknown, cart));
-    plugin.objectMatrices.remove_if([&](const ObjectMatrixRecord& r) { return r.object == unknown; });
+    plugin.objectMatrices.RemoveAll(unknown);
     MoveTo(*known, 7, 0, 0);
     editor.Select({cart});
     plugin.OnEvent(EventCode::ObjectsDeleting, nullptr);
