@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <sndfile.h>
 
 namespace {
@@ -16,13 +15,11 @@ constexpr std::uint64_t kMaxFileBytes = 256 * OutsideFile::kMiB;
 /// An open file; closed with the scope.
 class OpenFile {
 public:
-    explicit OpenFile(const std::string& path) : outside(std::in_place, path, kMaxFileBytes), file(nullptr) {
-        if (outside->IsOpen()) {
-            file = sf_open_fd(outside->Descriptor(), SFM_READ, &info, /*close_desc*/ SF_FALSE);
+    explicit OpenFile(const std::string& path) : outside(path, kMaxFileBytes), file(nullptr) {
+        if (outside.IsOpen()) {
+            file = sf_open_fd(outside.Descriptor(), SFM_READ, &info, /*close_desc*/ SF_FALSE);
         }
     }
-    OpenFile(const std::string& path, const SF_INFO& form)
-        : info(form), file(sf_open(path.c_str(), SFM_WRITE, &info)) {}
     ~OpenFile() {
         if (file != nullptr) {
             sf_close(file);
@@ -35,14 +32,14 @@ public:
         return file != nullptr && info.samplerate > 0 && info.channels > 0 && info.frames >= 0;
     }
 
-    /// Why a file for reading is not open.
+    /// Why the file is not usable.
     std::string Reason() const {
-        return file == nullptr ? outside->IsOpen() ? sf_strerror(nullptr) : outside->Error()
+        return file == nullptr ? outside.IsOpen() ? sf_strerror(nullptr) : outside.Error()
                                : "no usable sound";
     }
 
     SF_INFO info{};
-    std::optional<OutsideFile> outside; ///< of a file that is read
+    OutsideFile outside;
     SNDFILE* file;
 };
 
@@ -105,20 +102,4 @@ float SoundSeconds(const std::string& path) {
     return open.IsUsable() ? static_cast<float>(static_cast<double>(open.info.frames) /
                                                 static_cast<double>(open.info.samplerate))
                            : -1.0f;
-}
-
-void SaveStereoWav(const std::string& path, const std::vector<float>& samples, int rate) {
-    SF_INFO form{};
-    form.samplerate = rate;
-    form.channels = 2;
-    form.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-    OpenFile open(path, form);
-    if (open.file == nullptr) {
-        throw SoundError(path + ": " + sf_strerror(nullptr));
-    }
-    sf_command(open.file, SFC_SET_CLIPPING, nullptr, SF_TRUE);
-    const auto frames = static_cast<sf_count_t>(samples.size() / 2);
-    if (sf_writef_float(open.file, samples.data(), frames) != frames) {
-        throw SoundError(path + ": " + sf_strerror(open.file));
-    }
 }

@@ -26,6 +26,3 @@ std::shared_ptr<const SoundData> LoadSound(const std::string& path);
 
 /// Seconds of a sound file from its header, -1.0 if it can't be read. Never throws.
 float SoundSeconds(const std::string& path);
-
-/// Writes interleaved stereo as a 16-bit wav file. Throws SoundError.
-void SaveStereoWav(const std::string& path, const std::vector<float>& samples, int rate);

@@ -32,11 +32,13 @@ TEST(HeadlessOptionsTest, TheLeastIsLevelFilmAndOutput) {
     EXPECT_EQ(options->firstFrame, 0);
     EXPECT_EQ(options->lastFrame, -1);
     EXPECT_FALSE(options->draft);
+    EXPECT_FALSE(options->strict);
 }
 
 TEST(HeadlessOptionsTest, EverythingCanBeSet) {
     const auto options =
-        Parse(With({"--fps", "25", "--size", "640x360", "--frames", "10:20", "--video", "a.mp4", "--draft"}));
+        Parse(With({"--fps", "25", "--size", "640x360", "--frames", "10:20", "--video", "a.mp4", "--draft",
+                    "--strict"}));
     ASSERT_TRUE(options);
     EXPECT_EQ(options->fps, 25);
     EXPECT_EQ(options->width, 640);
@@ -45,6 +47,7 @@ TEST(HeadlessOptionsTest, EverythingCanBeSet) {
     EXPECT_EQ(options->lastFrame, 20);
     EXPECT_EQ(options->video, "a.mp4");
     EXPECT_TRUE(options->draft);
+    EXPECT_TRUE(options->strict);
 }
 
 TEST(HeadlessOptionsTest, ValuesMayStandBehindAnEqualsSign) {
@@ -64,6 +67,22 @@ TEST(HeadlessOptionsTest, NamesMayHoldEqualsSignsAndSpaces) {
 
 TEST(HeadlessOptionsTest, HelpNeedsNothingElse) {
     EXPECT_TRUE(Parse({"--help"})->help);
+}
+
+TEST(HeadlessOptionsTest, HelpIsHelpWhereverItStands) {
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {"--render", "--help"}, {"--render", "a", "--film", "--help"}, {"--fast", "--help"}, {"--help", "--fast"}}) {
+        const auto options = Parse(arguments);
+        ASSERT_TRUE(options);
+        EXPECT_TRUE(options->help);
+    }
+}
+
+TEST(HeadlessOptionsTest, ALevelNamedLikeHelpStandsBehindAnEqualsSign) {
+    const auto options = Parse({"--render=--help", "--film", "a", "--out", "o"});
+    ASSERT_TRUE(options);
+    EXPECT_FALSE(options->help);
+    EXPECT_EQ(options->level, "--help");
 }
 
 struct WrongCase {

@@ -1,9 +1,11 @@
 #include "host/sound/SoundFile.h"
 #include "host/sound/SoundMixer.h"
 #include "host/sound/SoundPlayer.h"
+#include "host/sound/StereoWavWriter.h"
 #include "tests/support/Paths.h"
 
 #include <cmath>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -35,8 +37,20 @@ protected:
             samples.push_back(left);
             samples.push_back(right);
         }
-        SaveStereoWav(Path(name), samples, kRate);
+        Write(Path(name), {samples});
         return Path(name);
+    }
+
+    /// A wav file of the pieces one after the other.
+    static void Write(const std::string& path, const std::vector<std::vector<float>>& pieces) {
+        const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+        ASSERT_GE(descriptor, 0);
+        StereoWavWriter writer(descriptor, path, kRate);
+        for (const std::vector<float>& piece : pieces) {
+            writer.Write(piece);
+        }
+        writer.Finish();
+        close(descriptor);
     }
 
     static float Loudness(const std::vector<float>& samples, std::size_t channel, std::size_t first,
@@ -59,6 +73,30 @@ TEST_F(SoundTest, WhatIsWrittenIsReadBack) {
     EXPECT_NEAR(sound->samples[0], 0.5f, 1e-4f);
     EXPECT_NEAR(sound->samples[1], -0.25f, 1e-4f);
     EXPECT_NEAR(sound->Seconds(), 0.1f, 1e-6f);
+}
+
+TEST_F(SoundTest, PiecesFollowOneAnother) {
+    Write(Path("a.wav"), {{0.25f, 0.5f}, {}, {-0.25f, -0.5f, 0.0f, 0.125f}});
+    const auto sound = LoadSound(Path("a.wav"));
+    const std::vector<float> expected = {0.25f, 0.5f, -0.25f, -0.5f, 0.0f, 0.125f};
+    ASSERT_EQ(sound->samples.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_NEAR(sound->samples[i], expected[i], 1e-4f) << i;
+    }
+}
+
+TEST_F(SoundTest, AFileThatCanNotBeWrittenIsToldByItsName) {
+    const std::string path = Constant("a.wav", 0.0f, 0.0f, 0.01f);
+    const int readOnly = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    try {
+        StereoWavWriter writer(readOnly, "the sound of a.mp4", kRate);
+        writer.Write(std::vector<float>(100000, 0.5f));
+        writer.Finish();
+        ADD_FAILURE() << "a file that is open for reading was written";
+    } catch (const SoundError& error) {
+        EXPECT_EQ(std::string(error.what()).find("the sound of a.mp4: "), 0u) << error.what();
+    }
+    close(readOnly);
 }
 
 TEST_F(SoundTest, LoudSamplesAreCutNotWrapped) {

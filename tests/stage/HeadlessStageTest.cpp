@@ -48,6 +48,19 @@ TEST_F(HeadlessStageTest, AFileThatIsNoLevelIsThrownAndNoWindowAsks) {
     EXPECT_NE(stage.Level().GetLevelData(), nullptr);
 }
 
+TEST_F(HeadlessStageTest, APluginThatIsMissingOrCanNotBeUsedIsToldOnce) {
+    EXPECT_TRUE(stage.TakeTroubles().empty());
+    stage::HeadlessStage bare{{folder.path().toStdString(), folder.path().toStdString()}, {}};
+    const std::vector<std::string> troubles = bare.TakeTroubles();
+    ASSERT_EQ(troubles.size(), 1u);
+    EXPECT_NE(troubles[0].find("no plug-in was found"), std::string::npos) << troubles[0];
+    EXPECT_TRUE(bare.TakeTroubles().empty());
+    stage::HeadlessStage wrong{{folder.path().toStdString(), folder.path().toStdString()}, {"/nowhere/films.so"}};
+    const std::vector<std::string> why = wrong.TakeTroubles();
+    ASSERT_EQ(why.size(), 1u);
+    EXPECT_NE(why[0].find("The plug-in can't be used: "), std::string::npos) << why[0];
+}
+
 TEST(StageAppTest, PluginsAreFoundBesideTheProgramInOrderOfTheirNames) {
     QTemporaryDir folder;
     QDir(folder.path()).mkpath("bin/plugins");

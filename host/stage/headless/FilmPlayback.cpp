@@ -3,7 +3,7 @@
 #include "host/engine/Film.h"
 #include "host/engine/LevelTrack.h"
 #include "host/stage/headless/FilmSounds.h"
-#include "host/stage/headless/VideoPipe.h"
+#include "host/stage/headless/OutputError.h"
 #include "host/stage/render/CameraMath.h"
 
 #include <algorithm>
@@ -33,6 +33,19 @@ private:
     engine::IFilmSink* before;
 };
 
+/// A film that the host shows for the life of the scope.
+class ShownFilm {
+public:
+    ShownFilm(HeadlessHost& filmHost, IFilm& shownFilm) : host(filmHost), film(shownFilm) { host.Begin(film); }
+    ~ShownFilm() { host.End(film); }
+    ShownFilm(const ShownFilm&) = delete;
+    ShownFilm& operator=(const ShownFilm&) = delete;
+
+private:
+    HeadlessHost& host;
+    IFilm& film;
+};
+
 } // namespace
 
 void DrawBlackBars(RenderImage& image) {
@@ -44,8 +57,9 @@ void DrawBlackBars(RenderImage& image) {
     std::fill(image.pixels.end() - count, image.pixels.end(), kBlack);
 }
 
-FilmPlayback::FilmPlayback(HeadlessHost& filmHost, IFilm& playedFilm, const HeadlessOptions& asked)
-    : host(filmHost), film(playedFilm), options(asked), scene(filmHost.Meshes()) {
+FilmPlayback::FilmPlayback(HeadlessHost& filmHost, IFilm& playedFilm, const HeadlessOptions& asked,
+                           const StopSignals& stopSignals)
+    : host(filmHost), film(playedFilm), options(asked), signals(stopSignals), scene(filmHost.Meshes()) {
 }
 
 bool FilmPlayback::Prepare(std::string& error) {
@@ -57,15 +71,15 @@ void FilmPlayback::ForEachFrame(int first, int last, const std::function<void(in
     const auto timeOf = [&](int frame) {
         return static_cast<float>(frame) / static_cast<float>(options.fps);
     };
-    host.Begin(film);
+    const ShownFilm shown(host, film);
     float previous = -1.0f;
     for (int frame = first; frame <= last; ++frame) {
+        signals.Check();
         const float time = timeOf(frame);
         host.Pose(film, time, previous);
         onFrame(frame, time);
         previous = time;
     }
-    host.End(film);
 }
 
 RenderCamera FilmPlayback::Camera() const {

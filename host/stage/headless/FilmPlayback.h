@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/stage/headless/Headless.h"
+#include "host/stage/headless/StopSignals.h"
 #include "host/stage/render/LevelScene.h"
 #include "host/stage/render/Renderer.h"
 
@@ -11,11 +12,12 @@ class FilmSounds;
 /// Plays one film frame by frame and shows what its cameras see.
 class FilmPlayback {
 public:
-    FilmPlayback(HeadlessHost& filmHost, IFilm& playedFilm, const HeadlessOptions& asked);
+    FilmPlayback(HeadlessHost& filmHost, IFilm& playedFilm, const HeadlessOptions& asked,
+                 const StopSignals& stopSignals);
 
     /// False with a reason if the machine can't draw.
     bool Prepare(std::string& error);
-    /// Draws frames `first` to `last`, both included.
+    /// Draws frames `first` to `last`, both included. Throws Stopped between two frames.
     void Play(int first, int last, const std::function<void(int frame, const RenderImage&)>& onFrame);
     /// Plays the same frames for their sound alone.
     void PlaySound(int first, int last, FilmSounds& sounds);
@@ -29,6 +31,7 @@ private:
     HeadlessHost& host;
     IFilm& film;
     const HeadlessOptions& options;
+    const StopSignals& signals;
     LevelScene scene;
     std::unique_ptr<Renderer> renderer;
 };

@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr int kBlocksPerSecond = 10;
+
 std::array<float, 3> PlaceOf(const EditorObject& object) {
     const float* matrix = object.GetMatrix(0);
     return {matrix[12], matrix[13], matrix[14]};
@@ -15,7 +17,8 @@ std::array<float, 3> PlaceOf(const EditorObject& object) {
 
 } // namespace
 
-FilmSounds::FilmSounds(const std::string& levelFolder, int rate) : folder(levelFolder), mixer(rate) {
+FilmSounds::FilmSounds(const std::string& levelFolder, int rate, Output samplesOutput)
+    : folder(levelFolder), mixer(rate), output(std::move(samplesOutput)) {
 }
 
 void FilmSounds::OnKeyFired(IFilm&, CFilmTrack& track, const IFilmKey& key, float late) {
@@ -77,16 +80,19 @@ void FilmSounds::Update(float time) {
 }
 
 void FilmSounds::MixUpTo(float time, float length, const float* camera) {
-    const auto wanted =
-        static_cast<std::size_t>(std::max(std::llround(static_cast<double>(length) * Rate()), 0LL));
-    const std::size_t have = samples.size() / 2;
     if (mixer.Space() != nullptr) {
         if (camera != nullptr) {
             mixer.Space()->SetListener(camera);
         }
         Update(time);
     }
-    if (wanted > have) {
-        mixer.Render(static_cast<int>(wanted - have), samples);
+    const long long wanted = std::llround(static_cast<double>(length) * mixer.Rate());
+    const long long most = mixer.Rate() / kBlocksPerSecond;
+    while (mixed < wanted) {
+        const long long frames = std::min(wanted - mixed, most);
+        block.clear();
+        mixer.Render(static_cast<int>(frames), block);
+        mixed += frames;
+        output(block);
     }
 }

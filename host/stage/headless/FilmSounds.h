@@ -3,6 +3,7 @@
 #include "host/engine/FilmSink.h"
 #include "host/sound/SoundMixer.h"
 
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -10,16 +11,17 @@
 /// Hears a film's sound and speech keys and mixes what they play.
 class FilmSounds : public engine::IFilmSink {
 public:
+    /// Takes the next interleaved stereo samples.
+    using Output = std::function<void(const std::vector<float>& samples)>;
+
     /// Paths of keys are relative to the folder unless they are absolute.
-    FilmSounds(const std::string& levelFolder, int rate);
+    FilmSounds(const std::string& levelFolder, int rate, Output samplesOutput);
 
     void OnKeyFired(IFilm& film, CFilmTrack& track, const IFilmKey& key, float late) override;
     void OnFilmStopped(IFilm& film) override;
-    /// Appends sound until `length` seconds are there, as it is at a time of the film. `camera` is the matrix
-    /// of the listener, or null to leave him where he is.
+    /// Gives out sound until `length` seconds were given in all, as it is at a time of the film, a tenth of a
+    /// second at a time. `camera` is the matrix of the listener, or null to leave him where he is.
     void MixUpTo(float time, float length, const float* camera);
-    const std::vector<float>& Samples() const { return samples; }
-    int Rate() const { return mixer.Rate(); }
     bool IsReady() const { return mixer.IsReady(); }
     /// Files that could not be played, each once.
     const std::set<std::string>& Errors() const { return errors; }
@@ -37,7 +39,9 @@ private:
 
     std::string folder;
     SoundMixer mixer;
-    std::vector<float> samples;
+    Output output;
+    std::vector<float> block;
+    long long mixed = 0; ///< frames given out
     std::vector<Playing> playing;
     std::set<std::string> errors;
 };

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <QImage>
 #include <QImageWriter>
+#include <QSaveFile>
 
 namespace {
 
@@ -13,10 +14,17 @@ constexpr int kPngQuality = 80;
 void SavePng(const std::string& path, const RenderImage& image) {
     const QImage picture(reinterpret_cast<const uchar*>(image.pixels.data()), image.width, image.height,
                          image.width * 4, QImage::Format_RGB32);
-    QImageWriter writer(QString::fromStdString(path), "png");
+    QSaveFile file(QString::fromStdString(path));
+    if (!file.open(QIODevice::WriteOnly)) {
+        throw OutputError(path + ": " + file.errorString().toStdString());
+    }
+    QImageWriter writer(&file, "png");
     writer.setQuality(kPngQuality);
     if (!writer.write(picture)) {
         throw OutputError(path + ": " + writer.errorString().toStdString());
+    }
+    if (!file.commit()) {
+        throw OutputError(path + ": " + file.errorString().toStdString());
     }
 }
 
@@ -28,7 +36,7 @@ std::string FrameFileName(int frame) {
     return name;
 }
 
-void FrameOutput::Start(const std::string& soundFile) {
+void FrameOutput::Start(int sound) {
     if (!options.folder.empty()) {
         std::error_code error;
         std::filesystem::create_directories(options.folder, error);
@@ -38,7 +46,7 @@ void FrameOutput::Start(const std::string& soundFile) {
         }
     }
     if (!options.video.empty()) {
-        video = std::make_unique<VideoPipe>(options, soundFile);
+        video = std::make_unique<VideoPipe>(options, sound);
     }
 }
 

@@ -9,8 +9,9 @@ class FrameOutput {
 public:
     explicit FrameOutput(const HeadlessOptions& asked) : options(asked) {}
 
-    /// Makes the folder and starts the video. `soundFile` may be empty.
-    void Start(const std::string& soundFile);
+    /// Makes the folder and starts the video. `sound` is the descriptor of a file, or VideoPipe::kSilent.
+    void Start(int sound);
+    /// A picture has its name only when it is whole.
     void Write(int frame, const RenderImage& image);
     void Finish();
 

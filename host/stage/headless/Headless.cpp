@@ -7,11 +7,12 @@
 #include "host/stage/headless/FilmPlayback.h"
 #include "host/stage/headless/FilmSounds.h"
 #include "host/stage/headless/FrameOutput.h"
+#include "host/stage/headless/MissingFiles.h"
 #include "host/stage/headless/Progress.h"
+#include "host/stage/headless/SoundTrackFile.h"
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 
 namespace {
 
@@ -22,20 +23,6 @@ void Tell(std::FILE* messages, const std::string& text) {
     std::fprintf(messages, "stage: %s\n", text.c_str());
 }
 
-/// A sound file beside the video while ffmpeg reads it.
-class ScratchFile {
-public:
-    explicit ScratchFile(const std::string& video) : path(video + ".sound.wav") {}
-    ~ScratchFile() {
-        std::error_code ignored;
-        std::filesystem::remove(path, ignored);
-    }
-    ScratchFile(const ScratchFile&) = delete;
-    ScratchFile& operator=(const ScratchFile&) = delete;
-
-    const std::string path;
-};
-
 /// One run of the headless renderer.
 class Run {
 public:
@@ -44,11 +31,16 @@ public:
 
     int Execute() {
         try {
-            return OpenLevel() ? WriteFilm() : status;
+            const int result = OpenLevel() ? WriteFilm() : status;
+            TellTroubles();
+            return result;
         } catch (const OutputError& error) {
             Tell(messages, error.what());
         } catch (const SoundError& error) {
             Tell(messages, error.what());
+        } catch (const Stopped& stopped) {
+            Tell(messages, stopped.what());
+            return HeadlessExit::kStopped + stopped.signal;
         }
         return HeadlessExit::kOutput;
     }
@@ -56,9 +48,7 @@ public:
 private:
     bool OpenLevel() {
         try {
-            for (const std::string& message : host.Open(options.level)) {
-                Tell(messages, message);
-            }
+            TellMissing(host.Open(options.level));
         } catch (const engine::LevelFileError& error) {
             Tell(messages, error.what());
             status = HeadlessExit::kLevel;
@@ -93,15 +83,23 @@ private:
                                ", but the film's frames are 0 to " + std::to_string(count - 1));
             return HeadlessExit::kUsage;
         }
-        FilmPlayback playback(host, *film, options);
+        TellTroubles();
+        TellMissing(MissingFiles(host.Level(), host.Meshes(), *film));
+        if (IsRefused()) {
+            return HeadlessExit::kOutput;
+        }
+        FilmPlayback playback(host, *film, options, signals);
         std::string error;
         if (!playback.Prepare(error)) {
             Tell(messages, error);
             return HeadlessExit::kOutput;
         }
-        const ScratchFile sound(options.video);
         FrameOutput output(options);
-        output.Start(MixSound(playback, last, sound.path));
+        const std::unique_ptr<SoundTrackFile> sound = MixSound(playback, last);
+        if (IsRefused()) {
+            return HeadlessExit::kOutput;
+        }
+        output.Start(sound != nullptr ? sound->Descriptor() : VideoPipe::kSilent);
         Progress progress(messages, last - options.firstFrame + 1);
         playback.Play(options.firstFrame, last, [&](int frame, const RenderImage& image) {
             output.Write(frame, image);
@@ -112,28 +110,48 @@ private:
         return HeadlessExit::kDone;
     }
 
-    /// The file with the film's sound, or "" for silent output.
-    std::string MixSound(FilmPlayback& playback, int last, const std::string& path) {
+    /// The film's sound for a video; null for output without.
+    std::unique_ptr<SoundTrackFile> MixSound(FilmPlayback& playback, int last) {
         if (options.video.empty() || FindProgram("ffmpeg").empty()) {
-            return "";
+            return nullptr;
         }
-        FilmSounds sounds(host.Level().Folder(), kSoundRate);
+        auto track = std::make_unique<SoundTrackFile>(options.video, kSoundRate);
+        FilmSounds sounds(host.Level().Folder(), kSoundRate,
+                          [&](const std::vector<float>& samples) { track->Writer().Write(samples); });
         if (!sounds.IsReady()) {
-            Tell(messages, "the sound library can't mix into memory; the video is silent");
-            return "";
+            TellMissing({"the sound library can't mix into memory; the video is silent"});
+            return nullptr;
         }
         playback.PlaySound(options.firstFrame, last, sounds);
-        for (const std::string& trouble : sounds.Errors()) {
-            Tell(messages, trouble);
+        TellMissing({sounds.Errors().begin(), sounds.Errors().end()});
+        track->Writer().Finish();
+        return track;
+    }
+
+    void TellMissing(const std::vector<std::string>& sentences) {
+        for (const std::string& sentence : sentences) {
+            Tell(messages, sentence);
         }
-        SaveStereoWav(path, sounds.Samples(), sounds.Rate());
-        return path;
+        missing += sentences.size();
+    }
+
+    void TellTroubles() { TellMissing(host.TakeTroubles()); }
+
+    /// With --strict, whether something is missing; then it is told that nothing is written.
+    bool IsRefused() const {
+        if (!options.strict || missing == 0) {
+            return false;
+        }
+        Tell(messages, "nothing was written, since --strict allows nothing to be missing");
+        return true;
     }
 
     const HeadlessOptions& options;
     HeadlessHost& host;
     std::FILE* messages;
+    const StopSignals signals;
     IFilm* film = nullptr;
+    std::size_t missing = 0; ///< things told so far
     int status = HeadlessExit::kDone;
 };
 
@@ -194,16 +212,23 @@ int RunHeadless(const HeadlessOptions& options, HeadlessHost& host, std::FILE* m
     return Run(options, host, messages).Execute();
 }
 
-int RunHeadless(const std::vector<std::string>& arguments, HeadlessHost& host, std::FILE* messages) {
+std::optional<HeadlessOptions> ReadArguments(const std::vector<std::string>& arguments, std::FILE* messages,
+                                             int& status) {
     std::string error;
-    const std::optional<HeadlessOptions> options = ParseHeadlessOptions(arguments, error);
+    std::optional<HeadlessOptions> options = ParseHeadlessOptions(arguments, error);
+    status = HeadlessExit::kDone;
     if (!options) {
         Tell(messages, error + " (--help tells more)");
-        return HeadlessExit::kUsage;
-    }
-    if (options->help) {
+        status = HeadlessExit::kUsage;
+    } else if (options->help) {
         std::fputs(kHeadlessUsage, stdout);
-        return HeadlessExit::kDone;
+        options.reset();
     }
-    return RunHeadless(*options, host, messages);
+    return options;
+}
+
+int RunHeadless(const std::vector<std::string>& arguments, HeadlessHost& host, std::FILE* messages) {
+    int status = HeadlessExit::kDone;
+    const std::optional<HeadlessOptions> options = ReadArguments(arguments, messages, status);
+    return options ? RunHeadless(*options, host, messages) : status;
 }

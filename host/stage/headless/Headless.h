@@ -18,6 +18,7 @@ constexpr int kUsage = 1;
 constexpr int kLevel = 2;
 constexpr int kFilm = 3;
 constexpr int kOutput = 4;
+constexpr int kStopped = 128; ///< and the signal's number
 } // namespace HeadlessExit
 
 /// The part of a host that the headless renderer leaves to its caller. As it stands it works with the engine
@@ -34,6 +35,8 @@ public:
     virtual GltfMeshLibrary& Meshes();
     /// Opens the level file; throws engine::LevelFileError.
     virtual engine::LevelMessages Open(const std::string& path);
+    /// What the host lacked or could not do so far, one sentence each; each is given out once.
+    virtual std::vector<std::string> TakeTroubles() { return {}; }
     /// The film becomes the one shown.
     virtual void Begin(IFilm& film);
     /// Poses the film; a previous time of -1 fires no keys.
@@ -54,5 +57,9 @@ int FrameCount(float filmSeconds, int fps);
 /// Plays the film and writes its frames; progress and errors go to `messages`. Returns a HeadlessExit.
 int RunHeadless(const HeadlessOptions& options, HeadlessHost& host, std::FILE* messages);
 
-/// The same from the arguments behind the program's name, with the text of `--help` on standard output.
+/// The options from the arguments behind the program's name. Null if there is nothing to render: `status` is
+/// then the exit status, after the text of `--help` on standard output or an error in `messages`.
+std::optional<HeadlessOptions> ReadArguments(const std::vector<std::string>& arguments, std::FILE* messages,
+                                             int& status);
+/// Both.
 int RunHeadless(const std::vector<std::string>& arguments, HeadlessHost& host, std::FILE* messages);

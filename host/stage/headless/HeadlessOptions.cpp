@@ -1,5 +1,6 @@
 #include "host/stage/headless/HeadlessOptions.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -16,10 +17,16 @@ const char* const kHeadlessUsage =
     "  --size WxH       pixels, 16 to 8192 each (1280x720)\n"
     "  --frames A:B     only frames A to B, both included; either may be left out\n"
     "  --draft          quicker, with rough edges\n"
+    "  --strict         write nothing if anything that the film needs is missing\n"
     "  --help           this text\n"
     "\n"
+    "Models, sounds, animations and plug-ins that are missing are told, and what of the level\n"
+    "could not be read. A picture or video has its name only when it is whole; Ctrl+C leaves\n"
+    "the pictures made so far.\n"
+    "\n"
     "Exit status: 0 done, 1 wrong arguments, 2 the level can't be read, 3 the level has no\n"
-    "such film, 4 the output can't be made.\n";
+    "such film, 4 the output can't be made or, with --strict, something is missing, 128 + N\n"
+    "stopped by signal N (130: Ctrl+C).\n";
 
 namespace {
 
@@ -123,11 +130,12 @@ std::optional<HeadlessOptions> ParseHeadlessOptions(const std::vector<std::strin
                                                     std::string& error) {
     error.clear();
     HeadlessOptions options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        if (arguments[i] == "--help") {
-            options.help = true;
-        } else if (arguments[i] == "--draft") {
+    options.help = std::find(arguments.begin(), arguments.end(), "--help") != arguments.end();
+    for (std::size_t i = 0; i < arguments.size() && !options.help; ++i) {
+        if (arguments[i] == "--draft") {
             options.draft = true;
+        } else if (arguments[i] == "--strict") {
+            options.strict = true;
         } else if (!TakeOption(arguments, i, options, error)) {
             return std::nullopt;
         }

@@ -16,6 +16,7 @@ struct HeadlessOptions {
     int firstFrame = 0;
     int lastFrame = -1; ///< inclusive; -1: the film's last
     bool draft = false; ///< quicker, with rough edges
+    bool strict = false; ///< nothing is written when something is missing
     bool help = false;
 };
 
@@ -23,6 +24,6 @@ struct HeadlessOptions {
 extern const char* const kHeadlessUsage;
 
 /// Reads the arguments behind the program's name. Null, with one sentence in `error`, if they make no sense.
-/// Options may be written "--fps 30" or "--fps=30".
+/// Options may be written "--fps 30" or "--fps=30". An argument "--help" asks for help wherever it stands.
 std::optional<HeadlessOptions> ParseHeadlessOptions(const std::vector<std::string>& arguments,
                                                     std::string& error);

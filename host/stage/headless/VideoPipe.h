@@ -1,37 +1,36 @@
 #pragma once
 
 #include "host/stage/headless/HeadlessOptions.h"
+#include "host/stage/headless/OutputError.h"
+#include "host/stage/headless/UnfinishedFile.h"
 #include "host/stage/render/RenderScene.h"
-
-#include <stdexcept>
-
-/// The output could not be made; `what` is one sentence with the file's name.
-class OutputError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// Full path of a program on the PATH, empty if there is none.
 std::string FindProgram(const std::string& name);
 
-/// ffmpeg at work on one video, fed with raw frames.
+/// ffmpeg at work on one video, fed with raw frames. All operations throw OutputError.
 class VideoPipe {
 public:
-    /// Starts ffmpeg; `soundFile` may be empty. Throws OutputError without ffmpeg.
-    VideoPipe(const HeadlessOptions& options, const std::string& soundFile);
-    /// Ends ffmpeg without waiting for a good file, unless Close came before.
+    static constexpr int kSilent = -1;
+
+    /// Starts ffmpeg, which writes the video beside its name. `sound` is the descriptor of a file with the
+    /// sound, or kSilent.
+    VideoPipe(const HeadlessOptions& options, int sound);
+    /// Ends ffmpeg and removes what it has written, unless Close came before.
     ~VideoPipe();
     VideoPipe(const VideoPipe&) = delete;
     VideoPipe& operator=(const VideoPipe&) = delete;
 
     void Write(const RenderImage& image);
-    /// Waits until the file is written. Throws OutputError if ffmpeg was not content.
+    /// Waits until the video is whole and gives it its name.
     void Close();
 
 private:
+    void CloseInput();
     int Wait();
 
     std::string file;
+    UnfinishedFile unfinished;
     int input = -1;
     int process = -1;
 };

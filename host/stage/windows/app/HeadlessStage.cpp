@@ -3,7 +3,7 @@
 #include "framework/ToolBar.h"
 #include "plugin/contract/EventCodes.h"
 
-#include <cstdio>
+#include <utility>
 
 namespace stage {
 
@@ -37,11 +37,14 @@ bool QuietWindows::AddToolbar(CToolBar* toolbar, unsigned resourceId) {
 }
 
 void QuietWindows::Report(const std::string& text) {
-    std::fprintf(stderr, "stage: %s\n", text.c_str());
+    reports.push_back(text);
 }
 
 HeadlessStage::HeadlessStage(HostFolders folders, const std::vector<std::string>& plugins)
     : host(windows, std::move(folders)), session(host) {
+    if (plugins.empty()) {
+        windows.Report("no plug-in was found beside the program, so films' lights and parameters are missing");
+    }
     for (const std::string& plugin : plugins) {
         host.LoadPlugin(plugin);
     }
@@ -55,6 +58,10 @@ HeadlessStage::~HeadlessStage() {
 
 engine::LevelMessages HeadlessStage::Open(const std::string& path) {
     return session.Load(path);
+}
+
+std::vector<std::string> HeadlessStage::TakeTroubles() {
+    return std::exchange(windows.reports, {});
 }
 
 void HeadlessStage::Begin(IFilm& film) {

@@ -6,7 +6,7 @@
 
 namespace stage {
 
-/// Windows that are not there: reports go to the standard error stream, questions are cancelled.
+/// Windows that are not there: reports are kept for who asks, questions are cancelled.
 class QuietWindows : public IStageWindows {
 public:
     int ActiveView() override { return 0; }
@@ -33,6 +33,8 @@ public:
     void Report(const std::string& text) override;
     void ReportError(const std::string& text) override { Report(text); }
     void ShowDeleteRefusals(const std::list<DeleteMessage>&) override {}
+
+    std::vector<std::string> reports;
 };
 
 /// The whole editor host for films that are rendered without a window: the plug-ins read their chunks, so
@@ -45,6 +47,7 @@ public:
     engine::Level& Level() override { return host.level; }
     GltfMeshLibrary& Meshes() override { return host.meshes; }
     engine::LevelMessages Open(const std::string& path) override;
+    std::vector<std::string> TakeTroubles() override;
     void Begin(IFilm& film) override;
     void End(IFilm& film) override;
 

@@ -7,13 +7,15 @@
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/Theme.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
-#include <cstring>
 #include <memory>
+#include <optional>
 #include <QApplication>
 #include <QDir>
 #include <QStandardPaths>
+#include <string>
 #include <vector>
 
 namespace {
@@ -54,8 +56,19 @@ int RunWindows(QApplication& application, const stage::CommandLine& line) {
     return code;
 }
 
+bool AsksForRender(const std::vector<std::string>& arguments) {
+    return std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
+        return argument == "--render" || argument.starts_with("--render=");
+    });
+}
+
 /// `stage --render ...`: no display is asked for, not even when there is one.
-int RunRender(int argc, char** argv) {
+int RunRender(int argc, char** argv, const std::vector<std::string>& arguments) {
+    int status = 0;
+    const std::optional<HeadlessOptions> options = ReadArguments(arguments, stderr, status);
+    if (!options) {
+        return status;
+    }
     qputenv("QT_QPA_PLATFORM", "offscreen");
     FilmsApplication application(argc, argv);
     std::vector<std::string> plugins;
@@ -63,7 +76,7 @@ int RunRender(int argc, char** argv) {
         plugins.push_back(plugin.toStdString());
     }
     stage::HeadlessStage stage(FoldersOf({}), plugins);
-    return RunHeadless(std::vector<std::string>(argv + 1, argv + argc), stage, stderr);
+    return RunHeadless(*options, stage, stderr);
 }
 
 } // namespace
@@ -71,12 +84,13 @@ int RunRender(int argc, char** argv) {
 int main(int argc, char** argv) {
     QCoreApplication::setOrganizationName("Stage");
     QCoreApplication::setApplicationName("Stage");
-    if (argc > 1 && std::strcmp(argv[1], "--render") == 0) {
-        return RunRender(argc, argv);
+    const std::vector<std::string> words(argv + 1, argv + argc);
+    if (AsksForRender(words)) {
+        return RunRender(argc, argv, words);
     }
     QStringList arguments;
-    for (int i = 1; i < argc; ++i) {
-        arguments << QString::fromLocal8Bit(argv[i]);
+    for (const std::string& word : words) {
+        arguments << QString::fromLocal8Bit(word.c_str());
     }
     const stage::CommandLine line = stage::ParseCommandLine(arguments);
     if (line.help) {

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <stdexcept>
+
+/// The output could not be made; `what` is one sentence with the file's name.
+class OutputError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
