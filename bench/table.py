@@ -31,8 +31,8 @@ RATIOS = [
     ("CameraPathChanged/free_10x", "SceneFrame/harbour", 0.1),
     ("CameraPathChanged/tied_10x", "SceneFrame/harbour", 0.1),
     ("SceneFrame/camera_path", "SceneFrame/harbour", 1.1),
-    ("CopyObjects/5000", "CopyObjects/500", 15.0),
-    ("LeaveLevel/40000", "LeaveLevel/4000", 15.0),
+    ("CopyObjects/5000", "CopyObjects/500", 40.0),
+    ("LeaveLevel/40000", "LeaveLevel/4000", 40.0),
 ]
 # name, counter, highest value
 COUNTERS = [
