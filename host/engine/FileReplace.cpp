@@ -40,7 +40,8 @@ class Replacement {
 public:
     explicit Replacement(const std::string& path)
         : target(FollowLinks(path)), folder(stdfs::path(target).parent_path().string()),
-          prefix("." + stdfs::path(target).filename().string().substr(0, kMostNameBytes) + ".saving-") {
+          prefix(std::string(".").append(stdfs::path(target).filename().string(), 0, kMostNameBytes) +
+                 ".saving-") {
         folder = folder.empty() ? "." : folder;
     }
     ~Replacement() {
