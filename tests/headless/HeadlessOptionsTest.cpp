@@ -36,9 +36,8 @@ TEST(HeadlessOptionsTest, TheLeastIsLevelFilmAndOutput) {
 }
 
 TEST(HeadlessOptionsTest, EverythingCanBeSet) {
-    const auto options =
-        Parse(With({"--fps", "25", "--size", "640x360", "--frames", "10:20", "--video", "a.mp4", "--draft",
-                    "--strict"}));
+    const auto options = Parse(With({"--fps", "25", "--size", "640x360", "--frames", "10:20", "--video",
+                                     "a.mp4", "--draft", "--strict"}));
     ASSERT_TRUE(options);
     EXPECT_EQ(options->fps, 25);
     EXPECT_EQ(options->width, 640);
@@ -70,8 +69,11 @@ TEST(HeadlessOptionsTest, HelpNeedsNothingElse) {
 }
 
 TEST(HeadlessOptionsTest, HelpIsHelpWhereverItStands) {
-    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
-             {"--render", "--help"}, {"--render", "a", "--film", "--help"}, {"--fast", "--help"}, {"--help", "--fast"}}) {
+    for (const std::vector<std::string>& arguments :
+         std::vector<std::vector<std::string>>{{"--render", "--help"},
+                                               {"--render", "a", "--film", "--help"},
+                                               {"--fast", "--help"},
+                                               {"--help", "--fast"}}) {
         const auto options = Parse(arguments);
         ASSERT_TRUE(options);
         EXPECT_TRUE(options->help);

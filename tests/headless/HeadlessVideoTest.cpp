@@ -7,8 +7,8 @@ namespace {
 
 /// The options of a small video of the sample beside `name`.
 std::vector<std::string> VideoArguments(const std::filesystem::path& file, const char* frames) {
-    return {"--render", kLevel,    "--film",   "Intro", "--video", file.string(), "--size",
-            "16x16",    "--fps", "10",    "--frames", frames,  "--draft"};
+    return {"--render", kLevel,  "--film", "Intro",    "--video", file.string(), "--size",
+            "16x16",    "--fps", "10",     "--frames", frames,    "--draft"};
 }
 
 TEST_F(HeadlessTest, AVideoGetsRawFramesAndTheSound) {
@@ -133,8 +133,8 @@ private:
 
 TEST_F(HeadlessTest, CtrlCEndsBetweenTwoFramesWithWholePicturesAndWithoutAVideo) {
     // It would go on for ever, were it not ended.
-    const FakeProgram ffmpeg(folder, "ffmpeg",
-                             "for last; do :; done\necho half > \"$last\"\ncat > /dev/null\nexec sleep 1000\n");
+    const FakeProgram ffmpeg(
+        folder, "ffmpeg", "for last; do :; done\necho half > \"$last\"\ncat > /dev/null\nexec sleep 1000\n");
     std::ofstream(folder / "a.mp4") << "older";
     std::vector<std::string> arguments = VideoArguments(folder / "a.mp4", "0:9");
     arguments.insert(arguments.end(), {"--out", (folder / "out").string()});

@@ -55,7 +55,8 @@ TEST_F(HeadlessStageTest, APluginThatIsMissingOrCanNotBeUsedIsToldOnce) {
     ASSERT_EQ(troubles.size(), 1u);
     EXPECT_NE(troubles[0].find("no plug-in was found"), std::string::npos) << troubles[0];
     EXPECT_TRUE(bare.TakeTroubles().empty());
-    stage::HeadlessStage wrong{{folder.path().toStdString(), folder.path().toStdString()}, {"/nowhere/films.so"}};
+    stage::HeadlessStage wrong{{folder.path().toStdString(), folder.path().toStdString()},
+                               {"/nowhere/films.so"}};
     const std::vector<std::string> why = wrong.TakeTroubles();
     ASSERT_EQ(why.size(), 1u);
     EXPECT_NE(why[0].find("The plug-in can't be used: "), std::string::npos) << why[0];

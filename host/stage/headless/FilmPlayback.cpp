@@ -36,7 +36,9 @@ private:
 /// A film that the host shows for the life of the scope.
 class ShownFilm {
 public:
-    ShownFilm(HeadlessHost& filmHost, IFilm& shownFilm) : host(filmHost), film(shownFilm) { host.Begin(film); }
+    ShownFilm(HeadlessHost& filmHost, IFilm& shownFilm) : host(filmHost), film(shownFilm) {
+        host.Begin(film);
+    }
     ~ShownFilm() { host.End(film); }
     ShownFilm(const ShownFilm&) = delete;
     ShownFilm& operator=(const ShownFilm&) = delete;

@@ -14,8 +14,8 @@ struct HeadlessOptions {
     int width = 1280;
     int height = 720;
     int firstFrame = 0;
-    int lastFrame = -1; ///< inclusive; -1: the film's last
-    bool draft = false; ///< quicker, with rough edges
+    int lastFrame = -1;  ///< inclusive; -1: the film's last
+    bool draft = false;  ///< quicker, with rough edges
     bool strict = false; ///< nothing is written when something is missing
     bool help = false;
 };

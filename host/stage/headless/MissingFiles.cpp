@@ -33,8 +33,8 @@ std::string Quoted(const std::string& name) {
 void CheckModels(engine::Level& level, GltfMeshLibrary& meshes, Sentences& missing) {
     for (const auto& object : level.Data()->Objects()) {
         if (!object->meshName.empty() && meshes.FindMesh(object->meshName) == nullptr) {
-            missing.Say("object " + Quoted(object->name) + " has no model: " +
-                        meshes.ErrorOf(object->meshName));
+            missing.Say("object " + Quoted(object->name) +
+                        " has no model: " + meshes.ErrorOf(object->meshName));
         }
     }
 }

@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// A file that another program writes and that gets its name only when it is whole. Until then it lies beside,
-/// under a name of its own with the same ending; it goes with this object unless it was published.
+/// A file that another program writes and that gets its name only when it is whole. Until then it lies
+/// beside, under a name of its own with the same ending; it goes with this object unless it was published.
 class UnfinishedFile {
 public:
     /// Throws OutputError if none can be made, or if something else than a file stands under the name.

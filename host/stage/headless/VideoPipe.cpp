@@ -20,9 +20,9 @@ constexpr int kSoundDescriptor = 3;
 std::vector<std::string> Command(const std::string& program, const HeadlessOptions& options,
                                  const std::string& output, bool withSound) {
     const std::string size = std::to_string(options.width) + "x" + std::to_string(options.height);
-    std::vector<std::string> words = {program, "-y",       "-nostdin", "-loglevel", "error",
-                                      "-f",    "rawvideo", "-pix_fmt", "bgra",      "-s",
-                                      size,    "-r",       std::to_string(options.fps), "-i", "pipe:0"};
+    std::vector<std::string> words = {program, "-y", "-nostdin", "-loglevel", "error"};
+    words.insert(words.end(), {"-f", "rawvideo", "-pix_fmt", "bgra", "-s", size});
+    words.insert(words.end(), {"-r", std::to_string(options.fps), "-i", "pipe:0"});
     if (withSound) {
         words.insert(words.end(), {"-i", "/dev/fd/" + std::to_string(kSoundDescriptor)});
     }

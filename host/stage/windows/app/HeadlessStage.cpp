@@ -43,7 +43,8 @@ void QuietWindows::Report(const std::string& text) {
 HeadlessStage::HeadlessStage(HostFolders folders, const std::vector<std::string>& plugins)
     : host(windows, std::move(folders)), session(host) {
     if (plugins.empty()) {
-        windows.Report("no plug-in was found beside the program, so films' lights and parameters are missing");
+        windows.Report(
+            "no plug-in was found beside the program, so films' lights and parameters are missing");
     }
     for (const std::string& plugin : plugins) {
         host.LoadPlugin(plugin);
