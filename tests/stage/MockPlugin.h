@@ -7,10 +7,8 @@
 /// A plug-in whose calls a test expects one by one.
 class MockPlugin : public PlainPlugin {
 public:
-    MockPlugin() {
-        id = PluginCommandId::FromPluginNumber(1);
-        kind = 6;
-    }
+    MockPlugin();
+    ~MockPlugin() override;
     MOCK_METHOD(bool, CanDeleteObjects, (const ObjectList*, std::list<DeleteMessage>*), (override));
     MOCK_METHOD(void, OnObjectDestroyed, (EditorObject*), (override));
     MOCK_METHOD(void, RegisterShortcuts, (), (override));
