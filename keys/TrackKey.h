@@ -49,6 +49,7 @@ public:
 
     /// With `viewOnly` the record keeps its times.
     void SetPosition(float newTime, bool viewOnly);
+    bool IsInRow() const { return list != nullptr; }
     /// Out of the list of the row that it is in, if it is in one.
     void LeaveRow();
     /// Takes colours and height, and shows or hides the view; a selected view loses its highlight. Null is

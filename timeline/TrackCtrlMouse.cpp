@@ -37,7 +37,8 @@ void CTrackCtrl::OnLButtonDown(UINT flags, int x, int y) {
 /// part.
 CTrackKey* CTrackCtrl::FindGrippedKey(int x) const {
     CTrackKey* key = CurrentKey();
-    if (key == nullptr || viewEnd == viewStart || ClientRect().IsRectEmpty()) {
+    // A removed key may live on as the current one; it is in no row, so nobody sees its grips.
+    if (key == nullptr || !key->IsInRow() || viewEnd == viewStart || ClientRect().IsRectEmpty()) {
         return nullptr;
     }
     return key->HitGrip(x, KeyX(key->time, pixelsPerSecond), pixelsPerSecond) ? key : nullptr;

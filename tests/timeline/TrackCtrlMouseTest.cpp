@@ -126,6 +126,18 @@ TEST_F(TrackCtrlMouseTest, GripOfTheCurrentKeyIsLiveInAnyRowAtAnyHeight) {
     EXPECT_EQ(CurrentKey(), nullptr);
 }
 
+TEST_F(TrackCtrlMouseTest, RemovedKeyCannotBeGripped) {
+    CTrackCtrl& row = MakeRow(KeyKind::FxRain);
+    CTrackKey* key = AddBox(row, 1.0f, 2.0f); // grips 182 to 197 and 303 to 318
+    RenderRow(row);
+    row.RemoveKey(key, /*destroy*/ true, /*redraw*/ false, /*noUndo*/ false);
+    CurrentKey() = key; // an action keeps it
+    Press(row, 190, 10);
+    EXPECT_EQ(row.dragKey, nullptr);
+    EXPECT_EQ(CurrentKey(), nullptr);
+    EXPECT_EQ(CWnd::GetCapture(), nullptr);
+}
+
 TEST_F(TrackCtrlMouseTest, GripGoesBeforeTheKeyUnderTheMouse) {
     CTrackCtrl& row = MakeRow(KeyKind::FxRain);
     CTrackKey* key = AddBox(row, 3.0f, 2.0f); // from 300, its left grip from 282 to 297
