@@ -196,7 +196,7 @@ void CFilmsMainCtrl::OnRButtonDown(UINT /*flags*/, CPoint point) {
 
 void CFilmsMainCtrl::ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* key) {
     const ResourceScope resources(PluginResources());
-    KillTimer(kShowTimer);
+    StopHover(); // nothing lies under the menu
     menuKey = key;
     menuRow = row;
     const std::pair<CMenu*, UINT> sources[] = {

@@ -46,6 +46,9 @@ CTrackKey* CTrackCtrl::FindGrippedKey(int x) const {
 
 void CTrackCtrl::PressKey(TimelineContext& timeline, CPoint point, UINT flags) {
     CTrackKey* key = dragKey;
+    if (timeline.keyDescrWnd != nullptr) {
+        timeline.ShowKeyDescription(nullptr); // what it tells changes with the drag
+    }
     const std::size_t selectedBefore = timeline.selectedKeys.size();
     const bool wasSelected = key->selected;
     const RowWatch watched(*this);

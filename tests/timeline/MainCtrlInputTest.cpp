@@ -230,6 +230,31 @@ TEST_F(MainCtrlInputTest, AMenuStopsAPendingHover) {
     EXPECT_FALSE(Popup().IsWindowVisible());
 }
 
+TEST_F(MainCtrlInputTest, NoDescriptionLiesUnderAMenu) {
+    control->ShowKeyDescription(key);
+    Tick(0);
+    ASSERT_TRUE(Popup().IsWindowVisible());
+    control->ShowContextMenu(0, 0, row, key);
+    EXPECT_FALSE(Popup().IsWindowVisible());
+    EXPECT_EQ(control->hoverKey, nullptr);
+}
+
+TEST_F(MainCtrlInputTest, ADraggedKeyIsDescribedAnew) {
+    const CPoint onKey(control->leftWidth + 1, control->rowHeight / 2); // the key stands at 0 seconds
+    row->SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(onKey.x, onKey.y));
+    Tick(0);
+    ASSERT_TRUE(Popup().IsWindowVisible());
+    const std::string before = Popup().text;
+    row->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(onKey.x, onKey.y));
+    EXPECT_FALSE(Popup().IsWindowVisible());
+    key->SetPosition(2.0f, /*viewOnly*/ false);
+    Tick(0);
+    EXPECT_FALSE(Popup().IsWindowVisible());
+    row->SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(onKey.x, onKey.y));
+    control->ShowKeyDescription(key);
+    EXPECT_NE(Popup().text, before);
+}
+
 TEST_F(MainCtrlInputTest, EveryPlainCommandIsAnswered) {
     EXPECT_TRUE(control->OnCmdMsg(36999, 0, nullptr, nullptr));
     AFX_CMDHANDLERINFO asked;

@@ -303,6 +303,15 @@ TEST_F(TrackCtrlMouseTest, HeldKeyIsNotDescribed) {
     EXPECT_TRUE(InvalidatedInfo());
 }
 
+TEST_F(TrackCtrlMouseTest, PressTakesTheDescriptionAway) {
+    CTrackCtrl& row = RowWithBars();
+    timeline.keyDescrWnd = &info;
+    Move(row, 250, 10);
+    EXPECT_EQ(timeline.described, first);
+    Press(row, 250, 10);
+    EXPECT_EQ(timeline.described, nullptr);
+}
+
 TEST_F(TrackCtrlMouseTest, ReleaseLetsGoOfTheKeyAndTheMouse) {
     CTrackCtrl& row = RowWithBars();
     Press(row, 250, 10);
