@@ -167,6 +167,7 @@ private:
     void ReturnToAttributesDialog(const IFilmKey* record);
     bool MakeRows(IFilm* film, unsigned generation);
     bool ShowTrack(CFilmTrack* track, unsigned generation);
+    void TakeStoredSettings(const IFilm& film);
     void ShowKey(CTrackCtrl* root, IFilmKey* record);
 
     void ScrollRowsTo(CTrackCtrl* row);
@@ -222,6 +223,8 @@ private:
     std::vector<CTrackCtrl*> detachedRows;                ///< made, but in no list any more; owned
     std::shared_ptr<int> life = std::make_shared<int>(0); ///< ends with the control
     unsigned showGeneration = 0;                          ///< counts calls of ShowFilm
+    const IFilm* shownFilm = nullptr;                     ///< by ShowFilm; compared only
+    FilmViewSettings shownSettings;                       ///< the stored ones when it was shown
     bool rebuilding = false;
     bool forgettingAll = false; ///< every holder has let go already
     bool newAltPress = false;   ///< the last press of Alt was not a repeat

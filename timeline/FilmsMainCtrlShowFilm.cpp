@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -74,15 +75,14 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     }
     const unsigned generation = ++showGeneration;
     if (film == nullptr) {
+        shownFilm = nullptr;
         rebuilding = false;
         CadvWnd::Invalidate(FALSE);
         return;
     }
     IKeyAttributesDlg* dialog = plugin.GetKeyAttributesDlg();
     plugin.AddSunTrack(film);
-    if (film->index >= 0 && film->index < IFilmManager::kFilms) {
-        ApplySettings(plugin.filmViewSettings[static_cast<std::size_t>(film->index)]);
-    }
+    TakeStoredSettings(*film);
     rebuilding = true;
     if (!MakeRows(film, generation)) {
         return; // a message box let in a newer call, which has done it all
@@ -95,6 +95,23 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     }
     RebuildVisibleRows(/*redraw*/ true, &handle);
     plugin.SetTime(savedTime, /*fromWindow*/ false);
+}
+
+/// A film that is shown anew keeps the part of its time axis that is shown, unless its stored settings have
+/// changed since.
+void CFilmsMainCtrl::TakeStoredSettings(const IFilm& film) {
+    if (film.index < 0 || film.index >= IFilmManager::kFilms) {
+        return;
+    }
+    FilmViewSettings stored = GetPlugin().filmViewSettings[static_cast<std::size_t>(film.index)];
+    const bool isSame =
+        shownFilm == &film && std::memcmp(&stored, &shownSettings, sizeof(FilmViewSettings)) == 0;
+    shownFilm = &film;
+    shownSettings = stored;
+    if (isSame) {
+        stored.mask &= ~(FilmViewSettings::kMovie | FilmViewSettings::kView);
+    }
+    ApplySettings(stored);
 }
 
 /// The dialog lets go of a view that is about to be deleted. When the film stays, nothing is written to its

@@ -135,6 +135,35 @@ TEST_F(MainCtrlShowFilmTest, TheFoldStateIsTheStoredOne) {
                 ElementsAre("Level", "Actor100", "Actor101", "Position keys", "Rotation keys", "Scale keys"));
 }
 
+TEST_F(MainCtrlShowFilmTest, AFilmShownAnewKeepsTheShownPartOfItsAxis) {
+    IFilm* film = OpenNewFilm();
+    control->SetMovieRange(0.0f, 24.0f);
+    control->SetViewRange(3.0f, 24.0f, /*redraw*/ false);
+    control->CalcSecondsPerPixel();
+    const float scale = control->secondsPerPixel;
+    control->ShowFilm(film, true);
+    EXPECT_EQ(control->movieEnd, 24.0f);
+    EXPECT_EQ(control->viewStart, 3.0f);
+    EXPECT_EQ(control->viewEnd, 24.0f);
+    EXPECT_EQ(control->secondsPerPixel, scale);
+    plugin.SetCurrentFilm(nullptr);
+    plugin.SetCurrentFilm(film); // opened again it brings what is stored
+    EXPECT_EQ(control->viewStart, 0.0f);
+    EXPECT_EQ(control->viewEnd, 10.0f);
+}
+
+TEST_F(MainCtrlShowFilmTest, StoredSettingsThatChangedAreTakenWhenTheFilmIsShownAnew) {
+    IFilm* film = OpenNewFilm();
+    FilmViewSettings update;
+    update.mask = FilmViewSettings::kView;
+    update.viewStart = 1.0f;
+    update.viewEnd = 4.0f;
+    plugin.SetFilmViewSettings(film->index, update);
+    control->ShowFilm(film, true);
+    EXPECT_EQ(control->viewStart, 1.0f);
+    EXPECT_EQ(control->viewEnd, 4.0f);
+}
+
 TEST_F(MainCtrlShowFilmTest, AFilmBringsItsSettings) {
     IFilm* film = OpenNewFilm();
     FilmViewSettings update;
