@@ -29,6 +29,10 @@ public:
     static constexpr int kMinWidth = 60;
     static constexpr int kMinHeight = 70;
     static constexpr int kMinRowHeight = 20;
+    /// Pixels. Stored settings may say anything; a film that opens must show a row in a window of the first
+    /// size, and beside the names some of its time in a screen's width.
+    static constexpr int kMaxRowHeight = 200;
+    static constexpr int kMaxLeftWidth = 1000;
 
     CFilmsMainCtrl();
     ~CFilmsMainCtrl() override;
@@ -163,11 +167,11 @@ private:
     static void RemoveCameraHelpers(CFilmTrack* track);
     void LeaveTrackOf(CTrackCtrl* row);
 
+    void TakeStoredSettings(const IFilm& film);
     IFilmKey* LeaveAttributesDialog(const IFilm* film);
     void ReturnToAttributesDialog(const IFilmKey* record);
     bool MakeRows(IFilm* film, unsigned generation);
     bool ShowTrack(CFilmTrack* track, unsigned generation);
-    void TakeStoredSettings(const IFilm& film);
     void ShowKey(CTrackCtrl* root, IFilmKey* record);
 
     void ScrollRowsTo(CTrackCtrl* row);

@@ -103,7 +103,7 @@ void CFilmsMainCtrl::SetBigTics(int count, bool redraw) {
 
 void CFilmsMainCtrl::SetRowHeight(int height, bool redraw) {
     const int old = rowHeight;
-    rowHeight = std::max(height, kMinRowHeight);
+    rowHeight = std::clamp(height, kMinRowHeight, kMaxRowHeight);
     if (rowHeight == old || vScroll == nullptr) {
         return;
     }
@@ -134,8 +134,9 @@ void CFilmsMainCtrl::ApplySettings(const FilmViewSettings& settings) {
     if (has(FilmViewSettings::kRowHeight)) {
         SetRowHeight(settings.rowHeight, /*redraw*/ false);
     }
-    if (has(FilmViewSettings::kLeftWidth) && leftWidth != std::max(settings.leftWidth, 0)) {
-        leftWidth = std::max(settings.leftWidth, 0);
+    const int nameWidth = std::clamp(settings.leftWidth, 0, kMaxLeftWidth);
+    if (has(FilmViewSettings::kLeftWidth) && leftWidth != nameWidth) {
+        leftWidth = nameWidth;
         RecalcLayout();
     }
     if (has(FilmViewSettings::kLabelDistance) && grid != nullptr) {

@@ -1,7 +1,9 @@
 #include "tests/timeline/ControlFixture.h"
 
 #include "keys/TrackKey.h"
+#include "timeline/TicLayout.h"
 
+#include <cstdint>
 #include <limits>
 
 namespace {
@@ -87,6 +89,42 @@ TEST_F(MainCtrlTimeTest, ARowIsNeverLowerThanTwenty) {
     control->SetRowHeight(35, true);
     EXPECT_EQ(control->rowHeight, 35);
     EXPECT_EQ(control->GetVisibleRowCount(), 9); // 350 / 35 is 10, and 350 is below 400
+}
+
+TEST_F(MainCtrlTimeTest, ARowIsNeverHigherThanTwoHundredWhateverIsStored) {
+    OpenFilmWithActors(3);
+    FilmViewSettings settings;
+    settings.mask = FilmViewSettings::kRowHeight;
+    settings.rowHeight = std::numeric_limits<std::int32_t>::max();
+    control->ApplySettings(settings);
+    EXPECT_EQ(control->rowHeight, 200);
+    Settle();
+    CRect place;
+    RowOf("Level")->GetClientRect(&place);
+    EXPECT_EQ(place.Height(), 200);
+    settings.rowHeight = std::numeric_limits<std::int32_t>::min();
+    control->ApplySettings(settings);
+    EXPECT_EQ(control->rowHeight, 20);
+}
+
+TEST_F(MainCtrlTimeTest, StoredCountsAtTheirEndsAreHarmless) {
+    OpenFilmWithActors(1);
+    constexpr std::int32_t kEnds[] = {std::numeric_limits<std::int32_t>::min(), 0,
+                                      std::numeric_limits<std::int32_t>::max()};
+    for (const std::int32_t count : kEnds) {
+        FilmViewSettings settings;
+        settings.mask =
+            FilmViewSettings::kBigTics | FilmViewSettings::kLabelDistance | FilmViewSettings::kLeftWidth;
+        settings.bigTics = settings.labelDistance = settings.leftWidth = count;
+        control->ApplySettings(settings);
+        Settle();
+        EXPECT_GE(control->grid->bigTics, 1);
+        EXPECT_LE(control->leftWidth, 1000);
+        EXPECT_LE(
+            LayOutTics({0.0, 0.001, 0.0, 10.0, control->grid->bigTics, control->grid->labelDistance}, 0, 700)
+                .size(),
+            701u); // one a pixel
+    }
 }
 
 TEST_F(MainCtrlTimeTest, SettingsWithAnEmptyMaskChangeNothing) {
