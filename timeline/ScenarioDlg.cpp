@@ -185,6 +185,11 @@ void CScenarioDlg::KeepScale(int grown) {
         mainCtrl->SetViewRange(start, end, /*redraw*/ false);
     }
     mainCtrl->SetViewRange(start, newEnd, /*redraw*/ false);
+    if (!(mainCtrl->viewEnd > mainCtrl->viewStart) && end > start) {
+        // The scale was taken in a narrower window and left no time to show: what was shown stays.
+        mainCtrl->SetViewRange(start, end, /*redraw*/ false);
+        mainCtrl->CalcSecondsPerPixel();
+    }
 }
 
 void CScenarioDlg::OnSize(UINT type, int width, int height) {

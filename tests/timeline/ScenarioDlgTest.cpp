@@ -171,6 +171,26 @@ TEST_F(ScenarioWindowTest, NarrowingPastTheStartOfTheViewTurnsItRound) {
     EXPECT_FLOAT_EQ(Control().viewEnd, 30.0f);
 }
 
+TEST_F(ScenarioWindowTest, NarrowingAStretchedPictureLeavesWhatIsShown) {
+    View(0.0f, 33.0f);
+    Resize(1300, 300); // the 33 seconds stretch over 1130 pixels
+    Resize(700, 300);  // 600 pixels of 0.1 seconds are more than all of them
+    EXPECT_FLOAT_EQ(Control().viewStart, 0.0f);
+    EXPECT_FLOAT_EQ(Control().viewEnd, 33.0f);
+    EXPECT_FLOAT_EQ(Control().secondsPerPixel, 33.0f / 530.0f); // of 700 - 150 - 20 pixels
+    Resize(600, 300);
+    EXPECT_FLOAT_EQ(Control().viewEnd, 33.0f - 100.0f * (33.0f / 530.0f));
+}
+
+TEST_F(ScenarioWindowTest, AWindowTooNarrowForTimeShowsItAgainWhenItWidens) {
+    View(0.0f, 33.0f);
+    Resize(100, 300); // narrower than the names
+    EXPECT_GT(Control().viewEnd, Control().viewStart);
+    Resize(500, 300);
+    EXPECT_FLOAT_EQ(Control().viewStart, 0.0f);
+    EXPECT_FLOAT_EQ(Control().viewEnd, 33.0f);
+}
+
 TEST_F(ScenarioWindowTest, EndlessScaleLeavesTheView) {
     View(0.0f, 100.0f);
     Control().secondsPerPixel = 1.0e38f;
