@@ -83,8 +83,9 @@ CTrackKey* CFilmsMainCtrl::CreateKeyView(int kind) {
         return view.release();
     }
     auto view = std::make_unique<CTimedTrackKey>();
-    view->SetRecord(record, /*takeTimes*/ false);
+    // Required: before the record comes, whose times stay those of the factory until the key is placed.
     view->SetDuration(kNewDuration, /*viewOnly*/ false);
+    view->SetRecord(record, /*takeTimes*/ false);
     return view.release();
 }
 

@@ -41,6 +41,18 @@ TEST_F(NewKeysTest, NewViewsAreOfTheirKindAndInNoTrack) {
     }
 }
 
+TEST_F(NewKeysTest, ATimedRecordKeepsTheFactorysTimesUntilItsKeyIsPlaced) {
+    const IFilmKey* made = Films().keyFactory->CreateKey(KeyKind::Sound);
+    const LooseKey key(control->CreateKeyView(KeyKind::Sound));
+    EXPECT_EQ(key->record->time, made->time);
+    EXPECT_EQ(key->record->endTime, made->endTime);
+    Films().keyFactory->DestroyKey(const_cast<IFilmKey*>(made));
+    ASSERT_NE(key->record->endTime, 5.0f);
+    key->SetPosition(2.0f, /*viewOnly*/ false);
+    EXPECT_EQ(key->record->time, 2.0f);
+    EXPECT_EQ(key->record->endTime, 7.0f);
+}
+
 TEST_F(NewKeysTest, WithoutALevelThereAreNoViews) {
     plugin.level = nullptr;
     EXPECT_EQ(control->CreateKeyView(KeyKind::Position), nullptr);
