@@ -106,10 +106,10 @@ void AddMovedKey(CTrackCtrl& row, TimelineContext& timeline, float time, const V
     if (key == nullptr) {
         return;
     }
-    key->record->SetValue(value.Data());
+    key->SetPosition(time, /*viewOnly*/ false);
+    key->record->SetValue(value.Data()); // Required: after its times.
     key->record->SetInHandle(value.Data());
     key->record->SetOutHandle(value.Data());
-    key->SetPosition(time, /*viewOnly*/ false);
     const RowWatch watch(row);
     if (row.AddKeyView(key.get(), /*redraw*/ false, /*existing*/ false, /*noUndo*/ false)) {
         key.release();
