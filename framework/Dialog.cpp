@@ -6,6 +6,7 @@
 #include "framework/private/NativeFactory.h"
 #include "framework/private/NativeWindow.h"
 #include "framework/private/ToolWindows.h"
+#include "framework/QtBridge.h"
 #include "framework/TestHooks.h"
 
 #include <QApplication>
@@ -95,9 +96,7 @@ BOOL CDialog::Create(UINT id, CWnd* parentWindow) {
 }
 
 int CDialog::DoModal() {
-    if (capture::Get()) {
-        messages::Send(*capture::Get(), WM_CANCELMODE, 0, 0);
-    }
+    capture::Cancel();
     const std::shared_ptr<ModalState> state = QtAlive() ? std::make_shared<ModalState>() : nullptr;
     if (!state) {
         return -1;
@@ -203,12 +202,22 @@ void CDialog::CenterWindow() {
     widget->move(place.topLeft());
 }
 
+namespace {
+
+// Docked by the host: part of another window, which no key closes.
+bool IsPanel(const CDialog& dialog) {
+    const NativeWindow* native = dialog.GetSafeHwnd();
+    return native && native->frame && native->frame->IsPanel();
+}
+
+} // namespace
+
 bool CDialog::PressDefault() {
     const auto* focused = dynamic_cast<QPushButton*>(QApplication::focusWidget());
     NativeWindow* button = NativeWindow::Of(focused);
     UINT id = button && button->Parent() == GetSafeHwnd() ? button->id : defaultId;
     const CWnd* control = GetDlgItem(static_cast<int>(id));
-    if (control && !control->IsWindowEnabled()) {
+    if (control ? !control->IsWindowEnabled() : IsPanel(*this)) {
         return false;
     }
     SendMessage(WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
@@ -223,8 +232,13 @@ BOOL CDialog::PreTranslateMessage(MSG* message) {
         return TRUE;
     }
     if (!isPage && message->message == WM_KEYDOWN && message->wParam == static_cast<WPARAM>(VK_ESCAPE)) {
-        SendMessage(WM_COMMAND, IDCANCEL);
-        return TRUE;
+        if (capture::Cancel()) {
+            return TRUE; // it ended a drag
+        }
+        if (!IsPanel(*this)) {
+            SendMessage(WM_COMMAND, IDCANCEL);
+            return TRUE;
+        }
     }
     return CWnd::PreTranslateMessage(message);
 }

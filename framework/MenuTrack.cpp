@@ -32,9 +32,7 @@ BOOL CMenu::TrackPopupMenu(UINT flags, int x, int y, CWnd* owner, const void* /*
     if (!data) {
         return FALSE;
     }
-    if (capture::Get()) {
-        messages::Send(*capture::Get(), WM_CANCELMODE, 0, 0);
-    }
+    capture::Cancel();
     const HWND handle = owner ? owner->GetSafeHwnd() : nullptr;
     const UINT chosen = Choose(*this, x, y, owner);
     if (flags & TPM_RETURNCMD) {

@@ -3,6 +3,7 @@
 #include "framework/private/Capture.h"
 #include "framework/private/NativeWindow.h"
 #include "framework/private/OwnedDialog.h"
+#include "framework/QtBridge.h"
 #include "framework/Resource.h"
 #include "framework/TestHooks.h"
 
@@ -66,12 +67,24 @@ QMessageBox::Icon IconOf(UINT type) {
     }
 }
 
+// What the box belongs to: it stays in front of that and goes with it. A window that was destroyed may count
+// as active until the toolkit has deleted it, and would take the box along.
+QWidget* BoxParent() {
+    const CWnd* main = AfxGetMainWnd();
+    QWidget* const candidates[] = {QApplication::activeWindow(), QApplication::activeModalWidget(),
+                                   main ? NativeWidget(*main) : nullptr};
+    for (QWidget* candidate : candidates) {
+        if (candidate && candidate->isVisible()) {
+            return candidate;
+        }
+    }
+    return nullptr;
+}
+
 } // namespace
 
 int AfxMessageBox(const std::string& text, UINT type, UINT /*help*/) {
-    if (capture::Get()) {
-        messages::Send(*capture::Get(), WM_CANCELMODE, 0, 0);
-    }
+    capture::Cancel();
     if (Hooks().messageBox) {
         return Hooks().messageBox(text, type);
     }
@@ -80,12 +93,8 @@ int AfxMessageBox(const std::string& text, UINT type, UINT /*help*/) {
         std::fprintf(stderr, "%s\n", text.c_str());
         return set.escape;
     }
-    // A window that was destroyed may count as active until the toolkit has deleted it, and would take the
-    // box along.
-    QWidget* active = QApplication::activeWindow();
-    QWidget* parent = active != nullptr && active->isVisible() ? active : nullptr;
     const OwnedDialog<QMessageBox> box(IconOf(type), QApplication::applicationDisplayName(),
-                                       QString::fromStdString(text), set.buttons, parent);
+                                       QString::fromStdString(text), set.buttons, BoxParent());
     box->setTextFormat(Qt::PlainText);
     const int pressed = box->exec();
     return box.Lives() ? ResultOf(pressed, set.escape) : set.escape;

@@ -56,6 +56,11 @@ public:
     virtual void PlaceContent(const CRect& place) = 0;
     // The window is destroyed; its widget is deleted soon.
     virtual void ContentGone() = 0;
+    // The window is part of another one now, as a docked one is: Escape and Enter don't close it.
+    virtual bool IsPanel() const = 0;
+    // Nothing of the window can be seen now although it is shown, as behind another tab: it counts as hidden
+    // for IsWindowVisible, and ShowWindow brings it forward.
+    virtual bool IsCovered() const = 0;
 };
 
 // Gives a hidden top-level window a frame whose widget is already around NativeWidget(window); null takes it

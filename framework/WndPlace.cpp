@@ -51,6 +51,9 @@ BOOL CWnd::IsWindowVisible() const {
         if (!n->IsShown()) {
             return FALSE;
         }
+        if (n->frame && n->frame->IsCovered()) {
+            return FALSE;
+        }
         if (n->IsTopLevel()) {
             break;
         }
@@ -226,7 +229,7 @@ BOOL ReleaseCapture() {
 }
 
 CWnd* CWnd::GetFocus() {
-    NativeWindow* n = NativeWindow::Around(FocusWidget());
+    NativeWindow* n = NativeWindow::InWindowOf(FocusWidget());
     return n ? n->wnd : nullptr;
 }
 
@@ -241,7 +244,7 @@ CWnd* CWnd::SetFocus() {
 CWnd* CWnd::GetActiveWindow() {
     NativeWindow* n = QtAlive() ? NativeWindow::Of(QApplication::activeWindow()) : nullptr;
     // A window inside a frame of the host is active while the keyboard is in it.
-    for (NativeWindow* f = NativeWindow::Around(FocusWidget()); f; f = f->Parent()) {
+    for (NativeWindow* f = NativeWindow::InWindowOf(FocusWidget()); f; f = f->Parent()) {
         n = f->frame ? f : n;
     }
     return n ? n->wnd : nullptr;

@@ -2,12 +2,24 @@
 
 #include "framework/private/NativeWindow.h"
 
+#include <QGuiApplication>
+#include <QMouseEvent>
+
 #include <utility>
 
 namespace capture {
 namespace {
 
 CWnd* holder = nullptr;
+// At the last mouse event of any window.
+bool buttonHeld = false;
+
+// In the event that is handled, which may have waited in a queue, or by now.
+bool IsButtonDown() {
+    const auto* mouse = dynamic_cast<const QMouseEvent*>(messages::CurrentInput());
+    return (mouse && mouse->buttons() != Qt::NoButton) ||
+           (QtAlive() && QGuiApplication::mouseButtons() != Qt::NoButton);
+}
 
 } // namespace
 
@@ -17,6 +29,9 @@ CWnd* Get() {
 
 void Set(CWnd* wnd) {
     CWnd* old = std::exchange(holder, wnd);
+    if (wnd && old != wnd) {
+        buttonHeld = IsButtonDown(); // not what was left of a press whose release went elsewhere
+    }
     if (old && old != wnd) {
         messages::Send(*old, WM_CAPTURECHANGED, 0,
                        reinterpret_cast<LPARAM>(wnd ? wnd->GetSafeHwnd() : nullptr));
@@ -29,10 +44,22 @@ void Lose(CWnd* wnd) {
     }
 }
 
+bool Cancel() {
+    if (holder) {
+        messages::Send(*holder, WM_CANCELMODE, 0, 0);
+        return true;
+    }
+    return false;
+}
+
 void Forget(const CWnd* wnd) {
     if (holder == wnd) {
         holder = nullptr;
     }
+}
+
+bool NoteButton(bool isDown) {
+    return std::exchange(buttonHeld, isDown);
 }
 
 } // namespace capture

@@ -9,14 +9,6 @@
 #include <QWheelEvent>
 
 #include <cmath>
-#include <utility>
-
-namespace {
-
-// At the last mouse event of any window.
-bool buttonHeld = false;
-
-} // namespace
 
 bool NativeWindow::HandleEvent(QEvent* event) {
     // The host's application need not be ours.
@@ -60,9 +52,7 @@ bool NativeWindow::HandleEvent(QEvent* event) {
         return true;
     case QEvent::WindowDeactivate:
         BaseEvent(event);
-        if (capture::Get()) {
-            messages::Send(*capture::Get(), WM_CANCELMODE, 0, 0);
-        }
+        capture::Cancel();
         return true;
     case QEvent::PaletteChange:
         BaseEvent(event);
@@ -103,8 +93,9 @@ bool NativeWindow::HandleMouse(QEvent* event) {
         event->accept();
         return true;
     }
-    const bool heldBefore = std::exchange(buttonHeld, mouse->buttons() != Qt::NoButton);
-    if (event->type() == QEvent::MouseMove && heldBefore && !buttonHeld && capture::Get()) {
+    const bool isHeld = mouse->buttons() != Qt::NoButton;
+    const bool wasHeld = capture::NoteButton(isHeld);
+    if (event->type() == QEvent::MouseMove && wasHeld && !isHeld && capture::Get()) {
         // The release went to another program, or to a box that came up in mid-drag.
         capture::Set(nullptr);
         if (!Exists(this)) {
@@ -149,6 +140,11 @@ bool NativeWindow::HandleKey(QEvent* event) {
     auto* key = static_cast<QKeyEvent*>(event);
     if (event->type() == QEvent::KeyRelease && key->isAutoRepeat()) {
         // A held key goes down again and again and comes up once.
+        event->accept();
+        return true;
+    }
+    if (event->type() == QEvent::KeyPress && key->key() == Qt::Key_Escape && capture::Cancel()) {
+        // It ended a drag. Keys that a caller's own loop hands out come here and pass no dialog.
         event->accept();
         return true;
     }

@@ -82,6 +82,18 @@ NativeWindow* NativeWindow::Around(const QWidget* widget) {
     return nullptr;
 }
 
+NativeWindow* NativeWindow::InWindowOf(const QWidget* widget) {
+    for (; widget; widget = widget->parentWidget()) {
+        if (NativeWindow* native = Of(widget)) {
+            return native;
+        }
+        if (widget->isWindow() && widget->windowType() != Qt::Popup) {
+            return nullptr;
+        }
+    }
+    return nullptr;
+}
+
 bool NativeWindow::Exists(const NativeWindow* native) {
     return AllHandles().count(native) != 0;
 }

@@ -28,6 +28,9 @@ public:
     static NativeWindow* Of(const QWidget* widget);
     // The nearest one at or above the widget.
     static NativeWindow* Around(const QWidget* widget);
+    // The same, but not beyond the widget's own top-level window: a box has its own keys, whoever owns it. A
+    // drop-down list belongs to the window that opened it.
+    static NativeWindow* InWindowOf(const QWidget* widget);
     static bool Exists(const NativeWindow* native);
 
     // Where children stand and painting happens; a scrolling control has a viewport.

@@ -84,7 +84,7 @@ void FillMouse(MSG& message, const QWidget* target, const QEvent& event) {
 MSG MessageOf(const QWindow* window, const QEvent& event) {
     MSG message;
     QWidget* target = TargetOf(window, event);
-    NativeWindow* native = NativeWindow::Around(target);
+    NativeWindow* native = NativeWindow::InWindowOf(target);
     message.hwnd = native;
     message.time = timeGetTime();
     if (event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease) {
@@ -139,6 +139,9 @@ bool PumpQueue::eventFilter(QObject* receiver, QEvent* event) {
         event->accept();
         return true;
     }
+    if (event->type() == QEvent::ShortcutOverride && receiver->isWindowType()) {
+        popupBeforeKey = QApplication::activePopupWidget();
+    }
     if (event->type() == QEvent::ApplicationDeactivate) {
         input::ForgetKeys();
     }
@@ -158,11 +161,31 @@ bool PumpQueue::eventFilter(QObject* receiver, QEvent* event) {
         event->accept();
         return true;
     }
-    if (PreTranslate(window, *event)) {
+    const bool isTaken = event->type() == QEvent::KeyPress && PopupTookKey();
+    if (isTaken || PreTranslate(window, *event)) {
         event->accept();
         return true;
     }
     return false;
+}
+
+// An open list takes Enter and Escape when it is asked about shortcuts, and is gone when the key itself
+// comes.
+bool PumpQueue::PopupTookKey() {
+    const QPointer<QWidget> popup = std::exchange(popupBeforeKey, nullptr);
+    return popup && QApplication::activePopupWidget() != popup;
+}
+
+// Asks an open popup about a key that comes out of the queue, as the toolkit did not. True if that closed it.
+bool PumpQueue::OfferToPopup(const Item& item) {
+    const QWidget* popup = QApplication::activePopupWidget();
+    if (!popup || item.input->type() != QEvent::KeyPress) {
+        return false;
+    }
+    const auto& key = static_cast<const QKeyEvent&>(*item.input);
+    QKeyEvent asking(QEvent::ShortcutOverride, key.key(), key.modifiers(), key.text(), key.isAutoRepeat());
+    QCoreApplication::sendEvent(item.window, &asking);
+    return PopupTookKey();
 }
 
 void PumpQueue::Keep(QWindow* window, QEvent* event) {
@@ -229,7 +252,7 @@ LRESULT PumpQueue::Dispatch(const MSG& message) {
                    ? native->wnd->SendMessage(item.message.message, item.message.wParam, item.message.lParam)
                    : 0;
     }
-    if (item.window) {
+    if (item.window && !OfferToPopup(item) && item.window) {
         const QEvent* outer = std::exchange(resent, item.input.get());
         QCoreApplication::sendEvent(item.window, item.input.get());
         resent = outer;

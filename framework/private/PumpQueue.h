@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QObject>
 #include <QPointer>
+#include <QWidget>
 #include <QWindow>
 
 #include <deque>
@@ -35,6 +36,8 @@ private:
     bool Collecting() const;
     void ProcessEvents(bool wait);
     void Keep(QWindow* window, QEvent* event);
+    bool PopupTookKey();
+    bool OfferToPopup(const Item& item);
     MSG TakeFront();
     void Wake();
 
@@ -45,4 +48,6 @@ private:
     int collectingLevel = -1;
     bool wakePosted = false;
     const QEvent* resent = nullptr;
+    // Open when the toolkit asked about shortcuts on the last key.
+    QPointer<QWidget> popupBeforeKey;
 };

@@ -200,11 +200,15 @@ def window_floats_and_keeps_its_least_size(desktop):
     desktop.until("it is docked again", lambda s: not scenario(s)["floating"])
 
 
-def escape_hides_it_and_the_menu_shows_it(desktop):
+def escape_leaves_it_and_the_menu_hides_and_shows_it(desktop):
     frame = scenario(desktop.look())["frame"]
     desktop.click(rows(desktop.look())[0]["rect"])
     desktop.until("it has the keyboard", lambda s: scenario(s)["focused"])
     desktop.key("Escape")
+    desktop.key("alt+v")
+    check(scenario(desktop.look())["shown"], "Escape leaves a docked window open")
+    desktop.key("Up")  # the last entry
+    desktop.key("Return")
     desktop.until("it is hidden", lambda s: not scenario(s)["shown"])
     desktop.key("alt+v")
     desktop.key("Up")  # the last entry
@@ -233,7 +237,7 @@ STEPS = [
     home_and_end_go_to_the_ends_of_the_key_under_the_mouse,
     space_plays_in_the_scenario_window,
     window_floats_and_keeps_its_least_size,
-    escape_hides_it_and_the_menu_shows_it,
+    escape_leaves_it_and_the_menu_hides_and_shows_it,
     program_ends,
 ]
 

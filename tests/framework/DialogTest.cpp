@@ -1,6 +1,7 @@
 #include "framework/Dialog.h"
 
 #include "framework/Button.h"
+#include "framework/ColorDialog.h"
 #include "framework/ComboBox.h"
 #include "framework/DataExchange.h"
 #include "framework/Edit.h"
@@ -14,7 +15,11 @@
 #include "TestResources.h"
 
 #include <gtest/gtest.h>
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 
@@ -187,6 +192,98 @@ TEST_F(DialogTest, EnterOnAFocusedButtonPressesThatButton) {
     QTest::keyClick(Window(), Qt::Key_Return);
     EXPECT_EQ(dlg.does, 1);
     EXPECT_TRUE(dlg.IsWindowVisible());
+}
+
+TEST_F(DialogTest, EscapeEndsADragBeforeItClosesTheDialog) {
+    Open();
+    CWnd* held = dlg.GetDlgItem(1819);
+    held->SetCapture();
+    QTest::keyClick(Window(), Qt::Key_Escape);
+    EXPECT_EQ(CWnd::GetCapture(), nullptr);
+    EXPECT_TRUE(dlg.IsWindowVisible());
+    QTest::keyClick(Window(), Qt::Key_Escape);
+    EXPECT_FALSE(dlg.IsWindowVisible());
+}
+
+// Presses a key in each box that comes up over a dialog, once, and closes the boxes that stay.
+class BoxVisitor : public QObject {
+public:
+    explicit BoxVisitor(Qt::Key keyToPress) : key(keyToPress) { VisitSoon(); }
+
+    int boxes = 0;
+    bool dialogHadFocus = false;
+
+private:
+    // Not by one timer, which would rest in the loop of a box that comes up meanwhile.
+    void VisitSoon() {
+        QTimer::singleShot(1, this, [this] { Visit(); });
+    }
+    void Visit() {
+        constexpr int kMost = 3;
+        VisitSoon();
+        auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (box == nullptr) {
+            return;
+        }
+        if (box == last || boxes == kMost) {
+            box->reject();
+            return;
+        }
+        last = box;
+        ++boxes;
+        dialogHadFocus = dialogHadFocus || CWnd::GetFocus() != nullptr;
+        QTest::keyClick(box->windowHandle(), key);
+    }
+
+    Qt::Key key;
+    QPointer<QDialog> last;
+};
+
+TEST_F(DialogTest, EnterInAWarningDoesNotReachTheDialogBehind) {
+    Open();
+    dlg.SetDlgItemText(1758, "1.5x");
+    BoxVisitor visitor(Qt::Key_Return);
+    QTest::keyClick(Window(), Qt::Key_Return); // OK, which warns of the number
+    EXPECT_EQ(visitor.boxes, 1);
+    EXPECT_FALSE(visitor.dialogHadFocus);
+    EXPECT_TRUE(dlg.IsWindowVisible());
+    EXPECT_EQ(dlg.begin, 1.5F);
+}
+
+TEST_F(DialogTest, EscapeInAWarningClosesTheWarningAlone) {
+    Open();
+    BoxVisitor visitor(Qt::Key_Escape);
+    AfxMessageBox("Really?", MB_YESNOCANCEL);
+    EXPECT_EQ(visitor.boxes, 1);
+    EXPECT_TRUE(dlg.IsWindowVisible());
+}
+
+TEST_F(DialogTest, KeysInAColourDialogDoNotReachTheDialogBehind) {
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+        Open();
+        BoxVisitor visitor(key);
+        CColorDialog colours(RGB(1, 2, 3), 0, &dlg);
+        EXPECT_EQ(colours.DoModal(), key == Qt::Key_Return ? IDOK : IDCANCEL);
+        EXPECT_EQ(visitor.boxes, 1);
+        EXPECT_TRUE(dlg.IsWindowVisible());
+        dlg.DestroyWindow();
+    }
+}
+
+TEST_F(DialogTest, BoxBelongsToTheMainWindowWhileNoWindowIsActive) {
+    QWidget host;
+    host.show();
+    AfxSetMainWnd(WrapWidget(&host));
+    QApplication::setActiveWindow(nullptr);
+    QWidget* owner = nullptr;
+    QTimer::singleShot(0, [&owner] {
+        QWidget* box = QApplication::activeModalWidget();
+        owner = box->parentWidget();
+        box->close();
+    });
+    AfxMessageBox("Really?");
+    AfxSetMainWnd(nullptr);
+    EXPECT_EQ(owner, &host);
 }
 
 TEST_F(DialogTest, ModalRunsUntilItIsAnswered) {
@@ -366,6 +463,39 @@ TEST_F(DialogTest, WheelOverAComboWithoutTheFocusChangesNothing) {
     combo.SetFocus();
     turn();
     EXPECT_EQ(combo.GetCurSel(), 1);
+}
+
+TEST_F(DialogTest, OpenListTakesEnterAndEscapeForItself) {
+    for (const DWORD style : {CBS_DROPDOWNLIST, CBS_DROPDOWN}) {
+        Open();
+        CComboBox combo;
+        ASSERT_TRUE(combo.Create(WS_CHILD | WS_VISIBLE | style, {0, 0, 100, 220}, &dlg, 2000));
+        combo.AddString("a");
+        combo.AddString("b");
+        combo.SetCurSel(0);
+        combo.SetFocus();
+        auto* native = qobject_cast<QComboBox*>(NativeWidget(combo));
+        const auto press = [native, this](Qt::Key key) {
+            // The system's keyboard goes to the window, the toolkit's list takes it from there.
+            QTest::keyClick(Window(), key);
+            QCoreApplication::processEvents();
+            return native->view()->isVisible();
+        };
+        native->showPopup();
+        EXPECT_TRUE(press(Qt::Key_Down));
+        EXPECT_FALSE(press(Qt::Key_Escape));
+        EXPECT_EQ(combo.GetCurSel(), 0);
+        EXPECT_TRUE(dlg.IsWindowVisible());
+        native->showPopup();
+        EXPECT_TRUE(press(Qt::Key_Down));
+        EXPECT_FALSE(press(Qt::Key_Return));
+        EXPECT_EQ(combo.GetCurSel(), 1);
+        EXPECT_TRUE(dlg.IsWindowVisible());
+        press(Qt::Key_Escape);
+        EXPECT_FALSE(dlg.IsWindowVisible()) << "with the list closed the key is the dialog's";
+        combo.DestroyWindow();
+        dlg.DestroyWindow();
+    }
 }
 
 class OwnerDrawn : public CListBox {

@@ -4,7 +4,9 @@
 #include "framework/TestHooks.h"
 
 #include <gtest/gtest.h>
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -252,6 +254,32 @@ TEST_F(PreTranslateTest, PumpOfTheCallerSkipsPreTranslation) {
     DispatchMessage(&message);
     EXPECT_TRUE(top.translated.empty());
     EXPECT_EQ(inner.keys, std::vector<UINT>{65});
+}
+
+TEST_F(PreTranslateTest, EscapeOutOfACallersLoopEndsADrag) {
+    inner.SetCapture();
+    QTimer::singleShot(0, [this] { QTest::keyPress(NativeWidget(top)->windowHandle(), Qt::Key_Escape); });
+    MSG message;
+    ASSERT_TRUE(PeekMessage(&message, nullptr, 0, 0, PM_REMOVE));
+    DispatchMessage(&message);
+    EXPECT_EQ(CWnd::GetCapture(), nullptr);
+    EXPECT_TRUE(inner.keys.empty());
+}
+
+TEST_F(PumpTest, OpenListTakesItsKeysOutOfACallersLoop) {
+    QComboBox list(&host);
+    list.addItems({"a", "b"});
+    list.show();
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+        list.showPopup();
+        During([this, key] {
+            QTest::keyClick(host.windowHandle(), Qt::Key_Down);
+            QTest::keyClick(host.windowHandle(), key);
+        });
+        Pump(/*dispatch*/ true);
+        EXPECT_FALSE(list.view()->isVisible());
+        EXPECT_EQ(list.currentIndex(), key == Qt::Key_Return ? 1 : 0);
+    }
 }
 
 TEST_F(PreTranslateTest, PostedMessageComesOutOfThePump) {

@@ -336,6 +336,31 @@ TEST_F(WndTest, CaptureEndsWhenTheMouseComesBackWithoutItsButton) {
     QTest::mouseRelease(Window(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 3));
 }
 
+// Keeps a window's releases to itself, as a box does that comes up in mid-press.
+class ReleaseThief : public QObject {
+public:
+    bool eventFilter(QObject* receiver, QEvent* event) override {
+        return receiver->isWindowType() && event->type() == QEvent::MouseButtonRelease;
+    }
+};
+
+TEST_F(WndTest, PressWhoseReleaseWentElsewhereDoesNotEndTheNextCapture) {
+    MakeChild();
+    Show();
+    QTest::mousePress(Window(), Qt::LeftButton, Qt::NoModifier, QPoint(100, 100));
+    {
+        ReleaseThief thief;
+        Window()->installEventFilter(&thief);
+        QTest::mouseRelease(Window(), Qt::LeftButton, Qt::NoModifier, QPoint(100, 100));
+    }
+    child.SetCapture();
+    child.log.clear();
+    QTest::mouseMove(Window(), QPoint(101, 100));
+    EXPECT_EQ(child.Log(), "move0@91,80");
+    EXPECT_EQ(CWnd::GetCapture(), &child);
+    ReleaseCapture();
+}
+
 TEST_F(WndTest, CaptureEndsWithItsWindow) {
     MakeChild();
     child.SetCapture();

@@ -166,16 +166,36 @@ TEST_F(ToolWindowTest, TitleFollowsTheWindow) {
     EXPECT_NE(MenuEntry("Tool - Intro"), nullptr);
 }
 
-TEST_F(ToolWindowTest, EscHidesItOnlyWhileItHasTheKeyboard) {
+TEST_F(ToolWindowTest, EscAndEnterLeaveADockedWindowOpen) {
+    ToolDialog dialog;
+    Show(dialog);
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+        NativeWidget(dialog)->setFocus();
+        Press(key);
+        EXPECT_TRUE(dialog.IsWindowVisible());
+        EXPECT_TRUE(DockOf(dialog)->isVisible());
+    }
+    EXPECT_THAT(dialog.keys, ElementsAre(27, 13)); // they came there
+}
+
+TEST_F(ToolWindowTest, EscEndsADragInADockedWindow) {
+    ToolDialog dialog;
+    Show(dialog);
+    NativeWidget(dialog)->setFocus();
+    dialog.SetCapture();
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(CWnd::GetCapture(), nullptr);
+    EXPECT_TRUE(dialog.IsWindowVisible());
+}
+
+TEST_F(ToolWindowTest, HiddenItGivesTheKeyboardBack) {
     ToolDialog dialog;
     Show(dialog);
     View()->setFocus();
-    Press(Qt::Key_Escape);
-    EXPECT_TRUE(dialog.IsWindowVisible());
     NativeWidget(dialog)->setFocus();
-    Press(Qt::Key_Escape);
+    DockOf(dialog)->close();
+    Settle();
     EXPECT_FALSE(dialog.IsWindowVisible());
-    EXPECT_FALSE(DockOf(dialog)->isVisible());
     EXPECT_EQ(QApplication::focusWidget(), View()); // where it was before
 }
 
@@ -284,6 +304,24 @@ TEST_F(ToolWindowTest, DraggingTheFloatingFrameAsksTheWindow) {
     EXPECT_THAT(dialog.sides, IsEmpty());
 }
 
+TEST_F(ToolWindowTest, DockedAtASideItHasTheRoomThatItNeeds) {
+    window.resize(1600, 900);
+    ToolDialog dialog;
+    Show(dialog);
+    stage::ToolWindowDock& dock = *DockOf(dialog);
+    for (const Qt::DockWidgetArea area : {Qt::RightDockWidgetArea, Qt::LeftDockWidgetArea}) {
+        window.addDockWidget(area, &dock);
+        window.resizeDocks({&dock}, {100}, Qt::Horizontal);
+        Settle();
+        EXPECT_GE(dialog.size.cx, 500); // its rule
+        EXPECT_GE(dialog.size.cy, 240); // beside the properties, which would take it all
+    }
+    window.addDockWidget(Qt::BottomDockWidgetArea, &dock);
+    window.resizeDocks({&dock}, {80}, Qt::Vertical);
+    Settle();
+    EXPECT_LT(dialog.size.cy, 100);
+}
+
 TEST_F(ToolWindowTest, WindowPlacesItselfWhileItFloatsAndOnlyThen) {
     ToolDialog dialog;
     Show(dialog);
@@ -368,8 +406,10 @@ TEST_F(ToolWindowTest, ShowingABuriedWindowBringsItsTabForward) {
     DockOf(second)->raise();
     Settle();
     EXPECT_TRUE(NativeWidget(first)->visibleRegion().isEmpty());
-    EXPECT_TRUE(first.IsWindowVisible()); // covered, not hidden
+    EXPECT_FALSE(first.IsWindowVisible()); // who shows only what is hidden shows it too
+    EXPECT_TRUE(second.IsWindowVisible());
     Show(first);
+    EXPECT_TRUE(first.IsWindowVisible());
     EXPECT_FALSE(NativeWidget(first)->visibleRegion().isEmpty());
     DockOf(second)->raise();
     first.BringWindowToTop();

@@ -18,6 +18,10 @@ CRect ToCRect(const QRect& r) {
     return {r.x(), r.y(), r.x() + r.width(), r.y() + r.height()};
 }
 
+bool IsSide(Qt::DockWidgetArea area) {
+    return area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea;
+}
+
 bool Contains(const QWidget* outer, const QWidget* inner) {
     return outer != nullptr && inner != nullptr && (outer == inner || outer->isAncestorOf(inner));
 }
@@ -30,6 +34,7 @@ ToolWindowDock::ToolWindowDock(CWnd& window, const QString& name, QWidget* mainW
     setWindowTitle(widget->windowTitle());
     connect(widget, &QWidget::windowTitleChanged, this, &QWidget::setWindowTitle);
     connect(this, &QDockWidget::topLevelChanged, this, &ToolWindowDock::FloatingChanged);
+    connect(this, &QDockWidget::dockLocationChanged, this, &ToolWindowDock::ApplySmallestSize);
     connect(qApp, &QApplication::focusChanged, this, &ToolWindowDock::FocusMoved);
     setWidget(widget);
     widget->hide();
@@ -93,6 +98,14 @@ void ToolWindowDock::ContentGone() {
     hide();
     emit PlaceChanged();
     deleteLater();
+}
+
+// Behind another tab. A main window that is minimised or not shown yet covers nothing.
+bool ToolWindowDock::IsCovered() const {
+    const auto* main = qobject_cast<const QMainWindow*>(parentWidget());
+    return main != nullptr && main->isVisible() && isVisible() && !isFloating() &&
+           !main->tabifiedDockWidgets(const_cast<ToolWindowDock*>(this)).isEmpty() &&
+           visibleRegion().isEmpty();
 }
 
 // A window of its own would take the keyboard when it is clicked, and give it to whoever had it there last.
@@ -193,13 +206,16 @@ void ToolWindowDock::ApplySmallestSize() {
     if (content == nullptr) {
         return;
     }
-    if (!isFloating()) {
-        widget->setMinimumSize(0, 0);
-        return;
-    }
     const CRect now = ToCRect(ContentRect());
     const CRect smallest = AskSizing(*content, now, {now.left, now.top, now.left + 1, now.top + 1});
-    widget->setMinimumSize(std::max(1, smallest.Width()), std::max(1, smallest.Height()));
+    // Above or below the views the user may take all of its height away. In a column at a side its
+    // neighbours would do that, and views and column would leave it no width.
+    constexpr int kColumnHeight = 240; // pixels: a toolbar, the ruler and some rows
+    const auto* main = qobject_cast<QMainWindow*>(parentWidget());
+    const int height = isFloating()                                            ? smallest.Height()
+                       : main != nullptr && IsSide(main->dockWidgetArea(this)) ? kColumnHeight
+                                                                               : 0;
+    widget->setMinimumSize(std::max(1, smallest.Width()), height);
 }
 
 void ToolWindowDock::FloatingChanged(bool floating) {
@@ -228,8 +244,7 @@ void ToolWindowDock::NotePlace() {
     }
     const auto* main = qobject_cast<QMainWindow*>(parentWidget());
     place.area = main != nullptr ? main->dockWidgetArea(this) : place.area;
-    const bool isSide = place.area == Qt::LeftDockWidgetArea || place.area == Qt::RightDockWidgetArea;
-    place.extent = isSide ? width() : height();
+    place.extent = IsSide(place.area) ? width() : height();
 }
 
 // Tab goes round inside the window, as it would with a frame of its own.

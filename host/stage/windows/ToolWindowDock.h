@@ -39,6 +39,8 @@ public:
     void RaiseContent(bool activate) override;
     void PlaceContent(const CRect& wanted) override;
     void ContentGone() override;
+    bool IsPanel() const override { return !isFloating(); }
+    bool IsCovered() const override;
 
 signals:
     /// The window has come up; the main window is not laid out anew yet.
