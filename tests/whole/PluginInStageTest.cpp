@@ -3,12 +3,16 @@
 #include "host/stage/windows/ViewWidget.h"
 #include "plugin/contract/EventCodes.h"
 #include "tests/support/Answering.h"
+#include "tests/support/Paths.h"
 #include "tests/whole/StageFixture.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSettings>
 #include <QTest>
 #include <QToolBar>
 
@@ -96,6 +100,41 @@ TEST_F(PluginInStageTest, APanelClosedByTheUserUnchecksTheButtonAndCanBeOpenedAg
     EXPECT_FALSE(Button("Movies")->isChecked());
     Run(kMovies);
     EXPECT_TRUE(window->IsPanelShown());
+}
+
+TEST_F(PluginInStageTest, TheViewMenuListsThePanelAndOpensAndClosesIt) {
+    QAction* entry = window->pluginPanel->toggleViewAction();
+    QMenu* view = nullptr;
+    for (QAction* menu : window->menuBar()->actions()) {
+        view = menu->menu()->actions().contains(entry) ? menu->menu() : view;
+    }
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(view->title(), "&View");
+    EXPECT_EQ(entry->text(), "Films");
+    EXPECT_TRUE(entry->isChecked());
+    entry->trigger();
+    Settle();
+    EXPECT_FALSE(window->IsPanelShown());
+    EXPECT_FALSE(Button("Movies")->isChecked());
+    EXPECT_FALSE(entry->isChecked());
+    entry->trigger();
+    Settle();
+    EXPECT_TRUE(window->IsPanelShown());
+    EXPECT_TRUE(window->pluginPanel->isVisible());
+    EXPECT_TRUE(Button("Movies")->isChecked());
+    EXPECT_TRUE(entry->isChecked());
+}
+
+TEST_F(PluginInStageTest, ARestartBringsNoEmptyPanel) {
+    QSettings().setValue("window/state", window->saveState()); // with the panel open
+    stage::MainWindow again({folder.Path(), folder.Path(), SourceFolder() + "/host/stage/data"});
+    again.RestorePlaces();
+    again.show();
+    Settle();
+    EXPECT_FALSE(again.IsPanelShown());
+    EXPECT_FALSE(again.pluginPanel->isVisible());
+    again.ShutdownHost();
+    QSettings().clear();
 }
 
 TEST_F(PluginInStageTest, AnotherPluginsPanelTakesItsPlace) {

@@ -91,6 +91,7 @@ void MainWindow::MakeDocks() {
         HidePanel();
         host.PanelClosed();
     });
+    connect(pluginPanel, &PluginPanel::OpenedByUser, this, &MainWindow::OpenPanel);
     connect(tree->tree, &ObjectTreeWidget::FocusRequested, views, &ViewArea::FocusSelection);
     connect(tree->tree, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) {
         EditorObject* object = tree->tree->ObjectOf(tree->tree->itemAt(place));
@@ -205,6 +206,9 @@ void MainWindow::RestorePlaces() {
     const QSettings settings;
     restoreGeometry(settings.value("window/geometry").toByteArray());
     isPanelUnplaced = !restoreState(settings.value("window/state").toByteArray());
+    if (panelForm == nullptr) {
+        pluginPanel->hide(); // it was shown at the last end; its plug-in says whether it is again
+    }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -108,7 +108,9 @@ private:
     void FillMeshMenu();
     void FillPluginMenu();
     void NamePluginButtons();
+    void NamePanel();
     void PlacePanel(int formHeight);
+    void OpenPanel();
     void UpdateActions();
     void FlushRefresh();
 

@@ -105,6 +105,14 @@ void MainWindow::NamePluginButtons() {
             }
         }
     }
+    NamePanel();
+}
+
+// Forms have no title of their own; a plug-in's toolbar has.
+void MainWindow::NamePanel() {
+    pluginPanel->setWindowTitle(pluginToolbars.size() == 1
+                                    ? QString::fromStdString(pluginToolbars.front().first->Title())
+                                    : tr("Plug-in"));
 }
 
 void MainWindow::RemoveToolbar(CToolBar* toolbar) {
@@ -128,10 +136,7 @@ void MainWindow::ShowPanel(const CRuntimeClass* formClass) {
     QWidget* native = NativeWidget(*form);
     holder->setMinimumSize(native->size());
     pluginPanel->setWidget(holder);
-    // Forms have no title of their own; a plug-in's toolbar has.
-    pluginPanel->setWindowTitle(pluginToolbars.size() == 1
-                                    ? QString::fromStdString(pluginToolbars.front().first->Title())
-                                    : tr("Plug-in"));
+    NamePanel();
     PlacePanel(native->height());
     pluginPanel->show();
     pluginPanel->raise();
@@ -162,6 +167,18 @@ void MainWindow::HidePanel() {
             holder->hide();
             holder->deleteLater();
         }
+        pluginPanel->hide();
+    }
+}
+
+// The first plug-in that has a form shows it.
+void MainWindow::OpenPanel() {
+    for (const PluginEntry* entry : host.plugins.Entries()) {
+        if (panelForm == nullptr) {
+            host.plugins.Guarded("OnActivate", [entry] { entry->plugin->OnActivate(true); });
+        }
+    }
+    if (panelForm == nullptr) {
         pluginPanel->hide();
     }
 }

@@ -1,5 +1,6 @@
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/MainWindow.h"
+#include "host/stage/windows/PluginPanel.h"
 #include "host/stage/windows/ScenePictures.h"
 #include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
@@ -107,6 +108,7 @@ void MainWindow::MakeViewMenu() {
     menu->addSeparator();
     menu->addAction(treeDock->toggleViewAction());
     menu->addAction(panelDock->toggleViewAction());
+    menu->addAction(pluginPanel->toggleViewAction());
     toolWindows->SetMenu(menu);
 }
 

@@ -13,6 +13,8 @@ public:
 signals:
     /// The user closed the panel; the form is still there.
     void ClosedByUser();
+    /// The user wants the panel, by the menu; it has no form yet.
+    void OpenedByUser();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
