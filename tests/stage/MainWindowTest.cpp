@@ -147,12 +147,15 @@ TEST_F(MainWindowTest, RenamingInThePanelKeepsNamesUnique) {
     EXPECT_EQ(cart->name, "Wagon1");
 }
 
-TEST_F(MainWindowTest, ARefusedDeletionShowsTheReasonsAndKeepsTheObject) {
+TEST_F(MainWindowTest, ARefusedDeletionShowsEachReasonOnceAndKeepsTheObject) {
     engine::SceneObject* crate = AddEmpty("Crate", 0, 0, 0);
     window.host.Select({crate});
     Settle();
     EXPECT_CALL(plugin, CanDeleteObjects(_, _))
         .WillOnce([&](const ObjectList*, std::list<DeleteMessage>* list) {
+            for (int key = 0; key < 3; ++key) {
+                list->push_back({"camera Cam from film Intro is linked to Crate(1)", crate, 0});
+            }
             list->push_back({"Crate(1) is actor in film Intro", crate, 0});
             return false;
         });
@@ -163,7 +166,7 @@ TEST_F(MainWindowTest, ARefusedDeletionShowsTheReasonsAndKeepsTheObject) {
             PressButton(box, QMessageBox::Ok);
         },
         [&] { Action("EditDelete")->trigger(); });
-    EXPECT_EQ(text, "Crate(1) is actor in film Intro");
+    EXPECT_EQ(text, "camera Cam from film Intro is linked to Crate(1)\nCrate(1) is actor in film Intro");
     EXPECT_EQ(window.host.level.FindObject("Crate"), crate);
 }
 

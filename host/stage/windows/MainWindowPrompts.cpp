@@ -115,7 +115,10 @@ bool MainWindow::MayLeaveOutLights() {
 void MainWindow::ShowDeleteRefusals(const std::list<DeleteMessage>& messages) {
     std::vector<std::string> lines;
     for (const DeleteMessage& message : messages) {
-        lines.push_back(message.text);
+        // A plug-in may give the same reason again and again, as for each key that links a camera.
+        if (std::find(lines.begin(), lines.end(), message.text) == lines.end()) {
+            lines.push_back(message.text);
+        }
     }
     QMessageBox box(QMessageBox::Information, tr("Delete"), tr("These objects are in use and were kept."),
                     QMessageBox::Ok, this);
