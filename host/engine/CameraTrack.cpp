@@ -5,6 +5,7 @@
 #include "host/engine/LevelData.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 
@@ -100,12 +101,21 @@ float CameraTrack::ScalarAt(int kind, float time, float missing) const {
     return value;
 }
 
+float CameraTrack::OwnFieldOfView() const {
+    // By bits, so that what is not a number compares too. Anything else was set by somebody since.
+    const bool isPosed = posedFieldOfView && std::bit_cast<std::uint32_t>(*posedFieldOfView) ==
+                                                 std::bit_cast<std::uint32_t>(fieldOfView);
+    return isPosed ? fieldOfViewBefore : fieldOfView;
+}
+
 void CameraTrack::Pose(float time) {
     const PresentPose present;
     eyePoint = PointAt(KeyKind::CameraPosition, time, present);
     targetPoint = PointAt(KeyKind::CameraTarget, time, present);
     const float roll = ScalarAt(KeyKind::Roll, time, 0.0f);
-    fieldOfView = ScalarAt(KeyKind::FieldOfView, time, fieldOfView);
+    fieldOfViewBefore = OwnFieldOfView();
+    posedFieldOfView = ScalarAt(KeyKind::FieldOfView, time, fieldOfViewBefore);
+    fieldOfView = *posedFieldOfView;
 
     CameraData& data = record.data;
     data.recordNear = nearPlane;

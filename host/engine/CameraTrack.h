@@ -3,6 +3,8 @@
 #include "host/engine/CameraPath.h"
 #include "host/engine/TrackBase.h"
 
+#include <optional>
+
 namespace engine {
 
 /// A film camera. Posing fills the eye and target points and the camera record.
@@ -19,6 +21,10 @@ public:
     /// The same at a time of the sub-track itself, without loop modes.
     Vector3 CurvePointAt(int kind, float time, const ILinkSpace& links) const;
 
+    /// Degrees: what the camera has where no key says otherwise. A pose writes what the keys say into
+    /// `fieldOfView`, so that this one is what a file keeps: it does not depend on the time last shown.
+    float OwnFieldOfView() const;
+
     CameraPath paths[2]; ///< eye, target
 
     /// Where a film time falls in a sub-track of this mode and length.
@@ -31,6 +37,8 @@ private:
     float ScalarAt(int kind, float time, float missing) const;
 
     CameraRecord record;
+    std::optional<float> posedFieldOfView; ///< what the last pose wrote, unless it has never posed
+    float fieldOfViewBefore = 0.0f;        ///< what stood there then
 };
 
 } // namespace engine

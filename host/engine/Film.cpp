@@ -110,6 +110,10 @@ void Film::AddTrack(CFilmTrack* track) {
     if (track == nullptr || track->film != nullptr) {
         return;
     }
+    const CFilmGLLightTrack* light = AsGLLightTrack(track);
+    if (light != nullptr && light->isSun != 0) {
+        manager.Data().OnShowing(); // a film that is shown gets one if it has none
+    }
     tracks.push_back(track);
     bases.push_back(BaseOf(track));
     order.reserve(bases.capacity());
@@ -219,8 +223,7 @@ void Film::Activate() {
     }
 }
 
-void Film::Deactivate() {
-    // Parents first: what stands on another goes back to its place there once the other stands.
+std::vector<TrackBase*> Film::UpperFirst() const {
     std::vector<std::pair<int, TrackBase*>> byDepth;
     for (TrackBase* base : bases) {
         int depth = 0;
@@ -231,7 +234,17 @@ void Film::Deactivate() {
         byDepth.emplace_back(depth, base);
     }
     std::ranges::stable_sort(byDepth, {}, &std::pair<int, TrackBase*>::first);
+    std::vector<TrackBase*> ordered;
+    ordered.reserve(byDepth.size());
     for (const auto& [depth, base] : byDepth) {
+        ordered.push_back(base);
+    }
+    return ordered;
+}
+
+void Film::Deactivate() {
+    // What stands on another goes back to its place there once the other stands.
+    for (TrackBase* base : UpperFirst()) {
         base->Rest();
     }
     active = false;

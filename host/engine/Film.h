@@ -79,6 +79,10 @@ public:
     FilmManager& Manager() const { return manager; }
     /// Between Activate and Deactivate.
     bool IsActive() const { return active; }
+    /// Some step was fired since the last Stop.
+    bool IsPlaying() const { return playing; }
+    /// The tracks in an order in which what drives a parent comes before what drives its children.
+    std::vector<TrackBase*> UpperFirst() const;
     /// Seconds of the last SetTime while active.
     float PosedTime() const { return posedTime; }
     /// A track of this class, not yet added; null for another number.

@@ -35,7 +35,7 @@ void WriteCameraHead(ByteWriter& out, const CameraTrack& track) {
         out.I32(track.loopMode[i]);
         out.F32(track.subTrackLength[i]);
     }
-    out.F32(track.fieldOfView);
+    out.F32(track.OwnFieldOfView());
     out.F32(track.nearPlane);
     out.F32(track.farPlane);
     out.Text(track.cameraName);

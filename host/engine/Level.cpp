@@ -63,6 +63,12 @@ void Level::OnLightFreed(EditorObject* object) {
     }
 }
 
+void Level::OnShowing() {
+    if (showHook) {
+        showHook();
+    }
+}
+
 SceneObject* Level::CreateObject(const ObjectSpec& spec, UniqueNames* names) {
     return data != nullptr ? &data->Create(spec, names) : nullptr;
 }

@@ -75,6 +75,10 @@ public:
     /// in the level.
     void SetFreedLightHook(std::function<void(EditorObject*)> hook) { freedLightHook = std::move(hook); }
     void OnLightFreed(EditorObject* object);
+    /// Called before a film's rows are made anew, again and again: plug-ins then write down defaults for what
+    /// they show for the first time, which is nothing that the user has done.
+    void SetShowHook(std::function<void()> hook) { showHook = std::move(hook); }
+    void OnShowing();
 
 private:
     std::unique_ptr<LevelData> data;
@@ -87,6 +91,7 @@ private:
     SoundDurationFunction soundDuration = nullptr;
     std::function<void(EditorObject*)> destroyHook;
     std::function<void(EditorObject*)> freedLightHook;
+    std::function<void()> showHook;
 };
 
 } // namespace engine

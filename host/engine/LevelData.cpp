@@ -43,6 +43,12 @@ LevelData::~LevelData() {
     }
 }
 
+void LevelData::OnShowing() const {
+    if (level.Data() == this) {
+        level.OnShowing();
+    }
+}
+
 void LevelData::SetSun(bool present) {
     sun = present ? std::make_unique<SunObject>() : nullptr;
     if (sun != nullptr) {

@@ -49,6 +49,9 @@ public:
 
     Level& Owner() const { return level; }
     LevelRoot& Root() const { return *root; }
+    /// A film's rows are about to be made anew; see Level::SetShowHook. Nothing while this level is being
+    /// read.
+    void OnShowing() const;
     FilmManager& Films() const { return *films; }
     SunObject* Sun() const { return sun.get(); }
     /// Makes or drops the sun.

@@ -93,6 +93,15 @@ void GLLightTrack::Rest() {
     sunDirectionBefore.reset();
 }
 
+void GLLightTrack::ShowAtRest() const {
+    OwnPlace(ownPlace).PutBack(static_cast<SceneObject*>(lightObject));
+    LightDriver(driver).Restore(Manager().Data());
+    SunObject* sun = Manager().Data().Sun();
+    if (sun != nullptr && sunDirectionBefore) {
+        sun->direction = *sunDirectionBefore;
+    }
+}
+
 void GLLightTrack::Forget(const DoomedObjects& doomed) {
     TrackBase::Forget(doomed);
     driver.Forget(doomed);
@@ -124,6 +133,11 @@ void DynLightTrack::Pose(float time) {
 void DynLightTrack::Rest() {
     ownPlace.PutBack(static_cast<SceneObject*>(lightObject));
     driver.Restore(Manager().Data());
+}
+
+void DynLightTrack::ShowAtRest() const {
+    OwnPlace(ownPlace).PutBack(static_cast<SceneObject*>(lightObject));
+    LightDriver(driver).Restore(Manager().Data());
 }
 
 void DynLightTrack::Forget(const DoomedObjects& doomed) {

@@ -31,6 +31,7 @@ public:
     void Pose(float time) override;
     void Begin() override { ownPlace.Forget(); }
     void Rest() override;
+    void ShowAtRest() const override;
     void Forget(const DoomedObjects& doomed) override;
     const EditorObject* Driven() const override { return lightObject; }
 
@@ -48,6 +49,7 @@ public:
     void Pose(float time) override;
     void Begin() override { ownPlace.Forget(); }
     void Rest() override;
+    void ShowAtRest() const override;
     void Forget(const DoomedObjects& doomed) override;
     const EditorObject* Driven() const override { return lightObject; }
 

@@ -138,6 +138,16 @@ void ObjectTrack::Rest() {
     }
 }
 
+void ObjectTrack::ShowAtRest() const {
+    if (Actor() == nullptr) {
+        return;
+    }
+    OwnPlace(ownPlace).PutBack(Actor());
+    if (hides) {
+        Actor()->visible = shownBefore ? 1 : 0;
+    }
+}
+
 void ObjectTrack::Refresh() {
     TrackBase::Refresh();
     if (Actor() != nullptr) {

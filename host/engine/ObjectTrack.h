@@ -19,6 +19,7 @@ public:
     void Pose(float time) override;
     void Begin() override;
     void Rest() override;
+    void ShowAtRest() const override;
     void Forget(const DoomedObjects& doomed) override;
     void Relink(const LevelData& data, std::vector<std::string>& messages) override;
     void Refresh() override;

@@ -70,6 +70,21 @@ void SceneObject::SetPosition(const float* position, int) {
     SetMatrix(next.m, 0);
 }
 
+SceneObject::Standing SceneObject::TakeStanding() const {
+    return {world, local, rememberedWorld, rememberedParent, localKnown, visible, objectFlags, light};
+}
+
+void SceneObject::PutStanding(const Standing& standing) {
+    world = standing.world;
+    local = standing.local;
+    rememberedWorld = standing.rememberedWorld;
+    rememberedParent = standing.rememberedParent;
+    localKnown = standing.localKnown;
+    visible = standing.visible;
+    objectFlags = standing.flags;
+    light = standing.light;
+}
+
 void SceneObject::SetMeshName(const std::string& meshFile) {
     NoteChange();
     meshName = meshFile;

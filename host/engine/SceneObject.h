@@ -67,6 +67,21 @@ public:
     /// Shows or drops what was written to PreparePose's matrices.
     void SetPosed(bool shown) { posed = shown && !pose.empty(); }
 
+    /// Where and how the object stands, links apart.
+    struct Standing {
+        Matrix4 world;
+        Matrix4 local;
+        Matrix4 rememberedWorld;
+        Matrix4 rememberedParent;
+        bool localKnown = false;
+        std::uint8_t visible = 1;
+        std::uint32_t flags = 0;
+        std::optional<LightProperties> light;
+    };
+    Standing TakeStanding() const;
+    /// Back to a former standing; children are left alone.
+    void PutStanding(const Standing& standing);
+
     std::optional<LightProperties> light; ///< set in the two light classes
     /// Kept out of level files: bodies that a plug-in makes anew in each session.
     bool transient = false;

@@ -160,6 +160,7 @@ void TrackBase::MarkAllChanged() {
 }
 
 void TrackBase::FinishKeys() {
+    manager.Data().OnShowing();
     std::vector<TimedKey> sorted;
     sorted.reserve(self.keys.size());
     for (IFilmKey* key : self.keys) {

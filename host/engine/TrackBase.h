@@ -83,6 +83,9 @@ public:
     virtual void Begin() {}
     /// Puts back what the track posed: the object's place, lights, visibility, poses of meshes.
     virtual void Rest() {}
+    /// Puts what the track posed where Rest would put it, and forgets nothing: the film stays open. Whoever
+    /// asks for it puts everything back.
+    virtual void ShowAtRest() const {}
     virtual void Forget(const DoomedObjects& doomed);
     /// The object whose place the track poses, null for none.
     virtual const EditorObject* Driven() const { return nullptr; }

@@ -1,0 +1,92 @@
+#include "host/engine/FilmAtRest.h"
+
+#include "host/engine/Film.h"
+#include "host/engine/FilmManager.h"
+#include "host/engine/Level.h"
+#include "host/engine/LevelData.h"
+
+namespace engine {
+
+namespace {
+
+/// Flag of an object that the engine leaves out.
+constexpr std::uint32_t kLeftOut = 4;
+
+EditorObject* LightOf(CFilmTrack& track) {
+    if (const CFilmGLLightTrack* light = AsGLLightTrack(&track)) {
+        return light->lightObject;
+    }
+    const CFilmDynLightTrack* light = AsDynLightTrack(&track);
+    return light != nullptr ? light->lightObject : nullptr;
+}
+
+bool IsDark(const EditorObject& light) {
+    return light.visible == 0 && (light.GetFlags() & kLeftOut) != 0;
+}
+
+void Darken(const Film& film) {
+    for (CFilmTrack* track : film.tracks) {
+        if (EditorObject* light = LightOf(*track)) {
+            light->visible = 0;
+            light->SetFlags(light->GetFlags() | kLeftOut);
+        }
+    }
+}
+
+} // namespace
+
+FilmAtRest::FilmAtRest(Level& level, ClosedFilms closedFilms) : data(level.Data()) {
+    for (int slot = 0; data != nullptr && slot < IFilmManager::kFilms; ++slot) {
+        const Film* film = data->Films().FilmAt(slot);
+        if (film == nullptr || (!film->IsActive() && closedFilms == ClosedFilms::AsTheyAre)) {
+            continue;
+        }
+        KeepStandings();
+        if (film->IsActive()) {
+            for (const TrackBase* track : film->UpperFirst()) {
+                track->ShowAtRest();
+            }
+        }
+        Darken(*film);
+    }
+}
+
+void FilmAtRest::KeepStandings() {
+    if (!before.empty() || sunBefore) {
+        return;
+    }
+    before.reserve(data->Objects().size());
+    for (const auto& object : data->Objects()) {
+        before.emplace_back(object.get(), object->TakeStanding());
+    }
+    if (data->Sun() != nullptr) {
+        sunBefore = *data->Sun();
+    }
+}
+
+bool FilmAtRest::IsAllDark(const Level& level) {
+    for (int slot = 0; level.Data() != nullptr && slot < IFilmManager::kFilms; ++slot) {
+        const Film* film = level.Data()->Films().FilmAt(slot);
+        if (film == nullptr) {
+            continue;
+        }
+        for (CFilmTrack* track : film->tracks) {
+            const EditorObject* light = LightOf(*track);
+            if (light != nullptr && !IsDark(*light)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+FilmAtRest::~FilmAtRest() {
+    for (const auto& [object, standing] : before) {
+        object->PutStanding(standing);
+    }
+    if (sunBefore && data->Sun() != nullptr) {
+        *data->Sun() = *sunBefore;
+    }
+}
+
+} // namespace engine
