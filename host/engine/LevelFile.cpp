@@ -4,6 +4,7 @@
 #include "host/engine/FileHandles.h"
 #include "host/engine/FilmManager.h"
 #include "host/engine/Level.h"
+#include "host/engine/LevelContent.h"
 #include "host/engine/LevelData.h"
 #include "host/engine/LevelReader.h"
 #include "host/engine/LevelRoot.h"
@@ -161,7 +162,7 @@ std::string SerializeLevel(Level& level, const std::string& path, LevelMessages&
     }
 }
 
-LevelMessages SaveLevel(Level& level, const std::string& path, FileStamp* written) {
+LevelMessages SaveLevel(Level& level, const std::string& path, SavedLevel* written) {
     LevelMessages messages;
     const std::string folder = level.Folder();
     // Plug-ins write files of their own beside the level, by the root object's name.
@@ -173,12 +174,12 @@ LevelMessages SaveLevel(Level& level, const std::string& path, FileStamp* writte
         if (!ReplaceFile(path, bytes, error, &done)) {
             throw LevelFileError(path, -1, error);
         }
+        if (written != nullptr) {
+            *written = {done.stamp, LevelContent(bytes)};
+        }
     } catch (...) {
         level.SetFolder(folder);
         throw;
-    }
-    if (written != nullptr) {
-        *written = done.stamp;
     }
     messages.insert(messages.end(), done.messages.begin(), done.messages.end());
     return messages;

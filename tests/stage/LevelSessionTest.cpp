@@ -71,7 +71,7 @@ TEST_F(LevelSessionTest, SavingSuspendsCollectsWritesAndResumes) {
     EXPECT_CALL(first, SaveChunks(_, _)).Times(::testing::AtLeast(3)); // root, object, film manager
     EXPECT_CALL(first, OnEvent(EventCode::Resume, nullptr)).WillOnce([&](int, void*) {
         EXPECT_TRUE(std::filesystem::exists(PathOf("a.level")));
-        EXPECT_FALSE(session.IsChanged());
+        EXPECT_FALSE(session.IsMarkedChanged());
     });
     EXPECT_TRUE(session.Save(PathOf("a.level")));
     EXPECT_EQ(session.Title(), "a");
@@ -95,10 +95,12 @@ TEST_F(LevelSessionTest, TheRootIsNamedByTheLevelsFolderWithASeparator) {
 TEST_F(LevelSessionTest, AnObjectThatAPluginCollectsStaysOutOfTheObjectList) {
     EditorObject* lamp = Make("Lamp", ClassName::GLLight);
     Make("Crate");
-    EXPECT_CALL(first, OnEvent(EventCode::CollectHiddenObjects, _)).WillOnce([&](int, void* data) {
-        static_cast<HiddenObjectsRequest*>(data)->collection->Add(lamp);
-        lamp->savedAsObject = 0;
-    });
+    EXPECT_CALL(first, OnEvent(EventCode::CollectHiddenObjects, _))
+        .WillOnce([&](int, void* data) {
+            static_cast<HiddenObjectsRequest*>(data)->collection->Add(lamp);
+            lamp->savedAsObject = 0;
+        })
+        .WillRepeatedly(::testing::Return());
     ASSERT_TRUE(session.Save(PathOf("a.level")));
     ASSERT_TRUE(session.Open(PathOf("a.level")));
     EXPECT_EQ(Count(), 1u);

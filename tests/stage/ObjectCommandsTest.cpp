@@ -88,10 +88,10 @@ TEST_F(ObjectCommandsTest, DeletionMarksTheLevelOnlyIfSomethingWent) {
     host.Select({crate});
     EXPECT_CALL(first, CanDeleteObjects(_, _)).WillOnce(::testing::Return(false));
     commands.DeleteSelected();
-    EXPECT_FALSE(session.IsChanged());
+    EXPECT_FALSE(session.IsMarkedChanged());
     EXPECT_CALL(first, CanDeleteObjects(_, _)).WillOnce(::testing::Return(true));
     commands.DeleteSelected();
-    EXPECT_TRUE(session.IsChanged());
+    EXPECT_TRUE(session.IsMarkedChanged());
     EXPECT_EQ(Count(), 0u);
 }
 

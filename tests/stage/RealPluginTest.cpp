@@ -49,6 +49,7 @@ TEST_F(RealPluginTest, LivesFromLoadingToUnloadingInTheOrderItRelies) {
     }
     const std::vector<std::string> wanted = {
         "constructed", "InitializeMe",      "OnEditorReady",   "RegisterShortcuts", "OnNew",     "OnEvent 6",
+        "OnEvent 20", // what the new level is, to tell changes from
         "OnEvent 2",   "OnEvent 3",         "OnCommand 1",     "OnEvent 19",        "OnEvent 4", "OnEvent 15",
         "OnNew",       "OnObjectDestroyed", "OnEditorClosing", "OnEvent 11",        "destroyed",
     };

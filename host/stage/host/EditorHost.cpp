@@ -228,6 +228,7 @@ void EditorHost::BroadcastEvent(int code, PluginCommandId sender, void* data) {
 
 void EditorHost::CreateHelperObject(const char* helperPlugin, PluginCommandId /*owner*/, int type,
                                     const HelperObjectParams& params, EditorObject** object) {
+    level.OnShowing(); // a plug-in makes these to show something, not because the user asked for one
     if (object == nullptr) {
         return;
     }

@@ -1,10 +1,11 @@
 #include "host/stage/host/LevelSession.h"
 
 #include "host/engine/FileReplace.h"
+#include "host/engine/FilmAtRest.h"
 #include "host/engine/LevelFile.h"
 #include "host/engine/References.h"
+#include "host/stage/host/DryWrite.h"
 #include "host/stage/host/EditorHost.h"
-#include "host/stage/host/FilmFingerprint.h"
 #include "host/stage/host/ReferenceMove.h"
 #include "plugin/contract/EventCodes.h"
 
@@ -27,10 +28,16 @@ std::string Joined(const std::vector<std::string>& messages) {
 }
 } // namespace
 
-LevelSession::LevelSession(EditorHost& editorHost) : host(editorHost) {
+LevelSession::LevelSession(EditorHost& editorHost) : host(editorHost), changes(editorHost) {
+    host.level.SetShowHook([this] { changes.BeginLook(); });
+}
+
+LevelSession::~LevelSession() {
+    host.level.SetShowHook(nullptr);
 }
 
 void LevelSession::New() {
+    changes.Forget();
     host.LeaveLevel();
     host.level.New("");
     host.meshes.SetFolder("");
@@ -56,7 +63,13 @@ std::vector<std::string> LevelSession::Load(const std::string& newPath) {
     engine::PendingLevel pending = engine::ReadLevel(host.level, newPath);
     const std::string absolute = pending.path;
     const engine::FileStamp opened = pending.stamp;
+    return Install(std::move(pending), absolute, opened);
+}
+
+std::vector<std::string> LevelSession::Install(engine::PendingLevel pending, const std::string& newPath,
+                                               const engine::FileStamp& opened) {
     std::string bytes = pending.bytes;
+    changes.Forget();
     host.LeaveLevel();
     host.level.Close(); // before its meshes go
     host.meshes.SetFolder(pending.folder);
@@ -64,7 +77,7 @@ std::vector<std::string> LevelSession::Load(const std::string& newPath) {
         std::vector<std::string> messages = engine::InstallLevel(host.level, std::move(pending));
         stamp = opened;
         original = messages.empty() ? std::string() : std::move(bytes);
-        Arrive(absolute);
+        Arrive(newPath);
         return messages;
     } catch (...) {
         host.meshes.SetFolder("");
@@ -83,8 +96,7 @@ void LevelSession::Forget() {
 void LevelSession::Arrive(const std::string& newPath) {
     path = newPath;
     host.plugins.SendEvent(EventCode::LevelLoaded, nullptr);
-    objectsChanged = false;
-    savedFilms = Fingerprint();
+    changes.CountAsSaved();
     host.windows.LevelChanged();
     host.windows.ObjectsChanged();
     host.windows.SelectionChanged();
@@ -92,12 +104,34 @@ void LevelSession::Arrive(const std::string& newPath) {
 }
 
 void LevelSession::Close() {
+    changes.Forget();
     host.LeaveLevel();
     host.level.Close();
     path.clear();
     Forget();
-    objectsChanged = false;
-    savedFilms = Fingerprint();
+}
+
+KeptWork LevelSession::TakeWork() {
+    return {path, stamp, !original.empty(), DryWrite(host)};
+}
+
+bool LevelSession::Recover(const KeptWork& work) {
+    try {
+        engine::PendingLevel pending = engine::ParseLevel(host.level, work.path, work.bytes);
+        pending.folder = work.path.empty() ? std::string() : engine::LevelFolder(work.path);
+        Install(std::move(pending), work.path, work.stamp);
+    } catch (const std::exception& failure) {
+        host.windows.ReportError(std::string("The kept work can't be opened.\n") + failure.what());
+        return false;
+    }
+    original.clear();
+    std::string error;
+    if (work.openedInPart) {
+        engine::ReadWholeFile(work.path, original, error); // one that is gone can't be kept either
+    }
+    changes.CountAsUnsaved();
+    host.windows.LevelChanged();
+    return true;
 }
 
 bool LevelSession::Save(const std::string& newPath) {
@@ -132,8 +166,6 @@ bool LevelSession::SaveUnder(const std::string& newPath) {
     try {
         const std::vector<std::string> messages = Write(newPath);
         path = newPath;
-        objectsChanged = false;
-        savedFilms = Fingerprint();
         saved = true;
         if (!messages.empty()) {
             host.windows.ReportError("The level was saved, but:\n" + Joined(messages));
@@ -154,9 +186,15 @@ std::vector<std::string> LevelSession::Write(const std::string& newPath) {
     SetFolder(newFolder, names.HasMovedMeshes());
     try {
         KeepOriginal(newPath);
-        engine::FileStamp written;
+        const OwnCameras cameras(host);
+        engine::SavedLevel written;
         std::vector<std::string> messages = engine::SaveLevel(host.level, newPath, &written);
-        stamp = written;
+        stamp = written.stamp;
+        if (engine::FilmAtRest::IsAllDark(host.level)) {
+            changes.CountAsSaved(written.content);
+        } else {
+            changes.CountAsSaved();
+        }
         original.clear();
         return messages;
     } catch (...) {
@@ -191,24 +229,8 @@ void LevelSession::KeepOriginal(const std::string& newPath) {
     }
 }
 
-bool LevelSession::IsChanged() const {
-    return objectsChanged || Fingerprint() != savedFilms;
-}
-
-void LevelSession::MarkChanged() {
-    if (!objectsChanged) {
-        objectsChanged = true;
-        host.windows.LevelChanged();
-    }
-}
-
 std::string LevelSession::Title() const {
     return path.empty() ? "Untitled" : std::filesystem::path(path).stem().string();
-}
-
-std::uint64_t LevelSession::Fingerprint() const {
-    const engine::LevelData* data = host.level.Data();
-    return FilmFingerprint(data != nullptr ? data->filmManager : nullptr);
 }
 
 } // namespace stage
