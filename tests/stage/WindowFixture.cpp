@@ -12,8 +12,8 @@
 #include <QTest>
 
 WindowFixture::WindowFixture()
-    : window(
-          {folder.path().toStdString(), folder.path().toStdString(), SourceFolder() + "/host/stage/data"}) {
+    : window({folder.path().toStdString(), folder.path().toStdString(), SourceFolder() + "/host/stage/data",
+              folder.filePath("state").toStdString()}) {
     using ::testing::_;
     ON_CALL(plugin, CanDeleteObjects(_, _)).WillByDefault(::testing::Return(true));
     EXPECT_CALL(plugin, OnEvent(_, _)).Times(::testing::AnyNumber());

@@ -8,8 +8,10 @@
 #include "host/stage/windows/ObjectPanel.h"
 #include "host/stage/windows/ObjectTree.h"
 #include "host/stage/windows/PluginPanel.h"
+#include "host/stage/windows/QuietMoments.h"
 #include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
+#include "host/stage/windows/WorkKeeper.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -39,6 +41,7 @@ MainWindow::MainWindow(HostFolders folders)
     MakeHelpMenu();
     MakeToolBar();
     MakeStatusBar();
+    MakeKeeper();
     refreshTimer.setSingleShot(true);
     refreshTimer.setInterval(0);
     connect(&refreshTimer, &QTimer::timeout, this, &MainWindow::FlushRefresh);
@@ -60,6 +63,8 @@ MainWindow::~MainWindow() {
 void MainWindow::ShutdownHost() {
     closing = true;
     refreshTimer.stop();
+    lookTimer.stop();
+    session.Changes().Forget();
     host.Shutdown();
     host.level.SetFilmSink(nullptr);
     toolWindows->Detach();
@@ -142,6 +147,7 @@ void MainWindow::SelectionChanged() {
 void MainWindow::ObjectsChanged() {
     treeStale = panelStale = true;
     refreshTimer.start();
+    quiet->Request();
     RedrawView(-1);
 }
 
@@ -187,8 +193,11 @@ void MainWindow::LevelChanged() {
         return;
     }
     setWindowTitle(tr("%1[*] - Stage").arg(QString::fromStdString(session.Title())));
-    setWindowModified(session.IsChanged());
+    setWindowModified(session.IsMarkedChanged());
     setWindowFilePath(QString::fromStdString(session.Path()));
+    if (!session.IsMarkedChanged()) {
+        keeper->Drop();
+    }
 }
 
 void MainWindow::UpdateActions() {
@@ -222,6 +231,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     toolWindows->SavePlaces();
     // A film that plays is left here; its loop then ends, and the plug-ins are unloaded after it.
     session.Close();
+    keeper->Drop();
     event->accept();
     emit Closed();
 }

@@ -25,8 +25,11 @@ class FilmEffects;
 class ObjectPanel;
 class ObjectTree;
 class PluginPanel;
+class QuietMoments;
 class ToolWindows;
 class ViewArea;
+class WorkKeeper;
+struct FoundWork;
 enum class IconId;
 enum class ToolMode;
 
@@ -43,6 +46,9 @@ public:
     /// Size, bars and docks as the user left them.
     void RestorePlaces();
     bool OpenLevel(const QString& path);
+    /// Lists unsaved work that was kept; with `onlyAfterCrash` not unless a Stage has left some that ended
+    /// without leave. True if the user chose some and it is open now.
+    bool OfferKeptWork(bool onlyAfterCrash);
     bool SaveLevelAs(const QString& path);
     /// Loads plug-in libraries and starts them with a new level. Failures are reported.
     void LoadPlugins(const QStringList& libraries);
@@ -84,6 +90,8 @@ public:
     ObjectPanel* panel = nullptr;
     PluginPanel* pluginPanel = nullptr;
     ToolWindows* toolWindows = nullptr;
+    QuietMoments* quiet = nullptr;
+    WorkKeeper* keeper = nullptr;
 
 signals:
     /// The user closed the window and nothing keeps it open.
@@ -104,6 +112,7 @@ private:
     void MakeToolBar();
     void MakeDocks();
     void MakeStatusBar();
+    void MakeKeeper();
     void FillRecentMenu();
     void FillMeshMenu();
     void FillPluginMenu();
@@ -123,6 +132,10 @@ private:
     /// False if the user would rather not save without the lights that are in no film any more.
     bool MayLeaveOutLights();
     void RememberRecent(const QString& path);
+    /// Puts aside what the user does not want to save. False if that failed and he would rather not lose it.
+    bool MayDiscard();
+    bool Recover(FoundWork& found);
+    void AskAutosaveMinutes();
 
     void CreateObject(const char* className, const QString& name, const QString& meshName);
     void RenameSelected();
@@ -144,6 +157,7 @@ private:
     std::vector<std::pair<CToolBar*, QPointer<QToolBar>>> pluginToolbars;
     CWnd* panelForm = nullptr; ///< deletes itself with its window
     QTimer refreshTimer;
+    QTimer lookTimer; ///< ends a look at a film when the call that began it is over
     bool treeStale = false;
     bool panelStale = false;
     bool transformStale = false;

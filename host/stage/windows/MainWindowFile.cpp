@@ -1,6 +1,7 @@
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/ViewArea.h"
+#include "host/stage/windows/WorkKeeper.h"
 
 #include <QAction>
 #include <QFileDialog>
@@ -47,6 +48,12 @@ void MainWindow::MakeFileMenu() {
         "FileSaveAs");
     menu->addSeparator();
     AddAction(
+        *menu, tr("Recover &work..."), {}, [this] { OfferKeptWork(/*onlyAfterCrash*/ false); },
+        "FileRecover");
+    AddAction(
+        *menu, tr("A&utosave..."), {}, [this] { AskAutosaveMinutes(); }, "FileAutosave");
+    menu->addSeparator();
+    AddAction(
         *menu, tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); }, "FileQuit");
 }
 
@@ -58,12 +65,15 @@ bool MainWindow::MayLoseChanges() {
                     tr("Save the changes to \"%1\"?").arg(QString::fromStdString(session.Title())),
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
     box.setObjectName("LoseChanges");
-    box.setInformativeText(tr("They are lost otherwise."));
+    box.setInformativeText(keeper->folder.IsUsable()
+                               ? tr("Otherwise they can be recovered from the File menu until other unsaved "
+                                    "work takes their place.")
+                               : tr("They are lost otherwise."));
     switch (box.exec()) {
     case QMessageBox::Save:
         return Save();
     case QMessageBox::Discard:
-        return true;
+        return MayDiscard();
     default:
         return false;
     }

@@ -52,6 +52,10 @@ bool StageApp::Start() {
         window.LoadPlugins(commandLine.plugins.isEmpty() ? FindPlugins(QApplication::applicationDirPath())
                                                          : commandLine.plugins);
     }
+    // Pictures are taken by scripts, which answer no boxes.
+    if (commandLine.screenshots.isEmpty() && window.OfferKeptWork(/*onlyAfterCrash*/ true)) {
+        return true;
+    }
     if (!commandLine.level.isEmpty() && !window.OpenLevel(commandLine.level)) {
         return false;
     }

@@ -1,11 +1,13 @@
 #include "framework/FilmsApplication.h"
 #include "host/stage/host/StateFolder.h"
 #include "host/stage/windows/app/CommandLine.h"
+#include "host/stage/windows/app/EndSignals.h"
 #include "host/stage/windows/app/HeadlessStage.h"
 #include "host/stage/windows/app/Inspector.h"
 #include "host/stage/windows/app/StageApp.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/Theme.h"
+#include "host/stage/windows/WorkKeeper.h"
 
 #include <algorithm>
 #include <clocale>
@@ -43,6 +45,11 @@ int RunWindows(QApplication& application, const stage::CommandLine& line) {
     // Not by the last closed window: plug-ins have windows of their own.
     QObject::connect(&window, &stage::MainWindow::Closed, &application, &QApplication::quit,
                      Qt::QueuedConnection);
+    const stage::EndSignals endSignals([&window] {
+        if (window.keeper->Keep() && window.keeper->folder.HasKept()) {
+            std::fputs("stage: the unsaved work is kept; the next start offers it\n", stderr);
+        }
+    });
     stage::StageApp app(window, line);
     std::unique_ptr<stage::Inspector> inspector;
     if (line.inspect) {
