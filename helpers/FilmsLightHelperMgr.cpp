@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Where the sun's helper stands along its direction, in metres from the origin.
+/// Where the sun's helper stands along its direction, in units from the origin.
 constexpr float kSunDistance = 1000.0f;
 /// Type word of helper objects for the host's helper plug-in.
 constexpr int kHelperType = 2;

@@ -6,7 +6,7 @@ namespace {
 
 /// Seconds within which a camera key stands at the frame's time.
 constexpr float kSameTime = 0.0001f;
-/// Metres from eye to target where the camera had none.
+/// Units from eye to target where the camera had none.
 constexpr float kDefaultDistance = 3.0f;
 
 /// The keys of one kind around a time.

@@ -11,7 +11,7 @@ namespace {
 
 /// Seconds within which a key stands at the present time.
 constexpr float kSameTime = 0.00001f;
-/// Metres, degrees or factors below which a component counts as not moved.
+/// Units, degrees or factors below which a component counts as not moved.
 constexpr float kSameValue = 0.00001f;
 /// Where the search for the nearest keys starts.
 constexpr float kBeforeAll = -1.0f;

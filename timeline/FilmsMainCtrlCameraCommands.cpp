@@ -8,9 +8,9 @@
 namespace {
 
 constexpr float kDegreesPerRadian = 57.295776f;
-/// Metres in front of the eye within which a target is looked for.
+/// Units in front of the eye within which a target is looked for.
 constexpr float kFarthestTarget = 1000000.0f;
-/// Metres from eye to target where nothing is in front.
+/// Units from eye to target where nothing is in front.
 constexpr float kFreeTarget = 5000.0f;
 
 /// What a new camera takes from a view.

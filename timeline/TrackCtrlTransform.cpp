@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Metres, degrees or factors below which a component counts as not moved.
+/// Units, degrees or factors below which a component counts as not moved.
 constexpr float kSameValue = 0.00001f;
 
 struct Transform {

@@ -1,6 +1,7 @@
 #include "tools/FilmMaker.h"
 
 #include "host/engine/FilmManager.h"
+#include "tools/InUnits.h"
 
 #include <stdexcept>
 
@@ -78,9 +79,10 @@ void FilmMaker::Add(CFilmTrack* track, IFilmKey* key) {
 
 void FilmMaker::Vector(CFilmTrack* track, int kind, float time, const Vector3& value, Ease ease) {
     auto* key = Make<CFilmVectorKey>(kind, time, time);
-    key->SetValue(value.Data());
-    key->SetInHandle(value.Data());
-    key->SetOutHandle(value.Data());
+    const Vector3 held = kind == KeyKind::Position ? InUnits(value) : value;
+    key->SetValue(held.Data());
+    key->SetInHandle(held.Data());
+    key->SetOutHandle(held.Data());
     key->SetInMethod(ease.in);
     key->SetOutMethod(ease.out);
     Add(track, key);
@@ -94,7 +96,7 @@ void FilmMaker::Point(CFilmTrack* camera, int kind, float time, const Vector3& v
         key->SetLinkElement(element);
     }
     // Tying a key keeps its world point, so the value in the new space comes after it.
-    key->value = key->inHandle = key->outHandle = value;
+    key->value = key->inHandle = key->outHandle = InUnits(value);
     key->SetInMethod(ease.in);
     key->SetOutMethod(ease.out);
     Add(camera, key);

@@ -26,9 +26,9 @@ public:
     CFilmDynLightTrack* DynLight(EditorObject* helper);
     CFilmCameraTrack* Camera(const char* name);
 
-    /// Kinds 10, 11, 12 and 14.
+    /// Kinds 10, 11, 12 and 14; positions in metres.
     void Vector(CFilmTrack* track, int kind, float time, const Vector3& value, Ease ease = kSmooth);
-    /// Kinds 16 and 17; `follows` may be null.
+    /// Kinds 16 and 17, in metres; `follows` may be null.
     void Point(CFilmTrack* camera, int kind, float time, const Vector3& value, Ease ease = kSmooth,
                const char* follows = nullptr, const char* element = "");
     /// Kinds 18 and 19, degrees.

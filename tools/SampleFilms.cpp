@@ -1,4 +1,5 @@
 #include "tools/FilmMaker.h"
+#include "tools/InUnits.h"
 #include "tools/SampleLevel.h"
 
 #include "host/engine/FilmKeys.h"
@@ -10,8 +11,8 @@ constexpr float kIntroSeconds = 24.0f;
 constexpr float kEpilogueSeconds = 9.0f;
 /// The sailor's pace: the Walk clip covers 1.47 m in its second.
 constexpr float kWalkFrequency = 0.95f;
-/// Sun helpers stand this far out in the sun's direction.
-constexpr float kSunDistance = 1000.0f;
+/// Sun helpers stand so many metres out in the sun's direction, 1,000 units as those that the plug-in makes.
+constexpr float kSunDistance = 10.0f;
 
 /// The bodies of the lights; films share the sun's.
 struct Lights {
@@ -20,19 +21,21 @@ struct Lights {
     engine::SceneObject* cabin = nullptr;
 };
 
+/// Place and range in metres.
 engine::SceneObject* MakeLight(engine::Level& level, const char* className, const char* name,
                                const Vector3& place, const Vector3& color, float range) {
     engine::ObjectSpec spec;
     spec.className = className;
     spec.name = name;
-    spec.matrix.SetTranslation(place);
+    spec.matrix.SetTranslation(InUnits(place));
     engine::SceneObject* object = level.CreateObject(spec);
     object->savedAsObject = 0;
     object->light->color = color;
-    object->light->range = range;
+    object->light->range = InUnits(range);
     return object;
 }
 
+/// Metres.
 Vector3 SunPlace(float x, float y, float z) {
     using engine::operator*;
     return engine::Normalized({x, y, z}, {0, 1, 0}) * kSunDistance;

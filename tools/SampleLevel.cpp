@@ -1,12 +1,13 @@
 #include "tools/SampleLevel.h"
 
 #include "host/engine/Math.h"
+#include "tools/InUnits.h"
 
 #include <array>
 
 namespace {
 
-/// A mesh object of the harbour. `yaw` in degrees.
+/// A mesh object of the harbour. `place` in metres, as the models are; `yaw` in degrees.
 struct Prop {
     const char* name;
     const char* mesh;
@@ -73,7 +74,8 @@ engine::SceneObject* Place(engine::Level& level, const Prop& prop) {
     spec.className = "MeshObject";
     spec.name = prop.name;
     spec.meshName = std::string("models/") + prop.mesh + ".glb";
-    spec.matrix = engine::Compose(prop.place, {0, prop.yaw, 0}, {prop.scale, prop.scale, prop.scale});
+    spec.matrix =
+        engine::Compose(InUnits(prop.place), {0, prop.yaw, 0}, {prop.scale, prop.scale, prop.scale});
     spec.parent = prop.parent != nullptr ? level.FindObject(std::string(prop.parent)) : nullptr;
     return level.CreateObject(spec);
 }
@@ -87,9 +89,10 @@ void SetSun(engine::Level& level) {
 
 void SetView(engine::Level& level) {
     level.Views().SetCount(1);
-    const engine::Matrix4 camera = engine::CameraMatrix({14.0f, 6.5f, 18.0f}, {2.0f, 1.2f, -1.0f}, 0.0f);
+    const engine::Matrix4 camera =
+        engine::CameraMatrix(InUnits(Vector3{14.0f, 6.5f, 18.0f}), InUnits(Vector3{2.0f, 1.2f, -1.0f}), 0.0f);
     level.Views().At(0)->SetCamera(camera.m);
-    level.Views().At(0)->SetProjection(0.9f, 0.1f, 1000.0f, 0);
+    level.Views().At(0)->SetProjection(0.9f, ClipPlane::Near, ClipPlane::Far, 0);
 }
 
 } // namespace

@@ -30,10 +30,10 @@ struct ObjectSpec {
 
 /// A view's camera as a level file keeps it.
 struct SavedView {
-    Matrix4 camera;                 ///< in the world, row 2 backwards
-    float fieldOfView = 1.0471976f; ///< radians
-    float nearPlane = 0.1f;
-    float farPlane = 1000.0f;
+    Matrix4 camera;                    ///< in the world, row 2 backwards
+    float fieldOfView = 1.0471976f;    ///< radians
+    float nearPlane = ClipPlane::Near; ///< units
+    float farPlane = ClipPlane::Far;
 };
 
 /// Everything of one level: objects, groups, sun and films. Owned by the Level.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/engine/Units.h"
 #include "plugin/contract/HostObject.h"
 #include "plugin/contract/Level.h"
 #include "plugin/contract/Types.h"
@@ -9,7 +10,7 @@ namespace engine {
 /// What a light object shines with.
 struct LightProperties {
     Vector3 color{1.0f, 1.0f, 1.0f}; ///< r, g, b in 0 to 1
-    float range = 10.0f;             ///< metres to where the light has faded out
+    float range = Metres(10.0f);     ///< units to where the light has faded out
     float intensity = 1.0f;          ///< factor on the colour
     bool on = true;
 

@@ -1,6 +1,7 @@
 #include "host/engine/ViewManager.h"
 
 #include "host/engine/Math.h"
+#include "host/engine/Units.h"
 
 #include <algorithm>
 #include <cstring>
@@ -9,7 +10,8 @@ namespace engine {
 
 View::View() {
     camera = &record;
-    const Matrix4 start = engine::CameraMatrix({8.0f, 6.0f, 8.0f}, {0.0f, 0.0f, 0.0f}, 0.0f);
+    const Matrix4 start =
+        engine::CameraMatrix({Metres(8.0f), Metres(6.0f), Metres(8.0f)}, {0.0f, 0.0f, 0.0f}, 0.0f);
     SetCamera(start.m);
 }
 

@@ -1,5 +1,7 @@
 #include "host/sound/SoundSpace.h"
 
+#include "host/engine/Units.h"
+
 #include <AL/al.h>
 #include <AL/alc.h>
 #include <cmath>
@@ -7,8 +9,8 @@
 
 namespace {
 
-/// Metres at which a placed sound is as loud as its file.
-constexpr float kReferenceDistance = 4.0f;
+/// Units at which a placed sound is as loud as its file.
+constexpr float kReferenceDistance = engine::Metres(4.0f);
 
 std::int16_t To16Bit(float sample) {
     return static_cast<std::int16_t>(std::lround(std::fmin(std::fmax(sample, -1.0f), 1.0f) * 32767.0f));

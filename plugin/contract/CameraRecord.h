@@ -2,6 +2,12 @@
 
 #include <cstdint>
 
+/// The planes of a camera that was given none, in units.
+namespace ClipPlane {
+constexpr float Near = 10.0f;
+constexpr float Far = 100000.0f;
+} // namespace ClipPlane
+
 /// The data of a camera as the engine's views hold it: 243 words, copied flat into a view.
 struct CameraData {
     /// [0] the camera in the world (row 2 points backwards), [1] its inverse, [2] the projection,
@@ -9,8 +15,8 @@ struct CameraData {
     float matrices[8][16] = {};
     float previousMatrix[16] = {};
     std::uint32_t viewport[4] = {};
-    float recordNear = 0.1f;
-    float recordFar = 1000.0f;
+    float recordNear = ClipPlane::Near;
+    float recordFar = ClipPlane::Far;
     float aspect = 1.0f;
     std::uint32_t cameraFlags = 0;
     float vectorPairs[4][2][3] = {}; ///< frustum rays

@@ -85,7 +85,7 @@ public:
 };
 
 /// Kinds 10, 11, 12, 14, 16, 17. The three setters take a pointer to 3 floats. Handles are points in the
-/// space of the value: position in metres, rotation in degrees, scale as factors, colour r, g, b in 0 to 1.
+/// space of the value: position in units, rotation in degrees, scale as factors, colour r, g, b in 0 to 1.
 class CFilmVectorKey : public IFilmKey {
 public:
     Vector3 value;

@@ -118,8 +118,8 @@ public:
     std::int32_t loopMode[kSubTracks] = {};
     float subTrackLength[kSubTracks] = {}; ///< seconds
     float fieldOfView = 60.0f;             ///< degrees
-    float nearPlane = 0.1f;
-    float farPlane = 1000.0f;
+    float nearPlane = ClipPlane::Near;
+    float farPlane = ClipPlane::Far;
     std::string cameraName;
     CameraRecord* cameraData = nullptr; ///< owned by the track
 

@@ -25,7 +25,7 @@ public:
 class IView {
 public:
     virtual ~IView() = default;
-    /// Radians, metres, metres.
+    /// Radians, units, units.
     virtual void SetProjection(float fieldOfView, float nearPlane, float farPlane, int zero) = 0;
     virtual float GetFieldOfView() const = 0; ///< radians, vertical
 

@@ -6,7 +6,7 @@ class EditorObject;
 class CFilmTrack;
 class IFilmKey;
 
-/// Three floats in the order x, y, z. Right-handed space, y up, one unit is one metre.
+/// Three floats in the order x, y, z. Right-handed space, y up, one unit is a centimetre.
 struct Vector3 {
     float x = 0.0f;
     float y = 0.0f;

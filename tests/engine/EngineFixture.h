@@ -21,8 +21,8 @@ inline void ExpectVector(const Vector3& actual, const Vector3& expected, float t
     EXPECT_NEAR(actual.z, expected.z, tolerance);
 }
 
-/// Two bones, "hip" at height 1 and "arm" one metre above it along y, and a clip "Lift" of 2 seconds that
-/// moves "arm" by one metre a second along x. "Turn" of 4 seconds moves "hip" by one metre a second along z.
+/// Two bones, "hip" at height 1 and "arm" one unit above it along y, and a clip "Lift" of 2 seconds that
+/// moves "arm" by one unit a second along x. "Turn" of 4 seconds moves "hip" by one unit a second along z.
 /// One triangle stands across the z axis at z = 0, from (-1, -1) to (1, -1) to (0, 1).
 class TestMesh : public engine::IMesh {
 public:

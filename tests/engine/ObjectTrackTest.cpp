@@ -98,7 +98,7 @@ TEST_F(ObjectTrackTest, AttachedToAnElementFollowsTheElementsPose) {
     cupTrack.SetParent(&robot, false, "hand");
     AddVector(cupTrack, KeyKind::Position, 0.0f, {0.0f, 0.25f, 0.0f});
     film->SetTime(1.5f, -1.0f);
-    // hip at height 1, arm 1 above it and 1.5 along x, hand half a metre above.
+    // hip at height 1, arm 1 above it and 1.5 along x, hand half a unit above.
     ExpectVector(Place(cup), {11.5f, 2.75f, 0.0f});
 }
 

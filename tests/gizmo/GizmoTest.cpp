@@ -10,7 +10,7 @@
 namespace {
 
 /// The camera stands at (0, 0, 10) and looks along -z with an angle of 90 degrees, so the gizmo at the origin
-/// is 10 * 1 * 0.24 = 2.4 metres long. Rays run straight along -z unless told otherwise.
+/// is 10 * 1 * 0.24 = 2.4 units long. Rays run straight along -z unless told otherwise.
 class GizmoTest : public testing::Test {
 protected:
     GizmoTest() {
@@ -91,10 +91,21 @@ TEST_F(GizmoTest, APlaneDragMovesAlongBothItsAxes) {
 }
 
 TEST_F(GizmoTest, SnappingKeepsToWholeSteps) {
-    gizmo.snapping.meters = 0.5f;
+    gizmo.snapping.units = 0.5f;
     ASSERT_TRUE(Begin(GizmoPart::PlaneXY, 1.0f, 1.0f));
     ExpectNear(Moved(2.3f, 1.2f, /*snap*/ true), {1.5f, 0.0f, 0});
     ExpectNear(Moved(2.3f, 1.2f, /*snap*/ false), {1.3f, 0.2f, 0});
+}
+
+TEST_F(GizmoTest, MovesSnapToQuartersOfAMetre) {
+    ASSERT_TRUE(Begin(GizmoPart::AxisX, 1.0f, 0.0f));
+    ExpectNear(Moved(41.0f, 0.0f, /*snap*/ true), {50, 0, 0}); // 40 lies nearer to 50 than to 25
+    ExpectNear(Moved(31.0f, 0.0f, /*snap*/ true), {25, 0, 0});
+}
+
+TEST_F(GizmoTest, NearerThanFiveCentimetresItShrinksNoMore) {
+    gizmo.ShowAt({0, 0, 9});
+    EXPECT_NEAR(gizmo.Size(camera), 5.0f * 0.24f, 1e-4f);
 }
 
 TEST_F(GizmoTest, ATurnIsTheAngleBetweenThePresses) {

@@ -1,11 +1,12 @@
 #include "host/engine/mesh/GltfLoader.h"
 #include "tests/support/GlbFile.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {
 
-/// A triangle (0,0,0) (1,0,0) (0,2,0) on a node that a clip may move.
+/// A triangle (0,0,0) (1,0,0) (0,2,0), in metres, on a node that a clip may move.
 struct TriangleFile {
     std::string nodes = R"([{"name":"root","children":[1]},{"name":"leaf","mesh":0,"translation":[0,0,3]}])";
     std::string animations;
@@ -17,6 +18,9 @@ struct TriangleFile {
     std::vector<std::uint16_t> indices = {0, 1, 2, 0};
     std::vector<float> times = {0, 1, 2};
     std::vector<float> moves = {0, 0, 3, 4, 0, 3, 4, 0, 3};
+    std::string skins;
+    /// One, of the skin: a shift by (1, -2, 0.5).
+    std::vector<float> bind = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 1, -2, 0.5f, 1};
 
     std::vector<unsigned char> Bytes() const {
         std::vector<unsigned char> buffer;
@@ -24,17 +28,20 @@ struct TriangleFile {
         AppendRaw(buffer, indices);
         AppendRaw(buffer, times);
         AppendRaw(buffer, moves);
+        AppendRaw(buffer, bind);
         std::string json =
             R"({"asset":{"version":"2.0"},"nodes":)" + nodes +
             R"(,"meshes":[{"primitives":[{"attributes":{"POSITION":0},"indices":1,"material":0}]}])" +
             R"(,"materials":)" + materials + R"(,"accessors":[)" + positionAccessor + "," + indexAccessor +
             R"(,{"bufferView":2,"componentType":5126,"count":3,"type":"SCALAR"})" +
-            R"(,{"bufferView":3,"componentType":5126,"count":3,"type":"VEC3"}])" +
+            R"(,{"bufferView":3,"componentType":5126,"count":3,"type":"VEC3"})" +
+            R"(,{"bufferView":4,"componentType":5126,"count":1,"type":"MAT4"}])" +
             R"(,"bufferViews":[{"buffer":0,"byteOffset":0,"byteLength":36})" +
             R"(,{"buffer":0,"byteOffset":36,"byteLength":8})" +
             R"(,{"buffer":0,"byteOffset":44,"byteLength":12})" +
-            R"(,{"buffer":0,"byteOffset":56,"byteLength":36}])" + R"(,"buffers":[{"byteLength":92}])" +
-            animations + "}";
+            R"(,{"buffer":0,"byteOffset":56,"byteLength":36})" +
+            R"(,{"buffer":0,"byteOffset":92,"byteLength":64}])" + R"(,"buffers":[{"byteLength":156}])" +
+            skins + animations + "}";
         return MakeGlb(json, buffer);
     }
 };
@@ -57,9 +64,9 @@ TEST(GltfLoaderTest, StillPartsAreBakedIntoModelSpace) {
     ASSERT_EQ(mesh->parts.size(), 1u);
     EXPECT_EQ(mesh->parts[0].node, -1);
     ASSERT_EQ(mesh->vertices.size(), 3u);
-    EXPECT_EQ(mesh->vertices[1].position, glm::vec3(1, 0, 3));
-    EXPECT_EQ(mesh->box.min, glm::vec3(0, 0, 3));
-    EXPECT_EQ(mesh->box.max, glm::vec3(1, 2, 3));
+    EXPECT_EQ(mesh->vertices[1].position, glm::vec3(100, 0, 300));
+    EXPECT_EQ(mesh->box.min, glm::vec3(0, 0, 300));
+    EXPECT_EQ(mesh->box.max, glm::vec3(100, 200, 300));
     EXPECT_FALSE(mesh->IsPosable());
 }
 
@@ -82,11 +89,61 @@ TEST(GltfLoaderTest, MovedPartsStayOnTheirNode) {
     const auto mesh = LoadGltf("a.glb", file.Bytes());
     ASSERT_EQ(mesh->parts.size(), 1u);
     EXPECT_EQ(mesh->parts[0].node, 1);
-    EXPECT_EQ(mesh->vertices[1].position, glm::vec3(1, 0, 0));
-    EXPECT_EQ(mesh->box.max, glm::vec3(1, 2, 3)) << "the box is that of the rest pose";
+    EXPECT_EQ(mesh->vertices[1].position, glm::vec3(100, 0, 0));
+    EXPECT_EQ(mesh->box.max, glm::vec3(100, 200, 300)) << "the box is that of the rest pose";
     ASSERT_EQ(mesh->clips.size(), 1u);
     EXPECT_EQ(mesh->clips[0].duration, 2.0f);
     EXPECT_EQ(mesh->FindClip("Go"), 0);
+}
+
+TEST(GltfLoaderTest, NodesStandInCentimetresHoweverTheyArePlaced) {
+    TriangleFile file;
+    file.nodes = R"([{"name":"root","children":[1],"scale":[2,2,2],"translation":[1,2,3]},)"
+                 R"({"name":"leaf","mesh":0,"matrix":[1,0,0,0,0,1,0,0,0,0,1,0,4,5,6,1]}])";
+    const auto mesh = LoadGltf("a.glb", file.Bytes());
+    EXPECT_EQ(mesh->nodes[0].translation, glm::vec3(100, 200, 300));
+    EXPECT_EQ(mesh->nodes[0].scale, glm::vec3(2)) << "factors stay";
+    EXPECT_EQ(mesh->nodes[1].translation, glm::vec3(400, 500, 600));
+    // Twice (1 + 4, 0 + 5, 0 + 6), and (1, 2, 3) further.
+    EXPECT_EQ(mesh->vertices[1].position, glm::vec3(1100, 1200, 1500));
+}
+
+TEST(GltfLoaderTest, ClipsMoveByCentimetres) {
+    TriangleFile file;
+    file.animations = kMoveLeaf;
+    const auto mesh = LoadGltf("a.glb", file.Bytes());
+    const MeshChannel& channel = mesh->clips[0].channels[0];
+    ASSERT_EQ(channel.values.size(), 3u);
+    EXPECT_EQ(channel.values[1], glm::vec4(400, 0, 300, 0));
+    file.animations.replace(file.animations.find("translation"), 11, "scale");
+    EXPECT_EQ(LoadGltf("a.glb", file.Bytes())->clips[0].channels[0].values[1], glm::vec4(4, 0, 3, 0));
+}
+
+TEST(GltfLoaderTest, TangentsOfMovesAreLengthsToo) {
+    TriangleFile file;
+    file.animations = kMoveLeaf;
+    const std::string linear = R"("output":3})";
+    file.animations.replace(file.animations.find(linear), linear.size(),
+                            R"("output":3,"interpolation":"CUBICSPLINE"})");
+    // One time, so one key: tangent in, value, tangent out.
+    const std::string times = R"({"bufferView":2,"componentType":5126,"count":3,"type":"SCALAR"})";
+    std::vector<unsigned char> bytes = file.Bytes();
+    const auto found = std::search(bytes.begin(), bytes.end(), times.begin(), times.end());
+    ASSERT_NE(found, bytes.end());
+    found[static_cast<std::ptrdiff_t>(times.find("\"count\":3")) + 8] = '1';
+    const auto mesh = LoadGltf("a.glb", bytes);
+    ASSERT_EQ(mesh->clips[0].channels[0].values.size(), 3u);
+    EXPECT_EQ(mesh->clips[0].channels[0].values[0], glm::vec4(0, 0, 300, 0));
+    EXPECT_EQ(mesh->clips[0].channels[0].values[2], glm::vec4(400, 0, 300, 0));
+}
+
+TEST(GltfLoaderTest, SkinsBindInCentimetres) {
+    TriangleFile file;
+    file.skins = R"(,"skins":[{"joints":[0],"inverseBindMatrices":4}])";
+    const auto mesh = LoadGltf("a.glb", file.Bytes());
+    ASSERT_EQ(mesh->skins.size(), 1u);
+    EXPECT_EQ(mesh->skins[0].inverseBind[0][3], glm::vec4(100, -200, 50, 1));
+    EXPECT_EQ(mesh->skins[0].inverseBind[0][0], glm::vec4(1, 0, 0, 0));
 }
 
 TEST(GltfLoaderTest, BaseColourBecomesVertexColour) {

@@ -59,16 +59,16 @@ TEST_F(GltfMeshLibraryTest, AnUnknownClipSamplesTheRestPose) {
 
 TEST_F(GltfMeshLibraryTest, RaysMeetTheRestPoseAndThePosedBody) {
     ASSERT_NE(sailor, nullptr);
-    const Vector3 from{0.0f, 1.2f, 4.0f};
-    const Vector3 to{0.0f, 1.2f, -4.0f};
+    const Vector3 from{0.0f, 120.0f, 400.0f};
+    const Vector3 to{0.0f, 120.0f, -400.0f};
     float fraction = -1.0f;
     ASSERT_TRUE(sailor->RayCast(from, to, nullptr, fraction));
     EXPECT_GT(fraction, 0.4f);
     EXPECT_LT(fraction, 0.5f) << "the chest lies in front of the middle";
-    // The whole body moved 5 to the side: every element by itself, since a pose is in mesh space.
+    // The whole body moved 500 to the side: every element by itself, since a pose is in mesh space.
     std::vector<engine::Matrix4> pose(sailor->Elements().size());
     for (engine::Matrix4& matrix : pose) {
-        matrix.SetTranslation({5.0f, 0.0f, 0.0f});
+        matrix.SetTranslation({500.0f, 0.0f, 0.0f});
     }
     EXPECT_FALSE(sailor->RayCast(from, to, pose.data(), fraction));
 }
@@ -78,8 +78,8 @@ TEST_F(GltfMeshLibraryTest, BoundsAreThoseOfTheRestPose) {
     Vector3 low;
     Vector3 high;
     sailor->Bounds(low, high);
-    EXPECT_NEAR(low.y, 0.0f, 0.05f);
-    EXPECT_NEAR(high.y, 1.89f, 0.05f);
+    EXPECT_NEAR(low.y, 0.0f, 5.0f);
+    EXPECT_NEAR(high.y, 189.0f, 5.0f);
 }
 
 TEST_F(GltfMeshLibraryTest, MissingMeshesAreNullEveryTime) {

@@ -4,7 +4,7 @@ using ::testing::IsEmpty;
 
 namespace {
 
-/// A camera whose eye and target are 5 metres apart, and a view at (10, 20, 30) that looks along -z.
+/// A camera whose eye and target are 5 units apart, and a view at (10, 20, 30) that looks along -z.
 class CameraFrameTest : public PluginTest {
 protected:
     CameraFrameTest() : film(OpenNewFilm()), camera(AddCamera(film, "Cam")) {
@@ -31,7 +31,7 @@ TEST_F(CameraFrameTest, NewFrameMakesEyeAndTargetKeysFromTheView) {
     ASSERT_EQ(camera->keys.size(), 4u);
     EXPECT_EQ(Last(KeyKind::CameraPosition).time, 2.0f);
     EXPECT_EQ(Last(KeyKind::CameraPosition).value, (Vector3{10, 20, 30}));
-    EXPECT_EQ(Last(KeyKind::CameraTarget).value, (Vector3{10, 20, 25})); // 5 metres against the third row
+    EXPECT_EQ(Last(KeyKind::CameraTarget).value, (Vector3{10, 20, 25})); // 5 units against the third row
     EXPECT_EQ(Last(KeyKind::CameraPosition).inMethod, 0);
     EXPECT_EQ(Last(KeyKind::CameraPosition).outMethod, 0);
     EXPECT_EQ(editor.Count("RedrawViews"), 1);
@@ -70,7 +70,7 @@ TEST_F(CameraFrameTest, NewKeysTakeTheLinkOfTheNearestKeyBefore) {
     EXPECT_EQ(Last(KeyKind::CameraTarget).linkElement, "");
 }
 
-TEST_F(CameraFrameTest, EyeOnItsTargetLooksThreeMetresAhead) {
+TEST_F(CameraFrameTest, EyeOnItsTargetLooksThreeUnitsAhead) {
     const Vector3 same{};
     targetKey->SetValue(same.Data());
     plugin.CreateCameraFrame(camera, 2.0f, 0);

@@ -39,6 +39,21 @@ TEST(CameraMathTest, ProjectionIsTheWayBack) {
     EXPECT_FALSE(ProjectToPixel(camera, 200, 100, {0, 0, 11}, pixel));
 }
 
+TEST(CameraMathTest, MissingPlanesAreTenCentimetresAndAKilometre) {
+    const float matrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+    const RenderCamera camera = MakeCamera(matrix, 1.0f, 1.0f, kNan, kNan);
+    glm::vec3 pixel;
+    ASSERT_TRUE(ProjectToPixel(camera, 100, 100, {0, 0, -10}, pixel));
+    EXPECT_NEAR(pixel.z, -1.0f, 1e-4f);
+    ASSERT_TRUE(ProjectToPixel(camera, 100, 100, {0, 0, -100000}, pixel));
+    EXPECT_NEAR(pixel.z, 1.0f, 1e-4f);
+    // No nearer than a millimetre: below, depth has no digits left.
+    ASSERT_TRUE(
+        ProjectToPixel(MakeCamera(matrix, 1.0f, 1.0f, 0.0f, 1000.0f), 100, 100, {0, 0, -0.1f}, pixel));
+    EXPECT_NEAR(pixel.z, -1.0f, 1e-4f);
+}
+
 TEST(CameraMathTest, NumbersOutOfRangeGiveAUsableCamera) {
     const float matrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
     constexpr float kNan = std::numeric_limits<float>::quiet_NaN();

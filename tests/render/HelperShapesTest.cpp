@@ -2,6 +2,8 @@
 #include "host/stage/render/GroundGrid.h"
 #include "host/stage/render/ShapeMeshes.h"
 
+#include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace {
@@ -24,6 +26,10 @@ TEST(HelperShapesTest, ALightShowsItsRangeOnlyWhenAsked) {
     HelperShapes::AddPointLight(plain, light, false);
     HelperShapes::AddPointLight(ranged, light, true);
     EXPECT_EQ(plain.size(), 26u) << "one ray to each neighbour of a cube's middle";
+    for (const RenderLine& line : plain) {
+        EXPECT_NEAR(glm::length(line.from), 14.0f, 1e-4f); // centimetres
+        EXPECT_NEAR(glm::length(line.to), 35.0f, 1e-4f);
+    }
     EXPECT_GT(ranged.size(), plain.size());
     EXPECT_NEAR(glm::length(ranged.back().to), 7.0f, 1e-4f);
     EXPECT_EQ(plain[0].color.r, 1.0f) << "the brightest part of the light's colour is full";
@@ -36,6 +42,17 @@ TEST(HelperShapesTest, ACamerasPyramidOpensAlongItsView) {
     EXPECT_NEAR(lines[0].to.x, -6.0f, 1e-5f);
     EXPECT_NEAR(lines[0].to.y, -3.0f, 1e-5f);
     EXPECT_NEAR(lines[0].to.z, -3.0f, 1e-5f);
+    MeshBox body; // what lies behind the eye
+    for (const RenderLine& line : lines) {
+        for (const glm::vec3& point : {line.from, line.to}) {
+            if (point.z > 0.0f) {
+                body.Add(point);
+            }
+        }
+    }
+    EXPECT_FLOAT_EQ(body.max.z, 50.0f) << "half a metre long";
+    EXPECT_FLOAT_EQ(body.max.x, 12.0f);
+    EXPECT_FLOAT_EQ(body.max.y, 14.0f);
 }
 
 TEST(HelperShapesTest, ABoxHasTwelveEdges) {
@@ -54,20 +71,32 @@ TEST(HelperShapesTest, ABoxHasTwelveEdges) {
 
 TEST(HelperShapesTest, TheSunsArrowPointsAwayFromIt) {
     std::vector<RenderLine> lines;
-    HelperShapes::AddSun(lines, {0, 10, 0}, {0, 3, 0}, glm::vec4(1));
-    float lowest = 10.0f;
+    HelperShapes::AddSun(lines, {0, 1000, 0}, {0, 3, 0}, glm::vec4(1));
+    float lowest = 1000.0f;
+    float widest = 0.0f;
     for (const RenderLine& line : lines) {
         lowest = std::min(lowest, std::min(line.from.y, line.to.y));
+        widest = std::max(widest, std::abs(line.to.x));
     }
-    EXPECT_FLOAT_EQ(lowest, 8.0f);
+    EXPECT_FLOAT_EQ(lowest, 800.0f) << "two metres long";
+    EXPECT_FLOAT_EQ(widest, 75.0f) << "its rays";
 }
 
-TEST(GroundGridTest, TheGridFollowsTheEyeInWholeTens) {
-    const std::vector<RenderLine> here = GroundGrid({3, 2, 3});
-    const std::vector<RenderLine> there = GroundGrid({9.9f, 2, 0});
+TEST(GroundGridTest, LinesStandAMetreApartACentimetreUp) {
+    const std::vector<RenderLine> lines = GroundGrid({0, 200, 0}); // along x and along z in turn
+    EXPECT_FLOAT_EQ(lines[2].from.z - lines[0].from.z, 100.0f);
+    EXPECT_FLOAT_EQ(lines[3].from.x - lines[1].from.x, 100.0f);
+    EXPECT_FLOAT_EQ(lines[0].from.x, -6000.0f) << "sixty metres around";
+    EXPECT_FLOAT_EQ(lines[0].to.x, 6000.0f);
+    EXPECT_FLOAT_EQ(lines[0].from.y, 1.0f);
+}
+
+TEST(GroundGridTest, TheGridFollowsTheEyeInTensOfMetres) {
+    const std::vector<RenderLine> here = GroundGrid({300, 200, 300});
+    const std::vector<RenderLine> there = GroundGrid({990, 200, 0});
     ASSERT_EQ(here.size(), there.size());
     EXPECT_EQ(here[0].from, there[0].from) << "so that it does not swim";
-    EXPECT_EQ(GroundGrid({10.1f, 2, 3})[0].from.x, here[0].from.x + 10.0f);
+    EXPECT_EQ(GroundGrid({1010, 200, 300})[0].from.x, here[0].from.x + 1000.0f);
 }
 
 TEST(GroundGridTest, TheAxesAreColoured) {

@@ -70,7 +70,10 @@ TEST_F(LevelSceneTest, SelectionIsOutlinedInTheEditorOnly) {
 TEST_F(LevelSceneTest, ObjectsWithoutAMeshHaveABodyInTheEditorOnly) {
     Add("MeshObject", "", {});
     Add("MeshObject", "models/none.glb", {});
-    EXPECT_EQ(Update(true).items.size(), 2u);
+    const RenderScene& scene = Update(true);
+    ASSERT_EQ(scene.items.size(), 2u);
+    EXPECT_FLOAT_EQ(scene.items[0].mesh->box.Extent().x, 25.0f) << "without a name for a mesh";
+    EXPECT_FLOAT_EQ(scene.items[1].mesh->box.Extent().x, 60.0f) << "with one that is missing";
     EXPECT_TRUE(Update(false).items.empty());
 }
 
@@ -91,6 +94,7 @@ TEST_F(LevelSceneTest, LightsShineAndHaveABodyInTheEditor) {
     EXPECT_FLOAT_EQ(scene.lights[0].color.g, scene.lights[0].color.r * 0.5f);
     ASSERT_EQ(scene.items.size(), 1u);
     EXPECT_EQ(scene.items[0].objectId, lamp->id);
+    EXPECT_FLOAT_EQ(scene.items[0].mesh->box.max.x, 12.0f) << "centimetres";
     EXPECT_FALSE(scene.lines.empty());
     EXPECT_TRUE(Update(false).items.empty());
     EXPECT_EQ(levelScene.scene.lights.size(), 1u);
@@ -113,7 +117,8 @@ TEST_F(LevelSceneTest, TheSunsHelperIsNoPointLightButHasABody) {
     const RenderScene& scene = Update(true);
     EXPECT_TRUE(scene.lights.empty());
     ASSERT_EQ(scene.items.size(), 1u);
-    EXPECT_GT(scene.items[0].world[0][0], 50.0f) << "large enough to be seen from the ground";
+    const float reach = scene.items[0].mesh->box.max.x * scene.items[0].world[0][0];
+    EXPECT_NEAR(reach, 26.4f, 0.01f) << "2.2 times as large as another light's, at 1,000 units";
 }
 
 TEST_F(LevelSceneTest, ScalingALightScalesItsReach) {
@@ -150,6 +155,13 @@ TEST_F(LevelSceneTest, TheEnginesPoseIsShown) {
     EXPECT_NEAR(Update(false).items[0].pose->skinned[0].position.y, rest + 2.0f, 1e-4f);
     sailor->SetPosed(false);
     EXPECT_NEAR(Update(false).items[0].pose->skinned[0].position.y, rest, 1e-4f);
+}
+
+TEST_F(LevelSceneTest, HousesCastShadows) {
+    Add("MeshObject", "models/house_white.glb", {});
+    const RenderItem& house = Update(false).items[0];
+    EXPECT_NEAR(house.mesh->box.Extent().y, 906.6f, 0.1f) << "centimetres";
+    EXPECT_TRUE(house.castsShadow);
 }
 
 TEST_F(LevelSceneTest, SceneryCastsNoShadow) {
@@ -197,21 +209,21 @@ protected:
 };
 
 TEST_F(CameraPointsTest, EyeIsACameraThatLooksAtItsTarget) {
-    const engine::SceneObject* eye = AddPoint("CameraPositionEditorObject", "Eye", {1, 2, 3});
-    const engine::SceneObject* target = AddPoint("CameraTargetEditorObject", "Target", {6, 2, 3});
+    const engine::SceneObject* eye = AddPoint("CameraPositionEditorObject", "Eye", {100, 200, 300});
+    const engine::SceneObject* target = AddPoint("CameraTargetEditorObject", "Target", {600, 200, 300});
     const RenderScene& scene = Look();
     ASSERT_EQ(scene.items.size(), 2u);
     // The body lies behind the eye, away from the target.
     const glm::vec3 body(ItemOf(eye)->world[3]);
-    EXPECT_LT(body.x, 1.0f);
-    EXPECT_FLOAT_EQ(body.y, 2.0f);
-    EXPECT_FLOAT_EQ(body.z, 3.0f);
-    EXPECT_EQ(glm::vec3(ItemOf(target)->world[3]), glm::vec3(6, 2, 3));
+    EXPECT_FLOAT_EQ(body.x, 75.0f); // its middle, half of 50 behind the eye
+    EXPECT_FLOAT_EQ(body.y, 200.0f);
+    EXPECT_FLOAT_EQ(body.z, 300.0f);
+    EXPECT_EQ(glm::vec3(ItemOf(target)->world[3]), glm::vec3(600, 200, 300));
     float farthest = 0.0f;
     for (const RenderLine& line : scene.lines) {
         farthest = std::max({farthest, line.from.x, line.to.x});
     }
-    EXPECT_GT(farthest, 6.0f) << "the target's cross reaches beyond it";
+    EXPECT_FLOAT_EQ(farthest, 638.0f) << "the target's cross reaches beyond it";
     EXPECT_FALSE(ItemOf(eye)->castsShadow);
 }
 
@@ -241,9 +253,11 @@ TEST_F(CameraPointsTest, SelectedPointsAreOutlined) {
 
 TEST_F(CameraPointsTest, BodiesGrowWithTheDistanceWithinBounds) {
     const engine::SceneObject* handle = AddPoint("CameraControlPointEditorObject", "PosInControlPoint", {});
-    Look(glm::vec3(0, 0, 10));
+    Look();
+    EXPECT_FLOAT_EQ(ItemOf(handle)->mesh->box.max.x, 16.0f) << "centimetres, seen from ten metres";
+    Look(glm::vec3(0, 0, 1000));
     EXPECT_FLOAT_EQ(Length(*ItemOf(handle)), 1.0f);
-    Look(glm::vec3(0, 0, 30));
+    Look(glm::vec3(0, 0, 3000));
     EXPECT_FLOAT_EQ(Length(*ItemOf(handle)), 3.0f);
     Look(glm::vec3(0, 0, 0));
     EXPECT_FLOAT_EQ(Length(*ItemOf(handle)), 0.4f);

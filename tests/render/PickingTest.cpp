@@ -46,7 +46,7 @@ TEST_F(PickingTest, TheNearestOfTwoIsFound) {
     EXPECT_EQ(PickItem(scene, {{0, 0, 11}, {0, 0, -1}})->objectId, 3);
 }
 
-TEST_F(PickingTest, DistancesAreInMetresWhateverTheScale) {
+TEST_F(PickingTest, DistancesAreInUnitsWhateverTheScale) {
     scene.items[1].world = glm::scale(glm::mat4(1.0f), glm::vec3(3.0f));
     const auto hit = PickItem(scene, {{0, 0, 11}, {0, 0, -1}});
     ASSERT_TRUE(hit);
@@ -77,7 +77,7 @@ TEST_F(PickingTest, APosedItemIsPickedWhereItIsShown) {
 }
 
 TEST_F(PickingTest, ARectangleTakesWhatItTouches) {
-    // Front faces are 10 away, 5 pixels a metre, and back faces 12 away: the boxes span 25 to 37.5, 45 to 55
+    // Front faces are 10 away, 5 pixels a unit, and back faces 12 away: the boxes span 25 to 37.5, 45 to 55
     // and 62.5 to 75.
     EXPECT_EQ(Rectangle(0, 0, 100, 100), (std::vector<int>{1, 2, 3}));
     EXPECT_EQ(Rectangle(47, 48, 52, 52), (std::vector<int>{2}));

@@ -1,5 +1,6 @@
 #include "host/stage/render/Renderer.h"
 
+#include "host/engine/Units.h"
 #include "tests/support/TestMeshes.h"
 
 #include <glm/gtc/matrix_transform.hpp>
@@ -11,6 +12,7 @@ namespace {
 
 constexpr int kWidth = 160;
 constexpr int kHeight = 90;
+constexpr float kMetre = engine::kUnitsPerMetre;
 
 int Red(std::uint32_t pixel) {
     return static_cast<int>(pixel >> 16 & 255);
@@ -25,7 +27,7 @@ int Brightness(std::uint32_t pixel) {
     return Red(pixel) + Green(pixel) + Blue(pixel);
 }
 
-/// One renderer for all tests: making it takes longer than any picture.
+/// One renderer for all tests: making it takes longer than any picture. Lengths in the tests are metres.
 class RendererTest : public testing::Test {
 protected:
     static void SetUpTestSuite() {
@@ -41,14 +43,25 @@ protected:
     RendererTest() {
         scene.sky.clouds = 0.0f;
         scene.sky.fog = 0.0f;
-        camera.view = glm::lookAt(glm::vec3(0, 1, 6), glm::vec3(0, 1, 0), glm::vec3(0, 1, 0));
-        camera.projection = glm::perspective(0.9f, 16.0f / 9.0f, 0.1f, 100.0f);
+        camera.view = LookAt({0, 1, 6}, {0, 1, 0});
+        camera.projection = glm::perspective(0.9f, 16.0f / 9.0f, 0.1f * kMetre, 100.0f * kMetre);
+    }
+
+    static glm::mat4 LookAt(const glm::vec3& eye, const glm::vec3& target) {
+        return glm::lookAt(eye * kMetre, target * kMetre, glm::vec3(0, 1, 0));
+    }
+    static glm::mat4 Moved(const glm::vec3& way) { return glm::translate(glm::mat4(1.0f), way * kMetre); }
+    static RenderLine YellowLine(const glm::vec3& from, const glm::vec3& to) {
+        return {from * kMetre, to * kMetre, {1, 1, 0, 1}, 3.0f};
+    }
+    void AddLight(const glm::vec3& place, const glm::vec3& color, float range) {
+        scene.lights.push_back({place * kMetre, color, range * kMetre});
     }
 
     RenderItem& AddBox(const glm::vec3& low, const glm::vec3& high, std::uint8_t r, std::uint8_t g,
                        std::uint8_t b) {
         RenderItem item;
-        item.mesh = MakeBoxMesh(low, high, r, g, b);
+        item.mesh = MakeBoxMesh(low * kMetre, high * kMetre, r, g, b);
         scene.items.push_back(item);
         return scene.items.back();
     }
@@ -83,7 +96,7 @@ TEST_F(RendererTest, ARedBoxInFrontIsRedInTheMiddle) {
 
 TEST_F(RendererTest, TheSkyIsBlueAboveAndBrighterAtTheHorizon) {
     scene.sun.direction = {0, 1, -0.2f};
-    camera.view = glm::lookAt(glm::vec3(0, 1, 0), glm::vec3(0, 1.4f, 1), glm::vec3(0, 1, 0));
+    camera.view = LookAt({0, 1, 0}, {0, 1.4f, 1});
     const RenderImage image = Draw();
     EXPECT_GT(Blue(At(image, 80, 1)), Red(At(image, 80, 1)));
     EXPECT_GT(Brightness(At(image, 80, 85)), Brightness(At(image, 80, 1)));
@@ -108,7 +121,7 @@ TEST_F(RendererTest, TheNearerOfTwoBoxesHidesTheOther) {
 TEST_F(RendererTest, TheWorldMatrixMovesAnItem) {
     const RenderImage empty = Draw();
     RenderItem& item = AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20);
-    item.world = glm::translate(glm::mat4(1.0f), glm::vec3(100, 0, 0));
+    item.world = Moved({100, 0, 0});
     EXPECT_EQ(Draw().pixels, empty.pixels);
 }
 
@@ -142,7 +155,7 @@ TEST_F(RendererTest, ACameraThatIsNotFiniteGivesAPlainPicture) {
 TEST_F(RendererTest, TheSameSceneGivesTheSameBytes) {
     scene.sky.clouds = 0.5f;
     scene.grid = true;
-    scene.lights.push_back({{1, 1, 2}, {3, 2, 1}, 5});
+    AddLight({1, 1, 2}, {3, 2, 1}, 5);
     AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20).outline = true;
     AddBox({-5, -0.2f, -5}, {5, 0, 5}, 120, 120, 120);
     for (const int supersample : {1, 2}) {
@@ -152,7 +165,7 @@ TEST_F(RendererTest, TheSameSceneGivesTheSameBytes) {
 
 TEST_F(RendererTest, TimeMovesTheClouds) {
     scene.sky.clouds = 0.6f;
-    camera.view = glm::lookAt(glm::vec3(0, 1, 0), glm::vec3(0, 2, 1), glm::vec3(0, 1, 0));
+    camera.view = LookAt({0, 1, 0}, {0, 2, 1});
     const RenderImage before = Draw();
     scene.seconds = 20.0f;
     EXPECT_NE(Draw().pixels, before.pixels);
@@ -179,7 +192,7 @@ TEST_F(RendererTest, ALightBrightensWhatItReachesAndNothingElse) {
     AddBox({-4, 0, -1}, {-2, 2, 1}, 150, 150, 150);
     AddBox({2, 0, -1}, {4, 2, 1}, 150, 150, 150);
     const RenderImage dark = Draw();
-    scene.lights.push_back({{-3, 1, 2.5f}, {4, 4, 4}, 3.0f});
+    AddLight({-3, 1, 2.5f}, {4, 4, 4}, 3.0f);
     const RenderImage lit = Draw();
     EXPECT_GT(Brightness(At(lit, 28, 45)), Brightness(At(dark, 28, 45)) + 60);
     EXPECT_EQ(At(lit, 132, 45), At(dark, 132, 45));
@@ -188,23 +201,23 @@ TEST_F(RendererTest, ALightBrightensWhatItReachesAndNothingElse) {
 TEST_F(RendererTest, ALightWithoutColourChangesNothing) {
     AddBox({-1, 0, -1}, {1, 2, 1}, 150, 150, 150);
     const RenderImage plain = Draw();
-    scene.lights.push_back({{0, 1, 2}, {0, 0, 0}, 5.0f});
+    AddLight({0, 1, 2}, {0, 0, 0}, 5.0f);
     EXPECT_EQ(Draw().pixels, plain.pixels);
 }
 
 TEST_F(RendererTest, MoreLightsThanTheRendererKnowsAreLeftOut) {
     AddBox({-1, 0, -1}, {1, 2, 1}, 150, 150, 150);
     for (std::size_t i = 0; i < RenderScene::kMaxLights; ++i) {
-        scene.lights.push_back({{0, 1, 3}, {0.2f, 0.2f, 0.2f}, 6.0f});
+        AddLight({0, 1, 3}, {0.2f, 0.2f, 0.2f}, 6.0f);
     }
     const RenderImage eight = Draw();
-    scene.lights.push_back({{0, 1, 3}, {9, 9, 9}, 6.0f});
+    AddLight({0, 1, 3}, {9, 9, 9}, 6.0f);
     EXPECT_EQ(Draw().pixels, eight.pixels);
 }
 
 TEST_F(RendererTest, TheSunCastsShadows) {
     scene.sun.direction = {0, 1, 0};
-    camera.view = glm::lookAt(glm::vec3(0, 5, 6), glm::vec3(0, 0, 0), glm::vec3(0, 1, 0));
+    camera.view = LookAt({0, 5, 6}, {0, 0, 0});
     AddBox({-6, -0.2f, -6}, {6, 0, 6}, 150, 150, 150);
     AddBox({-0.5f, 3.5f, -0.5f}, {0.5f, 3.8f, 0.5f}, 150, 150, 150);
     const RenderImage shadowed = Draw();
@@ -214,8 +227,61 @@ TEST_F(RendererTest, TheSunCastsShadows) {
     EXPECT_EQ(At(shadowed, 10, 80), At(open, 10, 80));
 }
 
+TEST_F(RendererTest, LightsFadeOverMetres) {
+    scene.sun.color = glm::vec3(0.0f);
+    scene.sky = {glm::vec3(0), glm::vec3(0), glm::vec3(0), 0.0f, 0.0f}; // nothing else shines
+    AddBox({-20, -1, -20}, {20, 0, 20}, 255, 255, 255);
+    camera.view = LookAt({0, 4, 0.01f}, {0, 0, 0});
+    AddLight({0, 1, 0}, {0.1f, 0.1f, 0.1f}, 1000.0f);
+    const RenderImage image = Draw();
+    // Below the light, 1 m away: 0.1 / (0.35 + 0.08), shown as 151. At the picture's edge, 1.91 m aside, 4.65
+    // square metres and a slope of 0.46 leave 0.1 * 0.57 / (0.35 + 0.37), shown as 76.
+    EXPECT_NEAR(Green(Middle(image)), 151, 2);
+    EXPECT_NEAR(Green(At(image, 80, 0)), 76, 2);
+}
+
+TEST_F(RendererTest, FogBeginsSixMetresAwayAndThickensOverTensOfMetres) {
+    AddBox({-1, 0, -1}, {1, 2, 1}, 20, 20, 20); // its front 5 m away
+    const std::uint32_t clear = Middle(Draw());
+    scene.sky.fog = 0.006f;
+    EXPECT_EQ(Middle(Draw()), clear);
+    scene.items.clear();
+    AddBox({-50, -50, -60}, {50, 50, -59}, 20, 20, 20); // 65 m away
+    // 59 m of fog: f is 0.354, and 1 / (1 + f + f * f / 2) of the box is left, 0.706. The rest is the
+    // horizon.
+    EXPECT_NEAR(Brightness(Middle(Draw())), 410, 10);
+    scene.sky.fog = 0.0f;
+    EXPECT_NEAR(Brightness(Middle(Draw())), 203, 10);
+}
+
+TEST_F(RendererTest, WaterRipplesOverMetres) {
+    // Seen from 4 m above, a pixel is 4 cm and the shortest wave 88 cm: neighbours hardly differ.
+    RenderItem& water = AddBox({-20, -1, -20}, {20, 0, 20}, 60, 60, 60);
+    auto mesh = std::const_pointer_cast<Mesh>(water.mesh);
+    mesh->parts[0].glossy = true;
+    for (MeshVertex& vertex : mesh->vertices) {
+        vertex.surface[0] = 255; // dull, so that the slope alone tells
+        vertex.surface[3] = 255;
+    }
+    scene.sky = {glm::vec3(0), glm::vec3(0), glm::vec3(0), 0.0f, 0.0f};
+    scene.sun.direction = {1, 0.2f, 0}; // low: slopes away from it are dark
+    camera.view = LookAt({0, 4, 0.01f}, {0, 0, 0});
+    const RenderImage image = Draw();
+    int step = 0;
+    int least = 255;
+    int most = 0;
+    for (int x = 1; x < kWidth; ++x) {
+        const int here = Green(At(image, x, 45));
+        step = std::max(step, std::abs(here - Green(At(image, x - 1, 45))));
+        least = std::min(least, here);
+        most = std::max(most, here);
+    }
+    EXPECT_GT(most, least + 20) << "it does ripple";
+    EXPECT_LT(step, (most - least) / 3);
+}
+
 TEST_F(RendererTest, LinesAreHiddenByWhatStandsInFront) {
-    scene.lines.push_back({{-3, 1, -2}, {3, 1, -2}, {1, 1, 0, 1}, 3.0f});
+    scene.lines.push_back(YellowLine({-3, 1, -2}, {3, 1, -2}));
     const RenderImage open = Draw();
     EXPECT_GT(Red(Middle(open)), 200);
     EXPECT_LT(Blue(Middle(open)), 60);
@@ -225,22 +291,22 @@ TEST_F(RendererTest, LinesAreHiddenByWhatStandsInFront) {
 
 TEST_F(RendererTest, TheOverlayIsNeverHidden) {
     AddBox({-1, 0, -1}, {1, 2, 1}, 20, 20, 220);
-    scene.overlay.push_back({{-3, 1, -2}, {3, 1, -2}, {1, 1, 0, 1}, 3.0f});
+    scene.overlay.push_back(YellowLine({-3, 1, -2}, {3, 1, -2}));
     EXPECT_GT(Red(Middle(Draw())), 200);
 }
 
 TEST_F(RendererTest, LinesBehindTheCameraAreCutOff) {
     const RenderImage empty = Draw();
-    scene.lines.push_back({{-3, 1, 9}, {3, 1, 9}, {1, 1, 0, 1}, 3.0f});
+    scene.lines.push_back(YellowLine({-3, 1, 9}, {3, 1, 9}));
     EXPECT_EQ(Draw().pixels, empty.pixels);
     // One end in front: the part before the camera is drawn, to the middle of the picture.
-    scene.lines = {{{0, -1, 9}, {0, 1, -60}, {1, 1, 0, 1}, 3.0f}};
+    scene.lines = {YellowLine({0, -1, 9}, {0, 1, -60})};
     EXPECT_GT(Red(At(Draw(), 80, 60)), 150);
 }
 
 TEST_F(RendererTest, LinesThatAreNotFiniteAreLeftOut) {
     const RenderImage empty = Draw();
-    scene.lines.push_back({{std::numeric_limits<float>::quiet_NaN(), 1, 0}, {3, 1, 0}, {1, 1, 0, 1}, 3.0f});
+    scene.lines.push_back(YellowLine({std::numeric_limits<float>::quiet_NaN(), 1, 0}, {3, 1, 0}));
     EXPECT_EQ(Draw().pixels, empty.pixels);
 }
 
@@ -261,7 +327,7 @@ TEST_F(RendererTest, ManyViewsShareAFrame) {
     RenderImage away;
     ASSERT_TRUE(renderer->DrawView(camera, 64, 64, front));
     RenderCamera back = camera;
-    back.view = glm::lookAt(glm::vec3(0, 1, 6), glm::vec3(0, 1, 12), glm::vec3(0, 1, 0));
+    back.view = LookAt({0, 1, 6}, {0, 1, 12});
     ASSERT_TRUE(renderer->DrawView(back, 32, 16, away));
     EXPECT_EQ(away.width, 32);
     EXPECT_EQ(away.height, 16);
@@ -290,7 +356,7 @@ TEST_F(RendererTest, ASkinnedItemShowsItsPose) {
     }
     mesh->parts[0].skin = 0;
     MeshPose pose;
-    pose.nodes = {glm::translate(glm::mat4(1.0f), glm::vec3(0, -50, 0))};
+    pose.nodes = {Moved({0, -50, 0})};
     pose.SkinVertices(*mesh);
     const RenderImage rest = Draw();
     item.pose = &pose;

@@ -206,13 +206,33 @@ TEST_F(SoundMixerTest, PlacedSoundsComeFromTheirSideAndFade) {
     const float listener[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
     mixer.Space()->SetListener(listener);
     const std::string path = Constant("a.wav", 0.5f, 0.5f, 1.0f);
-    const int sound = mixer.Space()->Play({.path = path, .position = std::array<float, 3>{3, 0, 0}});
+    const int sound = mixer.Space()->Play({.path = path, .position = std::array<float, 3>{300, 0, 0}});
     mixer.Render(9600, mix);
     EXPECT_GT(Loudness(mix, 1, 2400, 9600), 2.0f * Loudness(mix, 0, 2400, 9600));
     const float near = Loudness(mix, 1, 2400, 9600);
-    mixer.Space()->Move(sound, {60, 0, 0});
+    mixer.Space()->Move(sound, {6000, 0, 0});
     mixer.Render(9600, mix);
     EXPECT_LT(Loudness(mix, 1, 14400, 19200), near * 0.25f);
+}
+
+TEST_F(SoundMixerTest, SoundsFadeFromFourMetresOn) {
+    const float listener[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    mixer.Space()->SetListener(listener);
+    const std::string path = Constant("a.wav", 0.5f, 0.5f, 2.0f);
+    const int sound = mixer.Space()->Play({.path = path, .position = std::array<float, 3>{200, 0, 0}});
+    std::size_t heard = 0;
+    const auto loudnessAt = [&](float distance) {
+        mixer.Space()->Move(sound, {distance, 0, 0});
+        mixer.Render(9600, mix);
+        heard += 9600;
+        return Loudness(mix, 1, heard - 4800, heard); // the first half glides from the last place
+    };
+    const float full = loudnessAt(400.0f);
+    EXPECT_GT(full, 0.1f);
+    EXPECT_NEAR(loudnessAt(200.0f) / full, 1.0f, 0.01f) << "no louder from nearby";
+    EXPECT_NEAR(loudnessAt(800.0f) / full, 0.5f, 0.01f);   // 4 m over 8 m
+    EXPECT_NEAR(loudnessAt(1600.0f) / full, 0.25f, 0.01f); // 4 m over 16 m
+    EXPECT_NEAR(loudnessAt(4000.0f) / full, 0.1f, 0.01f);
 }
 
 TEST_F(SoundMixerTest, AListenerThatIsNotFiniteIsIgnored) {

@@ -17,6 +17,7 @@
 #include <QDoubleSpinBox>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
@@ -96,6 +97,31 @@ TEST_F(MainWindowTest, ThePanelShowsAndSetsTheTransform) {
     fields.Field(stage::TransformFields::kPosition, 1)->setValue(7.0);
     EXPECT_FLOAT_EQ(crate->GetPosition(0)[1], 7.0f);
     EXPECT_FLOAT_EQ(crate->GetPosition(0)[2], 3.0f);
+}
+
+TEST_F(MainWindowTest, ThePanelSaysCentimetres) {
+    QStringList labels;
+    for (const QLabel* label : window.panel->transform->findChildren<QLabel*>()) {
+        labels.append(label->text());
+    }
+    EXPECT_TRUE(labels.contains("Position, cm")) << labels.join(" | ").toStdString();
+    window.host.Select({AddEmpty("Lamp", 0, 200, 0)});
+    Settle();
+    EXPECT_EQ(window.panel->light->range->suffix(), " cm");
+    EXPECT_GE(window.panel->light->range->maximum(), 100000.0) << "a kilometre";
+    QDoubleSpinBox& height = *window.panel->transform->Field(stage::TransformFields::kPosition, 1);
+    height.stepUp();
+    EXPECT_DOUBLE_EQ(height.value(), 210.0) << "ten centimetres a step";
+}
+
+TEST_F(MainWindowTest, ThePanelFollowsSmallMovesFarFromTheOrigin) {
+    engine::SceneObject* crate = AddEmpty("Crate", 5000, 0, 0);
+    window.host.Select({crate});
+    Settle();
+    const float position[3] = {5002, 0, 0};
+    crate->SetPosition(position, 0);
+    window.panel->RefreshTransform();
+    EXPECT_DOUBLE_EQ(window.panel->transform->Field(stage::TransformFields::kPosition, 0)->value(), 5002.0);
 }
 
 TEST_F(MainWindowTest, AnglesThatTheUserTypedStayAsTyped) {
@@ -184,12 +210,15 @@ TEST_F(MainWindowTest, CreatedObjectsStandWhereTheViewLooksAndAreSelected) {
     Settle();
     ASSERT_EQ(window.host.level.selection.size(), 1u);
     const float* place = window.host.level.selection.front()->GetPosition(0);
-    // The line of sight from (0, 2, 12) through (0, 1, 0) meets the ground at z = -12.
-    EXPECT_NEAR(place[0], 0.0f, 1e-2f);
-    EXPECT_NEAR(place[1], 0.0f, 1e-2f);
-    EXPECT_NEAR(place[2], -12.0f, 0.1f);
+    // The line of sight from (0, 200, 1200) through (0, 100, 0) meets the ground at z = -1200.
+    EXPECT_NEAR(place[0], 0.0f, 1.0f);
+    EXPECT_NEAR(place[1], 0.0f, 1.0f);
+    EXPECT_NEAR(place[2], -1200.0f, 10.0f);
     Action("CreateLight")->trigger();
-    EXPECT_TRUE(static_cast<engine::SceneObject*>(window.host.level.selection.front())->IsLight());
+    const auto* light = static_cast<engine::SceneObject*>(window.host.level.selection.front());
+    EXPECT_TRUE(light->IsLight());
+    EXPECT_NEAR(light->GetPosition(0)[1], 200.0f, 1.0f) << "two metres above the ground";
+    EXPECT_FLOAT_EQ(light->light->range, 1000.0f);
 }
 
 TEST_F(MainWindowTest, SavedLevelsComeBackWhole) {

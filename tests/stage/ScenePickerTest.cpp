@@ -6,7 +6,7 @@
 
 namespace {
 
-/// A cube of 2 m around its middle; the ray cast is exact for it.
+/// A cube of side 2 around its middle; the ray cast is exact for it.
 class CubeMesh : public engine::IMesh {
 public:
     const std::vector<MeshElement>& Elements() const override { return elements; }
@@ -154,6 +154,22 @@ TEST_F(ScenePickerTest, TheWholeLevelIsWithoutFarHelpersAndBackground) {
     hills->SetMatrix(huge.m, 0);
     EXPECT_NEAR(picker.BoundsOf(ObjectList()).center.x, 2.0f, 1e-3f);
     EXPECT_LT(picker.BoundsOf(ObjectList()).radius, 10.0f);
+}
+
+TEST_F(ScenePickerTest, PicksReachTwoKilometres) {
+    engine::SceneObject* wall = Add("Wall", "cube", 0, 0, 0);
+    const engine::Matrix4 far = engine::Compose({0, 0, -195000}, {0, 0, 0}, {1000, 1000, 1000});
+    wall->SetMatrix(far.m, 0);
+    EXPECT_EQ(picker.At(view, 100, 100), wall);
+    const glm::vec3 slope = glm::normalize(glm::vec3(190000.0f, -200.0f, 0.0f));
+    const glm::vec3 onGround = picker.PlaceAt({{0, 200, 0}, slope}, 5.0f);
+    EXPECT_NEAR(onGround.x, 190000.0f, 10.0f);
+    EXPECT_NEAR(onGround.y, 0.0f, 0.1f);
+}
+
+TEST_F(ScenePickerTest, AnEmptyLevelShowsSixMetresAndAPlaceHalfAMetreAround) {
+    EXPECT_FLOAT_EQ(picker.BoundsOf(ObjectList()).radius, 600.0f);
+    EXPECT_FLOAT_EQ(picker.BoundsOf(*Add("Empty", nullptr, 0, 0, 0)).radius, 50.0f);
 }
 
 TEST_F(ScenePickerTest, WithoutALevelThereIsNothing) {

@@ -59,6 +59,20 @@ TEST_F(StageViewTest, ProjectionKeepsTheViewsOwnAspect) {
     EXPECT_NEAR(projection[1][1], 1.0f / std::tan(0.5f), 1e-5f);
 }
 
+TEST_F(StageViewTest, TheUsersCameraShowsFromTenCentimetresToAKilometre) {
+    EXPECT_FLOAT_EQ(engineView.camera->data.recordNear, 10.0f);
+    EXPECT_FLOAT_EQ(engineView.camera->data.recordFar, 100000.0f);
+    const auto depthOf = [this](float distance) {
+        const glm::vec4 clip = view.ProjectionMatrix() * glm::vec4(0.0f, 0.0f, -distance, 1.0f);
+        return clip.z / clip.w;
+    };
+    EXPECT_NEAR(depthOf(10.0f), -1.0f, 1e-4f);
+    EXPECT_NEAR(depthOf(100000.0f), 1.0f, 1e-4f);
+    engineView.SetProjection(1.0f, -1.0f, 5.0f, 0); // planes that show nothing
+    EXPECT_NEAR(depthOf(10.0f), -1.0f, 1e-4f);
+    EXPECT_NEAR(depthOf(100000.0f), 1.0f, 1e-4f);
+}
+
 TEST_F(StageViewTest, HostileCamerasKeepTheViewUsable) {
     engineView.SetProjection(NAN, -1.0f, NAN, 0);
     EXPECT_FLOAT_EQ(view.FieldOfView(), ViewNavigation::kDefaultFieldOfView);

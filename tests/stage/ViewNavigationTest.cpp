@@ -58,7 +58,7 @@ TEST(ViewNavigationTest, PitchStopsShortOfStraightUp) {
 
 TEST(ViewNavigationTest, PanMovesByTheHeightOfTheViewAtThePivot) {
     ViewNavigation navigation = Level();
-    navigation.fieldOfView = 2.0f * std::atan(0.5f); // 10 m high at a distance of 10 m
+    navigation.fieldOfView = 2.0f * std::atan(0.5f); // as high as it is far
     navigation.Pan(100.0f, 0.0f, 1000);
     ExpectNear(navigation.pivot, {-1.0f, 0.0f, 0.0f});
     navigation.Pan(0.0f, 100.0f, 1000);
@@ -76,9 +76,9 @@ TEST(ViewNavigationTest, ZoomTowardsThePivotNeverReachesIt) {
     navigation.Zoom(1.0f);
     EXPECT_NEAR(navigation.distance, 8.8f, 1e-4f);
     navigation.Zoom(1000.0f);
-    EXPECT_FLOAT_EQ(navigation.distance, 0.05f);
+    EXPECT_FLOAT_EQ(navigation.distance, 5.0f); // centimetres
     navigation.Zoom(-100000.0f);
-    EXPECT_FLOAT_EQ(navigation.distance, 5000.0f);
+    EXPECT_FLOAT_EQ(navigation.distance, 500000.0f); // 5 km
 }
 
 TEST(ViewNavigationTest, FlyMovesAlongTheCamerasAxes) {
@@ -89,9 +89,21 @@ TEST(ViewNavigationTest, FlyMovesAlongTheCamerasAxes) {
 
 TEST(ViewNavigationTest, FocusShowsTheSphereWhole) {
     ViewNavigation navigation = Level();
-    navigation.Focus({5.0f, 6.0f, 7.0f}, 2.0f);
+    navigation.Focus({5.0f, 6.0f, 7.0f}, 200.0f);
     ExpectNear(navigation.pivot, {5.0f, 6.0f, 7.0f});
-    EXPECT_NEAR(navigation.distance, 4.0f, 1e-4f); // radius over the sine of 30 degrees
+    EXPECT_NEAR(navigation.distance, 400.0f, 1e-2f); // radius over the sine of 30 degrees
+}
+
+TEST(ViewNavigationTest, FocusOnATrifleKeepsHalfAMetreAway) {
+    ViewNavigation navigation = Level();
+    navigation.Focus({5.0f, 6.0f, 7.0f}, 1.0f);
+    EXPECT_NEAR(navigation.distance, 50.0f, 1e-3f); // as for a radius of 25
+}
+
+TEST(ViewNavigationTest, AFreshViewStandsEighteenMetresFromAPointAMetreUp) {
+    const ViewNavigation navigation;
+    ExpectNear(navigation.pivot, {0.0f, 100.0f, 0.0f});
+    EXPECT_NEAR(glm::distance(navigation.Eye(), navigation.pivot), 1800.0f, 1e-2f);
 }
 
 TEST(ViewNavigationTest, TakingOverAMatrixGivesTheSameCamera) {

@@ -30,7 +30,7 @@ WindowFixture::WindowFixture()
     window.show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
     stage::StageView& view = *window.host.views.At(0);
-    view.navigation.LookAt({0.0f, 2.0f, 12.0f}, {0.0f, 1.0f, 0.0f});
+    view.navigation.LookAt({0.0f, 200.0f, 1200.0f}, {0.0f, 100.0f, 0.0f});
     view.ApplyNavigation();
     Settle();
 }

@@ -10,7 +10,7 @@
 #include <QWidget>
 
 /// The main window with a plug-in mock of number 1, an empty level and a folder with a crate's mesh. The
-/// view looks from (0, 2, 12) at (0, 1, 0).
+/// view looks from (0, 200, 1200) at (0, 100, 0).
 class WindowFixture : public ::testing::Test {
 protected:
     WindowFixture();

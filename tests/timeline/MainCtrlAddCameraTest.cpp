@@ -20,7 +20,7 @@ public:
     void Bounds(Vector3&, Vector3&) const override {}
     void SampleClip(int, float, engine::Matrix4*) const override {}
     bool RayCast(const Vector3&, const Vector3&, const engine::Matrix4*, float& fraction) const override {
-        fraction = 0.00001f; // 10 of the million metres that are looked ahead
+        fraction = 0.00001f; // 10 of the million units that are looked ahead
         return true;
     }
 
@@ -112,7 +112,7 @@ TEST_F(AddCameraTest, BeginsAsTheActiveViewStands) {
     }
 }
 
-TEST_F(AddCameraTest, WithNothingInFrontTheTargetIsFiveKilometresAway) {
+TEST_F(AddCameraTest, WithNothingInFrontTheTargetIsFiveThousandUnitsAway) {
     Run(IDC_ADD_CAMERA);
     EXPECT_EQ(LinkedKey(KeyKind::CameraTarget).value, (Vector3{10, 20, -4970}));
 }

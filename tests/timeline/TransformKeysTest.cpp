@@ -135,7 +135,7 @@ TEST_F(TransformKeysTest, MoveBeforeTheFirstKeyMakesAKey) {
 
 TEST_F(TransformKeysTest, MoveAtAKeyChangesThatKeyAndLeavesItsInHandle) {
     SetHandles(First(KeyKind::Position), {1, 1, 1}, {2, 2, 2});
-    UserMoves(*crate, 4, 2, 3); // 3 metres in x
+    UserMoves(*crate, 4, 2, 3); // 3 units in x
     EXPECT_THAT(TimesOf(*Row(KeyKind::Position)), ElementsAre(0.0f));
     EXPECT_EQ(First(KeyKind::Position).value, (Vector3{4, 2, 3}));
     EXPECT_EQ(First(KeyKind::Position).inHandle, (Vector3{1, 1, 1}));

@@ -31,7 +31,7 @@ protected:
     void SetUp() override {
         ASSERT_NO_FATAL_FAILURE(OpenScenario("Epilogue"));
         film = Film("Epilogue");
-        crate = MakeActor("Crate", {0, 30, 0}); // in the air, where nothing stands in front
+        crate = MakeActor("Crate", {0, 3000, 0}); // in the air, where nothing stands in front
         GoTo(kTime);
         LookAt(*crate);
     }
@@ -96,7 +96,7 @@ protected:
 TEST_F(AnimateInStageTest, TheFirstMoveMakesAnActorWithKeysAtTheStart) {
     ASSERT_NE(Track(), nullptr);
     EXPECT_THAT(Counts(), ElementsAre(1u, 1u, 1u));
-    EXPECT_EQ(Keys(kPositionKey).front()->value, (Vector3{0, 30, 0}));
+    EXPECT_EQ(Keys(kPositionKey).front()->value, (Vector3{0, 3000, 0}));
 }
 
 TEST_F(AnimateInStageTest, DraggingTheGizmoWritesOnePositionKeyAtTheCursor) {
@@ -104,13 +104,13 @@ TEST_F(AnimateInStageTest, DraggingTheGizmoWritesOnePositionKeyAtTheCursor) {
     ASSERT_THAT(Counts(), ElementsAre(2u, 1u, 1u));
     const CFilmVectorKey& key = *Keys(kPositionKey).back();
     EXPECT_NEAR(key.time, kTime, 1e-4f);
-    EXPECT_GT(key.value.y, 31.0f);
+    EXPECT_GT(key.value.y, 3100.0f);
     EXPECT_EQ(key.value, Place());
     const Vector3 dragged = Place();
     GoTo(0.0f);
-    EXPECT_NEAR(Place().y, 30.0f, 1e-4f);
+    EXPECT_NEAR(Place().y, 3000.0f, 1e-2f);
     GoTo(kTime);
-    EXPECT_NEAR(Place().y, dragged.y, 1e-4f);
+    EXPECT_NEAR(Place().y, dragged.y, 1e-2f);
 }
 
 TEST_F(AnimateInStageTest, DraggingARingWritesARotationKeyAlone) {
@@ -128,48 +128,59 @@ TEST_F(AnimateInStageTest, DraggingAScaleHandleWritesAScaleKeyAlone) {
 }
 
 TEST_F(AnimateInStageTest, ThePanelsNumbersWriteKeysToo) {
-    TypeField(stage::TransformFields::kPosition, 0, 5.0);
+    TypeField(stage::TransformFields::kPosition, 0, 500.0);
     ASSERT_THAT(Counts(), ElementsAre(2u, 1u, 1u));
-    EXPECT_EQ(Keys(kPositionKey).back()->value, (Vector3{5, 30, 0}));
+    EXPECT_EQ(Keys(kPositionKey).back()->value, (Vector3{500, 3000, 0}));
     TypeField(stage::TransformFields::kScale, 1, 2.0);
     ASSERT_THAT(Counts(), ElementsAre(2u, 1u, 2u));
     EXPECT_NEAR(Keys(kScaleKey).back()->value.y, 2.0f, 1e-4f);
     TypeField(stage::TransformFields::kRotation, 1, 30.0);
     ASSERT_THAT(Counts(), ElementsAre(2u, 2u, 2u));
     EXPECT_NEAR(std::abs(Keys(kRotationKey).back()->value.y), 30.0f, 1e-3f);
-    TypeField(stage::TransformFields::kPosition, 0, 6.5); // the key stands there now
+    TypeField(stage::TransformFields::kPosition, 0, 650.0); // the key stands there now
     EXPECT_THAT(Counts(), ElementsAre(2u, 2u, 2u));
-    EXPECT_EQ(Keys(kPositionKey).back()->value.x, 6.5f);
+    EXPECT_EQ(Keys(kPositionKey).back()->value.x, 650.0f);
 }
 
-TEST_F(AnimateInStageTest, LessThanAMetreInsideOneCellMakesNoKey) {
+TEST_F(AnimateInStageTest, LessThanACentimetreInsideOneCellMakesNoKey) {
     TypeField(stage::TransformFields::kPosition, 0, 0.75);
     EXPECT_THAT(Counts(), ElementsAre(1u, 1u, 1u));
 }
 
+TEST_F(AnimateInStageTest, ACrateThatIsPushedByHalfItsWidthGetsAKey) {
+    Vector3 low;
+    Vector3 high;
+    crate->Mesh()->Bounds(low, high);
+    const float width = high.x - low.x;
+    EXPECT_NEAR(width, 90.0f, 1e-2f);
+    Move(crate, width / 2, 3000, 0);
+    ASSERT_THAT(Counts(), ElementsAre(2u, 1u, 1u));
+    EXPECT_FLOAT_EQ(Keys(kPositionKey).back()->value.x, width / 2);
+}
+
 TEST_F(AnimateInStageTest, AtAKeyTheKeyIsChanged) {
     GoTo(0.0f);
-    Move(crate, 0.5f, 30, 0);
+    Move(crate, 0.5f, 3000, 0);
     EXPECT_THAT(Counts(), ElementsAre(1u, 1u, 1u));
-    EXPECT_EQ(Keys(kPositionKey).front()->value, (Vector3{0.5f, 30, 0}));
+    EXPECT_EQ(Keys(kPositionKey).front()->value, (Vector3{0.5f, 3000, 0}));
 }
 
 TEST_F(AnimateInStageTest, SwitchedOffTheActorGoesBackToTheFilm) {
     Command(kAnimate);
     DragGizmo("ToolMove", GizmoMode::Translate, GizmoPart::AxisY, {0, -120});
     EXPECT_THAT(Counts(), ElementsAre(1u, 1u, 1u));
-    EXPECT_NEAR(Place().y, 30.0f, 1e-4f);
+    EXPECT_NEAR(Place().y, 3000.0f, 1e-2f);
     EXPECT_NEAR(window->findChild<stage::ObjectPanel*>()
                     ->transform->Field(stage::TransformFields::kPosition, 1)
                     ->value(),
-                30.0, 1e-3);
+                3000.0, 1e-2);
 }
 
 TEST_F(AnimateInStageTest, AnotherFilmGetsItsOwnActorAndKeys) {
     ChooseFilm("Intro");
     const std::size_t before = Track()->keys.size();
     GoTo(kTime);
-    Move(crate, 3, 30, 0);
+    Move(crate, 300, 3000, 0);
     const CFilmTrack* second = Film("Intro")->FindObjectTrack(crate);
     ASSERT_NE(second, nullptr);
     EXPECT_EQ(Track()->keys.size(), before);
@@ -192,17 +203,17 @@ TEST_F(AnimateInStageTest, ALightIsAnimatedThroughItsObject) {
 }
 
 TEST_F(AnimateInStageTest, AnActorWithoutAnAttachedObjectAndOneOfAParentKeepTheirPlaces) {
-    engine::SceneObject* cart = MakeActor("Cart", {10, 30, 0});
+    engine::SceneObject* cart = MakeActor("Cart", {1000, 3000, 0});
     if (Film("Epilogue")->FindObjectTrack(cart) == nullptr) {
         Command(kAnimate); // MakeActor switched it off
-        Move(cart, 10, 30, 0);
+        Move(cart, 1000, 3000, 0);
     }
     auto* track = AsObjectTrack(Track());
     track->SetParent(cart, false, "");
     GoTo(kTime);
-    EXPECT_NEAR(Place().x, 10.0f, 1e-4f);
-    EXPECT_NEAR(Place().y, 60.0f, 1e-4f);
-    Move(crate, 15, 60, 0);
-    EXPECT_NEAR(Keys(kPositionKey).back()->value.x, 5.0f, 1e-4f);
-    EXPECT_NEAR(Keys(kPositionKey).back()->value.y, 30.0f, 1e-4f);
+    EXPECT_NEAR(Place().x, 1000.0f, 1e-2f);
+    EXPECT_NEAR(Place().y, 6000.0f, 1e-2f);
+    Move(crate, 1500, 6000, 0);
+    EXPECT_NEAR(Keys(kPositionKey).back()->value.x, 500.0f, 1e-2f);
+    EXPECT_NEAR(Keys(kPositionKey).back()->value.y, 3000.0f, 1e-2f);
 }

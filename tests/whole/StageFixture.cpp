@@ -148,7 +148,7 @@ void StageTest::LookAt(engine::SceneObject& object) {
     window->host.Select({&object});
     const Vector3 place = object.World().Translation();
     stage::StageView& view = *window->host.views.At(0);
-    view.navigation.LookAt({place.x + 4, place.y + 3, place.z + 8}, {place.x, place.y, place.z});
+    view.navigation.LookAt({place.x + 400, place.y + 300, place.z + 800}, {place.x, place.y, place.z});
     view.ApplyNavigation();
     Settle();
 }

@@ -4,6 +4,7 @@
 #include "host/engine/mesh/GltfNodes.h"
 #include "host/engine/mesh/Mesh.h"
 #include "host/engine/mesh/MeshPose.h"
+#include "host/engine/Units.h"
 
 #include <algorithm>
 #include <cmath>
@@ -186,7 +187,8 @@ private:
         const glm::mat3 normalMatrix = glm::transpose(glm::inverse(glm::mat3(matrix)));
         for (std::size_t i = 0; i < positions.size(); ++i) {
             MeshVertex vertex{};
-            vertex.position = glm::vec3(matrix * glm::vec4(glm::vec3(positions[i]), 1.0f));
+            const glm::vec3 place = glm::vec3(positions[i]) * engine::kUnitsPerMetre;
+            vertex.position = glm::vec3(matrix * glm::vec4(place, 1.0f));
             if (!std::isfinite(vertex.position.x + vertex.position.y + vertex.position.z)) {
                 throw MeshError("a position is not a number");
             }

@@ -9,6 +9,7 @@
 /// Triangles, base colours (material and vertex), roughness, metallic and emission, node animation and
 /// skins with up to four joints a vertex are read; textures, morph targets and cameras are left out, and
 /// files with pictures aren't opened. A material with the extra "ripple" (0 to 1) is drawn as moving water.
+/// The metres of the file become units: everything in the mesh is in centimetres.
 ///
 /// Buffers in files of their own must lie in the model's folder, in `levelFolder`, if there is one, or below.
 std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::string& levelFolder = "");

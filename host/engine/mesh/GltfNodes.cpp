@@ -2,6 +2,7 @@
 
 #include "host/engine/mesh/GltfAccessor.h"
 #include "host/engine/mesh/Mesh.h"
+#include "host/engine/Units.h"
 
 #include <algorithm>
 #include <cmath>
@@ -64,7 +65,7 @@ void TakeMatrix(const std::vector<double>& values, MeshNode& node) {
         for (int r = 0; r < 3; ++r) {
             axes[c][r] = static_cast<float>(column[r]);
         }
-        node.translation[c] = static_cast<float>(values.data()[12 + c]);
+        node.translation[c] = engine::Metres(static_cast<float>(values.data()[12 + c]));
         node.scale[c] = glm::length(axes[c]);
     }
     if (glm::determinant(axes) < 0.0f) {
@@ -96,7 +97,9 @@ MeshNode ToNode(const tinygltf::Node& source, int number, int parent) {
         TakeMatrix(source.matrix, node);
     }
     if (source.translation.size() == 3) {
-        node.translation = {At(source.translation, 0), At(source.translation, 1), At(source.translation, 2)};
+        node.translation =
+            glm::vec3(At(source.translation, 0), At(source.translation, 1), At(source.translation, 2)) *
+            engine::kUnitsPerMetre;
     }
     if (source.rotation.size() == 4) {
         const std::vector<double>& q = source.rotation;
@@ -152,6 +155,11 @@ MeshChannel ToChannel(const tinygltf::Model& model, const tinygltf::AnimationSam
     channel.times = ReadFloats(model, sampler.input);
     CheckTimes(channel.times);
     channel.values = ReadVectors(model, sampler.output, path == MeshPath::Rotation ? 4 : 3);
+    if (path == MeshPath::Translation) {
+        for (glm::vec4& value : channel.values) { // tangents are lengths too
+            value *= engine::kUnitsPerMetre;
+        }
+    }
     CheckValues(channel.values);
     const std::size_t each = channel.curve == MeshCurve::Cubic ? 3 : 1;
     if (channel.values.size() != channel.times.size() * each) {
@@ -216,6 +224,9 @@ void BuildSkins(const tinygltf::Model& model, const std::vector<int>& order, Mes
         skin.inverseBind.assign(skin.joints.size(), glm::mat4(1.0f));
         if (source.inverseBindMatrices >= 0) {
             skin.inverseBind = ReadMatrices(model, source.inverseBindMatrices);
+        }
+        for (glm::mat4& matrix : skin.inverseBind) {
+            matrix[3] = glm::vec4(glm::vec3(matrix[3]) * engine::kUnitsPerMetre, matrix[3].w);
         }
         if (skin.inverseBind.size() != skin.joints.size()) {
             throw MeshError("a skin has another number of matrices than of joints");

@@ -30,14 +30,14 @@ struct MeshBox {
 struct MeshNode {
     std::string name;
     int parent = -1;
-    glm::vec3 translation{0.0f};
+    glm::vec3 translation{0.0f}; ///< units
     glm::quat rotation{1.0f, 0.0f, 0.0f, 0.0f};
     glm::vec3 scale{1.0f};
 };
 
 /// What the graphics card reads; 32 bytes.
 struct MeshVertex {
-    glm::vec3 position;
+    glm::vec3 position; ///< units
     glm::vec3 normal;
     std::uint8_t color[4];   ///< r, g, b linear, alpha unused
     std::uint8_t surface[4]; ///< roughness, metallic, emission, ripple (0: still, 255: water)

@@ -15,6 +15,10 @@ constexpr std::array<GizmoPart, 7> kParts = {GizmoPart::Uniform, GizmoPart::Plan
                                              GizmoPart::AxisZ};
 /// Sine of the angle between sight and plane below which the plane tells nothing.
 constexpr float kEdgeOn = 0.02f;
+/// Units. A camera nearer to the gizmo than this sees it as from there.
+constexpr float kLeastDepth = engine::Metres(0.05f);
+/// Units from the middle within which a pull has no ratio.
+constexpr float kLeastPull = engine::Metres(1e-6f);
 
 bool BelongsTo(GizmoPart part, GizmoMode mode) {
     switch (mode) {
@@ -73,7 +77,7 @@ float Gizmo::Size(const RenderCamera& camera) const {
     constexpr float kShareOfHeight = 0.24f;
     const glm::vec3 seen(camera.view * glm::vec4(Place(), 1.0f));
     const float slope = camera.projection[1][1] != 0.0f ? 1.0f / std::abs(camera.projection[1][1]) : 1.0f;
-    return std::max(std::abs(seen.z), 0.05f) * slope * kShareOfHeight;
+    return std::max(std::abs(seen.z), kLeastDepth) * slope * kShareOfHeight;
 }
 
 float Gizmo::DistanceTo(GizmoPart part, const ViewRay& ray, float size) const {
@@ -191,7 +195,7 @@ std::optional<glm::mat4> Gizmo::Moved(const ViewRay& ray, bool snap) const {
             return std::nullopt;
         }
         const float distance = *value - startValue;
-        way = Axis(axis) * (snap ? Rounded(distance, snapping.meters) : distance);
+        way = Axis(axis) * (snap ? Rounded(distance, snapping.units) : distance);
     } else {
         const std::optional<glm::vec3> point = OnPlane(ray, startNormal);
         if (!point) {
@@ -200,7 +204,7 @@ std::optional<glm::mat4> Gizmo::Moved(const ViewRay& ray, bool snap) const {
         for (const int side :
              {(GizmoGeometry::NormalOf(dragged) + 1) % 3, (GizmoGeometry::NormalOf(dragged) + 2) % 3}) {
             const float distance = glm::dot(*point - startPoint, Axis(side));
-            way += Axis(side) * (snap ? Rounded(distance, snapping.meters) : distance);
+            way += Axis(side) * (snap ? Rounded(distance, snapping.units) : distance);
         }
     }
     return glm::translate(glm::mat4(1.0f), way);
@@ -223,7 +227,7 @@ std::optional<glm::mat4> Gizmo::Scaled(const ViewRay& ray, bool snap) const {
     glm::vec3 factors(1.0f);
     if (const int axis = GizmoGeometry::AxisOf(dragged); axis >= 0) {
         const std::optional<float> value = AlongAxis(ray, axis);
-        if (!value || std::abs(startValue) < 1e-6f) {
+        if (!value || std::abs(startValue) < kLeastPull) {
             return std::nullopt;
         }
         factors[axis] = *value / startValue;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/engine/Units.h"
 #include "host/stage/render/CameraMath.h"
 
 #include <optional>
@@ -11,7 +12,7 @@ enum class GizmoPart { None, AxisX, AxisY, AxisZ, PlaneXY, PlaneYZ, PlaneZX, Uni
 
 /// The steps that a drag keeps to while its modifier key is held.
 struct GizmoSnap {
-    float meters = 0.25f;
+    float units = engine::Metres(0.25f);
     float degrees = 15.0f;
     float factor = 0.1f;
 };
@@ -30,7 +31,7 @@ public:
     void ShowAt(const glm::vec3& place);
     void Hide();
     bool IsShown() const { return shown; }
-    /// How large the handles are for a camera, in metres; the same on the screen at any distance.
+    /// How large the handles are for a camera, in units; the same on the screen at any distance.
     float Size(const RenderCamera& camera) const;
 
     /// The handle under the line of sight; None during a drag or while hidden.
@@ -72,6 +73,6 @@ private:
     glm::vec3 startPoint{0.0f}; ///< world point that was gripped
     glm::vec3 startUp{0.0f};    ///< the camera's up and right, for uniform scaling
     glm::vec3 startNormal{0.0f};
-    float startValue = 0.0f; ///< along the axis in metres, or the angle in radians
+    float startValue = 0.0f; ///< along the axis in units, or the angle in radians
     glm::mat4 delta{1.0f};
 };

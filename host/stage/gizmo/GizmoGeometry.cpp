@@ -6,6 +6,11 @@
 
 namespace GizmoGeometry {
 
+namespace {
+/// Square of the length, in units, below which a segment shows as a point.
+constexpr float kAlongTheSight = engine::Metres(1e-6f) * engine::Metres(1e-6f);
+} // namespace
+
 int AxisOf(GizmoPart part) {
     const int axis = static_cast<int>(part) - static_cast<int>(GizmoPart::AxisX);
     return axis >= 0 && axis < 3 ? axis : -1;
@@ -47,7 +52,7 @@ float DistanceToSegment(const ViewRay& ray, const glm::vec3& a, const glm::vec3&
     const float along = glm::dot(edge, ray.direction);
     const float square = length - along * along;
     float share = 0.0f;
-    if (square > 1e-12f) {
+    if (square > kAlongTheSight) {
         share = std::clamp((glm::dot(between, ray.direction) * along - glm::dot(between, edge)) / square,
                            0.0f, 1.0f);
     }

@@ -1,5 +1,7 @@
 #include "host/stage/host/ScenePicker.h"
 
+#include "host/engine/Units.h"
+
 #include <algorithm>
 #include <cmath>
 #include <glm/gtc/type_ptr.hpp>
@@ -8,9 +10,10 @@
 namespace stage {
 
 namespace {
-constexpr float kReach = 2000.0f; ///< metres that a pick looks ahead
-constexpr float kMarkerRadius = 0.5f;
-constexpr float kEmptyRadius = 6.0f; ///< metres that an empty level shows
+// Units.
+constexpr float kReach = engine::Metres(2000.0f); ///< that a pick looks ahead
+constexpr float kMarkerRadius = engine::Metres(0.5f);
+constexpr float kEmptyRadius = engine::Metres(6.0f); ///< that an empty level shows
 constexpr float kBackgroundFactor = 12.0f;
 constexpr float kNothing = std::numeric_limits<float>::infinity();
 
@@ -36,7 +39,8 @@ void DropBackground(std::vector<Sphere>& balls) {
     std::erase_if(balls, [limit](const Sphere& ball) { return ball.radius > limit; });
 }
 
-/// Helpers stand anywhere: the sun's is a thousand metres away. They count only where nothing else is.
+/// Helpers stand anywhere, as the sun's, whose place only tells a direction. They count only where nothing
+/// else is.
 void KeepMeshes(ObjectList& objects) {
     const auto hasMesh = [](EditorObject* object) {
         return static_cast<engine::SceneObject*>(object)->Mesh() != nullptr;

@@ -8,7 +8,7 @@ namespace stage {
 /// A ball around something in the level.
 struct Sphere {
     glm::vec3 center{0.0f};
-    float radius = 0.0f; ///< metres
+    float radius = 0.0f; ///< units
 };
 
 /// What the mouse meets in a view. Objects with a mesh are met at their triangles, as posed; the others
@@ -23,7 +23,7 @@ public:
     engine::SceneObject* At(const StageView& view, float x, float y) const;
     /// The objects whose middle lies in a rectangle of pixels, in level order.
     ObjectList InRectangle(const StageView& view, float left, float top, float right, float bottom) const;
-    /// Where a ray meets a mesh, else the ground y = 0, else the point `fallbackDistance` metres on.
+    /// Where a ray meets a mesh, else the ground y = 0, else the point `fallbackDistance` units on.
     glm::vec3 PlaceAt(const ViewRay& ray, float fallbackDistance) const;
     /// A ball around an object's mesh, or a small one around a place.
     Sphere BoundsOf(const engine::SceneObject& object) const;

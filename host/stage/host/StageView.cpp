@@ -8,8 +8,6 @@
 namespace stage {
 
 namespace {
-constexpr float kNear = 0.1f;
-constexpr float kFar = 1000.0f;
 constexpr float kMaxFieldOfView = 3.1f; ///< radians, short of a half turn
 
 bool IsUsable(const float* matrix) {
@@ -36,7 +34,7 @@ void StageView::ApplyNavigation() {
     }
     const glm::mat4 world = navigation.CameraMatrix();
     view->SetAspect(Aspect());
-    view->SetProjection(navigation.fieldOfView, kNear, kFar, 0);
+    view->SetProjection(navigation.fieldOfView, ClipPlane::Near, ClipPlane::Far, 0);
     view->SetCamera(glm::value_ptr(world));
 }
 
@@ -58,8 +56,8 @@ glm::mat4 StageView::ProjectionMatrix() const {
     const CameraData& data = view->camera->data;
     const bool sane =
         data.recordNear > 0.0f && data.recordFar > data.recordNear && std::isfinite(data.recordFar);
-    return glm::perspective(FieldOfView(), Aspect(), sane ? data.recordNear : kNear,
-                            sane ? data.recordFar : kFar);
+    return glm::perspective(FieldOfView(), Aspect(), sane ? data.recordNear : ClipPlane::Near,
+                            sane ? data.recordFar : ClipPlane::Far);
 }
 
 ViewRay StageView::RayAt(float x, float y) const {

@@ -8,8 +8,9 @@ namespace stage {
 namespace {
 constexpr float kRadiansPerPixel = 0.006f;
 constexpr float kZoomPerStep = 0.88f;
-constexpr float kMinDistance = 0.05f;
-constexpr float kMaxDistance = 5000.0f;
+constexpr float kMinDistance = engine::Metres(0.05f);
+constexpr float kMaxDistance = engine::Metres(5000.0f);
+constexpr float kLeastRadius = engine::Metres(0.25f); ///< of what is shown whole
 // Short of straight up, where right and up would swap.
 constexpr float kMaxPitch = 1.55f;
 } // namespace
@@ -55,9 +56,9 @@ void ViewNavigation::Pan(float dx, float dy, int viewHeight) {
     if (viewHeight <= 0) {
         return;
     }
-    const float metresPerPixel =
+    const float unitsPerPixel =
         2.0f * distance * std::tan(fieldOfView * 0.5f) / static_cast<float>(viewHeight);
-    pivot += (Up() * dy - Right() * dx) * metresPerPixel;
+    pivot += (Up() * dy - Right() * dx) * unitsPerPixel;
 }
 
 void ViewNavigation::Zoom(float steps) {
@@ -70,7 +71,8 @@ void ViewNavigation::Fly(const glm::vec3& move) {
 
 void ViewNavigation::Focus(const glm::vec3& center, float radius) {
     pivot = center;
-    distance = std::clamp(std::max(radius, 0.25f) / std::sin(fieldOfView * 0.5f), kMinDistance, kMaxDistance);
+    distance =
+        std::clamp(std::max(radius, kLeastRadius) / std::sin(fieldOfView * 0.5f), kMinDistance, kMaxDistance);
 }
 
 void ViewNavigation::LookAt(const glm::vec3& eye, const glm::vec3& target) {

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "host/engine/Units.h"
+
 #include <glm/glm.hpp>
 
 namespace stage {
 
 /// The user's own camera of a 3D view: a pivot, two angles and a distance. Pure arithmetic.
-/// Right-handed, y up, metres and radians.
+/// Right-handed, y up, units and radians.
 class ViewNavigation {
 public:
     static constexpr float kDefaultFieldOfView = 1.0471976f; ///< 60 degrees, vertical
@@ -18,7 +20,7 @@ public:
     void Pan(float dx, float dy, int viewHeight);
     /// Steps of the wheel, positive towards the pivot.
     void Zoom(float steps);
-    /// Metres along the camera's right, up and forward.
+    /// Units along the camera's right, up and forward.
     void Fly(const glm::vec3& move);
     /// Shows a sphere whole.
     void Focus(const glm::vec3& center, float radius);
@@ -33,10 +35,10 @@ public:
     /// Camera in the world: rows right, up, backwards, translation.
     glm::mat4 CameraMatrix() const;
 
-    glm::vec3 pivot{0.0f, 1.0f, 0.0f};
+    glm::vec3 pivot{0.0f, engine::Metres(1.0f), 0.0f};
     float yaw = 0.7f;    ///< about y; 0 looks along -z
     float pitch = -0.4f; ///< negative looks down
-    float distance = 18.0f;
+    float distance = engine::Metres(18.0f);
     float fieldOfView = kDefaultFieldOfView;
 
 private:

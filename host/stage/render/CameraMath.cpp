@@ -1,5 +1,7 @@
 #include "host/stage/render/CameraMath.h"
 
+#include "host/engine/Units.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -9,7 +11,11 @@ namespace {
 
 constexpr float kMinAngle = 0.01f;
 constexpr float kMaxAngle = 3.10f;
-constexpr float kMinNear = 0.001f;
+// Units.
+constexpr float kMinNear = engine::Metres(0.001f);
+constexpr float kMaxNear = engine::Metres(1e6f);
+constexpr float kMaxFar = engine::Metres(1e7f);
+constexpr float kUsualNear = engine::Metres(0.1f);
 
 float Limited(float value, float low, float high, float missing) {
     return std::isfinite(value) ? std::clamp(value, low, high) : missing;
@@ -22,8 +28,8 @@ RenderCamera MakeCamera(const float* cameraMatrix, float fieldOfView, float aspe
     glm::mat4 world;
     std::memcpy(&world[0][0], cameraMatrix, sizeof(world));
     const float angle = Limited(fieldOfView, kMinAngle, kMaxAngle, 1.0f);
-    const float closest = Limited(nearPlane, kMinNear, 1e6f, 0.1f);
-    const float farthest = Limited(farPlane, closest * 2.0f, 1e7f, closest * 10000.0f);
+    const float closest = Limited(nearPlane, kMinNear, kMaxNear, kUsualNear);
+    const float farthest = Limited(farPlane, closest * 2.0f, kMaxFar, closest * 10000.0f);
     RenderCamera camera;
     camera.view = glm::inverse(world);
     camera.projection = glm::perspective(angle, Limited(aspect, 0.01f, 100.0f, 1.0f), closest, farthest);

@@ -9,7 +9,7 @@ struct ViewRay {
 };
 
 /// The camera of a camera matrix in the world (16 floats, row 2 backwards) with a vertical angle in
-/// radians and planes in metres. Angles and planes out of range are drawn in to what can be shown.
+/// radians and planes in units. Angles and planes out of range are drawn in to what can be shown.
 RenderCamera MakeCamera(const float* cameraMatrix, float fieldOfView, float aspect, float nearPlane,
                         float farPlane);
 

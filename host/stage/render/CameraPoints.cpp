@@ -2,6 +2,7 @@
 
 #include "host/engine/LevelData.h"
 #include "host/engine/SceneObject.h"
+#include "host/engine/Units.h"
 #include "host/stage/render/HelperShapes.h"
 #include "host/stage/render/ShapeMeshes.h"
 #include "plugin/contract/ClassIds.h"
@@ -12,15 +13,16 @@
 
 namespace {
 
-// Sizes are metres for a viewer ten metres away.
-constexpr float kUsualDistance = 10.0f;
+// Sizes are units for a viewer ten metres away.
+constexpr float kUsualDistance = engine::Metres(10.0f);
 constexpr float kSmallest = 0.4f;
 constexpr float kLargest = 40.0f;
-constexpr float kHandleRadius = 0.16f;
-constexpr float kTargetRadius = 0.09f;
-constexpr float kCrossLength = 0.38f;
-constexpr glm::vec3 kBodySize{0.24f, 0.28f, 0.5f}; ///< as HelperShapes::AddCamera draws its edges
-constexpr float kPyramidDepth = 0.7f;
+constexpr float kHandleRadius = engine::Metres(0.16f);
+constexpr float kTargetRadius = engine::Metres(0.09f);
+constexpr float kCrossLength = engine::Metres(0.38f);
+/// As HelperShapes::AddCamera draws its edges.
+constexpr glm::vec3 kBodySize{engine::Metres(0.24f), engine::Metres(0.28f), engine::Metres(0.5f)};
+constexpr float kPyramidDepth = engine::Metres(0.7f);
 constexpr float kPyramidAngle = 0.7f; ///< radians
 constexpr float kPyramidAspect = 1.6f;
 constexpr glm::vec4 kEyeColor{0.96f, 0.97f, 1.0f, 1.0f};

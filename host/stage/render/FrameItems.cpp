@@ -1,5 +1,7 @@
 #include "host/stage/render/FrameItems.h"
 
+#include "host/engine/Units.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -23,9 +25,10 @@ MeshBox TransformBox(const MeshBox& box, const glm::mat4& matrix) {
 }
 
 void AddScreenBox(const MeshBox& box, const glm::mat4& viewProjection, MeshBox& seen) {
+    constexpr float kAtTheEye = engine::Metres(1e-4f);
     for (int corner = 0; corner < 8; ++corner) {
         const glm::vec4 point = viewProjection * glm::vec4(box.Corner(corner), 1.0f);
-        if (point.w <= 1e-4f) {
+        if (point.w <= kAtTheEye) {
             seen.Add(glm::vec3(-1.0f));
             seen.Add(glm::vec3(1.0f));
         } else {

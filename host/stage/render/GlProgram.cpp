@@ -1,5 +1,7 @@
 #include "host/stage/render/GlProgram.h"
 
+#include "host/engine/Units.h"
+
 #include <epoxy/gl.h>
 #include <stdexcept>
 #include <string>
@@ -8,8 +10,9 @@ namespace {
 
 GLuint Compile(GLenum stage, const char* define, const char* prelude, const char* source) {
     const GLuint shader = glCreateShader(stage);
-    const char* texts[] = {"#version 330 core\n", define, prelude, source};
-    glShaderSource(shader, 4, texts, nullptr);
+    const std::string metre = "#define METRE " + std::to_string(engine::kUnitsPerMetre) + "\n";
+    const char* texts[] = {"#version 330 core\n", metre.c_str(), define, prelude, source};
+    glShaderSource(shader, static_cast<GLsizei>(std::size(texts)), texts, nullptr);
     glCompileShader(shader);
     GLint good = 0;
     glGetShaderiv(shader, GL_COMPILE_STATUS, &good);

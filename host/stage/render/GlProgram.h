@@ -8,8 +8,8 @@ public:
     /// Where the uniform block "Frame" is bound in every program that has it.
     static constexpr unsigned kFrameBinding = 0;
 
-    /// `prelude` and then `define` are put in front of both shaders. Throws std::runtime_error with the
-    /// compiler's text.
+    /// `prelude` and then `define` are put in front of both shaders; METRE is defined as a metre's units.
+    /// Throws std::runtime_error with the compiler's text.
     GlProgram(const char* prelude, const char* vertex, const char* fragment, const char* define = "");
     ~GlProgram();
     GlProgram(const GlProgram&) = delete;

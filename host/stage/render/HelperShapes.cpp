@@ -1,5 +1,7 @@
 #include "host/stage/render/HelperShapes.h"
 
+#include "host/engine/Units.h"
+
 #include <cmath>
 #include <glm/gtc/constants.hpp>
 
@@ -7,7 +9,10 @@ namespace HelperShapes {
 
 namespace {
 
-constexpr float kRayLength = 0.35f;
+using engine::Metres;
+
+constexpr float kRayStart = Metres(0.14f);
+constexpr float kRayEnd = Metres(0.35f);
 
 glm::vec3 Across(const glm::vec3& axis) {
     const glm::vec3 other = std::abs(axis.y) < 0.9f ? glm::vec3(0, 1, 0) : glm::vec3(1, 0, 0);
@@ -45,7 +50,7 @@ void AddPointLight(std::vector<RenderLine>& lines, const RenderLight& light, boo
                 if (length > 0.0f) {
                     const glm::vec3 unit = way / length;
                     lines.push_back(
-                        {light.position + unit * 0.14f, light.position + unit * kRayLength, color});
+                        {light.position + unit * kRayStart, light.position + unit * kRayEnd, color});
                 }
             }
         }
@@ -63,16 +68,16 @@ void AddSun(std::vector<RenderLine>& lines, const glm::vec3& position, const glm
     const glm::vec3 axis = glm::normalize(towardsSun);
     const glm::vec3 u = Across(axis);
     const glm::vec3 v = glm::cross(axis, u);
-    AddCircle(lines, position, axis, 0.4f, color, 2.0f);
+    AddCircle(lines, position, axis, Metres(0.4f), color, 2.0f);
     for (int i = 0; i < 8; ++i) {
         const float angle = glm::two_pi<float>() * static_cast<float>(i) / 8.0f;
         const glm::vec3 way = u * std::cos(angle) + v * std::sin(angle);
-        lines.push_back({position + way * 0.5f, position + way * 0.75f, color, 2.0f});
+        lines.push_back({position + way * Metres(0.5f), position + way * Metres(0.75f), color, 2.0f});
     }
-    const glm::vec3 tip = position - axis * 2.0f;
-    lines.push_back({position - axis * 0.4f, tip, color, 2.0f});
+    const glm::vec3 tip = position - axis * Metres(2.0f);
+    lines.push_back({position - axis * Metres(0.4f), tip, color, 2.0f});
     for (const glm::vec3& side : {u, -u, v, -v}) {
-        lines.push_back({tip, tip + axis * 0.35f + side * 0.15f, color, 2.0f});
+        lines.push_back({tip, tip + axis * Metres(0.35f) + side * Metres(0.15f), color, 2.0f});
     }
 }
 
@@ -95,8 +100,8 @@ void AddCamera(std::vector<RenderLine>& lines, const glm::mat4& world, float fie
     lines.push_back({glm::mix(corners[3], middle, 0.4f), middle + up, color});
     lines.push_back({glm::mix(corners[2], middle, 0.4f), middle + up, color});
     MeshBox body;
-    body.Add({-0.12f, -0.14f, 0.0f});
-    body.Add({0.12f, 0.14f, 0.5f});
+    body.Add({Metres(-0.12f), Metres(-0.14f), 0.0f});
+    body.Add({Metres(0.12f), Metres(0.14f), Metres(0.5f)});
     AddBox(lines, body, world, color);
 }
 

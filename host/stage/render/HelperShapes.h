@@ -13,7 +13,7 @@ void AddPointLight(std::vector<RenderLine>& lines, const RenderLight& light, boo
 /// A disc with rays and an arrow from the sun to where it shines.
 void AddSun(std::vector<RenderLine>& lines, const glm::vec3& position, const glm::vec3& towardsSun,
             const glm::vec4& color);
-/// A camera's body and the pyramid that it sees, `depth` metres deep. The matrix is that of the camera in
+/// A camera's body and the pyramid that it sees, `depth` units deep. The matrix is that of the camera in
 /// the world, looking along its negative z; the angle is vertical, in radians.
 void AddCamera(std::vector<RenderLine>& lines, const glm::mat4& world, float fieldOfView, float aspect,
                float depth, const glm::vec4& color);

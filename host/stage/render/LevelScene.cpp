@@ -1,6 +1,7 @@
 #include "host/stage/render/LevelScene.h"
 
 #include "host/engine/FilmManager.h"
+#include "host/engine/Units.h"
 #include "host/stage/render/HelperShapes.h"
 #include "host/stage/render/ShapeMeshes.h"
 #include "host/stage/render/SkyLight.h"
@@ -13,11 +14,11 @@
 namespace {
 
 /// Things larger than this are scenery: the shadow map would be too coarse if it covered them.
-constexpr float kLargestCaster = 150.0f;
+constexpr float kLargestCaster = engine::Metres(150.0f);
 /// Light of a film light of full colour and intensity 1.
 constexpr float kLightStrength = 2.2f;
-/// Bodies of sun helpers, which stand a kilometre out, against those of other lights.
-constexpr float kSunBodyScale = 220.0f;
+/// Bodies of sun helpers against those of other lights.
+constexpr float kSunBodyScale = 2.2f;
 
 glm::vec3 ToGlm(const Vector3& v) {
     return {v.x, v.y, v.z};
@@ -48,9 +49,9 @@ RenderLight ToLight(const engine::SceneObject& object) {
 } // namespace
 
 LevelScene::LevelScene(GltfMeshLibrary& library)
-    : meshes(library), lightBody(ShapeMeshes::MakeOctahedron(0.12f, glm::vec3(1.0f), 1.0f)),
-      plainBody(ShapeMeshes::MakeBox(0.25f, {0.35f, 0.55f, 0.80f}, 0.1f)),
-      missingBody(ShapeMeshes::MakeBox(0.6f, {0.80f, 0.10f, 0.55f}, 0.1f)) {
+    : meshes(library), lightBody(ShapeMeshes::MakeOctahedron(engine::Metres(0.12f), glm::vec3(1.0f), 1.0f)),
+      plainBody(ShapeMeshes::MakeBox(engine::Metres(0.25f), {0.35f, 0.55f, 0.80f}, 0.1f)),
+      missingBody(ShapeMeshes::MakeBox(engine::Metres(0.6f), {0.80f, 0.10f, 0.55f}, 0.1f)) {
 }
 
 void LevelScene::Update(const engine::Level& level, const LevelSceneOptions& options) {

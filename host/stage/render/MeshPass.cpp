@@ -1,5 +1,6 @@
 #include "host/stage/render/MeshPass.h"
 
+#include "host/engine/Units.h"
 #include "host/stage/render/Shaders.h"
 
 #include <algorithm>
@@ -32,7 +33,8 @@ void SetLights(const GlProgram& program, const RenderScene& scene, const ItemLig
     glm::vec3 colors[RenderScene::kMaxLights];
     for (int i = 0; i < lights.count; ++i) {
         const RenderLight& light = scene.lights[static_cast<std::size_t>(lights.index[i])];
-        const float range = std::max(light.range, 0.01f);
+        const float range =
+            std::max(light.range / engine::kUnitsPerMetre, 0.01f); // the shader counts in metres
         places[i] = glm::vec4(light.position, 1.0f / (range * range));
         colors[i] = light.color;
     }
@@ -110,9 +112,10 @@ void MeshPass::SelectSeen(const std::vector<FrameItem>& items, const View& view)
     }
     // Grounds and waters come last: what stands on them would be drawn over them.
     const auto nearness = [&](const FrameItem* entry) {
-        constexpr float kGroundRadius = 12.0f;
+        constexpr float kGroundRadius = engine::Metres(12.0f);
+        constexpr float kFar = engine::Metres(1e6f);
         const float away = glm::distance(glm::clamp(view.eye, entry->box.min, entry->box.max), view.eye);
-        return away + (entry->radius > kGroundRadius ? 1e6f : 0.0f);
+        return away + (entry->radius > kGroundRadius ? kFar : 0.0f);
     };
     std::stable_sort(order.begin(), order.end(),
                      [&](const FrameItem* a, const FrameItem* b) { return nearness(a) < nearness(b); });

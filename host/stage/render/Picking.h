@@ -6,7 +6,7 @@
 
 struct PickHit {
     int objectId = 0;
-    float distance = 0.0f; ///< metres along the ray
+    float distance = 0.0f; ///< units along the ray
     glm::vec3 point{0.0f}; ///< world
 };
 

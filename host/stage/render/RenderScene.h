@@ -2,6 +2,7 @@
 
 #include "host/engine/mesh/Mesh.h"
 #include "host/engine/mesh/MeshPose.h"
+#include "host/engine/Units.h"
 
 #include <memory>
 #include <vector>
@@ -27,11 +28,11 @@ struct RenderLine {
     float width = 1.5f;
 };
 
-/// A point light. It fades to nothing at `range` metres.
+/// A point light. It fades to nothing at `range` units.
 struct RenderLight {
     glm::vec3 position{0.0f};
     glm::vec3 color{1.0f};
-    float range = 10.0f;
+    float range = engine::Metres(10.0f);
 };
 
 struct RenderSun {

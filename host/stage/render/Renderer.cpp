@@ -1,5 +1,6 @@
 #include "host/stage/render/Renderer.h"
 
+#include "host/engine/Units.h"
 #include "host/stage/render/FrameBlock.h"
 #include "host/stage/render/FrameItems.h"
 #include "host/stage/render/GlContext.h"
@@ -20,7 +21,7 @@ namespace {
 
 constexpr glm::vec3 kOutlineColor(1.0f, 0.62f, 0.10f);
 /// Shadows reach this far around what the first casters span; beyond, texels would grow too coarse.
-constexpr float kMaxShadowExtent = 160.0f;
+constexpr float kMaxShadowExtent = engine::Metres(160.0f);
 
 glm::vec3 SunDirection(const RenderSun& sun) {
     const float length = glm::length(sun.direction);

@@ -35,6 +35,7 @@ vec3 ToneMap(vec3 c) {
     return sqrt(c);
 }
 
+// Metres.
 float FogShare(float distance) {
     float f = zenith.w * max(distance - 6.0, 0.0);
     return 1.0 - 1.0 / (1.0 + f + 0.5 * f * f);
@@ -78,14 +79,16 @@ in vec3 material; // roughness, metallic, ripple
 #endif
 uniform sampler2DShadow shadowMap;
 #if LIGHTS > 0
-uniform vec4 lightPosition[LIGHTS]; // w: 1 over the square of the range
+uniform vec4 lightPosition[LIGHTS]; // w: 1 over the square of the range in metres
 uniform vec3 lightColor[LIGHTS];
 #endif
 out vec4 result;
 
+const float kMetres = 1.0 / METRE; // in a unit
+
 float SunVisible(vec3 n) {
     // Moved along the normal so that a surface does not shade itself.
-    vec3 lifted = placeAndGlow.xyz + n * 0.05;
+    vec3 lifted = placeAndGlow.xyz + n * (0.05 * METRE);
     vec3 shadowPosition = mat3(shadowMatrix) * lifted + shadowMatrix[3].xyz;
 #ifdef FINE
     const float texel = 1.0 / 2048.0;
@@ -100,8 +103,9 @@ float SunVisible(vec3 n) {
 }
 
 #ifdef GLOSSY
+// The distance in metres.
 vec3 Ripple(vec3 n, float distance) {
-    vec2 p = placeAndGlow.xz;
+    vec2 p = placeAndGlow.xz * kMetres;
     float t = eye.w;
     vec2 slope = 0.050 * cos(dot(p, vec2(0.9, 0.6)) + t * 1.1) * vec2(0.9, 0.6);
     slope += 0.045 * cos(dot(p, vec2(-1.3, 1.9)) + t * 1.7) * vec2(-1.3, 1.9) * 0.6;
@@ -113,7 +117,7 @@ vec3 Ripple(vec3 n, float distance) {
 #endif
 
 void main() {
-    vec3 toEye = eye.xyz - placeAndGlow.xyz;
+    vec3 toEye = (eye.xyz - placeAndGlow.xyz) * kMetres;
     float squaredDistance = dot(toEye, toEye);
     float nearness = inversesqrt(squaredDistance);
     float distance = squaredDistance * nearness;
@@ -128,7 +132,7 @@ void main() {
     vec3 light = ambient + sunColor.rgb * (sun * visible);
 #if LIGHTS > 0
     for (int i = 0; i < LIGHTS; ++i) {
-        vec3 toLight = lightPosition[i].xyz - placeAndGlow.xyz;
+        vec3 toLight = (lightPosition[i].xyz - placeAndGlow.xyz) * kMetres;
         float squared = dot(toLight, toLight);
         float fade = max(1.0 - squared * lightPosition[i].w, 0.0);
         float wrap = max(dot(n, toLight) * inversesqrt(squared + 0.0001) * 0.8 + 0.2, 0.0);

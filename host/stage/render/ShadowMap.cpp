@@ -1,5 +1,7 @@
 #include "host/stage/render/ShadowMap.h"
 
+#include "host/engine/Units.h"
+
 #include <epoxy/gl.h>
 #include <glm/gtc/matrix_transform.hpp>
 
@@ -7,12 +9,13 @@ glm::mat4 ShadowProjection(const MeshBox& world, const glm::vec3& toSun) {
     const glm::vec3 up =
         std::abs(toSun.y) > 0.95f ? glm::vec3(0.0f, 0.0f, 1.0f) : glm::vec3(0.0f, 1.0f, 0.0f);
     const glm::vec3 center = world.Center();
-    const glm::mat4 view = glm::lookAt(center + toSun, center, up);
+    // One unit away the direction would be lost in the digits of the centre.
+    const glm::mat4 view = glm::lookAt(center + toSun * engine::Metres(1.0f), center, up);
     MeshBox seen;
     for (int corner = 0; corner < 8; ++corner) {
         seen.Add(glm::vec3(view * glm::vec4(world.Corner(corner), 1.0f)));
     }
-    constexpr float kMargin = 0.5f;
+    constexpr float kMargin = engine::Metres(0.5f);
     return glm::ortho(seen.min.x - kMargin, seen.max.x + kMargin, seen.min.y - kMargin, seen.max.y + kMargin,
                       -seen.max.z - kMargin, -seen.min.z + kMargin) *
            view;

@@ -22,7 +22,7 @@ QDoubleSpinBox* Number(QWidget* parent, double most, double step, const QString&
 
 LightFields::LightFields(QWidget* parent, bool withRange)
     : QWidget(parent), on(new QCheckBox(tr("Shines"), this)), color(new ColorButton(this)),
-      intensity(Number(this, 100.0, 0.1, QString())), range(Number(this, 1000.0, 0.5, tr(" m"))) {
+      intensity(Number(this, 100.0, 0.1, QString())), range(Number(this, 100000.0, 50.0, tr(" cm"))) {
     auto* form = new QFormLayout(this);
     form->setContentsMargins(0, 0, 0, 0);
     form->addRow(QString(), on);

@@ -1,3 +1,4 @@
+#include "host/engine/Units.h"
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/MeshFiles.h"
@@ -95,7 +96,7 @@ void MainWindow::CreateObject(const char* className, const QString& name, const 
     spec.meshName = meshName.toStdString();
     Vector3 place = views->PlaceForNew();
     if (host.classes.IsDerivedFrom(className, ClassName::Helper)) {
-        place.y += 2.0f; // a light on the ground would shine on nothing
+        place.y += engine::Metres(2.0f); // a light on the ground would shine on nothing
     }
     spec.matrix.SetTranslation(place);
     if (engine::SceneObject* object = commands.Create(spec)) {

@@ -9,6 +9,7 @@ namespace stage {
 
 namespace {
 struct RowLook {
+    const char* name;
     const char* label;
     double step;
     double limit;
@@ -16,16 +17,18 @@ struct RowLook {
 };
 
 constexpr RowLook kRows[] = {
-    {"Position", 0.1, 100000.0, 3},
-    {"Rotation", 5.0, 3600.0, 2},
-    {"Scale", 0.1, 1000.0, 3},
+    {"Position", QT_TR_NOOP("Position, cm"), 10.0, 10000000.0, 2},
+    {"Rotation", QT_TR_NOOP("Rotation"), 5.0, 3600.0, 2},
+    {"Scale", QT_TR_NOOP("Scale"), 0.1, 1000.0, 3},
 };
 constexpr const char* kAxes[] = {"X", "Y", "Z"};
+constexpr int kFirstOfPlace = 12; ///< number of a matrix
 
 bool Same(const engine::Matrix4& a, const engine::Matrix4& b) {
     for (int i = 0; i < 16; ++i) {
-        // The fields round to three decimals.
-        const float tolerance = 0.002f * std::max(1.0f, std::abs(b.m[i]));
+        // The fields of the place round to two decimals, those of the scale to three.
+        const float size = std::abs(b.m[i]);
+        const float tolerance = i < kFirstOfPlace ? 0.002f * std::max(1.0f, size) : 0.006f + 1e-5f * size;
         if (!(std::abs(a.m[i] - b.m[i]) <= tolerance)) {
             return false;
         }
@@ -48,7 +51,7 @@ TransformFields::TransformFields(QWidget* parent) : QWidget(parent) {
         grid->addWidget(new QLabel(tr(kRows[row].label), this), row + 1, 0);
         for (int axis = 0; axis < 3; ++axis) {
             auto* field = new QDoubleSpinBox(this);
-            field->setObjectName(QString("%1%2").arg(kRows[row].label, kAxes[axis]));
+            field->setObjectName(QString("%1%2").arg(kRows[row].name, kAxes[axis]));
             field->setRange(-kRows[row].limit, kRows[row].limit);
             field->setDecimals(kRows[row].decimals);
             field->setSingleStep(kRows[row].step);

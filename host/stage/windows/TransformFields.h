@@ -8,7 +8,7 @@ class QDoubleSpinBox;
 
 namespace stage {
 
-/// Nine number fields for a world matrix: position in metres, rotation in degrees, scale factors.
+/// Nine number fields for a world matrix: position in centimetres, rotation in degrees, scale factors.
 class TransformFields : public QWidget {
     Q_OBJECT
 public:

@@ -1,5 +1,6 @@
 #include "host/stage/windows/ViewWidget.h"
 
+#include "host/engine/Units.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/ObjectCommands.h"
 #include "host/stage/windows/ScenePictures.h"
@@ -17,7 +18,7 @@ namespace {
 constexpr double kClickPixels = 4.0;
 constexpr int kFlyIntervalMs = 15;
 constexpr int kRefineMs = 250;
-constexpr float kFlyMetresPerSecond = 6.0f;
+constexpr float kFlyUnitsPerSecond = engine::Metres(6.0f);
 constexpr float kFastFactor = 4.0f;
 
 struct FlyKey {
@@ -265,7 +266,7 @@ void ViewWidget::Fly() {
         }
     }
     const bool fast = QApplication::keyboardModifiers() & Qt::ShiftModifier;
-    View()->navigation.Fly(way * seconds * kFlyMetresPerSecond * (fast ? kFastFactor : 1.0f));
+    View()->navigation.Fly(way * seconds * kFlyUnitsPerSecond * (fast ? kFastFactor : 1.0f));
     View()->ApplyNavigation();
     update();
 }
