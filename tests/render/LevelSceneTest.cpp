@@ -220,9 +220,12 @@ TEST_F(CameraPointsTest, EyeIsACameraThatLooksAtItsTarget) {
     EXPECT_FLOAT_EQ(body.z, 300.0f);
     EXPECT_EQ(glm::vec3(ItemOf(target)->world[3]), glm::vec3(600, 200, 300));
     float farthest = 0.0f;
+    float base = 0.0f; // of the pyramid, well before the target
     for (const RenderLine& line : scene.lines) {
         farthest = std::max({farthest, line.from.x, line.to.x});
+        base = line.to.x < 400.0f ? std::max(base, line.to.x) : base;
     }
+    EXPECT_NEAR(base, 170.0f, 0.01f);
     EXPECT_FLOAT_EQ(farthest, 638.0f) << "the target's cross reaches beyond it";
     EXPECT_FALSE(ItemOf(eye)->castsShadow);
 }

@@ -1,6 +1,7 @@
 #include "host/stage/render/Renderer.h"
 
 #include "host/engine/Units.h"
+#include "host/stage/render/ShadowMap.h"
 #include "tests/support/TestMeshes.h"
 
 #include <glm/gtc/matrix_transform.hpp>
@@ -240,6 +241,27 @@ TEST_F(RendererTest, LightsFadeOverMetres) {
     EXPECT_NEAR(Green(At(image, 80, 0)), 76, 2);
 }
 
+TEST_F(RendererTest, LightsEndAtTheirRange) {
+    AddBox({-20, -1, -20}, {20, 0, 20}, 255, 255, 255);
+    camera.view = LookAt({0, 4, 0.01f}, {0, 0, 0});
+    const RenderImage dark = Draw();
+    AddLight({0, 0.5f, 0}, {1, 1, 1}, 1.5f);
+    const RenderImage lit = Draw();
+    EXPECT_GT(Green(Middle(lit)), Green(Middle(dark)));
+    EXPECT_EQ(At(lit, 80, 0), At(dark, 80, 0)) << "1.9 m aside";
+}
+
+TEST_F(RendererTest, WhatLiesFlatOnTheGroundShadesNothing) {
+    // Shadows are looked up five centimetres above a surface; the plate reaches three up.
+    scene.sun.direction = {1, 0.2f, 0};
+    AddBox({-3, -1, -3}, {3, 0, 3}, 150, 150, 150);
+    AddBox({-1, 0.02f, -1}, {1, 0.03f, 1}, 150, 150, 150);
+    camera.view = LookAt({-1.2f, 0.6f, 0.8f}, {-1.07f, 0, 0});
+    const RenderImage shaded = Draw();
+    scene.items[1].castsShadow = false;
+    EXPECT_EQ(Draw().pixels, shaded.pixels);
+}
+
 TEST_F(RendererTest, FogBeginsSixMetresAwayAndThickensOverTensOfMetres) {
     AddBox({-1, 0, -1}, {1, 2, 1}, 20, 20, 20); // its front 5 m away
     const std::uint32_t clear = Middle(Draw());
@@ -278,6 +300,19 @@ TEST_F(RendererTest, WaterRipplesOverMetres) {
     }
     EXPECT_GT(most, least + 20) << "it does ripple";
     EXPECT_LT(step, (most - least) / 3);
+}
+
+TEST(ShadowProjectionTest, KeepsTheSunsDirectionFarFromTheOrigin) {
+    MeshBox box;
+    box.Add({30000, 0, 50000});
+    box.Add({46000, 2000, 66000});
+    const glm::vec3 toSun = glm::normalize(glm::vec3(0.4f, 0.8f, 0.45f));
+    const glm::mat4 projection = ShadowProjection(box, toSun);
+    const glm::vec4 low = projection * glm::vec4(box.Center(), 1.0f);
+    const glm::vec4 high = projection * glm::vec4(box.Center() + toSun * 10000.0f, 1.0f);
+    // Half a texel of the map of 2,048.
+    EXPECT_NEAR(low.x, high.x, 0.00049f);
+    EXPECT_NEAR(low.y, high.y, 0.00049f);
 }
 
 TEST_F(RendererTest, LinesAreHiddenByWhatStandsInFront) {
