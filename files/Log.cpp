@@ -11,7 +11,8 @@
 
 namespace {
 
-constexpr std::size_t kBufferBytes = 2048;
+constexpr std::size_t kMessageBytes = 2048; ///< of text, without the terminator
+constexpr std::size_t kLineBytes = 2048;
 /// Leaves room for a CR LF pair begun at the limit, and for the terminator.
 constexpr std::size_t kLineLimit = 2046;
 constexpr const char* kPlainName = "crash.log";
@@ -21,8 +22,8 @@ struct LogState {
     int file = -1;
     int console = -1;
     LogListener listener = nullptr;
-    char message[kBufferBytes] = {};
-    char line[kBufferBytes] = {};
+    char message[kMessageBytes + 1] = {};
+    char line[kLineBytes] = {};
 };
 
 LogState& State() {
@@ -31,7 +32,7 @@ LogState& State() {
 }
 
 void Format(const char* format, std::va_list arguments) {
-    std::vsnprintf(State().message, kBufferBytes, format, arguments);
+    std::vsnprintf(State().message, sizeof State().message, format, arguments);
 }
 
 void WriteAll(int descriptor, const char* text, std::size_t size) {

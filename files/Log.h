@@ -6,7 +6,7 @@
 /// Receives the finished, terminated text of a print.
 using LogListener = void (*)(const char* text);
 
-/// A trace in printf format, cut to 2047 bytes. Goes to the listener and to the console, if there are any.
+/// A trace in printf format, cut to 2048 bytes. Goes to the listener and to the console, if there are any.
 void DebugPrint(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 /// As DebugPrint, with line ends made CR LF and the text kept in the log file too. The first call opens the

@@ -68,7 +68,13 @@ TEST_F(LogTest, DebugPrintFormatsForTheListenerAndWritesNoFile) {
 
 TEST_F(LogTest, DebugPrintCutsLongTextsAndTerminatesThem) {
     DebugPrint("%s", std::string(5000, 'x').c_str());
-    EXPECT_EQ(heard, std::string(2047, 'x'));
+    EXPECT_EQ(heard, std::string(2048, 'x'));
+}
+
+TEST_F(LogTest, TextOfTheWholeBufferReachesTheListener) {
+    const std::string text = std::string(2047, 'x') + "!";
+    DebugPrint("%s", text.c_str());
+    EXPECT_EQ(heard, text);
 }
 
 TEST_F(LogTest, DebugPrintWithoutListenerIsHarmless) {
