@@ -27,13 +27,14 @@ private:
 
 /// Calls `visit(header, size)` for each sub-chunk of a chunk of `bytes`; `size` is the header's, cut to
 /// what the parent has left. The visitor consumes `size` bytes. Stops at the end of the parent or file.
+/// Required: the sizes alone count, whatever the numbers of the sub-chunks are.
 template <class Visit> void ForEachSubChunk(fs::file& file, std::uint32_t bytes, Visit visit) {
     std::uint64_t counted = 0;
     while (counted + ChunkHeader::kBytes <= bytes) {
         ChunkHeader header;
         const std::uint32_t stated = ChunkLoadHeader(file, header);
-        if (header.id == 0) {
-            return;
+        if (header.id == 0 && stated == 0) {
+            return; // what a header cut short by the end of the file gives too
         }
         const std::uint64_t left = bytes - counted - ChunkHeader::kBytes;
         visit(header, static_cast<std::uint32_t>(std::min<std::uint64_t>(stated, left)));

@@ -188,6 +188,19 @@ TEST_F(ChunksTest, TrackParamsReplaceLevelAndCameraStores) {
     EXPECT_EQ(plugin.cameraParams.front().records.front().objectName, "Cam");
 }
 
+TEST_F(ChunksTest, SubChunksCountByTheirSizesWhateverTheirNumbers) {
+    Bytes data;
+    data.Chunk(0, Bytes().U32(1).Append(NewRecord("Intro", 1, 3)));
+    data.Chunk(0, Bytes().U32(1).Text("Intro").Text("Cam").U8(0).U32(20).Fill(20, 4));
+    data.Chunk(77, Bytes().U32(1).Text("Intro").Text("Other").U8(0).U32(20).Fill(20, 4));
+    EXPECT_EQ(Load(Root(), 5780, data), data.Str().size());
+    ASSERT_EQ(plugin.levelParams.records.size(), 1u);
+    EXPECT_EQ(plugin.levelParams.records.front().filmName, "Intro");
+    ASSERT_EQ(plugin.cameraParams.size(), 2u);
+    EXPECT_EQ(plugin.cameraParams.front().records.front().objectName, "Cam");
+    EXPECT_EQ(plugin.cameraParams.back().records.front().objectName, "Other");
+}
+
 TEST_F(ChunksTest, OldFirstSubChunkHasNineFilterBytes) {
     Bytes data;
     data.Chunk(5781, Bytes().U32(1).Text("Intro").U8(1).Fill(9, 0));
