@@ -139,6 +139,22 @@ TEST_F(LevelSceneTest, TheSunLightsTheSky) {
     EXPECT_EQ(Update(false).sun.color, glm::vec3(0));
 }
 
+TEST_F(LevelSceneTest, ColoursThatNoLightHasAreLimitedWhereTheyShine) {
+    const float nan = std::nanf("");
+    engine::SceneObject* lamp = Add(ClassName::GLLight, "", {0, 3, 0});
+    engine::SunObject& sun = *level.Data()->Sun();
+    sun.direction = {0, 1, 0};
+    lamp->light->color = sun.light.color = {1.0e30f, -5.0f, nan};
+    lamp->light->intensity = sun.light.intensity = 1.0e30f;
+    const RenderScene& scene = Update(true);
+    ASSERT_EQ(scene.lights.size(), 1u);
+    for (const glm::vec3& color : {scene.lights[0].color, scene.sun.color, scene.items[0].tint}) {
+        EXPECT_TRUE(std::isfinite(color.r) && color.r > 0.0f && color.r < 1000.0f) << color.r;
+        EXPECT_EQ(color.g, 0.0f);
+        EXPECT_EQ(color.b, 0.0f);
+    }
+}
+
 TEST_F(LevelSceneTest, TheEnginesPoseIsShown) {
     engine::SceneObject* sailor = Add("MeshObject", "models/sailor.glb", {});
     ASSERT_NE(sailor->PreparePose(), nullptr);

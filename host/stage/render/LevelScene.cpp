@@ -9,6 +9,7 @@
 #include "processor/UpperHalves.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace {
@@ -20,8 +21,17 @@ constexpr float kLightStrength = 2.2f;
 /// Bodies of sun helpers against those of other lights.
 constexpr float kSunBodyScale = 2.2f;
 
+/// Times full light. Levels and keys may hold any number, the shaders only what they can still show.
+constexpr float kBrightest = 100.0f;
+
 glm::vec3 ToGlm(const Vector3& v) {
     return {v.x, v.y, v.z};
+}
+
+/// What is no number is dark.
+glm::vec3 Limited(const glm::vec3& color) {
+    const auto part = [](float share) { return std::fmin(std::fmax(share, 0.0f), kBrightest); };
+    return {part(color.r), part(color.g), part(color.b)};
 }
 
 glm::mat4 ToGlm(const engine::Matrix4& matrix) {
@@ -42,7 +52,7 @@ bool IsSelected(const engine::SceneObject& object) {
 RenderLight ToLight(const engine::SceneObject& object) {
     const engine::LightProperties& light = *object.light;
     const glm::mat4 world = ToGlm(object.World());
-    return {glm::vec3(world[3]), ToGlm(light.color) * light.intensity * kLightStrength,
+    return {glm::vec3(world[3]), Limited(ToGlm(light.color) * light.intensity) * kLightStrength,
             light.range * LargestScale(world)};
 }
 
@@ -100,7 +110,7 @@ void LevelScene::TakeSun(const engine::LevelData& data) {
         scene.sky = SkyForSun({0.0f, -1.0f, 0.0f}, glm::vec3(1.0f));
         return;
     }
-    const glm::vec3 color = ToGlm(sun->light.color) * (sun->light.on ? sun->light.intensity : 0.0f);
+    const glm::vec3 color = Limited(ToGlm(sun->light.color) * (sun->light.on ? sun->light.intensity : 0.0f));
     scene.sun = SunLight(ToGlm(sun->direction), color);
     scene.sky = SkyForSun(ToGlm(sun->direction), color);
 }
@@ -161,7 +171,7 @@ void LevelScene::AddLight(const engine::SceneObject& object, const LevelSceneOpt
     item.world = glm::mat4(glm::mat3(size));
     item.world[3] = glm::vec4(light.position, 1.0f);
     item.mesh = lightBody;
-    item.tint = object.light->on ? ToGlm(object.light->color) : glm::vec3(0.25f);
+    item.tint = object.light->on ? Limited(ToGlm(object.light->color)) : glm::vec3(0.25f);
     item.castsShadow = false;
     item.outline = IsSelected(object);
     if (!isSun) {
