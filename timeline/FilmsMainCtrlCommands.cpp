@@ -111,7 +111,8 @@ void CFilmsMainCtrl::OnMenuRemoveActors() {
 /// reports.
 void CFilmsMainCtrl::OnMenuRemoveActor() {
     CFilmTrack* track = menuRow != nullptr ? menuRow->track : nullptr;
-    if (track == nullptr) {
+    const bool isLevel = track != nullptr && menuRow->IsRoot() && AsLevelTrack(track) != nullptr;
+    if (track == nullptr || isLevel) { // a film's level track can't be removed
         return;
     }
     IPluginImpl& plugin = GetPlugin();

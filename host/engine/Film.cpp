@@ -160,7 +160,8 @@ CFilmTrack* Film::CreateTrack(int classId) {
 
 void Film::RemoveTrack(CFilmTrack* track, int) {
     const auto found = std::find(tracks.begin(), tracks.end(), track);
-    if (track == nullptr || found == tracks.end()) {
+    // Every film has exactly one level track, which can't be removed.
+    if (track == nullptr || found == tracks.end() || track == mainTrack) {
         return;
     }
     OnStructureChanged();
@@ -170,9 +171,6 @@ void Film::RemoveTrack(CFilmTrack* track, int) {
     tracks.erase(found);
     order.clear();
     OnStructureChanged();
-    if (mainTrack == track) {
-        mainTrack = nullptr;
-    }
     for (CFilmTrack* other : tracks) {
         if (CFilmLevelTrack* level = AsLevelTrack(other); level != nullptr &&
                                                           level->cameraHolder != nullptr &&

@@ -2,6 +2,7 @@
 #include "tests/engine/EngineFixture.h"
 
 #include <cstring>
+#include <list>
 
 namespace engine_test {
 
@@ -82,11 +83,19 @@ TEST_F(FilmTest, FirstLevelTrackBecomesTheMainTrack) {
     CFilmTrack& second = AddTrack(film->CreateLevelTrack());
     EXPECT_EQ(film->mainTrack, first);
     EXPECT_EQ(second.film, film);
-    film->RemoveTrack(first, 1);
-    EXPECT_EQ(film->mainTrack, nullptr);
     film->AddTrack(nullptr);
     film->AddTrack(&second);
+    EXPECT_EQ(film->tracks.size(), 2u);
+    film->RemoveTrack(&second, 1);
     EXPECT_EQ(film->tracks.size(), 1u);
+}
+
+TEST_F(FilmTest, MainTrackCannotBeRemoved) {
+    CFilmTrack* main = film->mainTrack;
+    ASSERT_NE(main, nullptr);
+    film->RemoveTrack(main, 1);
+    EXPECT_EQ(film->mainTrack, main);
+    EXPECT_EQ(film->tracks, std::list<CFilmTrack*>{main});
 }
 
 TEST_F(FilmTest, RemoveTrackDestroysItsKeysAndLetsForeignTracksBe) {

@@ -278,6 +278,16 @@ TEST_F(MainCtrlInputTest, MenuRemovesAnActorAndPutsItBack) {
     EXPECT_EQ(control->menuRow, nullptr);
 }
 
+TEST_F(MainCtrlInputTest, TheLevelTrackAndItsRowsCannotBeRemoved) {
+    CFilmTrack* main = film->mainTrack;
+    for (const UINT command : {IDC_REMOVE_ACTOR, IDC_REMOVE_TRACK}) {
+        control->menuRow = RowOf("Level");
+        control->OnCmdMsg(command, 0, nullptr, nullptr);
+        EXPECT_NE(RowOf("Level"), nullptr);
+        EXPECT_EQ(film->mainTrack, main);
+    }
+}
+
 TEST_F(MainCtrlInputTest, MenuRemovesTheSelectedActors) {
     editor.Select({AsObjectTrack(row->track)->actor});
     control->OnCmdMsg(IDC_REMOVE_ACTORS, 0, nullptr, nullptr);
