@@ -202,6 +202,19 @@ TEST_F(LevelTest, RayCastSeesMovedAndScaledMeshes) {
     EXPECT_EQ(level.GetLevelData()->RayCast(beside, miss, 0), 0);
 }
 
+TEST_F(LevelTest, FreshViewsAndLightsAreMadeForCentimetres) {
+    level.Views().SetCount(1);
+    const engine::View& view = *level.Views().At(0);
+    const float* camera = view.CameraMatrix();
+    ExpectVector({camera[12], camera[13], camera[14]}, {800.0f, 600.0f, 800.0f}, 1e-2f);
+    EXPECT_EQ(view.camera->data.recordNear, 10.0f);
+    EXPECT_EQ(view.camera->data.recordFar, 100000.0f);
+    EXPECT_EQ(engine::LightProperties().range, 1000.0f);
+    const engine::SavedView saved;
+    EXPECT_EQ(saved.nearPlane, 10.0f);
+    EXPECT_EQ(saved.farPlane, 100000.0f);
+}
+
 TEST_F(LevelTest, ViewsHoldCameraAndProjection) {
     EXPECT_EQ(level.GetViewManager()->GetView(0), nullptr);
     level.Views().SetCount(2);
