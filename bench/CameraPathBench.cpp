@@ -82,8 +82,8 @@ public:
             return false;
         }
         const RenderCamera camera{
-            glm::lookAt(glm::vec3(-4, 6, 24), glm::vec3(4, 1.4f, 2), glm::vec3(0, 1, 0)),
-            glm::perspective(0.9f, static_cast<float>(kWidth) / kHeight, 0.1f, 1000.0f)};
+            glm::lookAt(glm::vec3(-400, 600, 2400), glm::vec3(400, 140, 200), glm::vec3(0, 1, 0)),
+            glm::perspective(0.9f, static_cast<float>(kWidth) / kHeight, ClipPlane::Near, ClipPlane::Far)};
         renderer->BeginFrame(scene.scene);
         return renderer->DrawView(camera, kWidth, kHeight, image);
     }
