@@ -8,6 +8,7 @@
 namespace {
 
 [[noreturn]] void EndBy(int signal) {
+    std::signal(signal, SIG_DFL); // the shell that runs the tests may ignore it
     const stage::EndSignals endSignals([] { std::fputs("the work is kept", stderr); });
     std::raise(signal);
     for (;;) {
