@@ -176,18 +176,6 @@ bool PumpQueue::PopupTookKey() {
     return popup && QApplication::activePopupWidget() != popup;
 }
 
-// Asks an open popup about a key that comes out of the queue, as the toolkit did not. True if that closed it.
-bool PumpQueue::OfferToPopup(const Item& item) {
-    const QWidget* popup = QApplication::activePopupWidget();
-    if (!popup || item.input->type() != QEvent::KeyPress) {
-        return false;
-    }
-    const auto& key = static_cast<const QKeyEvent&>(*item.input);
-    QKeyEvent asking(QEvent::ShortcutOverride, key.key(), key.modifiers(), key.text(), key.isAutoRepeat());
-    QCoreApplication::sendEvent(item.window, &asking);
-    return PopupTookKey();
-}
-
 void PumpQueue::Keep(QWindow* window, QEvent* event) {
     Item item{MessageOf(window, *event), std::unique_ptr<QEvent>(event->clone()), window};
     item.message.ticket = ++lastTicket;
@@ -252,7 +240,7 @@ LRESULT PumpQueue::Dispatch(const MSG& message) {
                    ? native->wnd->SendMessage(item.message.message, item.message.wParam, item.message.lParam)
                    : 0;
     }
-    if (item.window && !OfferToPopup(item) && item.window) {
+    if (item.window) {
         const QEvent* outer = std::exchange(resent, item.input.get());
         QCoreApplication::sendEvent(item.window, item.input.get());
         resent = outer;

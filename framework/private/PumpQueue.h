@@ -37,7 +37,6 @@ private:
     void ProcessEvents(bool wait);
     void Keep(QWindow* window, QEvent* event);
     bool PopupTookKey();
-    bool OfferToPopup(const Item& item);
     MSG TakeFront();
     void Wake();
 
