@@ -30,9 +30,9 @@ public:
     static constexpr int kMinHeight = 70;
     static constexpr int kMinRowHeight = 20;
     /// Pixels. Stored settings may say anything; a film that opens must show a row in a window of the first
-    /// size, and beside the names some of its time in a screen's width.
-    static constexpr int kMaxRowHeight = 200;
-    static constexpr int kMaxLeftWidth = 1000;
+    /// size, and beside the names some of its time in a wide screen.
+    static constexpr int kMaxStoredRowHeight = 200;
+    static constexpr int kMaxStoredLeftWidth = 2000;
 
     CFilmsMainCtrl();
     ~CFilmsMainCtrl() override;

@@ -103,7 +103,7 @@ void CFilmsMainCtrl::SetBigTics(int count, bool redraw) {
 
 void CFilmsMainCtrl::SetRowHeight(int height, bool redraw) {
     const int old = rowHeight;
-    rowHeight = std::clamp(height, kMinRowHeight, kMaxRowHeight);
+    rowHeight = std::max(height, kMinRowHeight);
     if (rowHeight == old || vScroll == nullptr) {
         return;
     }
@@ -132,9 +132,9 @@ void CFilmsMainCtrl::ApplySettings(const FilmViewSettings& settings) {
         SetBigTics(settings.bigTics, /*redraw*/ false);
     }
     if (has(FilmViewSettings::kRowHeight)) {
-        SetRowHeight(settings.rowHeight, /*redraw*/ false);
+        SetRowHeight(std::min(settings.rowHeight, kMaxStoredRowHeight), /*redraw*/ false);
     }
-    const int nameWidth = std::clamp(settings.leftWidth, 0, kMaxLeftWidth);
+    const int nameWidth = std::clamp(settings.leftWidth, 0, kMaxStoredLeftWidth);
     if (has(FilmViewSettings::kLeftWidth) && leftWidth != nameWidth) {
         leftWidth = nameWidth;
         RecalcLayout();
