@@ -35,13 +35,20 @@ public:
     throw ReplaceError(what + ": " + reason);
 }
 
+/// What the names of the files beside a file of this name begin with.
+std::string PrefixFor(const std::string& name) {
+    std::string prefix = ".";
+    prefix.append(name, 0, kMostNameBytes);
+    prefix.append(".saving-");
+    return prefix;
+}
+
 /// One replacement of one file, from the temporary to its name.
 class Replacement {
 public:
     explicit Replacement(const std::string& path)
         : target(FollowLinks(path)), folder(stdfs::path(target).parent_path().string()),
-          prefix(std::string(".").append(stdfs::path(target).filename().string(), 0, kMostNameBytes) +
-                 ".saving-") {
+          prefix(PrefixFor(stdfs::path(target).filename().string())) {
         folder = folder.empty() ? "." : folder;
     }
     ~Replacement() {
