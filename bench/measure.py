@@ -10,37 +10,40 @@ UNIT_NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
 class Figures:
-    """Nanoseconds and counters by benchmark, all that were measured."""
+    """Nanoseconds, one a process, and counters by benchmark."""
 
     def __init__(self):
         self.times = {}
         self.counters = {}
         self.errors = {}
 
-    def add(self, name, run):
-        if run.get("error_occurred"):
-            self.errors[name] = run.get("error_message", "")
-            return
-        # Processor time, so that other programs count less, but for what waits for the disk or times itself.
-        waits = "manual_time" in run["name"] or "real_time" in run["name"]
-        time = run["real_time" if waits else "cpu_time"] * UNIT_NANOSECONDS[run["time_unit"]]
-        self.times.setdefault(name, []).append(time)
-        if "bytes_per_key" in run:
-            self.counters.setdefault(name, []).append(run["bytes_per_key"])
+    def add(self, name, runs):
+        """What one process reported: the least time counts, since whatever disturbs a measurement only adds."""
+        times = []
+        for run in runs:
+            if run.get("error_occurred"):
+                self.errors[name] = run.get("error_message", "")
+                return
+            # Processor time, so that other programs count less, but for what waits for the disk or times itself.
+            waits = "manual_time" in run["name"] or "real_time" in run["name"]
+            times.append(run["real_time" if waits else "cpu_time"] * UNIT_NANOSECONDS[run["time_unit"]])
+            if "bytes_per_key" in run:
+                self.counters.setdefault(name, []).append(run["bytes_per_key"])
+        if times:
+            self.times.setdefault(name, []).append(min(times))
+
+    def is_measured(self, name):
+        return name not in self.errors and name in self.times
 
     def time(self, name):
-        """The least nanoseconds: whatever disturbs a measurement only adds. None if the benchmark failed or does not
-        exist."""
-        return None if name in self.errors or name not in self.times else min(self.times[name])
+        """The least nanoseconds of all processes; None if the benchmark failed or does not exist."""
+        return min(self.times[name]) if self.is_measured(name) else None
 
-    def ratio(self, name, against):
-        """Of the least times of both."""
-        if self.time(name) is None or self.time(against) is None:
-            return None
-        return self.time(name) / self.time(against)
-
-    def counter(self, name):
-        return None if name in self.errors or name not in self.counters else min(self.counters[name])
+    def ratios(self, name, against):
+        """One a repetition: both sides are measured soon after one another. Empty without figures."""
+        if not self.is_measured(name) or not self.is_measured(against):
+            return []
+        return [a / b for a, b in zip(self.times[name], self.times[against])]
 
 
 # A benchmark's name may go on with the number of iterations and the like.
@@ -71,6 +74,5 @@ def measure(program, names, repetitions):
     figures = Figures()
     for repetition in range(repetitions):
         for name in names if repetition % 2 == 0 else reversed(names):
-            for run in run_alone(program, name):
-                figures.add(name, run)
+            figures.add(name, run_alone(program, name))
     return figures

@@ -1,4 +1,5 @@
-"""Prints the benchmarks' least times beside what they are measured against, with the limits and the verdicts."""
+"""Prints the benchmarks' least times beside what they are measured against, the ratios of the repetitions from the
+least to the largest, the limits and the verdicts."""
 import sys
 
 from measure import measure, registered
@@ -62,20 +63,28 @@ class Table:
     def __init__(self):
         self.rows = 0
         self.over = []
-        print(f"{'benchmark':32}{'us':>12}{'against':>28}{'us':>12}{'ratio':>8}{'limit':>8}  verdict")
+        self.noisy = []
+        print(f"{'benchmark':32}{'us':>12}{'against':>28}{'us':>12}{'ratio':>14}{'limit':>8}  verdict")
 
-    def row(self, name, figures, value, limit):
-        """A value of None says that there is none."""
+    def row(self, name, figures, values, limit):
+        """Values are one a repetition. Where some keep the limit and some don't, the machine was too restless to
+        tell; without any there is no verdict."""
         self.rows += 1
-        verdict = "none" if value is None else "ok" if value <= limit else "OVER"
-        if verdict != "ok":
+        verdict = "none"
+        if values:
+            verdict = "ok" if max(values) <= limit else "OVER" if min(values) > limit else "noisy"
+        if verdict == "noisy":
+            self.noisy.append(name)
+        elif verdict != "ok":
             self.over.append(name)
         print(f"{name:32}{figures}{limit:8.2f}  {verdict}")
 
     def end(self):
+        if self.noisy:
+            print(f"{len(self.noisy)} of {self.rows} rows on both sides of their limit: {', '.join(self.noisy)}")
         if self.over:
             print(f"{len(self.over)} of {self.rows} rows over their limit: {', '.join(self.over)}")
-        else:
+        elif not self.noisy:
             print(f"All {self.rows} rows within their limits.")
         return 1 if self.over else 0
 
@@ -84,11 +93,15 @@ def microseconds(time):
     return "-" if time is None else f"{time / 1e3:.2f}"
 
 
+def short(ratio):
+    return f"{ratio:.4f}" if ratio < 0.01 else f"{ratio:.2f}"
+
+
 def print_ratio(table, figures, name, against, limit):
     time, base = figures.time(name), figures.time(against)
-    ratio = figures.ratio(name, against)
-    shown = "-" if ratio is None else f"{ratio:.4f}" if ratio < 0.01 else f"{ratio:.2f}"
-    table.row(name, f"{microseconds(time):>12}{against:>28}{microseconds(base):>12}{shown:>8}", ratio, limit)
+    ratios = figures.ratios(name, against)
+    shown = f"{short(min(ratios))}-{short(max(ratios))}" if ratios else "-"
+    table.row(name, f"{microseconds(time):>12}{against:>28}{microseconds(base):>12}{shown:>14}", ratios, limit)
 
 
 def names_of_table():
@@ -114,11 +127,12 @@ def main():
     for name, against, limit in RATIOS:
         print_ratio(table, figures, name, against, limit)
     for name, counter, limit in COUNTERS:
-        value = figures.counter(name)
-        table.row(f"{name} {counter}", f"{'-' if value is None else f'{value:.1f}':>12}{'':48}", value, limit)
+        values = figures.counters.get(name, [])
+        shown = f"{min(values):.1f}" if values else "-"
+        table.row(f"{name} {counter}", f"{shown:>12}{'':54}", values, limit)
     for name, limit in TIMES:
-        time = figures.time(name)
-        table.row(name, f"{microseconds(time):>12}{'':48}", None if time is None else time / 1e3, limit)
+        times = [time / 1e3 for time in figures.times.get(name, [])]
+        table.row(name, f"{microseconds(figures.time(name)):>12}{'':54}", times, limit)
     for name, message in figures.errors.items():
         print(f"{name}: {message}")
     return table.end()
