@@ -37,11 +37,7 @@ TEST_F(HeadlessTest, TheSoundOfTheFilmIsHeard) {
     const FakeProgram ffmpeg(folder, "ffmpeg",
                              "cd " + folder.string() + "\ncat > /dev/null\ncp /dev/fd/3 sound.wav\n");
     SampleHost host;
-    ASSERT_EQ(Run({"--render", kLevel, "--film", "Intro", "--video", (folder / "a.mp4").string(), "--size",
-                   "16x16", "--fps", "10", "--frames", "0:19", "--draft"},
-                  host),
-              HeadlessExit::kDone)
-        << told;
+    ASSERT_EQ(Run(VideoArguments(folder / "a.mp4", "0:19"), host), HeadlessExit::kDone) << told;
     const std::shared_ptr<const SoundData> sound = LoadSound((folder / "sound.wav").string());
     float loudest = 0.0f;
     for (const float sample : sound->samples) {
@@ -53,10 +49,7 @@ TEST_F(HeadlessTest, TheSoundOfTheFilmIsHeard) {
 TEST_F(HeadlessTest, AFailingFfmpegIsTold) {
     const FakeProgram ffmpeg(folder, "ffmpeg", "cat > /dev/null\nexit 3\n");
     SampleHost host;
-    EXPECT_EQ(Run({"--render", kLevel, "--film", "Intro", "--video", (folder / "a.mp4").string(), "--size",
-                   "16x16", "--frames", "0:1", "--draft"},
-                  host),
-              HeadlessExit::kOutput);
+    EXPECT_EQ(Run(VideoArguments(folder / "a.mp4", "0:1"), host), HeadlessExit::kOutput);
     EXPECT_NE(told.find("a.mp4: ffmpeg failed with status 3"), std::string::npos) << told;
 }
 
