@@ -1,5 +1,6 @@
 // Keys from the moves of an object in the 3D views.
 #include "helpers/MatrixMath.h"
+#include "keys/KeyWatch.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/LooseKey.h"
@@ -99,23 +100,37 @@ Transform Split(const float* worldMatrix, CFilmTrack& track, const Vector3& star
     return result;
 }
 
-/// A key of the row at a time without one. The record is filled in first: whoever is told of the new key sees
-/// its value.
+/// Whether the open film has the record still, in a track that may have gone; pointers are only compared.
+bool IsInOpenFilm(CFilmTrack* track, IFilmKey* record) {
+    const IFilm* film = GetPlugin().currentFilm;
+    return film != nullptr && std::ranges::find(film->tracks, track) != film->tracks.end() &&
+           std::ranges::find(track->keys, record) != track->keys.end();
+}
+
+/// A key of the row at a time without one.
+/// Required: its values are written when it stands in its row.
 void AddMovedKey(CTrackCtrl& row, TimelineContext& timeline, float time, const Vector3& value) {
     LooseKey key(timeline.CreateKeyView(row.kind));
     if (key == nullptr) {
         return;
     }
     key->SetPosition(time, /*viewOnly*/ false);
-    key->record->SetValue(value.Data()); // Required: after its times.
-    key->record->SetInHandle(value.Data());
-    key->record->SetOutHandle(value.Data());
-    const RowWatch watch(row);
-    if (row.AddKeyView(key.get(), /*redraw*/ false, /*existing*/ false, /*noUndo*/ false)) {
-        key.release();
-        if (watch.IsAlive()) {
-            row.Invalidate(TRUE);
-        }
+    IFilmKey* record = key->record;
+    CFilmTrack* track = row.track;
+    const RowWatch watchedRow(row);
+    const KeyWatch watchedKey(key.get());
+    if (!row.AddKeyView(key.get(), /*redraw*/ false, /*existing*/ false, /*noUndo*/ false)) {
+        return;
+    }
+    key.release();
+    // The attributes window may have made the rows anew; the record is the film's by now.
+    if (watchedKey.IsAlive() || IsInOpenFilm(track, record)) {
+        record->SetValue(value.Data());
+        record->SetInHandle(value.Data());
+        record->SetOutHandle(value.Data());
+    }
+    if (watchedRow.IsAlive()) {
+        row.Invalidate(TRUE);
     }
 }
 

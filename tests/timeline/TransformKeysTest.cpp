@@ -1,3 +1,4 @@
+#include "tests/support/FakeAttributes.h"
 #include "tests/timeline/CommandFixture.h"
 
 #include <array>
@@ -99,13 +100,62 @@ private:
 
 } // namespace
 
-TEST_F(TransformKeysTest, ValuesOfANewKeyAreWrittenBehindItsTimes) {
+TEST_F(TransformKeysTest, AKeyThatNoRowTakesGetsItsTimesAndNoValues) {
     Matrix moved = MatrixOf(*crate);
     const Matrix old = moved;
     moved[12] += 50.0f;
     NotingFactory factory(Films());
     control->RecordObjectKeys(crate, 2.0f, moved.data(), old.data());
-    EXPECT_THAT(factory.log, ElementsAre("time", "end", "value", "in", "out"));
+    EXPECT_THAT(factory.log, ElementsAre("time", "end"));
+}
+
+TEST_F(TransformKeysTest, ValuesOfANewKeyAreWrittenWhenItStandsInItsRow) {
+    GoTo(2.0f);
+    FakeAttributes& attributes = OpenFakeAttributes(plugin);
+    attributes.visible = true;
+    std::vector<std::pair<float, Vector3>> seen;
+    attributes.onSetKey = [&] {
+        if (seen.empty() && Count(KeyKind::Position) == 2) {
+            seen.emplace_back(Last(KeyKind::Position).time, Last(KeyKind::Position).value);
+        }
+    };
+    UserMoves(*crate, 4, 5, 6);
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_EQ(seen[0].first, 2.0f);
+    EXPECT_EQ(seen[0].second, Vector3()) << "the factory's";
+    EXPECT_EQ(Last(KeyKind::Position).value, (Vector3{4, 5, 6}));
+}
+
+TEST_F(TransformKeysTest, ANewKeyWhoseRowsAreMadeAnewMeanwhileGetsItsValuesAllTheSame) {
+    GoTo(2.0f);
+    FakeAttributes& attributes = OpenFakeAttributes(plugin);
+    attributes.visible = true;
+    bool rebuilt = false;
+    attributes.onSetKey = [&] {
+        if (!rebuilt && Count(KeyKind::Position) == 2) {
+            rebuilt = true;
+            control->ShowFilm(film, true);
+        }
+    };
+    UserMoves(*crate, 4, 5, 6);
+    ASSERT_TRUE(rebuilt);
+    EXPECT_EQ(Last(KeyKind::Position).value, (Vector3{4, 5, 6}));
+}
+
+TEST_F(TransformKeysTest, ANewKeyThatIsGoneMeanwhileIsWrittenNoMore) {
+    GoTo(2.0f);
+    FakeAttributes& attributes = OpenFakeAttributes(plugin);
+    attributes.visible = true;
+    bool left = false;
+    attributes.onSetKey = [&] {
+        if (!left && Count(KeyKind::Position) == 2) {
+            left = true;
+            plugin.SetCurrentFilm(nullptr);
+            film->mainTrack->film->RemoveTrack(track, 1);
+        }
+    };
+    UserMoves(*crate, 4, 5, 6);
+    EXPECT_TRUE(left);
 }
 
 TEST_F(TransformKeysTest, MoveBetweenKeysMakesAPositionKeyThere) {
