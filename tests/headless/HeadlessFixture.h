@@ -4,6 +4,7 @@
 #include "host/engine/Level.h"
 #include "host/stage/headless/Headless.h"
 #include "tests/support/Paths.h"
+#include "tests/support/TempFolder.h"
 #include "tools/LightChunks.h"
 
 #include <cstdlib>
@@ -13,7 +14,6 @@
 #include <iterator>
 #include <set>
 #include <sys/stat.h>
-#include <unistd.h>
 
 /// The level of the sample.
 inline const std::string kLevel = SampleFolder() + "/harbour.level";
@@ -53,14 +53,6 @@ private:
 
 class HeadlessTest : public testing::Test {
 protected:
-    HeadlessTest() {
-        const auto* info = testing::UnitTest::GetInstance()->current_test_info();
-        folder = std::filesystem::temp_directory_path() /
-                 (std::string("films-headless-") + info->name() + "-" + std::to_string(getpid()));
-        std::filesystem::create_directories(folder);
-    }
-    ~HeadlessTest() override { std::filesystem::remove_all(folder); }
-
     /// Runs small drafts of the sample level; what is told goes to `told`.
     int Run(std::vector<std::string> arguments, HeadlessHost& host) {
         std::FILE* stream = std::tmpfile();
@@ -93,7 +85,8 @@ protected:
         return names;
     }
 
-    std::filesystem::path folder;
+    const TempFolder own;
+    const std::filesystem::path folder = own.Path();
     std::string told;
 };
 

@@ -3,6 +3,7 @@
 #include "host/sound/SoundPlayer.h"
 #include "host/sound/StereoWavWriter.h"
 #include "tests/support/Paths.h"
+#include "tests/support/TempFolder.h"
 
 #include <cmath>
 #include <fcntl.h>
@@ -20,15 +21,7 @@ constexpr int kRate = 48000;
 /// A folder of its own that goes with the test.
 class SoundTest : public testing::Test {
 protected:
-    SoundTest() {
-        const auto* info = testing::UnitTest::GetInstance()->current_test_info();
-        folder = std::filesystem::temp_directory_path() /
-                 (std::string("films-sound-") + info->name() + "-" + std::to_string(getpid()));
-        std::filesystem::create_directories(folder);
-    }
-    ~SoundTest() override { std::filesystem::remove_all(folder); }
-
-    std::string Path(const char* name) const { return (folder / name).string(); }
+    std::string Path(const char* name) const { return folder.File(name); }
 
     /// Stereo of constant values, `seconds` long.
     std::string Constant(const char* name, float left, float right, float seconds) const {
@@ -62,7 +55,7 @@ protected:
         return static_cast<float>(sum / static_cast<double>(last - first));
     }
 
-    std::filesystem::path folder;
+    const TempFolder folder;
 };
 
 TEST_F(SoundTest, WhatIsWrittenIsReadBack) {
