@@ -1,7 +1,6 @@
 #include "plugin/PluginImpl.h"
 
 #include "files/Log.h"
-#include "plugin/ClassDerivation.h"
 
 #include <algorithm>
 

@@ -1,0 +1,78 @@
+#include "keys/NestedMembers.h"
+#include "plugin/contract/ClassDatabase.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+using Level = std::vector<const CMember*>;
+
+void Append(Level& level, const std::list<CMember*>& members) {
+    std::ranges::copy_if(members, std::back_inserter(level),
+                         [](const CMember* member) { return member != nullptr; });
+}
+
+void AppendHeld(Level& level, const CMemberValue& value) {
+    if (const std::list<CMember*>* members = value.AsList()) {
+        Append(level, *members);
+    }
+    if (const CClassDefinition* instance = value.AsInstance()) {
+        Append(level, instance->members);
+        Append(level, instance->members2);
+        Append(level, instance->members3);
+    }
+}
+
+Level LevelBelow(const Level& level) {
+    Level below;
+    for (const CMember* member : level) {
+        AppendHeld(below, member->value[0]);
+        AppendHeld(below, member->value[1]);
+    }
+    return below;
+}
+
+bool IsLevelTooDeep(Level level) {
+    for (int depth = 1; depth <= kMaxNesting && !level.empty(); ++depth) {
+        level = LevelBelow(level);
+    }
+    return !level.empty();
+}
+
+} // namespace
+
+bool IsNestedTooDeep(const CMemberValue& value) {
+    Level level;
+    AppendHeld(level, value);
+    return IsLevelTooDeep(std::move(level));
+}
+
+bool IsNestedTooDeep(const std::list<CMember*>& members) {
+    Level level;
+    Append(level, members);
+    return IsLevelTooDeep(std::move(level));
+}
+
+bool IsHeldBy(const CMember& sought, const CMember& holder) {
+    for (Level level = LevelBelow({&holder}); !level.empty(); level = LevelBelow(level)) {
+        if (std::ranges::find(level, &sought) != level.end()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void DestroyMembers(std::list<CMember*>& members) {
+    std::list<CMember*> leaving;
+    leaving.swap(members);
+    while (!leaving.empty()) {
+        CMember* member = leaving.front();
+        leaving.pop_front();
+        if (member != nullptr) {
+            member->value[0].GiveMembersTo(leaving);
+            member->value[1].GiveMembersTo(leaving);
+        }
+        delete member;
+    }
+}
