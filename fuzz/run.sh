@@ -6,12 +6,12 @@ cd "$(dirname "$0")/.."
 
 seconds=${1:-600}
 shift || true
-targets=${*:-level chunk_5750 chunk_5752 chunk_5780 chunk_5781 chunk_5782 chunk_5784 chunk_5785}
+targets=${*:-level property_model chunk_5750 chunk_5752 chunk_5780 chunk_5781 chunk_5782 chunk_5784 chunk_5785}
 
 [ -f build/fuzz/build.ninja ] || cmake --preset fuzz
 cmake --build build/fuzz --target films_fuzz_level_corpus $(printf 'films_fuzz_%s ' $targets)
 
-mkdir -p out/fuzz/corpus/level
+mkdir -p out/fuzz/corpus/level out/fuzz/corpus/property_model
 # Engine and plug-in each carry the file wrapper, so its type information stands twice: only copies of unlike size
 # are an error.
 export QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=1:detect_odr_violation=1
@@ -23,7 +23,7 @@ run() {
   local target=$1 corpus=out/fuzz/corpus/${1#chunk_}
   mkdir -p "out/fuzz/$target"
   build/fuzz/bin/films_fuzz_"$target" -max_total_time="$seconds" -rss_limit_mb=2048 -timeout=20 -max_len=65536 \
-    -close_fd_mask=1 -artifact_prefix="out/fuzz/$target/" "$corpus" > "out/fuzz/$target/log" 2>&1 ||
+    -len_control=0 -close_fd_mask=1 -artifact_prefix="out/fuzz/$target/" "$corpus" > "out/fuzz/$target/log" 2>&1 ||
     echo "$target: FINDING, see out/fuzz/$target/log"
 }
 export -f run

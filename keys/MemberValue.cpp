@@ -40,12 +40,10 @@ using OwnedList = std::unique_ptr<std::list<CMember*>, ListDeleter>;
 OwnedList CopyList(const std::list<CMember*>& source) {
     OwnedList copy(new std::list<CMember*>);
     for (const CMember* member : source) {
-        if (member != nullptr) {
-            auto own = std::make_unique<CMember>();
-            own->CopyFrom(*member);
-            copy->push_back(own.get());
-            own.release();
-        }
+        auto own = std::make_unique<CMember>();
+        own->CopyFrom(*member);
+        copy->push_back(own.get());
+        own.release();
     }
     return copy;
 }
@@ -288,7 +286,7 @@ void CMemberValue::SetText(const char* text) {
 }
 
 bool CMemberValue::SetByValue(const CClassDefinition* instance) {
-    if (type != MemberType::Instance) {
+    if (type != MemberType::Instance || (instance != nullptr && IsNestedTooDeep(*instance))) {
         return false;
     }
     std::unique_ptr<CClassDefinition> copy;

@@ -9,8 +9,13 @@ namespace {
 using Level = std::vector<const CMember*>;
 
 void Append(Level& level, const std::list<CMember*>& members) {
-    std::ranges::copy_if(members, std::back_inserter(level),
-                         [](const CMember* member) { return member != nullptr; });
+    level.insert(level.end(), members.begin(), members.end());
+}
+
+void Append(Level& level, const CClassDefinition& instance) {
+    Append(level, instance.members);
+    Append(level, instance.members2);
+    Append(level, instance.members3);
 }
 
 void AppendHeld(Level& level, const CMemberValue& value) {
@@ -18,9 +23,7 @@ void AppendHeld(Level& level, const CMemberValue& value) {
         Append(level, *members);
     }
     if (const CClassDefinition* instance = value.AsInstance()) {
-        Append(level, instance->members);
-        Append(level, instance->members2);
-        Append(level, instance->members3);
+        Append(level, *instance);
     }
 }
 
@@ -42,9 +45,9 @@ bool IsLevelTooDeep(Level level) {
 
 } // namespace
 
-bool IsNestedTooDeep(const CMemberValue& value) {
+bool IsNestedTooDeep(const CClassDefinition& instance) {
     Level level;
-    AppendHeld(level, value);
+    Append(level, instance);
     return IsLevelTooDeep(std::move(level));
 }
 
@@ -69,10 +72,8 @@ void DestroyMembers(std::list<CMember*>& members) {
     while (!leaving.empty()) {
         CMember* member = leaving.front();
         leaving.pop_front();
-        if (member != nullptr) {
-            member->value[0].GiveMembersTo(leaving);
-            member->value[1].GiveMembersTo(leaving);
-        }
+        member->value[0].GiveMembersTo(leaving);
+        member->value[1].GiveMembersTo(leaving);
         delete member;
     }
 }

@@ -2,14 +2,16 @@
 
 #include "plugin/contract/Member.h"
 
+class CClassDefinition;
+
 // Members in the lists and instances that values hold. These walks take no stack, however deep the nesting
 // is.
 
 /// Values nest so many levels at most: what is deeper isn't copied. Far beyond any class of the editor.
 inline constexpr int kMaxNesting = 64;
 
-/// Whether what a value holds nests deeper than kMaxNesting.
-bool IsNestedTooDeep(const CMemberValue& value);
+/// Whether members nest deeper than kMaxNesting.
+bool IsNestedTooDeep(const CClassDefinition& instance);
 bool IsNestedTooDeep(const std::list<CMember*>& members);
 /// Whether a member stands anywhere below another.
 bool IsHeldBy(const CMember& sought, const CMember& holder);
