@@ -65,18 +65,7 @@ const CClassDefinition* ClassDatabase::Find(const std::string& name) const {
 }
 
 bool ClassDatabase::IsDerivedFrom(const std::string& name, const std::string& baseName) const {
-    std::list<std::string> open{name};
-    // A class is reached at most once per entry, so a longer walk means a ring.
-    for (std::size_t steps = 0; !open.empty() && steps <= classes.size(); ++steps) {
-        if (open.front() == baseName) {
-            return true;
-        }
-        if (const CClassDefinition* definition = Find(open.front())) {
-            open.insert(open.end(), definition->baseNames.begin(), definition->baseNames.end());
-        }
-        open.pop_front();
-    }
-    return false;
+    return IsClassDerivedFrom(this, name, baseName);
 }
 
 const ClassDatabase& DefaultClasses() {

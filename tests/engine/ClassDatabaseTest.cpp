@@ -37,6 +37,13 @@ TEST(ClassDatabaseTest, RingOfBasesEndsInFalse) {
     EXPECT_TRUE(classes.IsDerivedFrom("A", "B"));
 }
 
+TEST(ClassDatabaseTest, BasesReachedOnManyWaysHideNoOther) {
+    ClassDatabase classes;
+    classes.Add("Harbour", "", "").baseNames.assign(100, "SoundEmitter");
+    classes.Add("Pier", "Harbour", "").baseNames.push_back("SkinnedMeshObject");
+    EXPECT_TRUE(classes.IsDerivedFrom("Pier", ClassName::Mesh));
+}
+
 TEST(ClassDatabaseTest, SecondBaseCountsToo) {
     ClassDatabase classes;
     classes.Add("Boat", ClassName::Mesh, "").baseNames.push_back("SoundEmitter");
