@@ -7,6 +7,10 @@
 #include "framework/TestHooks.h"
 
 #include <QFileDialog>
+#include <QGridLayout>
+#include <QSplitter>
+
+#include <utility>
 
 IMPLEMENT_DYNAMIC(CFileDialog, CWnd)
 
@@ -82,7 +86,36 @@ QStringList NameFilters(const std::string& filter) {
     return filters;
 }
 
+std::function<QWidget*(QFileDialog&)> filePreview;
+
+// To the right of everything, as high as the list: not in the list's splitter, whose state the toolkit remembers
+// for dialogs that have no preview too.
+void PutBesideList(QFileDialog& dialog, QWidget& widget) {
+    auto* grid = qobject_cast<QGridLayout*>(dialog.layout());
+    const auto* list = dialog.findChild<QSplitter*>();
+    if (!grid || !list) {
+        widget.setParent(&dialog);
+        return;
+    }
+    int row = 0;
+    int column = 0;
+    int rows = 1;
+    int columns = 1;
+    grid->getItemPosition(grid->indexOf(list), &row, &column, &rows, &columns);
+    grid->addWidget(&widget, row, grid->columnCount(), rows, 1);
+}
+
+void AddPreview(QFileDialog& dialog) {
+    if (QWidget* widget = filePreview ? filePreview(dialog) : nullptr) {
+        PutBesideList(dialog, *widget);
+    }
+}
+
 } // namespace
+
+void SetFilePreview(std::function<QWidget*(QFileDialog& dialog)> maker) {
+    filePreview = std::move(maker);
+}
 
 int CFileDialog::DoModal() {
     folder = ofn.lpstrInitialDir.empty() ? PathDirectory(ofn.lpstrFile) : ofn.lpstrInitialDir;
@@ -106,6 +139,9 @@ int CFileDialog::DoModal() {
     }
     if (!ofn.lpstrFile.empty()) {
         window->selectFile(QString::fromStdString(ofn.lpstrFile.substr(PathDirectory(ofn.lpstrFile).size())));
+    }
+    if (isOpen) {
+        AddPreview(*window);
     }
     return window->exec() == QDialog::Accepted ? IDOK : IDCANCEL;
 }

@@ -16,6 +16,7 @@ public:
     OwnedDialog& operator=(const OwnedDialog&) = delete;
 
     Dialog* operator->() const { return dialog.data(); }
+    Dialog& operator*() const { return *dialog; }
     bool Lives() const { return !dialog.isNull(); }
 
 private:

@@ -1,6 +1,5 @@
 #include "framework/Path.h"
 
-#include "framework/ColorDialog.h"
 #include "framework/FileDialog.h"
 #include "framework/FilmsApplication.h"
 #include "framework/TestHooks.h"
@@ -8,7 +7,6 @@
 #include <gtest/gtest.h>
 #include <QAbstractButton>
 #include <QApplication>
-#include <QColorDialog>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -143,27 +141,6 @@ TEST(FileDialogTest, OverwritingIsAskedAboutWithTheExtensionInMind) {
     });
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
     EXPECT_TRUE(asked);
-}
-
-TEST(ColorDialogTest, CancelKeepsTheFirstColour) {
-    const HookScope scope;
-    CColorDialog dialog(0x123456, CC_RGBINIT | CC_FULLOPEN | CC_ANYCOLOR);
-    Hooks().colorDialog = [](CColorDialog& d) {
-        d.SetCurrentColor(0x0000FF);
-        return IDCANCEL;
-    };
-    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
-    EXPECT_EQ(dialog.GetColor(), 0x123456U);
-    Hooks().colorDialog = nullptr;
-    QTimer::singleShot(0, [] {
-        auto* window = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
-        ASSERT_NE(window, nullptr);
-        EXPECT_EQ(window->currentColor(), QColor(0x56, 0x34, 0x12));
-        window->setCurrentColor(QColor(255, 0, 0));
-        window->accept();
-    });
-    EXPECT_EQ(dialog.DoModal(), IDOK);
-    EXPECT_EQ(dialog.GetColor(), 0x0000FFU);
 }
 
 TEST(ApplicationTest, ExceptionStaysInTheEventThatThrewIt) {
