@@ -5,6 +5,8 @@
 #include <QComboBox>
 #include <QLineEdit>
 
+#include <limits>
+
 namespace {
 
 class NativeComboBox : public NativeOf<QComboBox>, public NativeListControl {
@@ -18,6 +20,7 @@ public:
         });
         if (lineEdit()) {
             setCompleter(nullptr);
+            lineEdit()->setMaxLength(std::numeric_limits<int>::max()); // it cuts what the program sets
             connect(lineEdit(), &QLineEdit::textEdited, this, [this] {
                 // Typing is no choice from the list, whatever the text may match.
                 picked = -1;

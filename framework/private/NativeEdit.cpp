@@ -1,5 +1,6 @@
 #include "framework/private/NativeControls.h"
 #include "framework/private/NativeOf.h"
+#include "framework/private/TypingLimit.h"
 
 #include <QLineEdit>
 
@@ -7,7 +8,7 @@ namespace {
 
 class NativeEdit : public NativeOf<QLineEdit>, public NativeEditControl {
 public:
-    NativeEdit(DWORD editStyle, QWidget* parent) : NativeOf<QLineEdit>(parent) {
+    NativeEdit(DWORD editStyle, QWidget* parent) : NativeOf<QLineEdit>(parent), limit(new TypingLimit(*this)) {
         QLineEdit::setReadOnly((editStyle & ES_READONLY) != 0);
         setEchoMode(editStyle & ES_PASSWORD ? QLineEdit::Password : QLineEdit::Normal);
         setAlignment(editStyle & ES_RIGHT    ? Qt::AlignRight
@@ -25,7 +26,7 @@ public:
         return result;
     }
 
-    void SetText(const QString& newText) override { setText(newText); }
+    void SetText(const QString& newText) override { limit->SetText(newText); }
     QString Text() const override { return QLineEdit::text(); }
 
     void SetSelection(int start, int end) override {
@@ -43,11 +44,7 @@ public:
         start = hasSelectedText() ? selectionStart() : cursorPosition();
         end = hasSelectedText() ? selectionEnd() : cursorPosition();
     }
-    void SetLimit(int characters) override {
-        // What stands there already is kept, as long as it is.
-        setMaxLength(
-            std::max(characters > 0 ? characters : 32767, static_cast<int>(QLineEdit::text().size())));
-    }
+    void SetLimit(int characters) override { limit->SetLimit(characters); }
     void SetReadOnly(bool on) override { QLineEdit::setReadOnly(on); }
 
     std::optional<LRESULT> ControlMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
@@ -62,6 +59,9 @@ public:
             return NativeWindow::ControlMessage(message, wParam, lParam);
         }
     }
+
+private:
+    TypingLimit* limit; // a child of this
 };
 
 } // namespace
