@@ -118,7 +118,9 @@ public:
     void SetWindowText(const std::string& text);
     std::string GetWindowText() const;
     void GetWindowText(std::string& text) const { text = GetWindowText(); }
+    // That of SetFont, else that of the template, else the application's.
     class CFont* GetFont() const;
+    // The caller keeps the object while GetFont may be asked. Null is the application's font.
     void SetFont(class CFont* font, BOOL redraw = TRUE);
 
     CWnd* SetCapture();

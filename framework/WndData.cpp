@@ -1,16 +1,18 @@
 #include "framework/Gdi.h"
-#include "framework/private/Face.h"
 #include "framework/private/NativeWindow.h"
 #include "framework/Wnd.h"
 
 CFont* CWnd::GetFont() const {
-    return windowFont ? windowFont : static_cast<CFont*>(StockObject(DEFAULT_GUI_FONT));
+    if (windowFont) {
+        return windowFont;
+    }
+    return native && native->font ? native->font : static_cast<CFont*>(StockObject(DEFAULT_GUI_FONT));
 }
 
 void CWnd::SetFont(CFont* font, BOOL redraw) {
     windowFont = font;
-    if (native && font) {
-        native->widget->setFont(surface::FaceOf(*font).Font());
+    if (native) {
+        native->SetFont(font);
         if (redraw) {
             Invalidate();
         }

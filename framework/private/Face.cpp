@@ -175,6 +175,20 @@ Face& FaceOf(const CFont& font) {
     return found != AllFaces().end() ? found->second : AllFaces().emplace(key, MakeFont(font)).first->second;
 }
 
+CFont& KeptFont(const CFont& font) {
+    static std::map<FaceKey, CFont> kept;
+    const auto [place, isNew] =
+        kept.try_emplace(FaceKey{font.face, font.pixelHeight, font.bold, font.italic});
+    CFont& own = place->second;
+    if (isNew) {
+        own.face = font.face;
+        own.pixelHeight = font.pixelHeight;
+        own.bold = font.bold;
+        own.italic = font.italic;
+    }
+    return own;
+}
+
 Face& DefaultFace() {
     return FaceOf(CFont());
 }

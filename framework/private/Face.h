@@ -87,6 +87,8 @@ private:
 };
 
 Face& FaceOf(const CFont& font);
+// A font of the same description that is never deleted, whatever becomes of the caller's.
+CFont& KeptFont(const CFont& font);
 Face& DefaultFace();
 
 } // namespace surface

@@ -45,12 +45,15 @@ public:
 
     // The rect given holds the open list too; the closed control takes a line of text.
     CRect Fit(const CRect& rect) override {
+        given = rect;
         constexpr int kFrame = 6;
         const int closed = std::min(rect.Height(), fontMetrics().height() + kFrame);
         const int rowHeight = std::max(1, fontMetrics().height() + 2);
         setMaxVisibleItems(std::max(4, (rect.Height() - closed) / rowHeight));
         return {rect.left, rect.top, rect.right, rect.top + closed};
     }
+
+    void FontChanged() override { SetGeometry(given, /*sendSize*/ true); }
 
     void SetText(const QString& newText) override {
         if (isEditable()) {
@@ -105,6 +108,7 @@ public:
 private:
     // What was chosen from the list, by the user or by the program.
     int picked = -1;
+    CRect given; // with the open list
 };
 
 } // namespace

@@ -155,6 +155,7 @@ bool NativeListBox::DrawItemByProgram(QPainter& painter, const QStyleOptionViewI
     CRect visible;
     visible.IntersectRect(draw.rcItem, CRect(0, 0, viewport()->width(), viewport()->height()));
     dc.State().Borrow(painter, visible);
+    dc.SelectObject(FontInForce()); // null selects nothing
     LRESULT result = 0;
     const bool drawn = Reflect(WM_DRAWITEM, id, reinterpret_cast<LPARAM>(&draw), &result);
     painter.restore();

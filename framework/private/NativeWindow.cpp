@@ -2,6 +2,7 @@
 
 #include "framework/private/Capture.h"
 #include "framework/private/DyingWindows.h"
+#include "framework/private/Face.h"
 #include "framework/QtBridge.h"
 
 #include <QCoreApplication>
@@ -187,6 +188,20 @@ void NativeWindow::AnnounceEnd() {
     } else if (object) {
         object->PostNcDestroy();
     }
+}
+
+void NativeWindow::SetFont(const CFont* newFont) {
+    font = newFont ? &surface::KeptFont(*newFont) : nullptr;
+    widget->setFont((font ? surface::FaceOf(*font) : surface::DefaultFace()).Font());
+    FontChanged();
+}
+
+CFont* NativeWindow::FontInForce() const {
+    const NativeWindow* around = this;
+    while (!around->font && !around->IsTopLevel() && around->Parent()) {
+        around = around->Parent();
+    }
+    return around->font;
 }
 
 CRect NativeWindow::Geometry() const {

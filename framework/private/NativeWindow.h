@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+class CFont;
 class IWindowFrame;
 
 // The window behind a CWnd: a widget that turns each of its events into a message. It outlives its CWnd (the
@@ -46,6 +47,7 @@ public:
 
     // The place a control really takes of the rect it is given.
     virtual CRect Fit(const CRect& rect) { return rect; }
+    virtual void FontChanged() {}
 
     bool HandleEvent(QEvent* event);
     // Offers a message to the control's own object before anyone else.
@@ -82,7 +84,13 @@ public:
     void SendSizeIfChanged();
     void Invalidate(const QRegion& region, bool erase);
 
+    // Null is the application's font.
+    void SetFont(const CFont* newFont);
+    // Its own, else that of the nearest window around it, up to the top-level one; null when none has one.
+    CFont* FontInForce() const;
+
     CWnd* wnd = nullptr;
+    CFont* font = nullptr; // one of the kept ones
     bool ownsWnd = false; // made for a dialog's control, until someone subclasses it
     QWidget* widget;
     IWindowFrame* frame = nullptr; // the host's; it outlives this or sets null
