@@ -21,6 +21,7 @@ public:
     UINT_PTR GetItemData(int index) const;
     int SetItemData(int index, UINT_PTR data);
     std::string GetLBText(int index) const;
+    // As that of a list box.
     int FindStringExact(int after, const std::string& text) const;
     int SelectString(int after, const std::string& text);
 };

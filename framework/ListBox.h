@@ -15,7 +15,8 @@ struct DRAWITEMSTRUCT {
     UINT_PTR itemData = 0;
 };
 
-// A list of texts with a number each. LBN_SELCHANGE and LBN_DBLCLK only follow what the user does.
+// A list of texts with a number each. LBN_SELCHANGE and LBN_DBLCLK only follow what the user does. A press below
+// the last item selects nothing, unless several may be selected.
 class FILMS_API CListBox : public CWnd {
     DECLARE_DYNCREATE(CListBox)
 public:
@@ -50,6 +51,7 @@ public:
 
     // The first item after `after` that begins with the text, ignoring case, round the end; LB_ERR for none.
     int FindString(int after, const std::string& text) const;
+    // The item that is the whole text; one that differs in case alone only where no item is the very same.
     int FindStringExact(int after, const std::string& text) const;
     int SelectString(int after, const std::string& text);
 

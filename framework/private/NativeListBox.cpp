@@ -123,7 +123,13 @@ bool NativeListBox::BaseEvent(QEvent* e) {
     const std::vector<int> before = isInput ? Selection() : std::vector<int>();
     const bool onItem = type == QEvent::MouseButtonDblClick &&
                         itemAt(static_cast<QMouseEvent*>(e)->position().toPoint()) != nullptr;
+    const bool clears = type == QEvent::MouseButtonPress && selectionMode() == SingleSelection &&
+                        itemAt(static_cast<QMouseEvent*>(e)->position().toPoint()) == nullptr;
     const bool result = BelongsToViewport(type) ? QListWidget::viewportEvent(e) : QListWidget::event(e);
+    if (clears) {
+        // The toolkit would do so at the release.
+        SetCurrent(-1);
+    }
     if (isInput && Selection() != before) {
         NotifyParent(LBN_SELCHANGE);
     }
@@ -269,17 +275,32 @@ std::optional<LRESULT> NativeListBox::ControlMessage(UINT message, WPARAM wParam
 
 } // namespace
 
-int FindText(const NativeListControl& list, int after, const QString& text, bool exact) {
+namespace {
+
+// The first item behind `after`, round the end, that the test holds for.
+template <class Test> int FindItem(const NativeListControl& list, int after, const Test& matches) {
     const int count = list.Count();
     for (int step = 1; step <= count; ++step) {
         const int i = (std::max(after, -1) + step) % count;
-        const QString candidate = list.ItemText(i);
-        if (exact ? candidate.compare(text, Qt::CaseInsensitive) == 0
-                  : candidate.startsWith(text, Qt::CaseInsensitive)) {
+        if (matches(list.ItemText(i))) {
             return i;
         }
     }
     return -1;
+}
+
+} // namespace
+
+int FindText(const NativeListControl& list, int after, const QString& text, bool exact) {
+    if (!exact) {
+        return FindItem(list, after, [&text](const QString& candidate) {
+            return candidate.startsWith(text, Qt::CaseInsensitive);
+        });
+    }
+    const int same = FindItem(list, after, [&text](const QString& candidate) { return candidate == text; });
+    return same >= 0 ? same : FindItem(list, after, [&text](const QString& candidate) {
+        return candidate.compare(text, Qt::CaseInsensitive) == 0;
+    });
 }
 
 NativeWindow* MakeListBox(DWORD style, QWidget* parent) {

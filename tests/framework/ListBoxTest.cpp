@@ -1,5 +1,6 @@
 #include "framework/ListBox.h"
 
+#include "framework/ComboBox.h"
 #include "framework/QtBridge.h"
 #include "framework/TestHooks.h"
 
@@ -30,9 +31,41 @@ protected:
     }
 };
 
+// Hears of the selection.
+class Around : public CWnd {
+public:
+    int changes = 0;
+
+protected:
+    void OnListChanged() { ++changes; }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(Around, CWnd)
+ON_LBN_SELCHANGE(1, &Around::OnListChanged)
+END_MESSAGE_MAP()
+
 class ListBoxTest : public testing::Test {
 protected:
     ListBoxTest() { top.Create(nullptr, "top", WS_POPUP | WS_CAPTION, {100, 100, 500, 400}, nullptr, 0); }
+
+    // Rows of 20 pixels; five and a half of them fit.
+    void MakeList(int rows, DWORD style = 0) {
+        ASSERT_TRUE(list.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP | LBS_NOTIFY | style, {10, 10, 130, 122},
+                                &top, 1));
+        list.SetItemHeight(0, 20);
+        Fill(rows);
+    }
+    void Fill(int rows) {
+        for (int i = 0; i < rows; ++i) {
+            list.AddString("row " + std::to_string(i));
+        }
+    }
+    void Press(CPoint inList) {
+        list.ClientToScreen(&inList);
+        top.ScreenToClient(&inList);
+        QTest::mouseClick(Window(), Qt::LeftButton, Qt::NoModifier, QPoint(inList.x, inList.y));
+    }
 
     void Show() {
         top.ShowWindow(SW_SHOW);
@@ -40,7 +73,8 @@ protected:
     }
     QWindow* Window() { return NativeWidget(top)->windowHandle(); }
 
-    CWnd top;
+    Around top;
+    CListBox list;
 };
 
 // Paints one row; the fonts' heights before and after a font was selected and put back.
@@ -63,12 +97,12 @@ int HeightOf(const CFont& font) {
 }
 
 TEST_F(ListBoxTest, DrawnRowsGetTheFontOfTheListElseOfTheDialog) {
-    DrawnList list;
+    DrawnList drawn;
     ASSERT_TRUE(
-        list.Create(WS_CHILD | WS_VISIBLE | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS, {0, 0, 120, 100}, &top, 1));
-    list.AddString("a");
+        drawn.Create(WS_CHILD | WS_VISIBLE | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS, {0, 0, 120, 100}, &top, 1));
+    drawn.AddString("a");
     Show();
-    const std::vector<int> plain = Paint(list);
+    const std::vector<int> plain = Paint(drawn);
     ASSERT_EQ(plain.size(), 2U);
     CFont ofDialog;
     ofDialog.CreatePointFont(180, "Arial");
@@ -77,28 +111,81 @@ TEST_F(ListBoxTest, DrawnRowsGetTheFontOfTheListElseOfTheDialog) {
     ASSERT_LT(plain[0], HeightOf(ofDialog));
     ASSERT_LT(HeightOf(ofDialog), HeightOf(ofList));
     top.SetFont(&ofDialog);
-    EXPECT_EQ(Paint(list), std::vector<int>(2, HeightOf(ofDialog)));
-    list.SetFont(&ofList);
-    EXPECT_EQ(Paint(list), std::vector<int>(2, HeightOf(ofList)));
-    list.SetFont(nullptr);
+    EXPECT_EQ(Paint(drawn), std::vector<int>(2, HeightOf(ofDialog)));
+    drawn.SetFont(&ofList);
+    EXPECT_EQ(Paint(drawn), std::vector<int>(2, HeightOf(ofList)));
+    drawn.SetFont(nullptr);
     top.SetFont(nullptr);
-    EXPECT_EQ(Paint(list), plain);
+    EXPECT_EQ(Paint(drawn), plain);
 }
 
 TEST_F(ListBoxTest, FontOfAWindowOutlivesTheObjectItWasSetBy) {
-    DrawnList list;
+    DrawnList drawn;
     ASSERT_TRUE(
-        list.Create(WS_CHILD | WS_VISIBLE | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS, {0, 0, 120, 100}, &top, 1));
-    list.AddString("a");
+        drawn.Create(WS_CHILD | WS_VISIBLE | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS, {0, 0, 120, 100}, &top, 1));
+    drawn.AddString("a");
     Show();
     int height = 0;
     {
         CFont font;
         font.CreatePointFont(240, "Arial");
         height = HeightOf(font);
-        list.SetFont(&font);
+        drawn.SetFont(&font);
     }
-    EXPECT_EQ(Paint(list), std::vector<int>(2, height));
+    EXPECT_EQ(Paint(drawn), std::vector<int>(2, height));
+}
+
+TEST_F(ListBoxTest, PressBelowTheLastRowSelectsNothingAndTellsOnce) {
+    MakeList(3);
+    Show();
+    Press({30, 30});
+    EXPECT_EQ(list.GetCurSel(), 1);
+    EXPECT_EQ(top.changes, 1);
+    top.SetFocus();
+    Press({30, 70});
+    EXPECT_EQ(list.GetCurSel(), LB_ERR);
+    EXPECT_EQ(top.changes, 2);
+    EXPECT_EQ(CWnd::GetFocus(), &list);
+    Press({30, 70});
+    EXPECT_EQ(top.changes, 2) << "nothing was selected before";
+    QTest::keyClick(Window(), Qt::Key_Down);
+    EXPECT_EQ(list.GetCurSel(), 0) << "the keyboard begins anew";
+}
+
+TEST_F(ListBoxTest, HandlerOfThePressSeesTheSelectionCleared) {
+    MakeList(3);
+    Show();
+    list.SetCurSel(2);
+    QTest::mousePress(Window(), Qt::LeftButton, Qt::NoModifier, QPoint(40, 90));
+    EXPECT_EQ(list.GetCurSel(), LB_ERR);
+    EXPECT_EQ(top.changes, 1);
+    QTest::mouseRelease(Window(), Qt::LeftButton, Qt::NoModifier, QPoint(40, 90));
+    EXPECT_EQ(list.GetCurSel(), LB_ERR);
+    EXPECT_EQ(top.changes, 1);
+    list.SetCurSel(1);
+    list.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(30, 70));
+    EXPECT_EQ(list.GetCurSel(), LB_ERR) << "by the program's own press too";
+    list.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(30, 70));
+}
+
+TEST_F(ListBoxTest, ExactSearchPrefersTheSameCase) {
+    MakeList(0);
+    CComboBox combo;
+    ASSERT_TRUE(combo.Create(WS_CHILD | CBS_DROPDOWN, {0, 0, 100, 200}, &top, 2));
+    for (const char* text : {"WAVE", "Wave", "wave", "Wave", "Waves", "\u00C4RM", "\u00E4rm"}) {
+        list.AddString(text);
+        combo.AddString(text);
+    }
+    EXPECT_EQ(list.FindStringExact(-1, "wave"), 2);
+    EXPECT_EQ(combo.FindStringExact(-1, "wave"), 2);
+    EXPECT_EQ(list.FindStringExact(1, "Wave"), 3);
+    EXPECT_EQ(list.FindStringExact(3, "Wave"), 1) << "round the end";
+    EXPECT_EQ(list.FindStringExact(-1, "\u00E4rm"), 6);
+    EXPECT_EQ(list.FindStringExact(1, "wAvE"), 2) << "none is the same, so the next in any case";
+    EXPECT_EQ(combo.FindStringExact(-1, "wAvE"), 0);
+    EXPECT_EQ(list.FindStringExact(-1, "Wav"), LB_ERR);
+    EXPECT_EQ(list.FindString(-1, "waves"), 4) << "the beginning of a text has no case";
+    EXPECT_EQ(list.FindString(-1, "wa"), 0);
 }
 
 } // namespace
