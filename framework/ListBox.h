@@ -58,6 +58,9 @@ public:
     int GetItemRect(int index, CRect* rect) const;
     int SetItemHeight(int index, UINT height);
     int GetItemHeight(int index) const;
+    // The first row that shows, also of a list that has never been shown. The last page is always full, so that
+    // the top one is never nearer to the end than that. SetRedraw(FALSE) remembers it and SetRedraw(TRUE) gives
+    // it back, unless the program has scrolled, or selected another row that must come into view.
     int GetTopIndex() const;
     int SetTopIndex(int index);
     // The item under the point; `outside` is set, with the nearest item, when there is none.

@@ -10,6 +10,10 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 
+#include <optional>
+#include <utility>
+#include <vector>
+
 namespace {
 
 class NativeListBox : public NativeOf<QListWidget>, public NativeListBoxControl {
@@ -36,7 +40,7 @@ public:
     bool Select(int index, bool on) override;
     CRect ItemRect(int index) const override;
     int ItemAt(CPoint p) const override { return row(itemAt(p.x, p.y)); }
-    int TopIndex() const override { return std::max(0, row(itemAt(1, 1))); }
+    int TopIndex() const override;
     void SetTopIndex(int index) override;
     int ItemHeight() const override { return itemHeight; }
     void SetItemHeight(int height) override;
@@ -44,11 +48,24 @@ public:
 
 protected:
     bool viewportEvent(QEvent* e) override;
+    void scrollContentsBy(int dx, int dy) override;
 
 private:
+    // What a refill without drawing gives back at its end.
+    struct Refill {
+        int top;
+        int current;
+        bool topIsNew = false; // the program has scrolled meanwhile
+    };
+
     std::vector<int> Selection() const;
+    void LayOut() const;
+    void ScrollTo(int index);
+    void SetRedraw(bool on);
+    bool KeepTopWhileShowing(QEvent* e);
 
     int itemHeight = 18;
+    std::optional<Refill> refill;
 };
 
 // Rows of one height, drawn by the program where the style says so.
@@ -92,6 +109,7 @@ NativeListBox::NativeListBox(DWORD listStyle, QWidget* parent) : NativeOf<QListW
     setUniformItemSizes(true);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     setTabKeyNavigation(false);
     const bool several = (listStyle & (LBS_EXTENDEDSEL | LBS_MULTIPLESEL)) != 0;
     setSelectionMode(several ? QAbstractItemView::ExtendedSelection : QAbstractItemView::SingleSelection);
@@ -125,7 +143,12 @@ bool NativeListBox::BaseEvent(QEvent* e) {
                         itemAt(static_cast<QMouseEvent*>(e)->position().toPoint()) != nullptr;
     const bool clears = type == QEvent::MouseButtonPress && selectionMode() == SingleSelection &&
                         itemAt(static_cast<QMouseEvent*>(e)->position().toPoint()) == nullptr;
-    const bool result = BelongsToViewport(type) ? QListWidget::viewportEvent(e) : QListWidget::event(e);
+    const bool result = type == QEvent::Show      ? KeepTopWhileShowing(e)
+                        : BelongsToViewport(type) ? QListWidget::viewportEvent(e)
+                                                  : QListWidget::event(e);
+    if (type == QEvent::Resize && !isVisible()) {
+        updateGeometries(); // the viewport hears of its size when it shows
+    }
     if (clears) {
         // The toolkit would do so at the release.
         SetCurrent(-1);
@@ -204,6 +227,10 @@ bool NativeListBox::SetCurrent(int index) {
         return index == -1;
     }
     setCurrentRow(index);
+    if (!isVisible()) {
+        LayOut();
+        scrollToItem(item(index)); // the toolkit does it for visible ones
+    }
     return true;
 }
 
@@ -222,14 +249,68 @@ CRect NativeListBox::ItemRect(int index) const {
     if (!item(index)) {
         return {};
     }
+    LayOut();
     const QRect r = visualItemRect(item(index));
     return {0, r.top(), viewport()->width(), r.top() + r.height()};
 }
 
+// Refills and new sizes are laid out late, or when the list shows; nobody sees anything older than they are.
+void NativeListBox::LayOut() const {
+    const_cast<NativeListBox*>(this)->executeDelayedItemsLayout();
+}
+
+int NativeListBox::TopIndex() const {
+    LayOut();
+    return verticalScrollBar()->value(); // in rows
+}
+
+void NativeListBox::ScrollTo(int index) {
+    LayOut();
+    verticalScrollBar()->setValue(index);
+}
+
 void NativeListBox::SetTopIndex(int index) {
-    if (item(index)) {
-        scrollToItem(item(index), QAbstractItemView::PositionAtTop);
+    if (!item(index)) {
+        return;
     }
+    ScrollTo(index);
+    if (refill) {
+        refill->top = index;
+        refill->topIsNew = true;
+    }
+}
+
+void NativeListBox::SetRedraw(bool on) {
+    if (!on && !refill) {
+        refill = Refill{TopIndex(), Current()};
+    }
+    if (on && refill) {
+        const Refill before = *std::exchange(refill, std::nullopt);
+        ScrollTo(before.top);
+        const int now = Current();
+        if (!before.topIsNew && now >= 0 && now != before.current) {
+            scrollToItem(item(now));
+        }
+    }
+    setUpdatesEnabled(on);
+}
+
+// The toolkit scrolls to the current row when a list shows, wherever the program has scrolled to.
+bool NativeListBox::KeepTopWhileShowing(QEvent* e) {
+    const int top = TopIndex();
+    const bool result = QListWidget::event(e);
+    ScrollTo(top);
+    return result;
+}
+
+// The windows in a list stay where the program puts them; the toolkit would move them along.
+void NativeListBox::scrollContentsBy(int dx, int dy) {
+    if (Owned().empty()) {
+        QListWidget::scrollContentsBy(dx, dy);
+        return;
+    }
+    QListWidget::scrollContentsBy(0, 0); // ends a scroll that is under way
+    viewport()->update();
 }
 
 void NativeListBox::SetItemHeight(int height) {
@@ -240,6 +321,9 @@ void NativeListBox::SetItemHeight(int height) {
 std::optional<LRESULT> NativeListBox::ControlMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const int index = static_cast<int>(wParam);
     switch (message) {
+    case WM_SETREDRAW:
+        SetRedraw(wParam != 0);
+        return 0;
     case LB_ADDSTRING:
         return InsertItem(-1, QString::fromUtf8(reinterpret_cast<const char*>(lParam)));
     case LB_RESETCONTENT:

@@ -188,4 +188,129 @@ TEST_F(ListBoxTest, ExactSearchPrefersTheSameCase) {
     EXPECT_EQ(list.FindString(-1, "wa"), 0);
 }
 
+// 122 pixels less the frame hold five whole rows: 20 rows have tops up to 15.
+TEST_F(ListBoxTest, TopRowIsExactBeforeTheListEverShows) {
+    MakeList(20);
+    EXPECT_EQ(list.GetTopIndex(), 0);
+    list.SetTopIndex(7);
+    EXPECT_EQ(list.GetTopIndex(), 7);
+    CRect r;
+    ASSERT_EQ(list.GetItemRect(8, &r), 0);
+    EXPECT_EQ(r.top, 20);
+    EXPECT_EQ(r.bottom, 40);
+    ASSERT_EQ(list.GetItemRect(6, &r), 0);
+    EXPECT_EQ(r.top, -20);
+    list.SetTopIndex(19);
+    EXPECT_EQ(list.GetTopIndex(), 15);
+    list.SetTopIndex(20);
+    EXPECT_EQ(list.GetTopIndex(), 15) << "no such row";
+    list.SetTopIndex(4);
+    Show();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(list.GetTopIndex(), 4);
+    ASSERT_EQ(list.GetItemRect(4, &r), 0);
+    EXPECT_EQ(r.top, 0);
+}
+
+TEST_F(ListBoxTest, ShowingKeepsTheTopRowWhereverTheSelectionIs) {
+    MakeList(20);
+    list.SetCurSel(1);
+    list.SetTopIndex(9);
+    Show();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(list.GetTopIndex(), 9);
+    top.ShowWindow(SW_HIDE);
+    list.SetCurSel(19);
+    EXPECT_EQ(list.GetTopIndex(), 15) << "a new selection comes into view, hidden or not";
+}
+
+TEST_F(ListBoxTest, HiddenListFollowsItsNewSizeAtOnce) {
+    MakeList(20);
+    list.SetTopIndex(15);
+    list.MoveWindow(10, 10, 120, 212); // 10 whole rows and the frame
+    EXPECT_EQ(list.GetTopIndex(), 10);
+    CRect client;
+    list.GetClientRect(&client);
+    CRect r;
+    list.GetItemRect(10, &r);
+    EXPECT_EQ(r, CRect(0, 0, client.right, 20));
+}
+
+TEST_F(ListBoxTest, RowsHaveTheirPlaceRightAfterARefill) {
+    MakeList(20);
+    Show();
+    for (const int rows : {3, 20, 7}) {
+        list.ResetContent();
+        Fill(rows);
+        CRect client;
+        list.GetClientRect(&client);
+        CRect r;
+        ASSERT_EQ(list.GetItemRect(rows - 1, &r), 0);
+        EXPECT_EQ(r.top, 20 * (rows - 1));
+        EXPECT_EQ(r.Height(), 20);
+    }
+    list.SetItemHeight(0, 30);
+    CRect r;
+    ASSERT_EQ(list.GetItemRect(2, &r), 0);
+    EXPECT_EQ(r.top, 60);
+}
+
+TEST_F(ListBoxTest, RefillWithoutDrawingKeepsTheTopRow) {
+    MakeList(20);
+    Show();
+    list.SetCurSel(2);
+    list.SetTopIndex(6);
+    list.SetRedraw(FALSE);
+    list.ResetContent();
+    Fill(20);
+    list.SetCurSel(2);
+    list.SetRedraw(TRUE);
+    EXPECT_EQ(list.GetTopIndex(), 6) << "the same row is selected, which did not show before";
+    list.SetRedraw(FALSE);
+    list.ResetContent();
+    Fill(20);
+    list.SetCurSel(12);
+    list.SetRedraw(TRUE);
+    EXPECT_EQ(list.GetTopIndex(), 8) << "12 is the last of five rows";
+    list.SetRedraw(FALSE);
+    list.ResetContent();
+    Fill(20);
+    list.SetTopIndex(3);
+    list.SetCurSel(19);
+    list.SetRedraw(TRUE);
+    EXPECT_EQ(list.GetTopIndex(), 3) << "as the program said";
+    list.SetRedraw(FALSE);
+    list.ResetContent();
+    Fill(6);
+    list.SetRedraw(TRUE);
+    EXPECT_EQ(list.GetTopIndex(), 1) << "of six rows five fit";
+}
+
+TEST_F(ListBoxTest, RefillWithoutDrawingPaintsOnceAndTheSame) {
+    DrawnList drawn;
+    ASSERT_TRUE(
+        drawn.Create(WS_CHILD | WS_VISIBLE | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS, {0, 0, 120, 100}, &top, 1));
+    const auto fill = [&drawn] {
+        for (int i = 0; i < 20; ++i) {
+            drawn.AddString("a");
+        }
+    };
+    fill();
+    Show();
+    drawn.SetTopIndex(4);
+    const QImage before = NativeWidget(drawn)->grab().toImage();
+    QCoreApplication::processEvents();
+    drawn.heights.clear();
+    drawn.SetRedraw(FALSE);
+    drawn.ResetContent();
+    QCoreApplication::processEvents();
+    fill();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(drawn.heights.empty());
+    drawn.SetRedraw(TRUE);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(drawn.heights.empty());
+    EXPECT_EQ(NativeWidget(drawn)->grab().toImage(), before);
+}
+
 } // namespace
