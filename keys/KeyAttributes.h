@@ -3,13 +3,20 @@
 #include "keys/AttrRows.h"
 #include "plugin/contract/FilmKey.h"
 
+#include <functional>
+
+/// Whether the record under edit still exists. Asked after a question to the user, whose nested loop may have
+/// deleted it; an empty function counts as yes.
+using RecordAlive = std::function<bool()>;
+
 /// What the attributes window does with keys of one kind.
 struct KeyAttributes {
     /// Makes the rows from the record.
     void (*fill)(AttrRows& rows, IFilmKey& record);
-    /// Reads the rows and writes the record. May ask the user, whose answer lets anything in: the caller
-    /// looks afterwards whether rows and record are still there.
-    void (*apply)(const AttrRows& rows, IFilmKey& record);
+    /// Reads the rows and writes the record; rows that don't exist are passed over. May ask the user: behind
+    /// the question it touches the record only if `alive` says so, and the rows no more. The caller looks
+    /// afterwards whether rows and record are still there.
+    void (*apply)(const AttrRows& rows, IFilmKey& record, const RecordAlive& alive);
 };
 
 /// Null for kinds that have no attributes.
