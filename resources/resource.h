@@ -19,6 +19,7 @@
 #define IDD_MOVIES 1745
 #define IDD_SCENARIO 1748
 #define IDD_MAIN_CTRL_SETTINGS 1749
+#define IDD_CHOOSE_CAMERA 1760
 #define IDD_ADD_CAMERA 1768
 
 /* Controls of the panel */
@@ -37,6 +38,7 @@
 #define IDC_LABEL_DISTANCE 1774
 
 /* Controls of the camera dialogs */
+#define IDC_CAMERA_LIST 1782
 #define IDC_CAMERA_NAME 1783
 
 /* Texts */

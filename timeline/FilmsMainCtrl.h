@@ -56,7 +56,7 @@ public:
     void DeleteAllRows();
     void GetTopRowHandle(RowHandle& handle) const;
     void SetTopRowHandle(const RowHandle& handle);
-    CTrackCtrl* FindRowOfObject(const EditorObject* object) const;
+    CTrackCtrl* FindRowOfObject(const EditorObject* object) const override;
     CTrackCtrl* FindRowOfKey(const IFilmKey* record) const;
     CTrackCtrl* FindRowOfKeyView(const CTrackKey* view, bool byValue) const;
 

@@ -35,6 +35,8 @@ public:
     /// A new row at the end; the caller sets its kind. Null if its window can't be made.
     virtual CTrackCtrl* AddTrackCtrl(bool redraw) = 0;
     virtual CTrackCtrl* AddAnimationRow(CTrackCtrl* parentRow, const std::string& name) = 0;
+    /// The first row of the track that moves the object; null for none and for null.
+    virtual CTrackCtrl* FindRowOfObject(const EditorObject* object) const = 0;
     virtual void ShowFilm(IFilm* film, bool flag) = 0;
     /// Screen coordinates; row and key may be null.
     virtual void ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* key) = 0;

@@ -21,6 +21,7 @@ public:
     void RebuildVisibleRows(bool redraw, const RowHandle* handle) override;
     CTrackCtrl* AddTrackCtrl(bool redraw) override;
     CTrackCtrl* AddAnimationRow(CTrackCtrl* parentRow, const std::string& name) override;
+    CTrackCtrl* FindRowOfObject(const EditorObject*) const override { return nullptr; }
     void ShowFilm(IFilm* film, bool flag) override;
     void ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* key) override;
     void ShowKeyDescription(CTrackKey* key) override;

@@ -1,0 +1,122 @@
+#include "keys/AttrBrowsers.h"
+
+#include "files/ChooseMovieCameraDlg.h"
+#include "files/QuorlEdFileDialog.h"
+#include "framework/ColorDialog.h"
+#include "keys/Pixels.h"
+#include "plugin/PluginImpl.h"
+#include "timeline/TimelineContext.h"
+#include "timeline/TrackCtrl.h"
+
+#include <charconv>
+
+namespace {
+
+constexpr const char* kSoundExtension = ".wav";
+constexpr const char* kSoundFilter = "Wav files (*.wav)|*.wav|OGG files (*.ogg)|*.ogg||";
+
+/// What modelling tools put before the names of a biped's bones, with a blank behind it.
+constexpr const char* kBonePrefix = "Bip01";
+constexpr std::size_t kBonePrefixLength = 5;
+
+constexpr float kChannelStep = 0.003921569f; // 1 / 255
+
+/// The name as the row shows it: without the prefix of bones and the character behind it.
+std::string Shortened(const std::string& element) {
+    const bool isBone = element.starts_with(kBonePrefix) && element.size() > kBonePrefixLength;
+    return isBone ? element.substr(kBonePrefixLength + 1) : element;
+}
+
+/// An object that may be deleted while the user chooses.
+class ObjectWatch {
+public:
+    explicit ObjectWatch(EditorObject* watched) : object(watched), id(watched != nullptr ? watched->id : 0) {}
+
+    /// The object if the level still has it, else null.
+    EditorObject* Get() const {
+        const ILevelData* level = GetPlugin().GetLevelData();
+        return object != nullptr && level != nullptr && level->FindObject(id) == object ? object : nullptr;
+    }
+
+private:
+    EditorObject* object;
+    int id;
+};
+
+/// From 0 to 1 to eight bits.
+int ToByte(float channel) {
+    return CutToInt(channel * 255.0f) & 0xFF;
+}
+
+/// Three decimals, in any locale.
+std::string ChannelText(int byte) {
+    char text[32];
+    const auto end = std::to_chars(text, text + sizeof text, static_cast<float>(byte) * kChannelStep,
+                                   std::chars_format::fixed, 3);
+    return {text, end.ptr};
+}
+
+} // namespace
+
+void BrowseCamera(AttrBrowseRequest* request) {
+    CChooseMovieCameraDlg dialog;
+    dialog.film = GetPlugin().GetCurrentFilm();
+    dialog.name = request->value;
+    if (dialog.DoModal() == IDOK) {
+        request->value = dialog.name;
+    }
+}
+
+void BrowseMeshElementName(AttrBrowseRequest* request) {
+    IEditor* editor = GetPlugin().editor;
+    if (editor == nullptr) {
+        return;
+    }
+    const ObjectWatch watch(request->object);
+    const std::string element = editor->BrowseMeshElement(request->object, request->value);
+    request->value = Shortened(element);
+    EditorObject* object = watch.Get();
+    TimelineContext* timeline = GetTimeline();
+    CTrackCtrl* row = timeline != nullptr ? timeline->FindRowOfObject(object) : nullptr;
+    if (row != nullptr) {
+        row->SetCurrentKeyElement(element, object); // Required: the whole name, whatever the row shows.
+    }
+}
+
+void BrowseAnimation(AttrBrowseRequest* request) {
+    if (IEditor* editor = GetPlugin().editor) {
+        request->value = editor->BrowseMeshAnimation(request->object, request->value);
+    }
+}
+
+void BrowseSoundFile(AttrBrowseRequest* request) {
+    CQuorlEdFileDialog dialog(TRUE, kSoundExtension, request->value.c_str(),
+                              OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT, kSoundFilter);
+    if (dialog.DoModal() == IDOK) {
+        request->value = dialog.GetRelativePathName();
+    }
+}
+
+void BrowseEffect(AttrBrowseRequest* request) {
+    IEditor* editor = GetPlugin().editor;
+    if (editor == nullptr) {
+        return;
+    }
+    if (const auto name = editor->BrowseObjectName(request->fxKind, request->value)) {
+        request->value = *name;
+    }
+}
+
+void BrowseColor(AttrBrowseRequest* request) {
+    CMember scratch("tmp", MemberType::Vector, /*initial*/ nullptr, /*description*/ nullptr, /*flags*/ 0);
+    scratch.value[0].Parse(request->value.c_str());
+    const Vector3 present = scratch.value[0].AsVector();
+    CColorDialog dialog(RGB(ToByte(present.x), ToByte(present.y), ToByte(present.z)),
+                        CC_RGBINIT | CC_FULLOPEN | CC_ANYCOLOR);
+    if (dialog.DoModal() == IDOK) {
+        const COLORREF color = dialog.GetColor();
+        // Required: with a leading blank, and with three decimals, by which many bytes come back one lower.
+        request->value = " " + ChannelText(GetRValue(color)) + " , " + ChannelText(GetGValue(color)) + " , " +
+                         ChannelText(GetBValue(color));
+    }
+}
