@@ -86,6 +86,8 @@ void CCameraHelpersController::OnObjectsMoved(const ObjectList* objects) {
         }
         ++handled;
     }
+    plugin.TellKeyWritten(eyeKey);
+    plugin.TellKeyWritten(targetKey);
     if (needEye || needTarget) {
         AddMissingKeys(*camera, time, needEye, needTarget);
     }

@@ -2,6 +2,16 @@
 
 #include <algorithm>
 
+std::string GetRowText(const CMember& member) {
+    std::string text;
+    if (member.mode == CMember::kEnumerated) {
+        member.GetEnumText(text);
+    } else {
+        member.value[0].ToText(text);
+    }
+    return text;
+}
+
 std::unique_ptr<AttrRow> AttrRows::Make(const char* name, std::uint32_t type, const void* initial,
                                         const char* description, std::uint32_t flags, AttrBrowse browse) {
     auto row = std::make_unique<AttrRow>();

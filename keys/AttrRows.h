@@ -3,6 +3,7 @@
 #include "plugin/contract/EditorObject.h"
 #include "plugin/contract/Member.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <list>
 #include <memory>
@@ -22,6 +23,9 @@ struct AttrRow {
     std::unique_ptr<CMember> member;
     AttrBrowse browse = nullptr;
 };
+
+/// What a row shows as its value.
+std::string GetRowText(const CMember& member);
 
 /// The rows of one key in the order of adding; owned with their members, which go together since their
 /// conditions look at each other.

@@ -59,7 +59,7 @@ void DrawGrips(CDC& dc, const CRect& box, const CRect* clip) {
 void DestroyRecord(IFilmKey* record) {
     IPluginImpl& plugin = GetPlugin();
     if (plugin.keyAttributesDlg != nullptr && plugin.keyAttributesDlg->GetRecord() == record) {
-        plugin.keyAttributesDlg->ForgetKey();
+        plugin.keyAttributesDlg->Reset();
     }
     if (record->track != nullptr) {
         record->track->RemoveKey(record, /*destroy*/ true);

@@ -1,5 +1,9 @@
+#include "keys/KeyAttributesDlg.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/ScenarioDlg.h"
+
+#include <memory>
+#include <utility>
 
 namespace {
 
@@ -16,6 +20,12 @@ IScenarioWindow* MakeScenarioWindow() {
     return window;
 }
 
+/// Null where no window can be made.
+std::unique_ptr<IKeyAttributesDlg> MakeKeyAttributesDlg() {
+    auto window = std::make_unique<CFilmKeyAttributesDlg>();
+    return window->GetSafeHwnd() != nullptr ? std::move(window) : nullptr;
+}
+
 /// The host's main window, and with it the scenario window, may outlive the library's code.
 struct ScenarioWindowEnd {
     ~ScenarioWindowEnd() { delete thePlugin.scenarioDlg; }
@@ -27,6 +37,7 @@ const ScenarioWindowEnd theEnd;
 extern "C" __attribute__((visibility("default"))) IPlugin*
 InitializeMe(IEditor* editor, std::uintptr_t pluginNumber, IEditorView* view) {
     thePlugin.makeScenarioWindow = &MakeScenarioWindow;
+    thePlugin.makeKeyAttributesDlg = &MakeKeyAttributesDlg;
     thePlugin.Initialize(editor, static_cast<std::uint32_t>(pluginNumber), view);
     return &thePlugin;
 }

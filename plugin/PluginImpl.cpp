@@ -28,7 +28,7 @@ IPluginImpl::IPluginImpl() {
 IPluginImpl::~IPluginImpl() {
     ClearLevelState();
     if (keyAttributesDlg) {
-        keyAttributesDlg->DestroyWindow();
+        keyAttributesDlg->Destroy();
         keyAttributesDlg.reset();
     }
     LivingPlugins().remove(this);
@@ -76,7 +76,7 @@ void IPluginImpl::ClearLevelState() {
     trackVisualizer.Reset();
     cameraHelpers.Reset();
     if (keyAttributesDlg) {
-        keyAttributesDlg->ForgetKey();
+        keyAttributesDlg->Reset();
     }
     virtualObjects.clear();
     framesPerSecond = kFramesPerSecond;
@@ -99,7 +99,7 @@ void IPluginImpl::OnNew() {
 
 void IPluginImpl::OnLevelLoaded() {
     if (keyAttributesDlg) {
-        keyAttributesDlg->ForgetKey(); // before the rows look for its record, which went with the old level
+        keyAttributesDlg->Reset(); // before the rows look for its record, which went with the old level
     }
     LeaveFilm();
     isPlaying = 0;

@@ -119,6 +119,11 @@ public:
     void SetVisualizedTrack(CFilmTrack* track);
     /// Made on first call; null while no maker is installed.
     IKeyAttributesDlg* GetKeyAttributesDlg();
+    /// A key's record was written elsewhere: a window that shows it, seen or hidden, reads it anew.
+    void TellKeyWritten(const IFilmKey* record) const;
+    /// Before a command that may make the rows anew: what was typed in the attributes window is kept. May ask
+    /// the user.
+    void ApplyPendingEdits() const;
     IMainCtrl* GetMainCtrl() const { return scenarioDlg != nullptr ? scenarioDlg->GetMainCtrl() : nullptr; }
     void AttachView(int viewNumber);
     void DetachView(int viewNumber);

@@ -53,6 +53,7 @@ void SetCameraKey(CFilmTrack& track, IKeyFactory& factory, int kind, float time,
     const KeysAround keys = FindKeysAround(track, kind, time);
     if (keys.at != nullptr) {
         keys.at->SetValue(value.Data());
+        GetPlugin().TellKeyWritten(keys.at);
     } else {
         AddCameraKey(track, factory, kind, time, value, keys.before);
     }

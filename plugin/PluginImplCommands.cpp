@@ -112,6 +112,9 @@ void IPluginImpl::OnCommand(Word pluginNumber, Word localCommand) {
         return;
     }
     const ResourceScope resources(PluginResources());
+    if (localCommand != Command::SetLinkObject) { // which is an edit of that window itself
+        ApplyPendingEdits();
+    }
     switch (localCommand) {
     case Command::Movies:
         ShowPanel(CFilmsView::GetPanel() == nullptr);
@@ -206,6 +209,18 @@ IKeyAttributesDlg* IPluginImpl::GetKeyAttributesDlg() {
         keyAttributesDlg = makeKeyAttributesDlg();
     }
     return keyAttributesDlg.get();
+}
+
+void IPluginImpl::TellKeyWritten(const IFilmKey* record) const {
+    if (keyAttributesDlg && record != nullptr && keyAttributesDlg->GetRecord() == record) {
+        keyAttributesDlg->SetKey(nullptr, /*refresh*/ true);
+    }
+}
+
+void IPluginImpl::ApplyPendingEdits() const {
+    if (keyAttributesDlg) {
+        keyAttributesDlg->ApplyPending();
+    }
 }
 
 void IPluginImpl::OnRender() {

@@ -85,6 +85,7 @@ void MoveExistingKey(CFilmVectorKey& key, const TransformChange& change) {
     key.SetValue(change.newValue.Data());
     key.SetInHandle(in.Data());
     key.SetOutHandle(out.Data());
+    GetPlugin().TellKeyWritten(&key);
 }
 
 void AddMovedKey(CFilmTrack& track, IKeyFactory& factory, const TransformChange& change, float time) {

@@ -17,6 +17,7 @@
 /* Dialogs */
 #define IDD_FILMS_VIEW 1744
 #define IDD_MOVIES 1745
+#define IDD_KEY_ATTRIBUTES 1746
 #define IDD_SCENARIO 1748
 #define IDD_MAIN_CTRL_SETTINGS 1749
 #define IDD_CHOOSE_CAMERA 1760
@@ -36,6 +37,11 @@
 #define IDC_TICS_DISTANCE 1772
 #define IDC_BIG_TICS 1773
 #define IDC_LABEL_DISTANCE 1774
+
+/* Controls of the key attributes */
+#define IDC_ATTR_LIST 1745
+#define IDC_ATTR_NEXT 1808
+#define IDC_ATTR_PREV 1809
 
 /* Controls of the camera dialogs */
 #define IDC_CAMERA_LIST 1782

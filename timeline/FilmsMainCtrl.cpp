@@ -187,7 +187,7 @@ void CFilmsMainCtrl::ForgetView(CTrackKey* view) {
     }
     IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
     if (dialog != nullptr && dialog->GetKey() == view) {
-        dialog->ForgetKey();
+        dialog->Reset();
     }
 }
 
@@ -230,7 +230,7 @@ void CFilmsMainCtrl::ForgetTrack(const CFilmTrack* track) {
     IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
     const IFilmKey* shown = dialog != nullptr ? dialog->GetRecord() : nullptr;
     if (shown != nullptr && shown->track == track) {
-        dialog->ForgetKey();
+        dialog->Reset();
     }
 }
 

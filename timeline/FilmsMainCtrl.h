@@ -57,7 +57,7 @@ public:
     void GetTopRowHandle(RowHandle& handle) const;
     void SetTopRowHandle(const RowHandle& handle);
     CTrackCtrl* FindRowOfObject(const EditorObject* object) const override;
-    CTrackCtrl* FindRowOfKey(const IFilmKey* record) const;
+    CTrackCtrl* FindRowOfKey(const IFilmKey* record) const override;
     CTrackCtrl* FindRowOfKeyView(const CTrackKey* view, bool byValue) const;
 
     // Time.

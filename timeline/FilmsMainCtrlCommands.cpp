@@ -38,6 +38,13 @@ void CFilmsMainCtrl::RunCommand(UINT id) {
     const auto* entry =
         std::ranges::find_if(kCommands, [id](const CommandEntry& candidate) { return candidate.id == id; });
     const ResourceScope resources(PluginResources());
+    if (id != IDC_ADD_KEY) { // Required: a new key takes the pose as the film has it
+        const std::weak_ptr<int> window = life;
+        GetPlugin().ApplyPendingEdits();
+        if (window.expired()) {
+            return;
+        }
+    }
     if (entry != std::end(kCommands)) {
         (this->*entry->run)();
     } else {

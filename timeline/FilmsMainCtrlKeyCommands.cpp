@@ -94,10 +94,7 @@ void CFilmsMainCtrl::OnMenuChangeBezierMethod(bool in, int method) {
         record->SetOutMethod(method);
     }
     const IPluginImpl& plugin = GetPlugin();
-    IKeyAttributesDlg* dialog = plugin.keyAttributesDlg.get();
-    if (dialog != nullptr && dialog->GetRecord() == record) {
-        dialog->SetKey(nullptr, /*refresh*/ true);
-    }
+    plugin.TellKeyWritten(record);
     if (plugin.editor != nullptr) {
         plugin.editor->RedrawViews();
     }

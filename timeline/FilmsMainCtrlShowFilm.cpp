@@ -68,7 +68,11 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     RowHandle handle;
     GetTopRowHandle(handle);
     ClearUndo();
+    const bool isKeyShown = plugin.keyAttributesDlg && plugin.keyAttributesDlg->GetRecord() != nullptr;
     IFilmKey* shownRecord = LeaveAttributesDialog(film);
+    if (isKeyShown && film != nullptr && !plugin.FilmExists(film)) {
+        return; // deleted while the user was asked about the key on show
+    }
     DeleteAllRows();
     if (grid != nullptr) {
         grid->DeleteMarks();
@@ -114,20 +118,22 @@ void CFilmsMainCtrl::TakeStoredSettings(const IFilm& film) {
     ApplySettings(stored);
 }
 
-/// The dialog lets go of a view that is about to be deleted. When the film stays, nothing is written to its
-/// key, and the answer is the record to come back to.
+/// The dialog lets go of a view that is about to be deleted. When the film stays, only what the user has edited
+/// is written to its key, and the answer is the record to come back to.
 IFilmKey* CFilmsMainCtrl::LeaveAttributesDialog(const IFilm* film) {
     IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
     IFilmKey* record = dialog != nullptr ? dialog->GetRecord() : nullptr;
     if (record == nullptr) {
         return nullptr;
     }
-    if (film != nullptr && record->track != nullptr && record->track->film == film) {
-        dialog->ForgetKey();
-        return record;
+    if (film == nullptr || record->track == nullptr || record->track->film != film) {
+        dialog->SetKey(nullptr, /*refresh*/ false);
+        return nullptr;
     }
-    dialog->SetKey(nullptr, /*refresh*/ false);
-    return nullptr;
+    dialog->ApplyPending();
+    record = dialog->GetRecord();
+    dialog->Reset();
+    return record;
 }
 
 void CFilmsMainCtrl::ReturnToAttributesDialog(const IFilmKey* record) {

@@ -56,6 +56,10 @@ BOOL CScenarioDlg::OnCommand(WPARAM wParam, LPARAM lParam) {
     if (command == std::end(kCommands)) {
         return CDialog::OnCommand(wParam, lParam);
     }
+    GetPlugin().ApplyPendingEdits();
+    if (!IsWindow(self)) {
+        return TRUE;
+    }
     (this->*command->run)();
     return !command->baseToo || !IsWindow(self) || CDialog::OnCommand(wParam, lParam);
 }

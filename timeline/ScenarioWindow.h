@@ -74,9 +74,11 @@ public:
     virtual IFilmKey* GetRecord() const = 0;
     /// The view that the window shows, or null.
     virtual CTrackKey* GetKey() const = 0;
-    /// Lets go of its key without writing to it.
-    virtual void ForgetKey() = 0;
-    virtual void DestroyWindow() = 0;
+    /// Lets go of its key without writing to it; the window is empty.
+    virtual void Reset() = 0;
+    /// Writes what the user edited and what waits for another key to be shown. May ask the user.
+    virtual void ApplyPending() = 0;
+    virtual void Destroy() = 0;
 
     bool locked = false; ///< a double click on a key doesn't open the window
 };

@@ -38,6 +38,8 @@ public:
     /// The first row of the track that moves the object; null for none and for null.
     virtual CTrackCtrl* FindRowOfObject(const EditorObject* object) const = 0;
     virtual void ShowFilm(IFilm* film, bool flag) = 0;
+    /// The row that has a record's view, or null. For an animation key the first animation row.
+    virtual CTrackCtrl* FindRowOfKey(const IFilmKey* record) const = 0;
     /// Screen coordinates; row and key may be null.
     virtual void ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* key) = 0;
     /// The key under the mouse, or null.

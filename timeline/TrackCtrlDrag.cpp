@@ -2,6 +2,7 @@
 #include "framework/MessageBox.h"
 #include "keys/KeyWatch.h"
 #include "keys/TimedTrackKey.h"
+#include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 #include "timeline/TrackCtrlWatch.h"
@@ -46,6 +47,7 @@ void CTrackCtrl::ReleaseKey(TimelineContext& timeline) {
         AskToDelete(key);
     } else {
         NoteNewSize(timeline, key);
+        GetPlugin().TellKeyWritten(key->record);
     }
     if (watched.IsAlive()) {
         Invalidate(FALSE);
@@ -112,6 +114,7 @@ void CTrackCtrl::OnCaptureChanged(CWnd* next) {
 void CTrackCtrl::LoseGesture(TimelineContext& timeline) {
     if (CTrackKey* key = std::exchange(dragKey, nullptr)) {
         NoteNewSize(timeline, key);
+        GetPlugin().TellKeyWritten(key->record);
         Invalidate(FALSE);
     }
     if (std::exchange(cloning, false) && timeline.keyDuplicator.cloneMode) {

@@ -119,6 +119,9 @@ void CTrackCtrl::RemoveKey(CTrackKey* view, bool destroy, bool redraw, bool noUn
     const bool repaint = redraw && IsInView(*view);
     if (destroyed) {
         DropView(view); // before its record goes: a window that shows the key must not write to it any more
+    } else if (IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
+               dialog != nullptr && dialog->GetKey() == view) {
+        dialog->Reset(); // the key lives on for undo, in no row
     }
     if (record != nullptr && holder != nullptr) {
         holder->RemoveKey(record, destroyed);

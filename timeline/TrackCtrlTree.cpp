@@ -282,6 +282,7 @@ void CTrackCtrl::RenameAnimationKeys(const std::string& from, const std::string&
         if (record->kind == KeyKind::Animation &&
             static_cast<const CFilmAnimationKey*>(record)->meshElement == from) {
             record->SetValue(&to);
+            GetPlugin().TellKeyWritten(record);
         }
     }
 }

@@ -449,7 +449,7 @@ TEST_F(TimedTrackKeyTest, AttributesWindowLetsGoOfADeletedRecord) {
     view.SetRecord(old, /*takeTimes*/ false);
     EXPECT_THAT(calls, IsEmpty());
     view.SetRecord(nullptr, /*takeTimes*/ false);
-    EXPECT_THAT(calls, ElementsAre("ForgetKey"));
+    EXPECT_THAT(calls, ElementsAre("Reset"));
 }
 
 TEST_F(TimedTrackKeyTest, DyingViewLeavesItsRecordAlone) {

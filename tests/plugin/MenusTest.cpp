@@ -200,13 +200,13 @@ TEST_F(MenusTest, CommandsAttachAndDetachTheActiveView) {
 TEST_F(MenusTest, AttributesForgetTheirKeyAtANewLevelAndGoWithThePlugin) {
     OpenFakeAttributes(plugin, calls);
     plugin.OnNew();
-    EXPECT_THAT(calls, ElementsAre("ForgetKey"));
+    EXPECT_THAT(calls, ElementsAre("Reset"));
     calls.clear();
     {
         IPluginImpl other;
         other.keyAttributesDlg = std::make_unique<FakeAttributes>(calls);
     }
-    EXPECT_THAT(calls, ElementsAre("ForgetKey", "DestroyWindow"));
+    EXPECT_THAT(calls, ElementsAre("Reset", "Destroy"));
 }
 
 TEST_F(MenusTest, AttributesAreMadeOnceOnFirstUse) {

@@ -44,8 +44,8 @@ void FakeAttributes::SetKey(CTrackKey* newKey, bool refresh) {
     }
 }
 
-void FakeAttributes::ForgetKey() {
-    log.push_back("ForgetKey");
+void FakeAttributes::Reset() {
+    log.push_back("Reset");
     key = nullptr;
     record = nullptr;
 }

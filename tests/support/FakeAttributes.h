@@ -9,8 +9,8 @@
 class IPluginImpl;
 
 /// The key attributes window as far as its callers notice it: it keeps the key that it is given and notes
-/// what is asked of it, as "SetKey key", "SetKey null", "Refresh", "Show 5", "Hide", "ForgetKey" and
-/// "DestroyWindow".
+/// what is asked of it, as "SetKey key", "SetKey null", "Refresh", "Show 5", "Hide", "Reset" and
+/// "Destroy".
 class FakeAttributes : public IKeyAttributesDlg {
 public:
     /// Notes into a log of its own.
@@ -26,8 +26,9 @@ public:
     void SetKey(CTrackKey* newKey, bool refresh) override;
     IFilmKey* GetRecord() const override { return record; }
     CTrackKey* GetKey() const override { return key; }
-    void ForgetKey() override;
-    void DestroyWindow() override { log.push_back("DestroyWindow"); }
+    void Reset() override;
+    void ApplyPending() override {}
+    void Destroy() override { log.push_back("Destroy"); }
 
     std::function<void()> onSetKey;      ///< what a question to the user lets in
     const EditorObject* taken = nullptr; ///< the only object whose menu gets the item "Set object here"

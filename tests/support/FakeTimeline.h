@@ -23,6 +23,7 @@ public:
     CTrackCtrl* AddAnimationRow(CTrackCtrl* parentRow, const std::string& name) override;
     CTrackCtrl* FindRowOfObject(const EditorObject*) const override { return nullptr; }
     void ShowFilm(IFilm* film, bool flag) override;
+    CTrackCtrl* FindRowOfKey(const IFilmKey*) const override { return nextRow; }
     void ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* key) override;
     void ShowKeyDescription(CTrackKey* key) override;
     const KeyKindParams* GetKeyParams(int kind) const override;

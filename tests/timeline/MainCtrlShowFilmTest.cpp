@@ -222,7 +222,7 @@ TEST_F(MainCtrlShowFilmTest, ARebuildKeepsTheKeyOfTheAttributesWindowWithoutWrit
     dialog.key = view;
     dialog.record = record;
     control->ShowFilm(film, true);
-    EXPECT_THAT(dialog.log, ElementsAre("ForgetKey", "SetKey key"));
+    EXPECT_THAT(dialog.log, ElementsAre("Reset", "SetKey key"));
     EXPECT_EQ(dialog.record, record);
     EXPECT_EQ(dialog.key, RowOf("Actor100", KeyKind::Position)->keys.front());
     plugin.keyAttributesDlg.reset();

@@ -1,0 +1,49 @@
+#include "keys/InPlaceEdit.h"
+
+#include "keys/AttrPropCtrl.h"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+
+BEGIN_MESSAGE_MAP(CInPlaceEdit, CEdit)
+ON_WM_SETFOCUS()
+ON_WM_KILLFOCUS()
+ON_WM_MOUSEWHEEL()
+END_MESSAGE_MAP()
+
+void CInPlaceEdit::OnSetFocus(CWnd* old) {
+    CEdit::OnSetFocus(old);
+    current = static_cast<float>(std::atof(GetWindowText().c_str()));
+}
+
+void CInPlaceEdit::OnKillFocus(CWnd* next) {
+    CEdit::OnKillFocus(next);
+    if (CAttrPropCtrl* list = PropertyListOf(this)) {
+        list->Commit();
+    }
+}
+
+/// Required: an end of the range without its partner stops the number, also with `wrap`.
+void CInPlaceEdit::Step(bool up) {
+    current += up ? step : -step;
+    if (!up && hasMinimum && current < minimum) {
+        current = wrap && hasMaximum ? maximum : minimum;
+    } else if (up && hasMaximum && current > maximum) {
+        current = wrap && hasMinimum ? minimum : maximum;
+    }
+}
+
+/// Required: the number replaces the text of a row of any type.
+BOOL CInPlaceEdit::OnMouseWheel(UINT flags, short delta, CPoint screenPoint) {
+    CAttrPropCtrl* list = PropertyListOf(this);
+    if (list == nullptr || list->RowHasBrowse()) {
+        return FALSE;
+    }
+    Step(/*up*/ delta >= 1);
+    std::array<char, 64> text{}; // the largest float has 39 digits before the point
+    std::snprintf(text.data(), text.size(), "%.3f", static_cast<double>(current));
+    SetWindowText("");
+    SetWindowText(text.data());
+    return list->TakeWheel() ? CEdit::OnMouseWheel(flags, delta, screenPoint) : TRUE;
+}

@@ -1,0 +1,221 @@
+#include "keys/KeyAttributesDlg.h"
+
+#include "framework/Resource.h"
+#include "keys/KeyAttributes.h"
+#include "keys/KeyWatch.h"
+#include "keys/TrackKey.h"
+#include "plugin/PluginImpl.h"
+#include "plugin/PluginResources.h"
+#include "resources/resource.h"
+#include "timeline/TimelineContext.h"
+#include "timeline/TrackCtrl.h"
+#include "timeline/TrackCtrlWatch.h"
+
+BEGIN_MESSAGE_MAP(CFilmKeyAttributesDlg, CDialog)
+ON_WM_CLOSE()
+ON_WM_DESTROY()
+ON_BN_CLICKED(IDC_ATTR_NEXT, &CFilmKeyAttributesDlg::OnNext)
+ON_BN_CLICKED(IDC_ATTR_PREV, &CFilmKeyAttributesDlg::OnPrev)
+END_MESSAGE_MAP()
+
+CFilmKeyAttributesDlg::CFilmKeyAttributesDlg() : CDialog(IDD_KEY_ATTRIBUTES) {
+    const ResourceScope resources(PluginResources());
+    Create(IDD_KEY_ATTRIBUTES, nullptr);
+}
+
+CFilmKeyAttributesDlg::~CFilmKeyAttributesDlg() {
+    DestroyWindow();
+}
+
+BOOL CFilmKeyAttributesDlg::OnInitDialog() {
+    CDialog::OnInitDialog();
+    list.SubclassDlgItem(IDC_ATTR_LIST, this);
+    list.InitControls(this);
+    return TRUE;
+}
+
+void CFilmKeyAttributesDlg::OnDestroy() {
+    Reset();
+    CDialog::OnDestroy();
+}
+
+void CFilmKeyAttributesDlg::Reset() {
+    key = nullptr;
+    record = nullptr;
+    hasPending = false;
+    list.ResetRows();
+    DeleteRows();
+}
+
+void CFilmKeyAttributesDlg::Show(int command) {
+    if (command == kHide) {
+        if (IsVisible()) {
+            ShowWindow(SW_HIDE);
+        }
+    } else if (!locked && !IsVisible()) {
+        ShowWindow(SW_SHOW);
+    }
+}
+
+/// The open edit goes into its row and the rows into the record. False if the window went, or showed another
+/// key, while the user was asked.
+bool CFilmKeyAttributesDlg::SaveRows() {
+    const std::weak_ptr<int> alive = life;
+    const unsigned shown = shownKeys;
+    list.Commit();
+    if (alive.expired() || shown != shownKeys) {
+        return false;
+    }
+    list.activeRow = -1;
+    ApplyChanges();
+    return !alive.expired() && shown == shownKeys;
+}
+
+void CFilmKeyAttributesDlg::SetKey(CTrackKey* newKey, bool refresh) {
+    if (locked) {
+        return;
+    }
+    if (refresh) {
+        ShowRows();
+        return;
+    }
+    ++shownKeys;
+    const KeyWatch watched(newKey);
+    if (record != nullptr && !SaveRows()) {
+        return;
+    }
+    key = watched.IsAlive() ? newKey : nullptr;
+    record = key != nullptr ? key->record : nullptr;
+    ShowRows();
+}
+
+/// The rows anew from the record.
+void CFilmKeyAttributesDlg::ShowRows() {
+    list.ResetRows();
+    DeleteRows();
+    hasPending = false;
+    if (key == nullptr || record == nullptr) {
+        return;
+    }
+    if (const KeyAttributes* attributes = GetKeyAttributes(record->kind)) {
+        attributes->fill(rows, *record);
+    }
+    UpdateRows();
+    UpdateNeighbourButtons();
+}
+
+void CFilmKeyAttributesDlg::ApplyChanges() {
+    const KeyAttributes* attributes = record != nullptr ? GetKeyAttributes(record->kind) : nullptr;
+    if (attributes == nullptr) {
+        return;
+    }
+    hasPending = false;
+    IFilmKey* written = record;
+    attributes->apply(rows, *written, [alive = std::weak_ptr<int>(life), written, this] {
+        return !alive.expired() && record == written;
+    });
+}
+
+void CFilmKeyAttributesDlg::ApplyPending() {
+    if (list.activeRow >= 0) {
+        const std::weak_ptr<int> alive = life;
+        list.Commit();
+        if (alive.expired()) {
+            return;
+        }
+    }
+    if (hasPending) {
+        ApplyChanges();
+    }
+}
+
+void CFilmKeyAttributesDlg::UpdateRows() {
+    for (const AttrRow* row : rows) {
+        row->member->UpdateVisibility();
+    }
+    RebuildList();
+}
+
+void CFilmKeyAttributesDlg::RebuildList() {
+    const void* selected = list.GetCurSel() >= 0 ? list.GetItemDataPtr(list.GetCurSel()) : nullptr;
+    const int top = list.GetTopIndex();
+    list.SetRedraw(FALSE);
+    list.ResetContent();
+    for (AttrRow* row : rows) {
+        if (!row->member->IsHidden()) {
+            list.SetItemDataPtr(list.AddString(row->member->name), row);
+        }
+    }
+    for (int i = 0; selected != nullptr && i < list.GetCount(); ++i) {
+        if (list.GetItemDataPtr(i) == selected) {
+            list.SetCurSel(i);
+            break;
+        }
+    }
+    list.SetTopIndex(top);
+    list.SetRedraw(TRUE);
+    list.Invalidate();
+}
+
+void CFilmKeyAttributesDlg::OnOK() {
+    const std::weak_ptr<int> alive = life;
+    list.Commit();
+    if (!alive.expired()) {
+        ApplyChanges();
+    }
+    if (alive.expired()) {
+        return;
+    }
+    Refresh(); // what was written may not be what the rows say, and they are written again with the next key
+    CDialog::OnOK();
+}
+
+void CFilmKeyAttributesDlg::OnClose() {
+    if (record != nullptr && !SaveRows()) {
+        return;
+    }
+    Reset();
+    CDialog::OnClose();
+}
+
+void CFilmKeyAttributesDlg::MakeKeyCurrent() {
+    if (key != nullptr) {
+        CurrentKey() = key;
+    }
+}
+
+void CFilmKeyAttributesDlg::PoseFilm() {
+    if (const TimelineContext* timeline = GetTimeline()) {
+        GetPlugin().SetFrame(timeline->currentTime, IPluginImpl::kNoPrevious);
+    }
+}
+
+void CFilmKeyAttributesDlg::GoToNeighbour(bool forward) {
+    TimelineContext* timeline = GetTimeline();
+    CTrackCtrl* row = timeline != nullptr ? timeline->FindRowOfKey(record) : nullptr;
+    CTrackKey* neighbour = row != nullptr ? row->FindNearestKey(record->time, forward) : nullptr;
+    if (neighbour == nullptr) {
+        return;
+    }
+    const RowWatch watched(*row);
+    timeline->SelectOnly(neighbour); // writes the key on show, which may ask the user
+    if (watched.IsAlive()) {
+        row->Invalidate(FALSE);
+    }
+}
+
+void CFilmKeyAttributesDlg::UpdateNeighbourButtons() {
+    const TimelineContext* timeline = GetTimeline();
+    const CTrackCtrl* row = timeline != nullptr ? timeline->FindRowOfKey(record) : nullptr;
+    if (row == nullptr) {
+        return;
+    }
+    const bool hasNext = row->FindNearestKey(record->time, /*after*/ true) != nullptr;
+    const bool hasPrev = row->FindNearestKey(record->time, /*after*/ false) != nullptr;
+    if (CWnd* next = GetDlgItem(IDC_ATTR_NEXT)) {
+        next->EnableWindow(hasNext);
+    }
+    if (CWnd* prev = GetDlgItem(IDC_ATTR_PREV)) {
+        prev->EnableWindow(hasPrev);
+    }
+}
