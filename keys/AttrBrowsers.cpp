@@ -3,12 +3,13 @@
 #include "files/ChooseMovieCameraDlg.h"
 #include "files/QuorlEdFileDialog.h"
 #include "framework/ColorDialog.h"
+#include "keys/NumberText.h"
 #include "keys/Pixels.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 
-#include <charconv>
+#include <algorithm>
 
 namespace {
 
@@ -27,33 +28,23 @@ std::string Shortened(const std::string& element) {
     return isBone ? element.substr(kBonePrefixLength + 1) : element;
 }
 
-/// An object that may be deleted while the user chooses.
-class ObjectWatch {
-public:
-    explicit ObjectWatch(EditorObject* watched) : object(watched), id(watched != nullptr ? watched->id : 0) {}
-
-    /// The object if the level still has it, else null.
-    EditorObject* Get() const {
-        const ILevelData* level = GetPlugin().GetLevelData();
-        return object != nullptr && level != nullptr && level->FindObject(id) == object ? object : nullptr;
+/// The object if the level has it, else null. For pointers that were kept while anything could be deleted:
+/// they are compared, not followed.
+EditorObject* IfInLevel(EditorObject* object) {
+    ObjectList objects;
+    if (IEditorView* view = GetPlugin().view; view != nullptr && object != nullptr) {
+        view->GetAllObjects(objects, 1);
     }
-
-private:
-    EditorObject* object;
-    int id;
-};
+    return std::ranges::find(objects, object) != objects.end() ? object : nullptr;
+}
 
 /// From 0 to 1 to eight bits.
 int ToByte(float channel) {
     return CutToInt(channel * 255.0f) & 0xFF;
 }
 
-/// Three decimals, in any locale.
 std::string ChannelText(int byte) {
-    char text[32];
-    const auto end = std::to_chars(text, text + sizeof text, static_cast<float>(byte) * kChannelStep,
-                                   std::chars_format::fixed, 3);
-    return {text, end.ptr};
+    return FixedText(static_cast<float>(byte) * kChannelStep, /*width*/ 5, /*decimals*/ 3);
 }
 
 } // namespace
@@ -72,10 +63,9 @@ void BrowseMeshElementName(AttrBrowseRequest* request) {
     if (editor == nullptr) {
         return;
     }
-    const ObjectWatch watch(request->object);
-    const std::string element = editor->BrowseMeshElement(request->object, request->value);
+    const std::string element = editor->BrowseMeshElement(IfInLevel(request->object), request->value);
     request->value = Shortened(element);
-    EditorObject* object = watch.Get();
+    EditorObject* object = IfInLevel(request->object);
     TimelineContext* timeline = GetTimeline();
     CTrackCtrl* row = timeline != nullptr ? timeline->FindRowOfObject(object) : nullptr;
     if (row != nullptr) {
@@ -85,7 +75,7 @@ void BrowseMeshElementName(AttrBrowseRequest* request) {
 
 void BrowseAnimation(AttrBrowseRequest* request) {
     if (IEditor* editor = GetPlugin().editor) {
-        request->value = editor->BrowseMeshAnimation(request->object, request->value);
+        request->value = editor->BrowseMeshAnimation(IfInLevel(request->object), request->value);
     }
 }
 
