@@ -3,6 +3,7 @@
 
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -64,6 +65,16 @@ public:
     }
 
 protected:
+    void hideEvent(QHideEvent* event) override {
+        QBase::hideEvent(event);
+        EndPress();
+    }
+    // A press that takes the focus from another window may hide the button before it arrives.
+    void showEvent(QShowEvent* event) override {
+        EndPress();
+        QBase::showEvent(event);
+    }
+
     // Only "auto" buttons change by themselves; the program sets the others.
     void nextCheckState() override {
         const DWORD type = this->windowStyle & BS_TYPEMASK;
@@ -73,6 +84,16 @@ protected:
             QBase::setChecked(true);
             UncheckOthersInGroup(*this);
         }
+    }
+
+private:
+    // The release of a button that is hidden meanwhile comes late or never, and is no click. A button that is
+    // up clicks at no release, but forgets the press by it.
+    void EndPress() {
+        QBase::setDown(false);
+        QMouseEvent release(QEvent::MouseButtonRelease, QPointF(-1, -1), this->mapToGlobal(QPointF(-1, -1)),
+                            Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+        QBase::mouseReleaseEvent(&release);
     }
 };
 
