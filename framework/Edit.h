@@ -2,7 +2,7 @@
 
 #include "framework/Wnd.h"
 
-// A line of text to edit.
+// A line of text to edit. EN_CHANGE follows what the user does with the text, not what the program sets.
 class FILMS_API CEdit : public CWnd {
     DECLARE_DYNCREATE(CEdit)
 public:

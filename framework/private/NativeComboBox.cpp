@@ -36,10 +36,11 @@ public:
             event->ignore();
             return false;
         }
-        const bool result = QComboBox::event(event);
-        if (type == QEvent::FocusIn || type == QEvent::FocusOut) {
-            NotifyParent(type == QEvent::FocusIn ? CBN_SETFOCUS : CBN_KILLFOCUS);
+        if (type == QEvent::FocusOut && !LendsKeyboard(*event)) {
+            hidePopup(); // the program has taken the keyboard from the open list
         }
+        const bool result = QComboBox::event(event);
+        NotifyFocus(*event, CBN_SETFOCUS, CBN_KILLFOCUS);
         return result;
     }
 

@@ -8,21 +8,19 @@ namespace {
 
 class NativeEdit : public NativeOf<QLineEdit>, public NativeEditControl {
 public:
-    NativeEdit(DWORD editStyle, QWidget* parent) : NativeOf<QLineEdit>(parent), limit(new TypingLimit(*this)) {
+    NativeEdit(DWORD editStyle, QWidget* parent)
+        : NativeOf<QLineEdit>(parent), limit(new TypingLimit(*this)) {
         QLineEdit::setReadOnly((editStyle & ES_READONLY) != 0);
         setEchoMode(editStyle & ES_PASSWORD ? QLineEdit::Password : QLineEdit::Normal);
         setAlignment(editStyle & ES_RIGHT    ? Qt::AlignRight
                      : editStyle & ES_CENTER ? Qt::AlignHCenter
                                              : Qt::AlignLeft);
-        connect(this, &QLineEdit::textChanged, this, [this] { NotifyParent(EN_CHANGE); });
+        connect(this, &QLineEdit::textEdited, this, [this] { NotifyParent(EN_CHANGE); });
     }
 
     bool BaseEvent(QEvent* event) override {
-        const QEvent::Type type = event->type();
         const bool result = QLineEdit::event(event);
-        if (type == QEvent::FocusIn || type == QEvent::FocusOut) {
-            NotifyParent(type == QEvent::FocusIn ? EN_SETFOCUS : EN_KILLFOCUS);
-        }
+        NotifyFocus(*event, EN_SETFOCUS, EN_KILLFOCUS);
         return result;
     }
 

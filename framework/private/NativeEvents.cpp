@@ -154,13 +154,35 @@ bool NativeWindow::HandleKey(QEvent* event) {
     return true;
 }
 
+bool NativeWindow::LendsKeyboard(const QEvent& focusEvent) const {
+    if (static_cast<const QFocusEvent&>(focusEvent).reason() == Qt::PopupFocusReason) {
+        return true;
+    }
+    if (focusEvent.type() == QEvent::FocusIn || !QApplication::activePopupWidget()) {
+        return false;
+    }
+    // The window system may move the focus too while a popup opens. To another control it goes for good.
+    const QWidget* now = QApplication::focusWidget();
+    return !now || InWindowOf(now) == this || now->window()->windowType() == Qt::Popup;
+}
+
+void NativeWindow::NotifyFocus(const QEvent& event, UINT gained, UINT lost) {
+    const bool gains = event.type() == QEvent::FocusIn;
+    if ((gains || event.type() == QEvent::FocusOut) && !LendsKeyboard(event)) {
+        NotifyParent(gains ? gained : lost);
+    }
+}
+
 bool NativeWindow::HandleFocus(QEvent* event) {
-    const bool toPopup = event->type() == QEvent::FocusOut && QApplication::activePopupWidget();
-    if (toPopup || static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason) {
-        // A menu or drop-down list only borrows the keyboard.
+    if (LendsKeyboard(*event)) {
         return BaseEvent(event);
     }
-    Send(event->type() == QEvent::FocusIn ? WM_SETFOCUS : WM_KILLFOCUS, 0, 0, event);
+    if (event->type() == QEvent::FocusIn) {
+        Send(WM_SETFOCUS, 0, 0, event);
+    } else {
+        NativeWindow* next = InWindowOf(QApplication::focusWidget());
+        Send(WM_KILLFOCUS, reinterpret_cast<WPARAM>(next), 0, event);
+    }
     return true;
 }
 

@@ -159,9 +159,7 @@ bool NativeListBox::BaseEvent(QEvent* e) {
     if (onItem) {
         NotifyParent(LBN_DBLCLK);
     }
-    if (type == QEvent::FocusIn || type == QEvent::FocusOut) {
-        NotifyParent(type == QEvent::FocusIn ? LBN_SETFOCUS : LBN_KILLFOCUS);
-    }
+    NotifyFocus(*e, LBN_SETFOCUS, LBN_KILLFOCUS);
     return result;
 }
 

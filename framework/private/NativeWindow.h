@@ -57,6 +57,10 @@ public:
     // WM_COMMAND with this control's number and a notification code.
     void NotifyParent(UINT code);
     LRESULT NotifyParent(NMHDR& header);
+    // One of the two codes for an event of the focus that is no loan to a menu or drop-down list.
+    void NotifyFocus(const QEvent& event, UINT gained, UINT lost);
+    // Whether the focus goes to a menu or to the window's own open list, or comes back from there.
+    bool LendsKeyboard(const QEvent& focusEvent) const;
     NativeWindow* Parent() const;
     // Those inside this window.
     std::vector<NativeWindow*> Children() const;

@@ -152,7 +152,7 @@ TEST_F(DialogTest, ClicksReachTheMessageMap) {
     QTest::keyClick(Window(), Qt::Key_7);
     EXPECT_EQ(dlg.changes, 1) << "the first control has the focus";
     dlg.SetDlgItemText(1758, "new");
-    EXPECT_EQ(dlg.changes, 2);
+    EXPECT_EQ(dlg.changes, 1) << "the program knows what it sets";
 }
 
 TEST_F(DialogTest, RadioButtonsOfAGroupExcludeEachOther) {

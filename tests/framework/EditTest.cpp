@@ -17,6 +17,20 @@
 
 namespace {
 
+// Hears of changes.
+class Around : public CWnd {
+public:
+    int changes = 0;
+
+protected:
+    void OnTextChanged() { ++changes; }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(Around, CWnd)
+ON_EN_CHANGE(7, &Around::OnTextChanged)
+END_MESSAGE_MAP()
+
 class EditTest : public testing::Test {
 protected:
     EditTest() {
@@ -40,8 +54,16 @@ protected:
         QApplication::clipboard()->setText(text);
         Press(Qt::Key_V, Qt::ControlModifier);
     }
+    void Drop(const QString& text) {
+        QMimeData data;
+        data.setText(text);
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(NativeWidget(edit), &enter);
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(NativeWidget(edit), &drop);
+    }
 
-    CWnd top;
+    Around top;
     CEdit edit;
 };
 
@@ -161,12 +183,7 @@ TEST_F(EditTest, ComposedTextIsLimitedToo) {
 
 TEST_F(EditTest, DroppedTextIsLimitedToo) {
     edit.SetLimitText(3);
-    QMimeData data;
-    data.setText("12345");
-    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(NativeWidget(edit), &enter);
-    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(NativeWidget(edit), &drop);
+    Drop("12345");
     EXPECT_EQ(edit.GetWindowText(), "123");
 }
 
@@ -210,6 +227,34 @@ TEST_F(EditTest, ReturnIsNotRefusedInATooLongText) {
                      NativeWidget(edit), [&returns] { ++returns; });
     Press(Qt::Key_Return);
     EXPECT_EQ(returns, 1);
+}
+
+TEST_F(EditTest, OnlyTheUsersChangesAreTold) {
+    edit.SetWindowText("abcd");
+    edit.SetWindowText("");
+    edit.SetWindowText("abcd");
+    edit.SetLimitText(6);
+    edit.SetSel(4, 4);
+    EXPECT_EQ(top.changes, 0);
+    Type("e");
+    EXPECT_EQ(top.changes, 1);
+    Paste("f");
+    EXPECT_EQ(top.changes, 2);
+    Type("g");
+    EXPECT_EQ(top.changes, 2) << "refused by the limit";
+    Press(Qt::Key_Backspace);
+    EXPECT_EQ(top.changes, 3);
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(top.changes, 4);
+    edit.SetSel(0, 2);
+    Press(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(top.changes, 5);
+    EXPECT_EQ(edit.GetWindowText(), "cdef");
+    Press(Qt::Key_Left);
+    Press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(top.changes, 5);
+    Drop("x");
+    EXPECT_EQ(top.changes, 6);
 }
 
 } // namespace
