@@ -2,10 +2,12 @@
 #include "framework/private/NativeOf.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -20,6 +22,7 @@ public:
         });
         if (lineEdit()) {
             setCompleter(nullptr);
+            lineEdit()->installEventFilter(this);
             lineEdit()->setMaxLength(std::numeric_limits<int>::max()); // it cuts what the program sets
             connect(lineEdit(), &QLineEdit::textEdited, this, [this] {
                 // Typing is no choice from the list, whatever the text may match.
@@ -31,6 +34,9 @@ public:
 
     bool BaseEvent(QEvent* event) override {
         const QEvent::Type type = event->type();
+        if (type == QEvent::FocusIn || type == QEvent::FocusOut) {
+            lent = LendsKeyboard(*event) && QApplication::focusWidget() != this;
+        }
         if (type == QEvent::Wheel && !hasFocus()) {
             // A wheel that only passes over must not change the choice.
             event->ignore();
@@ -42,6 +48,25 @@ public:
         const bool result = QComboBox::event(event);
         NotifyFocus(*event, CBN_SETFOCUS, CBN_KILLFOCUS);
         return result;
+    }
+
+    void showPopup() override {
+        QComboBox::showPopup();
+        view()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == lineEdit() && event->type() == QEvent::Wheel) {
+            return HandleEvent(event); // the edit part keeps it from the control
+        }
+        // From the open list the keyboard may go elsewhere without coming back.
+        if (watched == view() && event->type() == QEvent::FocusOut) {
+            NativeWindow* next = InWindowOf(QApplication::focusWidget());
+            if (next && next != this) {
+                LoseLentFocus();
+            }
+        }
+        return QComboBox::eventFilter(watched, event);
     }
 
     // The rect given holds the open list too; the closed control takes a line of text.
@@ -106,7 +131,21 @@ public:
         return picked == index;
     }
 
+protected:
+    void hideEvent(QHideEvent* event) override {
+        QComboBox::hideEvent(event);
+        LoseLentFocus();
+    }
+
 private:
+    void LoseLentFocus() {
+        if (std::exchange(lent, false)) {
+            QFocusEvent lost(QEvent::FocusOut, Qt::OtherFocusReason);
+            Send(WM_KILLFOCUS, reinterpret_cast<WPARAM>(InWindowOf(QApplication::focusWidget())), 0, &lost);
+        }
+    }
+
+    bool lent = false; // the keyboard, to the open list
     // What was chosen from the list, by the user or by the program.
     int picked = -1;
     CRect given; // with the open list
