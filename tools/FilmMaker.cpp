@@ -143,6 +143,18 @@ void FilmMaker::Speech(CFilmTrack* track, const char* path, const char* text, fl
     Add(track, key);
 }
 
+void FilmMaker::Effect(CFilmTrack* track, int kind, float from, float to, const Fx& fx) {
+    auto* key = Make<CFilmFxKey>(kind, from, to);
+    key->fxName = fx.name;
+    key->position = InUnits(fx.place);
+    key->normal = fx.normal;
+    key->linkElement = fx.element;
+    key->objectId = fx.at != nullptr ? Find(fx.at)->id : 0;
+    // Rain and flares have no such flag.
+    key->deleteFlag = kind != KeyKind::FxRain && kind != KeyKind::FxFlare ? 1 : 0;
+    Add(track, key);
+}
+
 void FilmMaker::Method(CFilmTrack* track, const char* name, float time, bool afterStop) {
     auto* key = Make<CFilmJavaKey>(KeyKind::JavaMethod, time, time);
     key->methodName = name;

@@ -39,6 +39,17 @@ public:
                    float frequency = 1.0f);
     void Sound(CFilmTrack* track, const char* path, float from, float to, bool looped);
     void Speech(CFilmTrack* track, const char* path, const char* text, float from, float to);
+    /// What an effect shows and where. On an object's track the place is in that object's space, on the
+    /// level's in that of `at`, or in the world's without one; metres.
+    struct Fx {
+        const char* name;
+        Vector3 place{};
+        const char* at = nullptr; ///< an object's name, for the level's track
+        const char* element = "";
+        Vector3 normal{0, 1, 0};
+    };
+    /// Kinds 2 to 7; the effect goes with its key.
+    void Effect(CFilmTrack* track, int kind, float from, float to, const Fx& fx);
     void Method(CFilmTrack* track, const char* name, float time, bool afterStop);
     void Flags(CFilmTrack* track, float time, unsigned flags);
     /// Closes all tracks; call when every key is there.

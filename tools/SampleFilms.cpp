@@ -14,6 +14,9 @@ constexpr float kWalkFrequency = 0.95f;
 /// Sun helpers stand so many metres out in the sun's direction, 1,000 units as those that the plug-in makes.
 constexpr float kSunDistance = 10.0f;
 
+/// Metres; where tools/SampleLevel.cpp puts the water.
+constexpr float kWaterLevel = -1.25f;
+
 /// The bodies of the lights; films share the sun's.
 struct Lights {
     engine::SceneObject* sun = nullptr;
@@ -131,6 +134,8 @@ void SailorArrives(FilmMaker& film) {
     film.Animation(sailor, "Idle", 17.1f, 24);
     film.Sound(sailor, "sounds/steps.wav", 3.6f, 14.6f, true);
     film.Speech(sailor, "sounds/sailor_hello.wav", "Ahoy! Have I missed the last boat?", 15.0f, 17.1f);
+    film.Effect(sailor, KeyKind::FxTrace, 3.6f, 14.6f, {"Footprints"});
+    film.Effect(sailor, KeyKind::FxParticle, 3.6f, 14.6f, {"Dust", {}, nullptr, "Bip01 L Foot"});
     film.Method(sailor, "harbour.sailorArrived", 14.6f, false);
     film.Flags(sailor, 0, 0);
 
@@ -206,6 +211,24 @@ void IntroCameras(FilmMaker& film) {
     film.Cut("Evening", 17.2f, kIntroSeconds);
 }
 
+/// Black at both ends, and what lives without the actors: smoke, a splash, lights that are lit, a drizzle.
+void IntroEffects(FilmMaker& film) {
+    CFilmTrack* level = film.Level();
+    film.Effect(level, KeyKind::FxBlind, 0, 2, {"From black"});
+    film.Effect(level, KeyKind::FxBlind, 22.6f, kIntroSeconds, {"To black"});
+    film.Effect(level, KeyKind::FxRain, 17.2f, kIntroSeconds, {"Evening drizzle"});
+    // The chimney's top, as tools/sample/props.py builds it.
+    film.Effect(level, KeyKind::FxParticle, 0, kIntroSeconds,
+                {"Chimney smoke", {1.7f, 9.04f, -3.6f}, "House white", "house"});
+    // With the horn; behind the wheelhouse.
+    film.Effect(level, KeyKind::FxParticle, 20.4f, 22.8f,
+                {"Steam", {0, 3.6f, -2.0f}, "Fishing boat", "fishing boat"});
+    film.Effect(level, KeyKind::FxSequence, 9.4f, 10.6f, {"Dock splash", {2.6f, kWaterLevel, 4.4f}});
+    film.Effect(level, KeyKind::FxFlare, 14, kIntroSeconds,
+                {"Harbour light", {0, 17.8f, 0}, "Lighthouse", "lighthouse"});
+    film.Effect(level, KeyKind::FxFlare, 16, kIntroSeconds, {"Lantern", {}, "Lamp post", "lamp"});
+}
+
 void MakeIntro(engine::Level& level, const Lights& lights) {
     FilmMaker film(level, "Intro", kIntroSeconds);
     Sunset(film, lights.sun);
@@ -216,6 +239,7 @@ void MakeIntro(engine::Level& level, const Lights& lights) {
     film.Method(film.Level(), "harbour.introStarted", 0, false);
     film.Method(film.Level(), "harbour.introEnded", 23.9f, true);
     film.Flags(film.Level(), 0, engine::TrackFlag::BlackBars);
+    IntroEffects(film);
     SailorArrives(film);
     MasterWaits(film);
     Gulls(film);

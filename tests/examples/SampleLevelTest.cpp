@@ -3,6 +3,7 @@
 #include "host/engine/FilmManager.h"
 #include "host/engine/LevelFile.h"
 #include "host/engine/mesh/GltfMeshLibrary.h"
+#include "host/stage/effects/EffectLibrary.h"
 #include "tests/support/Paths.h"
 #include "tools/LightChunks.h"
 
@@ -140,7 +141,50 @@ TEST_F(SampleLevelTest, ItsLengthsAreCentimetres) {
 TEST_F(SampleLevelTest, TheIntroUsesTheKindsOfKeys) {
     Load();
     EXPECT_EQ(Film("Intro").length, 24.0f);
-    EXPECT_EQ(Kinds(Film("Intro")), (std::set<int>{0, 1, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
+    std::set<int> all;
+    for (int kind = 0; kind < KeyKind::FilterCount; ++kind) {
+        all.insert(kind);
+    }
+    EXPECT_EQ(Kinds(Film("Intro")), all);
+}
+
+TEST_F(SampleLevelTest, ItsEffectsHaveFilesOfTheirKind) {
+    Load();
+    const stage::EffectLibrary library({kFolder + "effects", SourceFolder() + "/host/stage/data/effects"});
+    // Kinds 2 to 7 of keys by the codes of effects.
+    constexpr int kCodes[] = {1, 2, 3, 5, 6, 4};
+    int count = 0;
+    for (const CFilmTrack* track : Film("Intro").tracks) {
+        for (const IFilmKey* key : track->keys) {
+            if (key->kind >= KeyKind::FxSequence && key->kind <= KeyKind::FxFlare) {
+                const auto& fx = static_cast<const CFilmFxKey&>(*key);
+                stage::EffectKind kind = stage::EffectKind::Sequence;
+                ASSERT_TRUE(stage::EffectKindOf(kCodes[key->kind - KeyKind::FxSequence], kind));
+                EXPECT_NO_THROW(library.Load(kind, fx.fxName)) << fx.fxName;
+                ++count;
+            }
+        }
+    }
+    EXPECT_EQ(count, 10) << "eight of the level, two of the sailor";
+}
+
+TEST_F(SampleLevelTest, ItsEffectsLieOnTheirObjects) {
+    Load();
+    for (const CFilmTrack* track : Film("Intro").tracks) {
+        for (const IFilmKey* key : track->keys) {
+            if (key->kind < KeyKind::FxSequence || key->kind > KeyKind::FxFlare) {
+                continue;
+            }
+            const auto& fx = static_cast<const CFilmFxKey&>(*key);
+            const auto* actor = AsObjectTrack(const_cast<CFilmTrack*>(track));
+            const EditorObject* object = actor != nullptr ? actor->actor : level.Data()->Find(fx.objectId);
+            if (object != nullptr) {
+                EXPECT_GE(object->FindMeshElement(fx.linkElement), 0) << fx.fxName;
+            } else {
+                EXPECT_EQ(fx.objectId, 0) << fx.fxName;
+            }
+        }
+    }
 }
 
 TEST_F(SampleLevelTest, TheFilmsShareAnActor) {
