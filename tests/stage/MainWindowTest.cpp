@@ -5,6 +5,7 @@
 #include "host/stage/windows/ObjectPanel.h"
 #include "host/stage/windows/ObjectTree.h"
 #include "host/stage/windows/PickDialog.h"
+#include "host/stage/windows/browse/EffectBrowser.h"
 #include "host/stage/windows/TransformFields.h"
 #include "host/stage/windows/ViewArea.h"
 #include "tests/support/Answering.h"
@@ -400,14 +401,29 @@ TEST_F(MainWindowTest, MeshElementsArePickedFromTheObjectsMesh) {
 TEST_F(MainWindowTest, EffectsMayBeTypedFreely) {
     Answering(
         [](QWidget& dialog) {
-            auto& pick = dynamic_cast<stage::PickDialog&>(dialog);
-            EXPECT_GT(pick.list->count(), 0);
+            auto& pick = dynamic_cast<stage::EffectBrowser&>(dialog);
+            EXPECT_EQ(pick.list->count(), 6);
             pick.search->setText("MyOwnSmoke");
             pick.accept();
         },
         [&] { EXPECT_EQ(window.host.BrowseObjectName(2, "Smoke"), "MyOwnSmoke"); });
     Answering([](QWidget& dialog) { dynamic_cast<QDialog&>(dialog).reject(); },
               [&] { EXPECT_EQ(window.host.BrowseObjectName(0, "x"), std::nullopt); });
+}
+
+TEST_F(MainWindowTest, EffectsOfTheLevelsOwnFolderAreOffered) {
+    QDir(folder.path()).mkpath("effects/rain");
+    WriteWholeFile(PathOf("effects/rain/Ash.fx.json"), R"({"about":"Of the volcano"})");
+    Answering(
+        [](QWidget& dialog) {
+            auto& pick = dynamic_cast<stage::EffectBrowser&>(dialog);
+            EXPECT_EQ(pick.list->item(0)->text(), "Ash");
+            EXPECT_EQ(pick.Chosen(), "Snow");
+            pick.search->setText("ash");
+            EXPECT_EQ(pick.about->text(), "Of the volcano");
+            pick.accept();
+        },
+        [&] { EXPECT_EQ(window.host.BrowseObjectName(5, "Snow"), "Ash"); });
 }
 
 TEST_F(MainWindowTest, AFileThatAnotherProgramChangedIsOverwrittenOnlyOnPurpose) {

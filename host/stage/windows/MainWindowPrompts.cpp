@@ -1,4 +1,5 @@
 #include "host/stage/host/FreeLights.h"
+#include "host/stage/windows/browse/EffectBrowser.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/NumberDialog.h"
 #include "host/stage/windows/PickDialog.h"
@@ -10,17 +11,6 @@
 namespace stage {
 
 namespace {
-
-// Effects by the kind that a plug-in asks for: 1 sequence, 2 particle, 3 trace, 4 flare, 5 rain, 6 blind.
-constexpr const char* kEffects[][6] = {
-    {"", "", "", "", "", ""},
-    {"Explosion", "Fireworks", "Lightning", "Splash", "Sparkle", "Teleport"},
-    {"Dust", "Embers", "Smoke", "Sparks", "Spray", "Steam"},
-    {"Blade", "Comet", "Footprints", "Ribbon", "Wake", "Wheel"},
-    {"Beacon", "Lantern", "Lens", "Moon", "Star", "Sun"},
-    {"Drizzle", "Hail", "Leaves", "Rain", "Sleet", "Snow"},
-    {"Black", "Flash", "Red", "Sepia", "Soft", "White"},
-};
 
 /// As many lines as a box has room for.
 QString FirstLines(const std::vector<std::string>& texts) {
@@ -76,16 +66,11 @@ std::optional<std::string> MainWindow::BrowseMeshAnimation(EditorObject* object,
 }
 
 std::optional<std::string> MainWindow::BrowseFx(int fxKind, const std::string& present) {
-    PickList pick;
-    pick.title = tr("Effect");
-    pick.freeText = true;
-    if (fxKind > 0 && fxKind < static_cast<int>(std::size(kEffects))) {
-        for (const char* name : kEffects[fxKind]) {
-            pick.names << name;
-        }
-    }
-    pick.present = QString::fromStdString(present);
-    return ToText(PickDialog::Pick(pick, this));
+    const std::string& own = host.level.Folder();
+    return EffectBrowser::Pick(
+        EffectLibrary({own.empty() ? "" : own + "effects", host.folders.data + "/effects",
+                       host.folders.shipped.empty() ? "" : host.folders.shipped + "/effects"}),
+        fxKind, present, this);
 }
 
 std::optional<float> MainWindow::InputNumber(float present, const std::string& title,
