@@ -1,47 +1,11 @@
 #include "host/sound/SoundFile.h"
 
-#include "host/outside/OutsideFile.h"
+#include "host/sound/OpenSound.h"
 
 #include <algorithm>
 #include <cmath>
-#include <sndfile.h>
 
 namespace {
-
-constexpr sf_count_t kMaxSamples = 600LL * 48000 * 2;
-/// Ten minutes of 48 kHz stereo in floats are 220 MiB.
-constexpr std::uint64_t kMaxFileBytes = 256 * OutsideFile::kMiB;
-
-/// An open file; closed with the scope.
-class OpenFile {
-public:
-    explicit OpenFile(const std::string& path) : outside(path, kMaxFileBytes), file(nullptr) {
-        if (outside.IsOpen()) {
-            file = sf_open_fd(outside.Descriptor(), SFM_READ, &info, /*close_desc*/ SF_FALSE);
-        }
-    }
-    ~OpenFile() {
-        if (file != nullptr) {
-            sf_close(file);
-        }
-    }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-
-    bool IsUsable() const {
-        return file != nullptr && info.samplerate > 0 && info.channels > 0 && info.frames >= 0;
-    }
-
-    /// Why the file is not usable.
-    std::string Reason() const {
-        return file == nullptr ? outside.IsOpen() ? sf_strerror(nullptr) : outside.Error()
-                               : "no usable sound";
-    }
-
-    SF_INFO info{};
-    OutsideFile outside;
-    SNDFILE* file;
-};
 
 std::vector<float> MixToOne(const std::vector<float>& samples, int channels) {
     std::vector<float> mono(samples.size() / static_cast<std::size_t>(channels));
@@ -64,13 +28,8 @@ float SoundData::Seconds() const {
 }
 
 std::shared_ptr<const SoundData> LoadSound(const std::string& path) {
-    OpenFile open(path);
-    if (!open.IsUsable()) {
-        throw SoundError(path + ": " + open.Reason());
-    }
-    if (open.info.frames > kMaxSamples / open.info.channels) {
-        throw SoundError(path + ": longer than ten minutes");
-    }
+    const OpenSound open(path);
+    open.Check(path);
     auto sound = std::make_shared<SoundData>();
     sound->rate = open.info.samplerate;
     sound->channels = open.info.channels;
@@ -98,7 +57,7 @@ std::shared_ptr<const SoundData> LoadSound(const std::string& path) {
 }
 
 float SoundSeconds(const std::string& path) {
-    const OpenFile open(path);
+    const OpenSound open(path);
     return open.IsUsable() ? static_cast<float>(static_cast<double>(open.info.frames) /
                                                 static_cast<double>(open.info.samplerate))
                            : -1.0f;
