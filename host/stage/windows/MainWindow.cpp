@@ -2,6 +2,7 @@
 
 #include "framework/QtBridge.h"
 #include "framework/Wnd.h"
+#include "host/stage/windows/browse/SoundPreview.h"
 #include "host/stage/windows/FilmEffects.h"
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/ObjectLook.h"
@@ -49,6 +50,7 @@ MainWindow::MainWindow(HostFolders folders)
     resize(1360, 860);
     effects = std::make_unique<FilmEffects>(host.level, [this](const std::string& text) { Report(text); });
     host.level.SetFilmSink(effects.get());
+    SetFilePreview(SoundPreview::Maker());
     session.New();
     UpdateActions();
 }
@@ -67,6 +69,7 @@ void MainWindow::ShutdownHost() {
     session.Changes().Forget();
     host.Shutdown();
     host.level.SetFilmSink(nullptr);
+    SetFilePreview({});
     toolWindows->Detach();
     if (AfxGetMainWnd() == WrapWidget(this)) {
         AfxSetMainWnd(nullptr);
