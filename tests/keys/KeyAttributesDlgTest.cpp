@@ -3,7 +3,7 @@
 #include "framework/QtBridge.h"
 #include "keys/TrackKey.h"
 #include "resources/resource.h"
-#include "tests/keys/KeyAttributesFixture.h"
+#include "tests/keys/AttributesWindowFixture.h"
 #include "tests/support/MouseScript.h"
 
 #include <QWidget>
@@ -13,7 +13,7 @@ using ::testing::IsEmpty;
 
 namespace {
 
-class KeyAttributesDlgTest : public KeyAttributesTest {
+class KeyAttributesDlgTest : public AttributesWindowTest {
 protected:
     bool IsEnabled(UINT id) { return Dialog().GetDlgItem(static_cast<int>(id))->IsWindowEnabled() != FALSE; }
     void Click(UINT id) {

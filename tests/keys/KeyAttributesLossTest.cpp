@@ -1,7 +1,7 @@
 // The window with an open edit while what it shows goes away, and what becomes of the edit.
 #include "keys/TrackKey.h"
 #include "resources/resource.h"
-#include "tests/keys/KeyAttributesFixture.h"
+#include "tests/keys/AttributesWindowFixture.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -9,7 +9,7 @@ using ::testing::IsEmpty;
 namespace {
 
 /// A position key at 2 seconds is on show, and "4.5" is typed over its x of 1.5.
-class KeyAttributesLossTest : public KeyAttributesTest {
+class KeyAttributesLossTest : public AttributesWindowTest {
 protected:
     void SetUp() override {
         key = PutPosition(2.0f, 1.5f);
@@ -132,7 +132,7 @@ TEST_F(KeyAttributesLossTest, WindowGoesWithItsPlugin) {
 namespace {
 
 /// A camera key names "Gone", which the film doesn't have; its delay is under edit.
-class KeyAttributesQuestionTest : public KeyAttributesTest {
+class KeyAttributesQuestionTest : public AttributesWindowTest {
 protected:
     void SetUp() override {
         key = AddCut(film, "Gone", 1.0f, 2.0f, 0);

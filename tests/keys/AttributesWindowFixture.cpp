@@ -1,4 +1,4 @@
-#include "tests/keys/KeyAttributesFixture.h"
+#include "tests/keys/AttributesWindowFixture.h"
 
 #include "framework/QtBridge.h"
 #include "keys/TrackKey.h"
@@ -10,7 +10,7 @@
 #include <QWidget>
 #include <QWindow>
 
-KeyAttributesTest::KeyAttributesTest() {
+AttributesWindowTest::AttributesWindowTest() {
     plugin.makeKeyAttributesDlg = []() -> std::unique_ptr<IKeyAttributesDlg> {
         return std::make_unique<CFilmKeyAttributesDlg>();
     };
@@ -24,18 +24,18 @@ KeyAttributesTest::KeyAttributesTest() {
     Settle();
 }
 
-KeyAttributesTest::~KeyAttributesTest() {
+AttributesWindowTest::~AttributesWindowTest() {
     plugin.keyAttributesDlg.reset();
     Settle();
 }
 
-IFilmKey* KeyAttributesTest::PutKey(int kind, float time, CFilmTrack* on) {
+IFilmKey* AttributesWindowTest::PutKey(int kind, float time, CFilmTrack* on) {
     IFilmKey* key = AddKey(on != nullptr ? on : track, kind, time);
     control->ShowFilm(film, /*flag*/ true);
     return key;
 }
 
-CTrackKey* KeyAttributesTest::ViewOf(const IFilmKey* record) {
+CTrackKey* AttributesWindowTest::ViewOf(const IFilmKey* record) {
     for (const CTrackCtrl* row : control->tracks) {
         for (CTrackKey* view : row->keys) {
             if (view->record == record) {
@@ -46,7 +46,7 @@ CTrackKey* KeyAttributesTest::ViewOf(const IFilmKey* record) {
     return nullptr;
 }
 
-void KeyAttributesTest::Open(const IFilmKey* record) {
+void AttributesWindowTest::Open(const IFilmKey* record) {
     CTrackKey* view = ViewOf(record);
     ASSERT_NE(view, nullptr);
     control->SelectOnly(view);
@@ -56,7 +56,7 @@ void KeyAttributesTest::Open(const IFilmKey* record) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(widget));
 }
 
-std::vector<std::string> KeyAttributesTest::Lines() {
+std::vector<std::string> AttributesWindowTest::Lines() {
     std::vector<std::string> lines;
     for (int i = 0; i < Dialog().list.GetCount(); ++i) {
         const auto* row = static_cast<const AttrRow*>(Dialog().list.GetItemDataPtr(i));
@@ -65,7 +65,7 @@ std::vector<std::string> KeyAttributesTest::Lines() {
     return lines;
 }
 
-int KeyAttributesTest::LineOf(const std::string& name) {
+int AttributesWindowTest::LineOf(const std::string& name) {
     for (int i = 0; i < Dialog().list.GetCount(); ++i) {
         if (Dialog().list.GetText(i) == name) {
             return i;
@@ -75,7 +75,7 @@ int KeyAttributesTest::LineOf(const std::string& name) {
     return 0;
 }
 
-void KeyAttributesTest::Edit(const std::string& name, const std::string& text) {
+void AttributesWindowTest::Edit(const std::string& name, const std::string& text) {
     CRect rect;
     Dialog().list.GetItemRect(LineOf(name), &rect);
     MouseScript(Dialog().list).Press(20, rect.top + 10).Release(20, rect.top + 10);
@@ -85,17 +85,17 @@ void KeyAttributesTest::Edit(const std::string& name, const std::string& text) {
     }
 }
 
-void KeyAttributesTest::PressBrowse() {
+void AttributesWindowTest::PressBrowse() {
     MouseScript(Dialog().list.inPlaceButton).Press(5, 5).Release(5, 5);
     Settle();
 }
 
-void KeyAttributesTest::Press(int key) {
+void AttributesWindowTest::Press(int key) {
     QTest::keyClick(NativeWidget(Dialog())->windowHandle(), static_cast<Qt::Key>(key));
     Settle();
 }
 
-void KeyAttributesTest::Wheel(int delta) {
+void AttributesWindowTest::Wheel(int delta) {
     QWidget* edit = NativeWidget(Dialog().list.inPlaceEdit);
     const QPointF place = edit->mapTo(edit->window(), edit->rect().center());
     QWheelEvent wheel(place, edit->window()->mapToGlobal(place), QPoint(), QPoint(0, delta), Qt::NoButton,
@@ -104,7 +104,7 @@ void KeyAttributesTest::Wheel(int delta) {
     qApp->notify(edit->window()->windowHandle(), &wheel);
 }
 
-void KeyAttributesTest::LeaveEditor() {
+void AttributesWindowTest::LeaveEditor() {
     QWidget* widget = NativeWidget(frame);
     widget->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(widget));
@@ -112,7 +112,7 @@ void KeyAttributesTest::LeaveEditor() {
     Settle();
 }
 
-void KeyAttributesTest::ExpectEmpty() {
+void AttributesWindowTest::ExpectEmpty() {
     EXPECT_EQ(Dialog().key, nullptr);
     EXPECT_EQ(Dialog().record, nullptr);
     EXPECT_TRUE(Dialog().rows.empty());

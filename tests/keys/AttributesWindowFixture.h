@@ -7,10 +7,10 @@
 #include <vector>
 
 /// The real attributes window beside a main control, at an opened film of 10 seconds with the actor "Crate".
-class KeyAttributesTest : public ControlTest {
+class AttributesWindowTest : public ControlTest {
 protected:
-    KeyAttributesTest();
-    ~KeyAttributesTest() override;
+    AttributesWindowTest();
+    ~AttributesWindowTest() override;
 
     CFilmKeyAttributesDlg& Dialog() { return static_cast<CFilmKeyAttributesDlg&>(*plugin.keyAttributesDlg); }
     /// A key of the actor's track, or of another one, with its view.
