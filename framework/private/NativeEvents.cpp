@@ -1,6 +1,7 @@
 #include "framework/private/Capture.h"
 #include "framework/private/Input.h"
 #include "framework/private/NativeWindow.h"
+#include "framework/private/WheelNotches.h"
 #include "processor/UpperHalves.h"
 
 #include <QApplication>
@@ -128,11 +129,18 @@ bool NativeWindow::HandleWheel(QEvent* event) {
     if (delta == 0) {
         return BaseEvent(event);
     }
+    event->accept();
+    const int notches = wheel_notches::Gather(*this, delta, wheel->phase() == Qt::ScrollBegin);
+    if (notches == 0) {
+        return true;
+    }
+    // By default the toolkit turns as far as the program is told.
+    QWheelEvent whole(wheel->position(), wheel->globalPosition(), QPoint(), QPoint(0, notches),
+                      wheel->buttons(), wheel->modifiers(), wheel->phase(), wheel->inverted());
     const QPoint screen = wheel->globalPosition().toPoint();
     const WPARAM flags =
-        MAKEWPARAM(input::MouseFlags(wheel->buttons(), wheel->modifiers()), static_cast<UINT>(delta));
-    Send(WM_MOUSEWHEEL, flags, MAKELPARAM(screen.x(), screen.y()), event);
-    event->accept();
+        MAKEWPARAM(input::MouseFlags(wheel->buttons(), wheel->modifiers()), static_cast<UINT>(notches));
+    Send(WM_MOUSEWHEEL, flags, MAKELPARAM(screen.x(), screen.y()), &whole);
     return true;
 }
 

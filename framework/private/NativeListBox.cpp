@@ -138,6 +138,9 @@ std::vector<int> NativeListBox::Selection() const {
 bool NativeListBox::BaseEvent(QEvent* e) {
     const QEvent::Type type = e->type();
     const bool isInput = e->isInputEvent();
+    if (isInput) {
+        LayOut(); // the wheel after a refill has somewhere to go
+    }
     const std::vector<int> before = isInput ? Selection() : std::vector<int>();
     const bool onItem = type == QEvent::MouseButtonDblClick &&
                         itemAt(static_cast<QMouseEvent*>(e)->position().toPoint()) != nullptr;

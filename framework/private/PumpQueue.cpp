@@ -69,7 +69,8 @@ void FillMouse(MSG& message, const QWidget* target, const QEvent& event) {
     const UINT flags = input::MouseFlags(point.buttons(), point.modifiers());
     if (event.type() == QEvent::Wheel) {
         const int delta = static_cast<const QWheelEvent&>(event).angleDelta().y();
-        message.message = WM_MOUSEWHEEL;
+        // Of a turn to the side there is no message; the event itself goes on.
+        message.message = delta != 0 ? WM_MOUSEWHEEL : 0;
         message.wParam = MAKEWPARAM(flags, static_cast<UINT>(delta));
         message.lParam = MAKELPARAM(screen.x(), screen.y());
         return;
@@ -105,6 +106,9 @@ bool PreTranslate(const QWindow* window, const QEvent& event) {
         return false;
     }
     MSG message = MessageOf(window, event);
+    if (message.message == 0) {
+        return false;
+    }
     for (NativeWindow* native = message.hwnd; native && NativeWindow::Exists(native);) {
         NativeWindow* parent = native->IsTopLevel() ? nullptr : native->Parent();
         if (native->wnd && native->wnd->PreTranslateMessage(&message)) {

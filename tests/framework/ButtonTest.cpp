@@ -58,7 +58,7 @@ BEGIN_MESSAGE_MAP(HidingEdit, CEdit)
 ON_WM_KILLFOCUS()
 END_MESSAGE_MAP()
 
-class Around : public CWnd {
+class ButtonOwner : public CWnd {
 public:
     int clicks = 0;
 
@@ -67,8 +67,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 };
 
-BEGIN_MESSAGE_MAP(Around, CWnd)
-ON_BN_CLICKED(7, &Around::OnClick)
+BEGIN_MESSAGE_MAP(ButtonOwner, CWnd)
+ON_BN_CLICKED(7, &ButtonOwner::OnClick)
 END_MESSAGE_MAP()
 
 class ButtonTest : public testing::Test {
@@ -92,7 +92,7 @@ protected:
     void Release() { QTest::mouseRelease(Window(), Qt::LeftButton, Qt::NoModifier, kInside); }
 
     static constexpr QPoint kInside{20, 25};
-    Around top;
+    ButtonOwner top;
     CButton other;
 };
 

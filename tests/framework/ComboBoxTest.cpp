@@ -41,7 +41,7 @@ ON_WM_SETFOCUS()
 ON_WM_KILLFOCUS()
 END_MESSAGE_MAP()
 
-class Dlg : public CDialog {
+class ComboDlg : public CDialog {
 public:
     std::string log;
     int oks = 0;
@@ -58,10 +58,10 @@ protected:
     DECLARE_MESSAGE_MAP()
 };
 
-BEGIN_MESSAGE_MAP(Dlg, CDialog)
-ON_CBN_SELCHANGE(2000, &Dlg::OnChosen)
-ON_CONTROL(CBN_SETFOCUS, 2000, &Dlg::OnIn)
-ON_CONTROL(CBN_KILLFOCUS, 2000, &Dlg::OnOut)
+BEGIN_MESSAGE_MAP(ComboDlg, CDialog)
+ON_CBN_SELCHANGE(2000, &ComboDlg::OnChosen)
+ON_CONTROL(CBN_SETFOCUS, 2000, &ComboDlg::OnIn)
+ON_CONTROL(CBN_KILLFOCUS, 2000, &ComboDlg::OnOut)
 END_MESSAGE_MAP()
 
 class ComboBoxTest : public testing::TestWithParam<DWORD> {
@@ -93,7 +93,7 @@ protected:
     }
 
     ResourceScope scope{TestResources()};
-    Dlg dlg;
+    ComboDlg dlg;
     TracingCombo combo;
     CWnd* other = nullptr;
 };
@@ -193,7 +193,7 @@ TEST_P(ComboBoxTest, ArrowsPickAndTell) {
 
 TEST(EditableComboTest, ProgramsTextSurvivesWhole) {
     const ResourceScope scope(TestResources());
-    Dlg dlg;
+    ComboDlg dlg;
     ASSERT_TRUE(dlg.Create(1749));
     CComboBox combo;
     ASSERT_TRUE(combo.Create(WS_CHILD | CBS_DROPDOWN, {0, 0, 100, 220}, &dlg, 2000));

@@ -18,7 +18,7 @@
 namespace {
 
 // Hears of changes.
-class Around : public CWnd {
+class EditOwner : public CWnd {
 public:
     int changes = 0;
 
@@ -27,8 +27,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 };
 
-BEGIN_MESSAGE_MAP(Around, CWnd)
-ON_EN_CHANGE(7, &Around::OnTextChanged)
+BEGIN_MESSAGE_MAP(EditOwner, CWnd)
+ON_EN_CHANGE(7, &EditOwner::OnTextChanged)
 END_MESSAGE_MAP()
 
 class EditTest : public testing::Test {
@@ -63,7 +63,7 @@ protected:
         QCoreApplication::sendEvent(NativeWidget(edit), &drop);
     }
 
-    Around top;
+    EditOwner top;
     CEdit edit;
 };
 

@@ -70,7 +70,7 @@ protected:
     }
 };
 
-class Dlg : public CDialog {
+class InListDlg : public CDialog {
 public:
     CListBox list;
     CEdit first;
@@ -135,7 +135,7 @@ protected:
 
     ResourceScope scope{TestResources()};
     HookScope hooks;
-    Dlg dlg;
+    InListDlg dlg;
     Tracing<CEdit> edit;
     Tracing<CComboBox> combo;
     Tracing<CButton> button;

@@ -32,7 +32,7 @@ protected:
 };
 
 // Hears of the selection.
-class Around : public CWnd {
+class ListOwner : public CWnd {
 public:
     int changes = 0;
 
@@ -41,8 +41,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 };
 
-BEGIN_MESSAGE_MAP(Around, CWnd)
-ON_LBN_SELCHANGE(1, &Around::OnListChanged)
+BEGIN_MESSAGE_MAP(ListOwner, CWnd)
+ON_LBN_SELCHANGE(1, &ListOwner::OnListChanged)
 END_MESSAGE_MAP()
 
 class ListBoxTest : public testing::Test {
@@ -73,7 +73,7 @@ protected:
     }
     QWindow* Window() { return NativeWidget(top)->windowHandle(); }
 
-    Around top;
+    ListOwner top;
     CListBox list;
 };
 
