@@ -38,12 +38,18 @@ CDialog::~CDialog() {
 }
 
 void MakeTemplateControls(CWnd& parent, const DialogTemplate& dialog) {
+    if (dialog.font) {
+        parent.GetSafeHwnd()->SetFont(dialog.font.get());
+    }
     for (const DialogItem& item : dialog.items) {
         CWnd* control = MakeControlObject(item.className, item.style);
         const BOOL made = control->CWnd::CreateEx(item.exStyle, item.className.c_str(), item.text.c_str(),
                                                   item.style | WS_CHILD, item.rect, &parent, item.id);
         if (made) {
             control->GetSafeHwnd()->ownsWnd = true;
+            if (dialog.font) {
+                control->GetSafeHwnd()->SetFont(dialog.font.get());
+            }
         } else {
             delete control;
         }

@@ -65,12 +65,22 @@ DialogItem ReadItem(ByteReader& in, bool extended) {
     return item;
 }
 
-void SkipFont(ByteReader& in, bool extended) {
-    in.U16(); // points
-    if (extended) {
-        in.Skip(4); // weight, italic and character set
+std::shared_ptr<const CFont> ReadFont(ByteReader& in, bool extended) {
+    constexpr int kBold = 600; // the least weight that is bold, of 100 to 900
+    constexpr int kMostPoints = 200;
+    constexpr int kTenths = 10;
+    const int points = in.U16();
+    const bool isBold = extended && in.U16() >= kBold;
+    const bool isItalic = extended && (in.U16() & 0xFF) != 0; // the upper half is the character set
+    const std::string face = ToUtf8(in.Text());
+    if (points == 0 || points > kMostPoints || face.empty()) {
+        return nullptr;
     }
-    in.Text();
+    auto font = std::make_shared<CFont>();
+    font->CreatePointFont(points * kTenths, face.c_str());
+    font->bold = isBold;
+    font->italic = isItalic;
+    return font;
 }
 
 } // namespace
@@ -94,7 +104,7 @@ std::optional<DialogTemplate> ReadDialog(std::span<const std::byte> bytes) {
     ReadName(in); // window class
     dialog.caption = ToUtf8(in.Text());
     if (dialog.style & DS_SETFONT) {
-        SkipFont(in, extended);
+        dialog.font = ReadFont(in, extended);
     }
     for (UINT i = 0; i < count && in.Ok(); ++i) {
         dialog.items.push_back(ReadItem(in, extended));

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "framework/Gdi.h"
 #include "framework/Types.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -23,6 +25,7 @@ struct DialogTemplate {
     DWORD exStyle = 0;
     CRect rect;
     std::string caption;
+    std::shared_ptr<const CFont> font; // of the window and its controls; null without one
     std::vector<DialogItem> items;
 };
 

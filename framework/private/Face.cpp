@@ -46,10 +46,12 @@ Faces& AllFaces() {
 }
 
 QFont MakeFont(const CFont& font) {
-    QFont made = font.face.empty() ? QApplication::font() : QFont();
+    // What templates call the system's own font.
+    const bool isSystem = font.face.empty() || font.face == "MS Shell Dlg" || font.face == "MS Shell Dlg 2";
+    QFont made = isSystem ? QApplication::font() : QFont();
     if (font.face == "Arial") {
         made.setFamilies({"Arial", "Liberation Sans", "DejaVu Sans"});
-    } else if (!font.face.empty()) {
+    } else if (!isSystem) {
         made.setFamily(QString::fromStdString(font.face));
     } else {
         // Said outright, a window's own font cannot replace it.
