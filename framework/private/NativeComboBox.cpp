@@ -24,6 +24,9 @@ public:
             setCompleter(nullptr);
             lineEdit()->installEventFilter(this);
             lineEdit()->setMaxLength(std::numeric_limits<int>::max()); // it cuts what the program sets
+            // Left alone, the toolkit would choose the item that the text equals when the edit is left.
+            disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
+            disconnect(lineEdit(), &QLineEdit::returnPressed, this, nullptr);
             connect(lineEdit(), &QLineEdit::textEdited, this, [this] {
                 // Typing is no choice from the list, whatever the text may match.
                 picked = -1;

@@ -204,3 +204,22 @@ TEST(EditableComboTest, ProgramsTextSurvivesWhole) {
 }
 
 } // namespace
+
+TEST(EditableComboTest, TextThatEqualsAnItemIsNoChoiceWhenTheEditIsLeft) {
+    const ResourceScope scope(TestResources());
+    ComboDlg dlg;
+    ASSERT_TRUE(dlg.Create(1749));
+    CComboBox combo;
+    ASSERT_TRUE(combo.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP | CBS_DROPDOWN, {0, 0, 100, 220}, &dlg, 2000));
+    combo.AddString("a");
+    combo.AddString("b");
+    dlg.ShowWindow(SW_SHOW);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(NativeWidget(dlg)));
+    combo.SetFocus();
+    dlg.Log();
+    QTest::keyClicks(NativeWidget(dlg)->windowHandle(), "b");
+    dlg.GetDlgItem(1758)->SetFocus();
+    EXPECT_EQ(combo.GetWindowText(), "b");
+    EXPECT_EQ(combo.GetCurSel(), CB_ERR);
+    EXPECT_EQ(dlg.Log(), "out ");
+}
