@@ -16,13 +16,6 @@ namespace {
 constexpr std::uint32_t kInstanceBits = 1u << 0 | 1u << 2;
 constexpr std::uint32_t kClassBits = 1u << 1 | 1u << 3;
 
-CMember* AddCopy(std::list<CMember*>& members, const CMember& source) {
-    auto copy = std::make_unique<CMember>();
-    copy->CopyFrom(source);
-    members.push_back(copy.get());
-    return copy.release();
-}
-
 void AddInstanceMembers(std::list<CMember*>& members, const std::list<CMember*>& classMembers) {
     for (const CMember* source : classMembers) {
         CMember* copy = AddCopy(members, *source);

@@ -91,11 +91,12 @@ bool CMember::CopyFrom(const CMember& other) {
     if (IsHeldBy(other, *this)) {
         // The new tags would take the other member away.
         CMember copy;
+        bool whole = false;
         {
             const CopyInstancesAsTheyAre asTheyAre;
-            copy.CopyFrom(other);
+            whole = copy.CopyFrom(other);
         }
-        return CopyFrom(copy);
+        return CopyFrom(copy) && whole;
     }
     name = other.name;
     category = other.category;

@@ -40,10 +40,7 @@ using OwnedList = std::unique_ptr<std::list<CMember*>, ListDeleter>;
 OwnedList CopyList(const std::list<CMember*>& source) {
     OwnedList copy(new std::list<CMember*>);
     for (const CMember* member : source) {
-        auto own = std::make_unique<CMember>();
-        own->CopyFrom(*member);
-        copy->push_back(own.get());
-        own.release();
+        AddCopy(*copy, *member);
     }
     return copy;
 }
@@ -167,8 +164,8 @@ bool CMemberValue::CopyPayload(const CMemberValue& other) {
 }
 
 bool CMemberValue::SetFromPointer(const void* pointer) {
-    if (pointer == nullptr && type != MemberType::Instance) {
-        return false;
+    if (pointer == nullptr) {
+        return SetByValue(static_cast<const CClassDefinition*>(nullptr));
     }
     switch (FamilyOf(type)) {
     case MemberFamily::Nothing:

@@ -2,6 +2,8 @@
 #include "plugin/contract/ClassDatabase.h"
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -64,6 +66,13 @@ bool IsHeldBy(const CMember& sought, const CMember& holder) {
         }
     }
     return false;
+}
+
+CMember* AddCopy(std::list<CMember*>& members, const CMember& source) {
+    auto copy = std::make_unique<CMember>();
+    copy->CopyFrom(source);
+    members.push_back(copy.get());
+    return copy.release();
 }
 
 void DestroyMembers(std::list<CMember*>& members) {

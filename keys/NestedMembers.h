@@ -15,5 +15,7 @@ bool IsNestedTooDeep(const CClassDefinition& instance);
 bool IsNestedTooDeep(const std::list<CMember*>& members);
 /// Whether a member stands anywhere below another.
 bool IsHeldBy(const CMember& sought, const CMember& holder);
+/// Puts a copy of a member at the end; owned by the list.
+CMember* AddCopy(std::list<CMember*>& members, const CMember& source);
 /// Deletes the members, everything below them, and empties the list.
 void DestroyMembers(std::list<CMember*>& members);

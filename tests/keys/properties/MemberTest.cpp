@@ -321,6 +321,17 @@ TEST(MemberTest, MemberTakesOneThatItHolds) {
     EXPECT_EQ(TextOf(second.value[1]), "null");
 }
 
+TEST(MemberTest, CopyOfAHeldMemberTellsThatOnlyItsIndexWasCopied) {
+    Colours inner;
+    const std::list<CMember*> members{&inner};
+    CMember member("Outer", MemberType::MemberList, &members, "CAT", 0);
+    CMember* held = member.value[0].AsList()->front();
+    held->value[0].ChangeTag(MemberType::ObjectId); // its copy in the list has the tag 2
+    EXPECT_FALSE(member.CopyFrom(*held));
+    EXPECT_EQ(member.value[0].GetType(), 2u);
+    EXPECT_EQ(EnumTextOf(member), "red");
+}
+
 TEST(MemberTest, FirstConditionThatDoesNotHoldHides) {
     IntMember number("Number", 5);
     IntMember other("Other", 1);
