@@ -27,6 +27,8 @@ TEST_F(EffectLibraryTest, NamesOfAllFoldersAreListedOnceInOrder) {
     Write("shipped/rain/Snow.fx.json", "{}");
     Write("shipped/rain/Hail.fx.json", "{}");
     Write("shipped/rain/readme.txt", "");
+    Write("shipped/rain/LOUD.FX.JSON", "{}");
+    Write("shipped/rain/.fx.json", "{}");
     Write("shipped/blind/Black.fx.json", "{}");
     Write("own/rain/ash.fx.json", "{}");
     Write("own/rain/Snow.fx.json", "{}");

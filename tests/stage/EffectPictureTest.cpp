@@ -78,6 +78,23 @@ TEST(EffectPainterTest, EffectsWithoutAnySizeArePaintedToo) {
     EXPECT_FALSE(Paint(stage::EffectPainter(Simulate(rain)), 0.0f).isNull());
 }
 
+TEST(EffectPainterTest, NoEffectCoversThePictureMoreOftenThanCanBeDrawn) {
+    stage::ParticleEffect looks;
+    looks.rate = 1000.0f;
+    looks.life = 4.0f;
+    looks.variation = 0.0f;
+    looks.speed = 0.0f;
+    looks.sizeBegin = looks.sizeEnd = 10000.0f;
+    // 4,000 particles of 0.86 of the height, 137.6 pixels, cover 32,000 pixels 2,367 times: every 79th is
+    // drawn.
+    const stage::EffectPainter huge(Simulate(looks));
+    EXPECT_EQ(huge.Sprites(QRectF(0, 0, 200, 160), 1.0f).size(), 51u);
+    looks.sizeBegin = looks.sizeEnd = 1.0f;
+    EXPECT_NEAR(static_cast<double>(
+                    stage::EffectPainter(Simulate(looks)).Sprites(QRectF(0, 0, 200, 160), 1.0f).size()),
+                4000.0, 1.0);
+}
+
 TEST(EffectPictureTest, TheTimerRunsOnlyWhileAnEffectCanBeSeen) {
     stage::EffectPicture picture(nullptr);
     picture.Show(Simulate(stage::RainEffect()));

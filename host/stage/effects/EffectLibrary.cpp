@@ -26,7 +26,8 @@ std::vector<std::string> EffectLibrary::Names(EffectKind kind) const {
     QMap<QString, QString> byOrder; // by the name in small letters and then as it is
     for (const std::string& folder : folders) {
         const QDir dir(KindFolder(folder, kind));
-        for (const QString& file : dir.entryList({QString("*") + EffectFile::kEnding}, QDir::Files)) {
+        for (const QString& file :
+             dir.entryList({QString("*") + EffectFile::kEnding}, QDir::Files | QDir::CaseSensitive)) {
             const QString name = file.chopped(static_cast<qsizetype>(qstrlen(EffectFile::kEnding)));
             if (!name.isEmpty() && byOrder.size() < kMaxNames) {
                 byOrder.insert(name.toLower() + '\n' + name, name);

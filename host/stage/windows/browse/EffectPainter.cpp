@@ -237,9 +237,30 @@ void EffectPainter::Paint(QPainter& painter, const QRectF& place, float time) co
     if (simulation.TheEffect().Kind() == EffectKind::Blind) {
         PaintBlind(painter, place, time);
     } else {
-        PaintSprites(painter, place, TimeOf(time));
+        PaintSprites(painter, place, time);
     }
     painter.restore();
+}
+
+std::vector<EffectSprite> EffectPainter::Sprites(const QRectF& place, float time) const {
+    std::vector<EffectSprite> sprites = simulation.At(TimeOf(time));
+    const Lens lens = LensFor(place);
+    const double whole = place.width() * place.height();
+    double covered = 0.0;
+    for (const EffectSprite& sprite : sprites) {
+        const double size = double{sprite.size} * lens.scale;
+        const QPointF way = lens.At(sprite.tail) - lens.At(sprite.place);
+        covered += std::min(size * (size + std::hypot(way.x(), way.y())), whole);
+    }
+    const auto stride = static_cast<std::size_t>(std::ceil(covered / (whole * kMostCovers)));
+    if (stride > 1) {
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < sprites.size(); i += stride) {
+            sprites[kept++] = sprites[i];
+        }
+        sprites.resize(kept);
+    }
+    return sprites;
 }
 
 void EffectPainter::PaintSprites(QPainter& painter, const QRectF& place, float time) const {
@@ -248,7 +269,7 @@ void EffectPainter::PaintSprites(QPainter& painter, const QRectF& place, float t
     PaintStage(painter, place,
                isRain ? place.top() + place.height() * 0.8
                       : std::min(lens.middle.y() - 1.0, place.bottom() - place.height() * 0.06));
-    for (const EffectSprite& sprite : simulation.At(time)) {
+    for (const EffectSprite& sprite : Sprites(place, time)) {
         PaintSprite(painter, sprite, lens.At(sprite.place), lens.At(sprite.tail), lens.scale);
     }
     PaintScale(painter, place, lens.scale);

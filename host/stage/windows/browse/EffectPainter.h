@@ -17,6 +17,10 @@ public:
     /// `time` is from the start of a showing, which begins with the effect in full swing if it goes on for
     /// ever.
     void Paint(QPainter& painter, const QRectF& place, float time) const;
+    /// What is drawn of an effect without a blind: all of it, unless that covers the picture more often than
+    /// kMostCovers; then evenly less, so that no file can make the picture slow.
+    std::vector<EffectSprite> Sprites(const QRectF& place, float time) const;
+    static constexpr double kMostCovers = 30.0;
     /// After so many seconds the showing begins anew.
     float LoopSeconds() const;
     const EffectSimulation& Simulation() const { return simulation; }
