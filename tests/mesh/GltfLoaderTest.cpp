@@ -70,6 +70,19 @@ TEST(GltfLoaderTest, StillPartsAreBakedIntoModelSpace) {
     EXPECT_FALSE(mesh->IsPosable());
 }
 
+TEST(GltfLoaderTest, BakedPartsAreKnownByTheNodesTheyHangOn) {
+    TriangleFile file;
+    file.nodes = R"([{"name":"left","mesh":0},{"name":"right","mesh":0}])";
+    const auto mesh = LoadGltf("a.glb", file.Bytes());
+    ASSERT_EQ(mesh->parts.size(), 1u) << "one draw";
+    ASSERT_EQ(mesh->sources.size(), 2u);
+    EXPECT_EQ(mesh->sources[0].node, 0);
+    EXPECT_EQ(mesh->sources[0].vertexCount, 3u);
+    EXPECT_EQ(mesh->sources[1].node, 1);
+    EXPECT_EQ(mesh->sources[1].firstVertex, 3u);
+    EXPECT_EQ(mesh->sources[1].vertexCount, 3u);
+}
+
 TEST(GltfLoaderTest, NodesKeepNamesAndStandBehindTheirParents) {
     TriangleFile file;
     file.nodes = R"([{"name":"leaf","mesh":0},{"name":"root","children":[0]},{}])";

@@ -167,6 +167,7 @@ private:
                     part.node < 0 && part.skin < 0 ? rest.nodes[static_cast<std::size_t>(node)]
                                                    : glm::mat4(1.0f));
         AddWeights(primitive, positions.size(), part.skin);
+        mesh.sources.push_back({node, base, static_cast<std::uint32_t>(positions.size())});
         for (const std::uint32_t index : indices) {
             mesh.indices.push_back(base + index);
         }

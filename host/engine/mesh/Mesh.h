@@ -28,6 +28,7 @@ public:
     std::vector<MeshWeights> weights; ///< one a vertex, or empty without skins
     std::vector<std::uint32_t> indices;
     std::vector<MeshPart> parts;
+    std::vector<MeshSource> sources; ///< by rising vertices
     std::vector<MeshSkin> skins;
     std::vector<MeshClip> clips;
     std::vector<glm::mat4> restNodes; ///< model space, one a node

@@ -61,6 +61,13 @@ struct MeshPart {
     std::uint32_t indexCount = 0;
 };
 
+/// A run of vertices by the node that the file hangs them on, whatever moves them in the end.
+struct MeshSource {
+    int node = 0;
+    std::uint32_t firstVertex = 0;
+    std::uint32_t vertexCount = 0;
+};
+
 struct MeshSkin {
     std::vector<int> joints;
     std::vector<glm::mat4> inverseBind;
