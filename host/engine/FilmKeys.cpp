@@ -109,7 +109,8 @@ float AnimationKey::GetNaturalDuration() const {
     if (owner == nullptr || owner->actor == nullptr || !(frequency > 0.0f) || repeats < 1) {
         return -1.0f;
     }
-    const float duration = owner->actor->GetAnimationDuration(owner->actor->FindAnimation(animationName));
+    const auto& actor = static_cast<const SceneObject&>(*owner->actor);
+    const float duration = actor.GetAnimationDuration(actor.FindClip(animationName));
     return duration < 0.0f ? -1.0f : duration * static_cast<float>(repeats) / frequency;
 }
 

@@ -69,6 +69,12 @@ void Level::OnShowing() {
     }
 }
 
+void Level::OnUnknownAnimation(const SceneObject& object, const std::string& animation) {
+    if (unknownAnimationHook) {
+        unknownAnimationHook(object, animation);
+    }
+}
+
 SceneObject* Level::CreateObject(const ObjectSpec& spec, UniqueNames* names) {
     return data != nullptr ? &data->Create(spec, names) : nullptr;
 }

@@ -79,6 +79,11 @@ public:
     /// they show for the first time, which is nothing that the user has done.
     void SetShowHook(std::function<void()> hook) { showHook = std::move(hook); }
     void OnShowing();
+    /// Called when a plug-in asks an object for an animation that it hasn't; never with the empty name.
+    void SetUnknownAnimationHook(std::function<void(const SceneObject&, const std::string&)> hook) {
+        unknownAnimationHook = std::move(hook);
+    }
+    void OnUnknownAnimation(const SceneObject& object, const std::string& animation);
 
 private:
     std::unique_ptr<LevelData> data;
@@ -92,6 +97,7 @@ private:
     std::function<void(EditorObject*)> destroyHook;
     std::function<void(EditorObject*)> freedLightHook;
     std::function<void()> showHook;
+    std::function<void(const SceneObject&, const std::string&)> unknownAnimationHook;
 };
 
 } // namespace engine

@@ -104,7 +104,15 @@ const IMesh* SceneObject::Mesh() const {
 }
 
 int SceneObject::FindAnimation(const std::string& clip) const {
-    return Mesh() != nullptr ? FindClip(*Mesh(), clip) : -1;
+    const int index = FindClip(clip);
+    if (index < 0 && !clip.empty()) {
+        data->Owner().OnUnknownAnimation(*this, clip);
+    }
+    return index;
+}
+
+int SceneObject::FindClip(const std::string& clip) const {
+    return Mesh() != nullptr ? engine::FindClip(*Mesh(), clip) : -1;
 }
 
 const MeshElement* SceneObject::GetMeshElement(int index) const {

@@ -33,7 +33,10 @@ public:
     const float* GetMatrix(int) const override { return world.m; }
     void SetPosition(const float* position, int zero) override;
     const float* GetPosition(int) const override { return world.m + 12; }
+    /// An animation that the object lacks is told to the level's owner: it is a plug-in that asks here.
     int FindAnimation(const std::string& name) const override;
+    /// The same for the engine and the host, without a word.
+    int FindClip(const std::string& name) const;
     std::uint32_t GetFlags() const override { return objectFlags; }
     void SetFlags(std::uint32_t flags) override { objectFlags = flags; }
     const MeshElement* GetMeshElement(int index) const override;

@@ -202,6 +202,21 @@ TEST_F(KeyRecordTest, NaturalDurationOfAnAnimationIsItsPlayingTime) {
     EXPECT_EQ(Loose(KeyKind::Animation).GetNaturalDuration(), -1.0f);
 }
 
+TEST_F(KeyRecordTest, NaturalDurationAsksForTheAnimationInSilence) {
+    engine::SceneObject& robot = MakeObject("Robot", {}, nullptr, "MeshObject", "robot.glb");
+    std::vector<std::string> told;
+    level.SetUnknownAnimationHook([&](const engine::SceneObject& object, const std::string& animation) {
+        told.push_back(object.name + "|" + animation);
+    });
+    auto& key = Add<CFilmAnimationKey>(AddActor(robot), KeyKind::Animation, 0.0f);
+    key.animationName = "Run";
+    EXPECT_EQ(key.GetNaturalDuration(), -1.0f);
+    EXPECT_EQ(told, std::vector<std::string>());
+    EXPECT_EQ(robot.FindAnimation("Run"), -1);
+    EXPECT_EQ(told, std::vector<std::string>{"Robot|Run"});
+    level.SetUnknownAnimationHook(nullptr);
+}
+
 float SixSeconds(const std::string& path) {
     return path == "six.wav" ? 6.0f : -1.0f;
 }

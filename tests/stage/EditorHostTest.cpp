@@ -1,4 +1,5 @@
 #include "tests/stage/HostFixture.h"
+#include "tests/support/Paths.h"
 #include "tests/support/TempFolder.h"
 
 #include <cmath>
@@ -300,6 +301,20 @@ TEST_F(EditorHostTest, BrowsersGiveThePresentNameOnCancel) {
     windows.browsed = "Hand";
     EXPECT_EQ(host.BrowseMeshElement(nullptr, "Head"), "Hand");
     EXPECT_EQ(host.BrowseObjectName(3, "Smoke"), "Hand");
+}
+
+TEST_F(EditorHostTest, AnAnimationThatAPluginAsksForInVainIsTold) {
+    host.meshes.SetFolder(SampleFolder());
+    engine::SceneObject* sailor = Make("Sailor");
+    sailor->SetMeshName("models/sailor.glb");
+    EditorObject& asPluginsSeeIt = *sailor;
+    EXPECT_EQ(asPluginsSeeIt.FindAnimation("Walk"), 1) << "the second of the model's";
+    EXPECT_EQ(asPluginsSeeIt.FindAnimation(""), -1);
+    EXPECT_EQ(sailor->FindClip("Foo"), -1) << "the editor's own question";
+    EXPECT_EQ(windows.reports, std::vector<std::string>());
+    EXPECT_EQ(asPluginsSeeIt.FindAnimation("Foo"), -1);
+    EXPECT_EQ(windows.reports,
+              std::vector<std::string>{"Sailor has no animation \"Foo\": the key keeps what it had."});
 }
 
 TEST_F(EditorHostTest, ToolbarsAndToolWindowsGoBeforeTheirPlugins) {

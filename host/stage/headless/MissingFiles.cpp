@@ -50,7 +50,7 @@ void CheckSound(const std::string& folder, const std::string& name, Sentences& m
 void CheckAnimation(CFilmTrack& track, const std::string& name, Sentences& missing) {
     const CFilmObjectTrack* row = AsObjectTrack(&track);
     const auto* actor = row != nullptr ? static_cast<const engine::SceneObject*>(row->actor) : nullptr;
-    if (actor != nullptr && actor->Mesh() != nullptr && !name.empty() && actor->FindAnimation(name) < 0) {
+    if (actor != nullptr && actor->Mesh() != nullptr && !name.empty() && actor->FindClip(name) < 0) {
         missing.Say("object " + Quoted(actor->name) + " has no animation " + Quoted(name));
     }
 }

@@ -17,6 +17,11 @@ constexpr const char* kControlPlugin = "Control";
 /// Helpers of this type live for the session only; they never enter the level's object list in a file.
 constexpr int kTransientHelper = 2;
 
+/// Plug-ins leave a key alone whose animation the object hasn't, and say nothing.
+std::string UnknownAnimationText(const std::string& object, const std::string& animation) {
+    return object + " has no animation \"" + animation + "\": the key keeps what it had.";
+}
+
 engine::Matrix4 MatrixOf(const HelperObjectParams& params) {
     return engine::Compose(params.position, params.rotation, params.scale);
 }
@@ -40,6 +45,9 @@ EditorHost::EditorHost(IStageWindows& stageWindows, HostFolders hostFolders)
     });
     level.SetFreedLightHook(
         [this](const EditorObject* light) { windows.Report(FreedLightText(light->name)); });
+    level.SetUnknownAnimationHook([this](const EditorObject& object, const std::string& animation) {
+        windows.Report(UnknownAnimationText(object.name, animation));
+    });
 }
 
 EditorHost::~EditorHost() {
