@@ -317,6 +317,15 @@ TEST_F(EditorHostTest, AnAnimationThatAPluginAsksForInVainIsTold) {
               std::vector<std::string>{"Sailor has no animation \"Foo\": the key keeps what it had."});
 }
 
+TEST_F(EditorHostTest, WindowsHearOfEachObjectThatGoes) {
+    engine::SceneObject* cart = Make("Cart");
+    engine::SceneObject* crate = Make("Crate");
+    host.DestroyObjects({crate});
+    EXPECT_EQ(windows.gone, std::vector<const EditorObject*>{crate});
+    host.level.Close();
+    EXPECT_EQ(windows.gone, (std::vector<const EditorObject*>{crate, cart}));
+}
+
 TEST_F(EditorHostTest, ToolbarsAndToolWindowsGoBeforeTheirPlugins) {
     CToolBar* toolbar = reinterpret_cast<CToolBar*>(&first);
     host.AddPluginToolbar(toolbar, 1740);

@@ -13,6 +13,7 @@ public:
     void SelectionChanged() override { ++selectionChanges; }
     void ObjectsChanged() override { ++objectChanges; }
     void ObjectsMoved() override { ++objectMoves; }
+    void ObjectGone(const EditorObject* object) override { gone.push_back(object); }
     void RefreshObjectTree() override { ++treeRefreshes; }
     void RefreshObjectPanel() override { ++panelRefreshes; }
     void LevelChanged() override { ++levelChanges; }
@@ -55,6 +56,7 @@ public:
     int selectionChanges = 0;
     int objectChanges = 0;
     int objectMoves = 0;
+    std::vector<const EditorObject*> gone;
     int treeRefreshes = 0;
     int panelRefreshes = 0;
     int levelChanges = 0;

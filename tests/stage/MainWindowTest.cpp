@@ -25,6 +25,7 @@
 #include <QMessageBox>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QTest>
 #include <QTimer>
 
@@ -382,20 +383,11 @@ TEST_F(MainWindowTest, ACancelledElementPickerAnswersTheNameItWasGivenKnownOrNot
     }
 }
 
-TEST_F(MainWindowTest, MeshElementsArePickedFromTheObjectsMesh) {
-    engine::SceneObject* crate = AddCrate("Crate", 0, 0, 0);
-    ASSERT_NE(crate->GetMeshElement(0), nullptr);
-    const QString first = QString::fromStdString(crate->GetMeshElement(0)->name);
-    Answering(
-        [&](QWidget& dialog) {
-            auto& pick = dynamic_cast<stage::PickDialog&>(dialog);
-            EXPECT_EQ(pick.list->item(0)->text(), first);
-            pick.list->setCurrentRow(0);
-            pick.accept();
-        },
-        [&] { EXPECT_EQ(window.host.BrowseMeshElement(crate, ""), first.toStdString()); });
-    Answering([](QWidget& dialog) { dynamic_cast<QDialog&>(dialog).reject(); },
-              [&] { EXPECT_EQ(window.host.BrowseMeshElement(nullptr, "Head"), "Head"); });
+TEST_F(MainWindowTest, TheStatusBarTellsWhichAnimationAnObjectLacks) {
+    const EditorObject& crate = *AddCrate("Crate", 0, 0, 0);
+    EXPECT_EQ(crate.FindAnimation("Foo"), -1);
+    EXPECT_EQ(window.statusBar()->currentMessage(),
+              "Crate has no animation \"Foo\": the key keeps what it had.");
 }
 
 TEST_F(MainWindowTest, EffectsMayBeTypedFreely) {

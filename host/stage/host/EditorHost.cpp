@@ -41,6 +41,7 @@ EditorHost::EditorHost(IStageWindows& stageWindows, HostFolders hostFolders)
     level.SetUnsavedFolder(folders.state);
     level.SetChunkClient(&chunkClient);
     level.SetDestroyHook([this](EditorObject* object) {
+        windows.ObjectGone(object);
         plugins.Each([object](IPlugin& plugin) { plugin.OnObjectDestroyed(object); });
     });
     level.SetFreedLightHook(

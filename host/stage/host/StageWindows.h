@@ -26,6 +26,8 @@ public:
     virtual void SelectionChanged() = 0;
     virtual void ObjectsChanged() = 0; ///< created, deleted, renamed, re-parented, of another class
     virtual void ObjectsMoved() = 0;   ///< transforms of existing objects
+    /// An object is about to go, whatever the reason: windows that show it let go of it.
+    virtual void ObjectGone(const EditorObject* /*object*/) {}
     virtual void RefreshObjectTree() = 0;
     virtual void RefreshObjectPanel() = 0;
     virtual void LevelChanged() = 0; ///< another level, another path, dirty or clean

@@ -62,6 +62,7 @@ public:
     void SelectionChanged() override;
     void ObjectsChanged() override;
     void ObjectsMoved() override;
+    void ObjectGone(const EditorObject* object) override { emit ObjectGoing(object); }
     void RefreshObjectTree() override;
     void RefreshObjectPanel() override;
     void LevelChanged() override;
@@ -96,6 +97,8 @@ public:
 signals:
     /// The user closed the window and nothing keeps it open.
     void Closed();
+    /// The object stands for the last time.
+    void ObjectGoing(const EditorObject* object);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

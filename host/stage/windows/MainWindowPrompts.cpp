@@ -3,7 +3,6 @@
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/NumberDialog.h"
 #include "host/stage/windows/PickDialog.h"
-#include "plugin/contract/EditorObject.h"
 
 #include <algorithm>
 #include <QMessageBox>
@@ -30,40 +29,6 @@ std::optional<std::string> ToText(const std::optional<QString>& text) {
 }
 
 } // namespace
-
-std::optional<std::string> MainWindow::BrowseMeshElement(EditorObject* object, const std::string& present) {
-    PickList pick;
-    pick.title = tr("Mesh element");
-    if (host.Contains(object)) {
-        pick.hint = QString::fromStdString(object->name);
-        for (int i = 0; const MeshElement* element = object->GetMeshElement(i); ++i) {
-            pick.names << QString::fromStdString(element->name);
-        }
-    }
-    if (pick.names.isEmpty()) {
-        pick.hint = tr("The object has no mesh with elements.");
-    }
-    pick.present = QString::fromStdString(present);
-    return ToText(PickDialog::Pick(pick, this));
-}
-
-std::optional<std::string> MainWindow::BrowseMeshAnimation(EditorObject* object, const std::string& present) {
-    PickList pick;
-    pick.title = tr("Animation");
-    const engine::IMesh* mesh =
-        host.Contains(object) ? static_cast<engine::SceneObject*>(object)->Mesh() : nullptr;
-    if (mesh != nullptr) {
-        pick.hint = QString::fromStdString(object->name);
-        for (const engine::MeshClip& clip : mesh->Clips()) {
-            pick.names << QString::fromStdString(clip.name);
-        }
-    }
-    if (pick.names.isEmpty()) {
-        pick.hint = tr("The object has no animations.");
-    }
-    pick.present = QString::fromStdString(present);
-    return ToText(PickDialog::Pick(pick, this));
-}
 
 std::optional<std::string> MainWindow::BrowseFx(int fxKind, const std::string& present) {
     const std::string& own = host.level.Folder();

@@ -1,0 +1,98 @@
+#pragma once
+
+#include <glm/glm.hpp>
+#include <memory>
+#include <optional>
+#include <QDialog>
+#include <string>
+#include <vector>
+
+class Mesh;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QSplitter;
+class QTreeWidget;
+class QTreeWidgetItem;
+class QVBoxLayout;
+
+namespace stage {
+
+class ModelPicture;
+
+/// What a browser shows of an object: a copy, good for as long as it is wanted.
+struct BrowsedObject {
+    bool exists = false;
+    QString name;
+    QString meshName;
+    QString meshError;                ///< why the mesh can't be used, empty if it can or there is none
+    std::shared_ptr<const Mesh> mesh; ///< null without a usable one
+    std::vector<glm::mat4> pose;      ///< mesh space, one a node; empty at rest
+};
+
+/// Chooses something that a mesh has by its name: a list with a search field on the left, a picture on the
+/// right. Typing searches, the arrows move the list wherever the focus is, Enter and a double click take,
+/// Escape leaves everything alone. Size and parts are remembered under a key of the settings.
+class MeshBrowser : public QDialog {
+    Q_OBJECT
+public:
+    ~MeshBrowser() override;
+
+    /// Runs it to its end and deletes it. Nothing if the user chose nothing, or if the object or the window
+    /// went meanwhile.
+    static std::optional<std::string> Run(MeshBrowser* browser);
+    /// The object goes: closes, and whatever was chosen doesn't count.
+    void ObjectGone();
+    /// The name in the current row.
+    std::optional<std::string> Chosen() const;
+    /// Number of the current row's element or animation; -1 without one, and for a whole object.
+    int CurrentIndex() const;
+
+    void done(int result) override;
+
+    QLineEdit* search;
+    QTreeWidget* list;
+    ModelPicture* picture;
+    QLabel* note; ///< what is missing or not found
+
+protected:
+    MeshBrowser(const BrowsedObject& browsed, const QString& title, const QString& key, QWidget* parent);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    /// Adds a row for a name; `index` as in CurrentIndex.
+    QTreeWidgetItem* AddRow(QTreeWidgetItem* above, const QString& text, const std::string& name, int index);
+    static int IndexOf(const QTreeWidgetItem* row);
+    static std::string NameOf(const QTreeWidgetItem* row);
+    /// Makes the row the present one and scrolls to it. Null: nothing is chosen yet, and a note says that the
+    /// mesh has nothing of that name.
+    void ShowPresent(QTreeWidgetItem* row, const std::string& name);
+    /// What to say where the list has no rows at all.
+    void SetPlaceholder(const QString& text);
+    /// Another row became current, or none; the picture follows.
+    virtual void CurrentChanged() = 0;
+    /// What to say of an object without a picture.
+    static QString WhyNoPicture(const BrowsedObject& browsed);
+
+    QVBoxLayout* pictureSide; ///< the picture with room below it
+    const BrowsedObject object;
+
+private:
+    QWidget* MakeListSide();
+    QWidget* MakePictureSide();
+    void Connect();
+    void Filter(const QString& text);
+    bool FilterRow(QTreeWidgetItem* row, const QString& text, QTreeWidgetItem*& firstMatch);
+    bool ForwardKey(QObject* watched, QKeyEvent* event);
+    void UpdateState();
+    void RestorePlaces();
+
+    QString settingsKey;
+    QSplitter* splitter;
+    QPushButton* ok = nullptr;
+    QTreeWidgetItem* presentRow = nullptr; ///< comes back when the search is cleared
+    QString presentNote;
+    QString placeholder;
+    bool gone = false;
+};
+
+} // namespace stage
