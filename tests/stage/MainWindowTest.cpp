@@ -4,7 +4,6 @@
 #include "host/stage/windows/NumberDialog.h"
 #include "host/stage/windows/ObjectPanel.h"
 #include "host/stage/windows/ObjectTree.h"
-#include "host/stage/windows/PickDialog.h"
 #include "host/stage/windows/browse/EffectBrowser.h"
 #include "host/stage/windows/TransformFields.h"
 #include "host/stage/windows/ViewArea.h"

@@ -2,7 +2,6 @@
 #include "host/stage/windows/browse/EffectBrowser.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/NumberDialog.h"
-#include "host/stage/windows/PickDialog.h"
 
 #include <algorithm>
 #include <QMessageBox>
@@ -22,10 +21,6 @@ QString FirstLines(const std::vector<std::string>& texts) {
         lines << MainWindow::tr("... and %1 more").arg(texts.size() - kShown);
     }
     return lines.join('\n');
-}
-
-std::optional<std::string> ToText(const std::optional<QString>& text) {
-    return text.has_value() ? std::optional<std::string>(text->toStdString()) : std::nullopt;
 }
 
 } // namespace
