@@ -3,8 +3,11 @@
 #include "tests/support/Paths.h"
 #include "tests/support/TempFolder.h"
 
+#include <cmath>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <QByteArray>
+#include <random>
 
 namespace {
 
@@ -85,6 +88,37 @@ TEST(ShippedEffectsTest, EachKindHasSixThatCanBeReadAndShowSomething) {
             EXPECT_TRUE(!simulation.At(0.3f).empty() || simulation.Screen(1.0f, 2.0f).a > 0.0f) << name;
         }
     }
+}
+
+TEST(ShippedEffectsTest, DamagedFilesAreRefusedOrShowNoMoreThanAnyFileMay) {
+    const EffectLibrary shipped({SourceFolder() + "/host/stage/data/effects"});
+    std::mt19937 random(20261122);
+    int refused = 0;
+    int shown = 0;
+    for (int round = 0; round < 6000; ++round) {
+        EffectKind kind = EffectKind::Sequence;
+        ASSERT_TRUE(stage::EffectKindOf(1 + round % stage::kEffectKinds, kind));
+        const std::vector<std::string> names = shipped.Names(kind);
+        QByteArray bytes =
+            QByteArray::fromStdString(ReadWholeFile(shipped.PathOf(kind, names[random() % names.size()])));
+        for (unsigned changes = 1 + random() % 3; changes > 0; --changes) {
+            constexpr char kCharacters[] = "0123456789-.eE,:[]{}\"#x";
+            bytes[static_cast<qsizetype>(random() % static_cast<unsigned>(bytes.size()))] =
+                kCharacters[random() % (sizeof(kCharacters) - 1)];
+        }
+        try {
+            const stage::EffectSimulation simulation(stage::EffectFile::Parse(kind, bytes, "x"), 1);
+            for (const stage::EffectSprite& sprite : simulation.At(1.0f)) {
+                EXPECT_TRUE(std::isfinite(sprite.place.x + sprite.place.y + sprite.place.z + sprite.size));
+            }
+            EXPECT_LE(simulation.At(1.0f).size(), 5001u);
+            ++shown;
+        } catch (const stage::EffectFileError&) {
+            ++refused;
+        }
+    }
+    EXPECT_GT(refused, 0);
+    EXPECT_GT(shown, 0);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -137,6 +138,11 @@ TEST_F(EffectBrowserTest, ADoubleClickTakesTheRow) {
     QTest::mouseDClick(browser->list->viewport(), Qt::LeftButton, Qt::NoModifier, row);
     EXPECT_EQ(browser->result(), QDialog::Accepted);
     EXPECT_EQ(browser->Chosen(), "Smoke");
+    // The browser went with the second press; the release reaches what was under it.
+    QWidget under;
+    under.show();
+    QTest::mouseRelease(&under, Qt::LeftButton);
+    EXPECT_EQ(QApplication::mouseButtons(), Qt::NoButton);
 }
 
 TEST_F(EffectBrowserTest, ItsSizeIsRemembered) {
