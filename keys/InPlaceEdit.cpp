@@ -1,10 +1,13 @@
 #include "keys/InPlaceEdit.h"
 
 #include "keys/AttrPropCtrl.h"
+#include "keys/NumberText.h"
 
-#include <array>
-#include <cstdio>
-#include <cstdlib>
+namespace {
+
+constexpr int kWheelDecimals = 3;
+
+} // namespace
 
 BEGIN_MESSAGE_MAP(CInPlaceEdit, CEdit)
 ON_WM_SETFOCUS()
@@ -14,7 +17,7 @@ END_MESSAGE_MAP()
 
 void CInPlaceEdit::OnSetFocus(CWnd* old) {
     CEdit::OnSetFocus(old);
-    current = static_cast<float>(std::atof(GetWindowText().c_str()));
+    current = FloatFromText(GetWindowText().c_str());
 }
 
 void CInPlaceEdit::OnKillFocus(CWnd* next) {
@@ -41,9 +44,7 @@ BOOL CInPlaceEdit::OnMouseWheel(UINT flags, short delta, CPoint screenPoint) {
         return FALSE;
     }
     Step(/*up*/ delta >= 1);
-    std::array<char, 64> text{}; // the largest float has 39 digits before the point
-    std::snprintf(text.data(), text.size(), "%.3f", static_cast<double>(current));
     SetWindowText("");
-    SetWindowText(text.data());
+    SetWindowText(FixedText(current, /*width*/ 0, kWheelDecimals));
     return list->TakeWheel() ? CEdit::OnMouseWheel(flags, delta, screenPoint) : TRUE;
 }

@@ -11,6 +11,23 @@
 #include "timeline/TrackCtrl.h"
 #include "timeline/TrackCtrlWatch.h"
 
+#include <algorithm>
+
+namespace {
+
+/// Whether a film of the level has the record still; pointers are only compared.
+bool IsInAFilm(const IFilmKey* record) {
+    const IFilmManager* manager = GetPlugin().GetFilmManager();
+    const auto hasRecord = [record](const CFilmTrack* track) {
+        return std::ranges::find(track->keys, record) != track->keys.end();
+    };
+    return manager != nullptr && std::ranges::any_of(manager->films, [&](const IFilm* film) {
+               return film != nullptr && std::ranges::any_of(film->tracks, hasRecord);
+           });
+}
+
+} // namespace
+
 BEGIN_MESSAGE_MAP(CFilmKeyAttributesDlg, CDialog)
 ON_WM_CLOSE()
 ON_WM_DESTROY()
@@ -112,7 +129,7 @@ void CFilmKeyAttributesDlg::ApplyChanges() {
     hasPending = false;
     IFilmKey* written = record;
     attributes->apply(rows, *written, [alive = std::weak_ptr<int>(life), written, this] {
-        return !alive.expired() && record == written;
+        return (!alive.expired() && record == written) || IsInAFilm(written);
     });
 }
 

@@ -217,7 +217,7 @@ TEST(EditableComboTest, TextThatEqualsAnItemIsNoChoiceWhenTheEditIsLeft) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(NativeWidget(dlg)));
     combo.SetFocus();
     dlg.Log();
-    QTest::keyClicks(NativeWidget(dlg)->windowHandle(), "b");
+    QTest::keyClick(NativeWidget(dlg)->windowHandle(), 'b');
     dlg.GetDlgItem(1758)->SetFocus();
     EXPECT_EQ(combo.GetWindowText(), "b");
     EXPECT_EQ(combo.GetCurSel(), CB_ERR);

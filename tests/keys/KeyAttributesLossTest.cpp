@@ -202,6 +202,7 @@ TEST_F(KeyAttributesQuestionTest, NewerKeyStaysWhenItIsShownWhileTheUserIsAsked)
     WhileAsked([this] { Dialog().SetKey(ViewOf(other), /*refresh*/ false); });
     Dialog().SetKey(nullptr, /*refresh*/ false);
     EXPECT_EQ(Dialog().GetRecord(), other);
+    EXPECT_EQ(key->delayTime, 0.5f);
 }
 
 TEST_F(KeyAttributesQuestionTest, NoQuestionAtASwitchOfFilmsForACameraOfTheFilmThatIsLeft) {

@@ -431,6 +431,7 @@ TEST_F(MeshBrowserTest, ABrowserClosesWithNothingChosenWhenTheLevelIsLeft) {
         BrowseElement(AddModel("Sailor", "sailor.glb"), "hat", [this](MeshElementBrowser& browser) {
             window.session.New();
             EXPECT_FALSE(browser.isVisible());
+            browser.accept();
         });
     EXPECT_EQ(answer, std::nullopt);
 }

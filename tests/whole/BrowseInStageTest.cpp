@@ -22,7 +22,7 @@ protected:
     }
     /// Plays to the end from under a modal window, which takes the shortcut's key from the plug-in.
     void PlayBelow() {
-        Hooks().clock = [this] { return clock += 500; };
+        Hooks().clock = [this] { return clock += 5000; };
         for (const auto* entry : window->host.plugins.Entries()) {
             entry->plugin->OnShortcut(0, 0, 0);
         }
@@ -72,6 +72,7 @@ TEST_F(BrowseInStageTest, ALevelLeftInsideAFilmThatPlaysBelowClosesTheBrowser) {
         });
         PlayBelow();
         EXPECT_TRUE(left) << "while the film played";
+        browser.reject();
     });
     EXPECT_EQ(answer, std::nullopt);
 }
