@@ -11,7 +11,8 @@ public:
     // An end of -1 is the end of the text, a start of -1 selects nothing. The caret is scrolled into view.
     void SetSel(int start, int end, BOOL noScroll = FALSE);
     void GetSel(int& start, int& end) const;
-    // In UTF-16 units, for the user alone; 0 is no limit. Text that the program sets is of any length and stays.
+    // In UTF-16 units, for the user alone; 0 is no limit. Text that the program sets is of any length and
+    // stays.
     void SetLimitText(UINT characters);
     void LimitText(int characters) { SetLimitText(static_cast<UINT>(characters)); }
     BOOL SetReadOnly(BOOL readOnly = TRUE);

@@ -88,8 +88,8 @@ QStringList NameFilters(const std::string& filter) {
 
 std::function<QWidget*(QFileDialog&)> filePreview;
 
-// To the right of everything, as high as the list: not in the list's splitter, whose state the toolkit remembers
-// for dialogs that have no preview too.
+// To the right of everything, as high as the list: not in the list's splitter, whose state the toolkit
+// remembers for dialogs that have no preview too.
 void PutBesideList(QFileDialog& dialog, QWidget& widget) {
     auto* grid = qobject_cast<QGridLayout*>(dialog.layout());
     const auto* list = dialog.findChild<QSplitter*>();

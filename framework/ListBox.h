@@ -15,8 +15,8 @@ struct DRAWITEMSTRUCT {
     UINT_PTR itemData = 0;
 };
 
-// A list of texts with a number each. LBN_SELCHANGE and LBN_DBLCLK only follow what the user does. A press below
-// the last item selects nothing, unless several may be selected.
+// A list of texts with a number each. LBN_SELCHANGE and LBN_DBLCLK only follow what the user does. A press
+// below the last item selects nothing, unless several may be selected.
 class FILMS_API CListBox : public CWnd {
     DECLARE_DYNCREATE(CListBox)
 public:
@@ -58,9 +58,10 @@ public:
     int GetItemRect(int index, CRect* rect) const;
     int SetItemHeight(int index, UINT height);
     int GetItemHeight(int index) const;
-    // The first row that shows, also of a list that has never been shown. The last page is always full, so that
-    // the top one is never nearer to the end than that. SetRedraw(FALSE) remembers it and SetRedraw(TRUE) gives
-    // it back, unless the program has scrolled, or selected another row that must come into view.
+    // The first row that shows, also of a list that has never been shown. The last page is always full, so
+    // that the top one is never nearer to the end than that. SetRedraw(FALSE) remembers it and
+    // SetRedraw(TRUE) gives it back, unless the program has scrolled, or selected another row that must come
+    // into view.
     int GetTopIndex() const;
     int SetTopIndex(int index);
     // The item under the point; `outside` is set, with the nearest item, when there is none.

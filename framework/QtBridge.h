@@ -75,7 +75,8 @@ FILMS_API CRect AskSizing(CWnd& window, const CRect& before, const CRect& now);
 using ToolWindowSink = std::function<void(CDialog&)>;
 FILMS_API void SetToolWindowSink(ToolWindowSink sink);
 
-/// Gives each real dialog that opens a file a widget beside its list of files, such as a preview of the chosen
-/// one. The maker is called before the dialog shows; what it returns belongs to the dialog from then on, and null
-/// means none. An empty maker takes the last one away. Dialogs that save, and those that a test answers, get none.
+/// Gives each real dialog that opens a file a widget beside its list of files, such as a preview of the
+/// chosen one. The maker is called before the dialog shows; what it returns belongs to the dialog from then
+/// on, and null means none. An empty maker takes the last one away. Dialogs that save, and those that a test
+/// answers, get none.
 FILMS_API void SetFilePreview(std::function<QWidget*(QFileDialog& dialog)> maker);

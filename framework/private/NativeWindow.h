@@ -95,7 +95,7 @@ public:
 
     CWnd* wnd = nullptr;
     CFont* font = nullptr; // one of the kept ones
-    bool ownsWnd = false; // made for a dialog's control, until someone subclasses it
+    bool ownsWnd = false;  // made for a dialog's control, until someone subclasses it
     QWidget* widget;
     IWindowFrame* frame = nullptr; // the host's; it outlives this or sets null
     UINT id = 0;
