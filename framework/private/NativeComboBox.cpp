@@ -59,11 +59,11 @@ public:
     }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (watched == lineEdit() && event->type() == QEvent::Wheel) {
+        if (event->type() == QEvent::Wheel && watched == lineEdit()) {
             return HandleEvent(event); // the edit part keeps it from the control
         }
-        // From the open list the keyboard may go elsewhere without coming back.
-        if (watched == view() && event->type() == QEvent::FocusOut) {
+        // From the open list the keyboard may go elsewhere without coming back. Asking for the view makes it.
+        if (event->type() == QEvent::FocusOut && lent && watched == view()) {
             NativeWindow* next = InWindowOf(QApplication::focusWidget());
             if (next && next != this) {
                 LoseLentFocus();

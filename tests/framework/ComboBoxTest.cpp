@@ -203,8 +203,6 @@ TEST(EditableComboTest, ProgramsTextSurvivesWhole) {
     EXPECT_EQ(combo.GetCurSel(), CB_ERR);
 }
 
-} // namespace
-
 TEST(EditableComboTest, TextThatEqualsAnItemIsNoChoiceWhenTheEditIsLeft) {
     const ResourceScope scope(TestResources());
     ComboDlg dlg;
@@ -223,3 +221,5 @@ TEST(EditableComboTest, TextThatEqualsAnItemIsNoChoiceWhenTheEditIsLeft) {
     EXPECT_EQ(combo.GetCurSel(), CB_ERR);
     EXPECT_EQ(dlg.Log(), "out ");
 }
+
+} // namespace
