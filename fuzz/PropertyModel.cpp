@@ -196,8 +196,8 @@ private:
         }
         const std::uint32_t tag = source.GetType();
         // Instances of unknown classes and lists that nest too deep.
-        const bool mayStay = tag == MemberType::Instance ||
-                             (source.AsList() != nullptr && IsNestedTooDeep(*source.AsList()));
+        const bool mayStay =
+            tag == MemberType::Instance || (source.AsList() != nullptr && IsNestedTooDeep(*source.AsList()));
         std::string expected;
         std::string text;
         source.ToText(expected);
@@ -422,7 +422,8 @@ private:
     }
 
     FuzzedDataProvider bytes;
-    /// Texts of some tags are never freed. Few inputs use them: a search for leaks follows each, which is slow.
+    /// Texts of some tags are never freed. Few inputs use them: a search for leaks follows each, which is
+    /// slow.
     bool leaves;
     Database database;
     std::array<std::unique_ptr<CMember>, kMembers> members;

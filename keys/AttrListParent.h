@@ -18,8 +18,8 @@ public:
     virtual void Refresh() = 0;
     /// A member holds what the record doesn't.
     virtual void RowEdited() = 0;
-    /// Before a browser opens: edits that wait are written, since what it does may make the rows anew. May ask
-    /// the user.
+    /// Before a browser opens: edits that wait are written, since what it does may make the rows anew. May
+    /// ask the user.
     virtual void ApplyPending() = 0;
     /// What a browser writes is written to the current key.
     virtual void MakeKeyCurrent() = 0;

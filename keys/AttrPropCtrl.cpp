@@ -45,8 +45,7 @@ bool IsTypedText(std::uint32_t type) {
 /// Sets a flag for as long as it lives, which may be longer than the flag does.
 class FlagScope {
 public:
-    FlagScope(bool& scoped, std::weak_ptr<int> owner)
-        : flag(scoped), old(scoped), alive(std::move(owner)) {
+    FlagScope(bool& scoped, std::weak_ptr<int> owner) : flag(scoped), old(scoped), alive(std::move(owner)) {
         flag = true;
     }
     ~FlagScope() {

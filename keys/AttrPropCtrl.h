@@ -19,8 +19,8 @@ public:
 
     /// Once, when the window stands. The parent outlives it.
     void InitControls(AttrListParent* around);
-    /// Writes the active editor's content into the row's member. May write the record, make the rows anew and,
-    /// through them, ask the user.
+    /// Writes the active editor's content into the row's member. May write the record, make the rows anew
+    /// and, through them, ask the user.
     void Commit();
     /// Hides the editors and clears the list. The editor's content is dropped.
     void ResetRows();

@@ -38,9 +38,8 @@ CMember* AttrRows::FindMember(const char* name, const char* category) const {
 }
 
 AttrRow* AttrRows::FindObjectIdRow() const {
-    const auto found = std::ranges::find_if(rows, [](const AttrRow* row) {
-        return row->member->value[0].GetType() == MemberType::ObjectId;
-    });
+    const auto found = std::ranges::find_if(
+        rows, [](const AttrRow* row) { return row->member->value[0].GetType() == MemberType::ObjectId; });
     return found == rows.end() ? nullptr : *found;
 }
 

@@ -11,8 +11,9 @@
 
 /// What a browse function gets and gives; lives for one call.
 struct AttrBrowseRequest {
-    std::string value;              ///< the row's text; what is left alone changes nothing
-    EditorObject* object = nullptr; ///< that the key belongs to; may be null, and may go while the user chooses
+    std::string value; ///< the row's text; what is left alone changes nothing
+    EditorObject* object =
+        nullptr; ///< that the key belongs to; may be null, and may go while the user chooses
     std::int32_t fxKind = 0;
 };
 

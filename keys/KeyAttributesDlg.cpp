@@ -196,7 +196,7 @@ void CFilmKeyAttributesDlg::OnClose() {
 }
 
 void CFilmKeyAttributesDlg::MakeKeyCurrent() {
-    if (key != nullptr) {
+    if (key != nullptr && key->IsInRow()) {
         CurrentKey() = key;
     }
 }

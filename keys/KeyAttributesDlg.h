@@ -77,7 +77,7 @@ private:
     bool SaveRows();
     void ShowRows();
 
-    bool hasPending = false;   ///< the user edited a row since the record was read or written
-    unsigned shownKeys = 0;    ///< counts calls of SetKey that take a key in
+    bool hasPending = false; ///< the user edited a row since the record was read or written
+    unsigned shownKeys = 0;  ///< counts calls of SetKey that take a key in
     std::shared_ptr<int> life = std::make_shared<int>(0);
 };

@@ -247,4 +247,8 @@ void CFilmsMainCtrl::ForgetAllRows() {
     for (CTrackCtrl* row : tracks) {
         row->DropGesture();
     }
+    IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
+    if (dialog != nullptr && dialog->GetKey() != nullptr) {
+        dialog->Reset();
+    }
 }

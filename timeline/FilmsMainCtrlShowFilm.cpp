@@ -118,8 +118,8 @@ void CFilmsMainCtrl::TakeStoredSettings(const IFilm& film) {
     ApplySettings(stored);
 }
 
-/// The dialog lets go of a view that is about to be deleted. When the film stays, only what the user has edited
-/// is written to its key, and the answer is the record to come back to.
+/// The dialog lets go of a view that is about to be deleted. When the film stays, only what the user has
+/// edited is written to its key, and the answer is the record to come back to.
 IFilmKey* CFilmsMainCtrl::LeaveAttributesDialog(const IFilm* film) {
     IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
     IFilmKey* record = dialog != nullptr ? dialog->GetRecord() : nullptr;

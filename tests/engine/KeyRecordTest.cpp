@@ -1,5 +1,5 @@
-#include "tests/engine/EngineFixture.h"
 #include "host/engine/FilmKeys.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <cstring>
 

@@ -9,7 +9,10 @@
 #include "plugin/contract/EventCodes.h"
 #include "tests/support/PlainPlugin.h"
 
+#include <algorithm>
+#include <cmath>
 #include <gmock/gmock.h>
+#include <limits>
 
 namespace engine_test {
 
@@ -166,6 +169,29 @@ TEST_F(LevelFileTest, KeysOfEveryKindComeBackEqual) {
     for (const auto& copy : copies) {
         factory.DestroyKey(copy.second);
     }
+}
+
+TEST_F(LevelFileTest, EffectWhoseNormalIsNoNumberComesBackAndPlays) {
+    MakeSample();
+    const auto effectOf = [](IFilm& of) {
+        const KeyList& keys = of.mainTrack->keys;
+        const auto found = std::ranges::find(keys, KeyKind::FxParticle, &IFilmKey::kind);
+        return found != keys.end() ? static_cast<CFilmFxKey*>(*found) : nullptr;
+    };
+    ASSERT_NE(effectOf(*film), nullptr);
+    // What scaling (0, 0, 0) to a length of one gives.
+    effectOf(*film)->normal = {std::numeric_limits<float>::quiet_NaN(),
+                               std::numeric_limits<float>::quiet_NaN(),
+                               std::numeric_limits<float>::infinity()};
+    Reload();
+    IFilm& back = *Films().FilmAt(0);
+    ASSERT_NE(effectOf(back), nullptr);
+    EXPECT_TRUE(std::isnan(effectOf(back)->normal.x));
+    EXPECT_EQ(effectOf(back)->normal.z, std::numeric_limits<float>::infinity());
+    for (float time = 0.0f; time < 10.0f; time += 0.5f) {
+        back.SetTime(time, time - 0.5f);
+    }
+    EXPECT_FALSE(Saved().empty());
 }
 
 TEST_F(LevelFileTest, SavingWhatWasLoadedGivesTheSameBytes) {

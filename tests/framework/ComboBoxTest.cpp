@@ -208,7 +208,8 @@ TEST(EditableComboTest, TextThatEqualsAnItemIsNoChoiceWhenTheEditIsLeft) {
     ComboDlg dlg;
     ASSERT_TRUE(dlg.Create(1749));
     CComboBox combo;
-    ASSERT_TRUE(combo.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP | CBS_DROPDOWN, {0, 0, 100, 220}, &dlg, 2000));
+    ASSERT_TRUE(
+        combo.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP | CBS_DROPDOWN, {0, 0, 100, 220}, &dlg, 2000));
     combo.AddString("a");
     combo.AddString("b");
     dlg.ShowWindow(SW_SHOW);

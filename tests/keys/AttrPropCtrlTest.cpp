@@ -44,10 +44,9 @@ TEST_F(AttrPropCtrlTest, SelectedRowIsGreyAndItsValueHasNoGround) {
     ShowRows();
     list.SetCurSel(0);
     DrawRecorder recorder;
-    EXPECT_THAT(recorder.Paint(list),
-                ElementsAre("rect 0,0,100,20 pen 0/0/000000 brush C0C0C0",
-                            "rect 101,0,201,20 pen 0/0/FF0000 brush none", "text 2,2 'Frequency'",
-                            "text 103,2 '1.50000'"));
+    EXPECT_THAT(recorder.Paint(list), ElementsAre("rect 0,0,100,20 pen 0/0/000000 brush C0C0C0",
+                                                  "rect 101,0,201,20 pen 0/0/FF0000 brush none",
+                                                  "text 2,2 'Frequency'", "text 103,2 '1.50000'"));
 }
 
 TEST_F(AttrPropCtrlTest, ValueUnderAnEditorIsNotDrawn) {
@@ -57,9 +56,9 @@ TEST_F(AttrPropCtrlTest, ValueUnderAnEditorIsNotDrawn) {
     ASSERT_EQ(list.activeEditor, &list.inPlaceEdit);
     DrawRecorder recorder;
     recorder.Paint(list);
-    EXPECT_THAT(recorder.Lines(), ElementsAre("rect 0,0,100,20 pen 0/0/000000 brush C0C0C0",
-                                              "rect 101,0,201,20 pen 0/0/FF0000 brush none",
-                                              "text 2,2 'Frequency'"));
+    EXPECT_THAT(recorder.Lines(),
+                ElementsAre("rect 0,0,100,20 pen 0/0/000000 brush C0C0C0",
+                            "rect 101,0,201,20 pen 0/0/FF0000 brush none", "text 2,2 'Frequency'"));
 }
 
 TEST_F(AttrPropCtrlTest, ColorIsDrawnAsColor) {

@@ -120,6 +120,12 @@ TEST_F(KeyAttributesLossTest, MovedObjectIsNotOverwrittenByTheEdit) {
     EXPECT_EQ(key->value.x, 50.0f);
 }
 
+TEST_F(KeyAttributesLossTest, WindowIsEmptyWhenTheTimelineGoes) {
+    control.reset();
+    holder.control = nullptr;
+    ExpectEmpty();
+}
+
 TEST_F(KeyAttributesLossTest, WindowGoesWithItsPlugin) {
     plugin.keyAttributesDlg.reset();
     Settle();

@@ -1,10 +1,10 @@
 #include "tests/stage/WindowFixture.h"
 
 #include "framework/Menu.h"
+#include "host/stage/windows/browse/EffectBrowser.h"
 #include "host/stage/windows/NumberDialog.h"
 #include "host/stage/windows/ObjectPanel.h"
 #include "host/stage/windows/ObjectTree.h"
-#include "host/stage/windows/browse/EffectBrowser.h"
 #include "host/stage/windows/TransformFields.h"
 #include "host/stage/windows/ViewArea.h"
 #include "tests/support/Answering.h"
