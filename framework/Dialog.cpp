@@ -25,6 +25,21 @@ ON_WM_CLOSE()
 ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
+namespace {
+
+// Of the window that owns this one while it is shown, else of the screen.
+QRect AreaAround(const QWidget& widget) {
+    const QWidget* around = widget.parentWidget() ? widget.parentWidget()->window() : nullptr;
+    return around && around->isVisible() ? around->geometry() : widget.screen()->availableGeometry();
+}
+
+void MoveIntoScreen(QWidget& widget, const QRect& place) {
+    const QRect screen = widget.screen()->availableGeometry();
+    widget.move(std::max(screen.left(), place.left()), std::max(screen.top(), place.top()));
+}
+
+} // namespace
+
 CDialog::CDialog() = default;
 
 CDialog::CDialog(UINT templateId, CWnd* parentWindow) : resourceId(templateId), owner(parentWindow) {
@@ -78,7 +93,10 @@ BOOL CDialog::CreateFromTemplate(UINT id, CWnd* parentWindow) {
         return FALSE;
     }
     MakeControls(*dialog);
-    if (!isChild) {
+    const bool isFixedTool = !modal && !(dialog->style & WS_THICKFRAME);
+    if (!isChild && isFixedTool) {
+        PlaceBeside();
+    } else if (!isChild) {
         CenterWindow();
     }
     if (!isChild && !modal && (dialog->style & WS_THICKFRAME) && (!around || around == AfxGetMainWnd())) {
@@ -194,18 +212,20 @@ void CDialog::GotoDlgCtrl(CWnd* control) {
 }
 
 void CDialog::CenterWindow() {
-    QWidget* widget = GetSafeHwnd() ? GetSafeHwnd()->widget : nullptr;
-    if (!widget) {
-        return;
+    if (QWidget* widget = GetSafeHwnd() ? GetSafeHwnd()->widget : nullptr) {
+        QRect place(QPoint(), widget->size());
+        place.moveCenter(AreaAround(*widget).center());
+        MoveIntoScreen(*widget, place);
     }
-    const QWidget* around = widget->parentWidget() ? widget->parentWidget()->window() : nullptr;
-    const QRect area =
-        around && around->isVisible() ? around->geometry() : widget->screen()->availableGeometry();
-    QRect place(QPoint(), widget->size());
-    place.moveCenter(area.center());
-    const QRect screen = widget->screen()->availableGeometry();
-    place.moveTo(std::max(screen.left(), place.left()), std::max(screen.top(), place.top()));
-    widget->move(place.topLeft());
+}
+
+void CDialog::PlaceBeside() {
+    constexpr QPoint kInset(48, 120); // pixels: free of title, menu and tool bars of the owner
+    if (QWidget* widget = GetSafeHwnd() ? GetSafeHwnd()->widget : nullptr) {
+        QRect place(QPoint(), widget->size());
+        place.moveTopRight(AreaAround(*widget).topRight() + QPoint(-kInset.x(), kInset.y()));
+        MoveIntoScreen(*widget, place);
+    }
 }
 
 namespace {

@@ -28,6 +28,8 @@ public:
     void SetDefID(UINT id) { defaultId = id; }
     void GotoDlgCtrl(CWnd* control);
     void CenterWindow();
+    // To the upper right of the owner, where a modeless window hides the least of what it belongs to.
+    void PlaceBeside();
 
     BOOL PreTranslateMessage(MSG* message) override;
 

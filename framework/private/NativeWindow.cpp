@@ -239,11 +239,21 @@ void NativeWindow::SetGeometry(const CRect& rect, bool sendSize) {
         SchedulePending();
     } else {
         pendingGeometry.reset();
-        widget->setGeometry(r.left, r.top, r.Width(), r.Height());
+        PlaceWidget(r);
     }
     if (sendSize) {
         SendSizeIfChanged();
     }
+}
+
+void NativeWindow::PlaceWidget(const CRect& r) {
+    const bool isFixed =
+        widget->isWindow() && (windowStyle & WS_CAPTION) == WS_CAPTION && !(windowStyle & WS_THICKFRAME);
+    if (isFixed) {
+        // Or the desktop offers to stretch it.
+        widget->setFixedSize(r.Width(), r.Height());
+    }
+    widget->setGeometry(r.left, r.top, r.Width(), r.Height());
 }
 
 void NativeWindow::SendSizeIfChanged() {
@@ -323,8 +333,7 @@ void NativeWindow::ApplyPending() {
         return;
     }
     if (pendingGeometry) {
-        const CRect r = *std::exchange(pendingGeometry, std::nullopt);
-        widget->setGeometry(r.left, r.top, r.Width(), r.Height());
+        PlaceWidget(*std::exchange(pendingGeometry, std::nullopt));
         SendSizeIfChanged();
     }
     if (pendingShown) {

@@ -86,6 +86,7 @@ public:
     // What the window makes of a rect that the user drags it to; screen coordinates.
     CRect AskSizing(const QRect& before, const QRect& now);
     void SendSizeIfChanged();
+    void PlaceWidget(const CRect& r);
     void Invalidate(const QRegion& region, bool erase);
 
     // Null is the application's font.

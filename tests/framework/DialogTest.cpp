@@ -106,6 +106,29 @@ TEST_F(DialogTest, TemplateIsPlacedInFixedDialogUnits) {
     EXPECT_FALSE(dlg.Create(1749)) << "it stands already";
 }
 
+TEST_F(DialogTest, WithoutASizingFrameItKeepsTheSizeThatTheProgramGivesIt) {
+    ASSERT_TRUE(dlg.Create(1749));
+    const QWidget* widget = NativeWidget(dlg);
+    EXPECT_EQ(widget->minimumSize(), QSize(300, 162));
+    EXPECT_EQ(widget->maximumSize(), QSize(300, 162));
+    dlg.MoveWindow(10, 10, 400, 200);
+    EXPECT_EQ(widget->size(), QSize(400, 200));
+    EXPECT_EQ(widget->maximumSize(), QSize(400, 200));
+}
+
+TEST_F(DialogTest, ModelessWithoutASizingFrameStandsAtTheUpperRightOfItsOwner) {
+    CWnd owner;
+    ASSERT_TRUE(owner.Create(nullptr, "owner", WS_CAPTION | WS_THICKFRAME | WS_VISIBLE,
+                             CRect(20, 30, 620, 430), nullptr, 0));
+    ASSERT_TRUE(dlg.Create(1749, &owner));
+    const QRect around = NativeWidget(owner)->geometry();
+    const QRect place = NativeWidget(dlg)->geometry();
+    EXPECT_EQ(place.right(), around.right() - 48);
+    EXPECT_EQ(place.top(), around.top() + 120);
+    dlg.DestroyWindow();
+    owner.DestroyWindow();
+}
+
 TEST_F(DialogTest, MissingTemplateFails) {
     EXPECT_FALSE(dlg.Create(1));
     CDialog missing(1);
