@@ -216,6 +216,20 @@ TEST_F(MeshBrowserTest, TypingSearchesAndTheArrowsMoveTheListFromThere) {
     EXPECT_EQ(answer, Answer("Bip01 Spine1"));
 }
 
+TEST_F(MeshBrowserTest, ArrowsGoFromMatchToMatch) {
+    BrowseElement(AddModel("Sailor", "sailor.glb"), "", [](MeshElementBrowser& browser) {
+        browser.search->setText("hand");
+        EXPECT_EQ(Current(browser), "Bip01 L Hand");
+        QTest::keyClick(browser.search, Qt::Key_Down);
+        EXPECT_EQ(Current(browser), "Bip01 R Hand") << "past the bones that it hangs on";
+        QTest::keyClick(browser.search, Qt::Key_Down);
+        EXPECT_EQ(Current(browser), "Bip01 R Hand") << "the last";
+        QTest::keyClick(browser.list, Qt::Key_Up);
+        EXPECT_EQ(Current(browser), "Bip01 L Hand");
+        PressEscape(browser);
+    });
+}
+
 TEST_F(MeshBrowserTest, ASearchThatFindsNothingTakesNothing) {
     BrowseElement(AddModel("Sailor", "sailor.glb"), "hat", [](MeshElementBrowser& browser) {
         browser.search->setText("anchor");
@@ -237,6 +251,10 @@ TEST_F(MeshBrowserTest, ADoubleClickTakesTheRow) {
             QTest::mouseDClick(browser.list->viewport(), Qt::LeftButton, Qt::NoModifier, place);
         });
     EXPECT_EQ(answer, Answer("Bip01 Pelvis"));
+    // The browser went with the second press; the release reaches what was under it.
+    QWidget under;
+    under.show();
+    QTest::mouseRelease(&under, Qt::LeftButton);
 }
 
 TEST_F(MeshBrowserTest, EachElementHasAPictureOfItsOwn) {

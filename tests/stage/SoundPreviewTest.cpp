@@ -11,11 +11,14 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QListView>
 #include <QPushButton>
 #include <QTest>
+#include <QTreeView>
+#include <QUrl>
 #include <unistd.h>
 
 namespace {
@@ -46,7 +49,7 @@ protected:
         dialog.setOption(QFileDialog::DontUseNativeDialog);
         dialog.setNameFilters({"Wav files (*.wav)", "OGG files (*.ogg)"});
         dialog.setDirectory(QString::fromStdString(folder.Path()));
-        preview = static_cast<stage::SoundPreview*>(stage::SoundPreview::Maker()(dialog));
+        preview = static_cast<stage::SoundPreview*>(stage::SoundPreview::Maker({})(dialog));
         dialog.layout()->addWidget(preview);
         dialog.show();
     }
@@ -60,7 +63,39 @@ protected:
 TEST_F(SoundPreviewTest, OnlyDialogsForSoundsHaveOne) {
     QFileDialog levels;
     levels.setNameFilters({"Levels (*.level)"});
-    EXPECT_EQ(stage::SoundPreview::Maker()(levels), nullptr);
+    EXPECT_EQ(stage::SoundPreview::Maker({})(levels), nullptr);
+}
+
+TEST_F(SoundPreviewTest, FolderOfTheLevelIsAmongThePlaces) {
+    std::filesystem::create_directory(folder.File("sounds"));
+    QFileDialog sounds;
+    sounds.setOption(QFileDialog::DontUseNativeDialog);
+    sounds.setNameFilters({"Wav files (*.wav)"});
+    const QString level = QString::fromStdString(folder.Path());
+    stage::SoundPreview::Maker([level] { return level; })(sounds);
+    EXPECT_TRUE(sounds.sidebarUrls().contains(QUrl::fromLocalFile(QDir::cleanPath(level))));
+    EXPECT_TRUE(sounds.sidebarUrls().contains(QUrl::fromLocalFile(QDir::cleanPath(level + "/sounds"))));
+    const qsizetype before = sounds.sidebarUrls().size();
+    QFileDialog again;
+    again.setOption(QFileDialog::DontUseNativeDialog);
+    again.setNameFilters({"Wav files (*.wav)"});
+    again.setSidebarUrls(sounds.sidebarUrls());
+    stage::SoundPreview::Maker([level] { return level; })(again);
+    EXPECT_EQ(again.sidebarUrls().size(), before) << "once each";
+}
+
+TEST_F(SoundPreviewTest, NothingIsShownWhenNothingIsChosenAnyMore) {
+    auto* list = dialog.findChild<QTreeView*>("treeView");
+    ASSERT_NE(list, nullptr);
+    dialog.setViewMode(QFileDialog::Detail);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return list->model()->rowCount(list->rootIndex()) > 0; }));
+    list->selectionModel()->select(list->model()->index(0, 0, list->rootIndex()),
+                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    Show("a.wav");
+    ASSERT_NE(preview->wave->Wave(), nullptr);
+    list->selectionModel()->clearSelection();
+    EXPECT_EQ(preview->wave->Wave(), nullptr);
+    EXPECT_FALSE(preview->button->isEnabled());
 }
 
 TEST_F(SoundPreviewTest, AChosenSoundShowsItsWaveAndWhatItIs) {
@@ -156,7 +191,7 @@ TEST_F(SoundPreviewTest, TheDialogKeepsItsSize) {
     dialog.reject();
     QFileDialog again;
     again.setNameFilters({"Wav files (*.wav)"});
-    stage::SoundPreview::Maker()(again);
+    stage::SoundPreview::Maker({})(again);
     EXPECT_EQ(again.size(), QSize(900, 560));
 }
 

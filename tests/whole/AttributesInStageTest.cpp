@@ -21,7 +21,7 @@ namespace {
 
 constexpr int kRowId = 55;
 constexpr int kListId = 1745;
-constexpr int kNextId = 1808;
+constexpr int kButtonId = 2;
 constexpr int kNameWidth = 150;
 constexpr float kFilmSeconds = 10.0f;
 
@@ -270,6 +270,27 @@ TEST_F(AttributesInStageTest, ObjectOfTheKeyIsInUseAndTheEditGoesOn) {
     EXPECT_EQ(Object("Fishing boat"), boat);
     Press(Qt::Key_Return);
     EXPECT_EQ(key->value.x, 4.0f);
+}
+
+TEST_F(AttributesInStageTest, BrowserBelongsToTheWindowThatItGivesTheKeyboardBackTo) {
+    auto* rain = static_cast<CFilmFxKey*>(AddKey(*film->mainTrack, KeyKind::FxRain, 3.0f));
+    rain->SetEndTime(8.0f);
+    const std::string name = film->name;
+    ChooseFilm("<none>");
+    OpenScenario(name);
+    FoldButton(*Rows().front());
+    ASSERT_NO_FATAL_FAILURE(OpenKey(5.0f, "FX name"));
+    ASSERT_NO_FATAL_FAILURE(Edit("FX name", ""));
+    CWnd* button = List()->GetDlgItem(kButtonId);
+    ASSERT_NE(button, nullptr);
+    Answering(
+        [](QWidget& browser) {
+            ASSERT_NE(browser.parentWidget(), nullptr);
+            EXPECT_EQ(browser.parentWidget()->windowTitle(), "Key attributes");
+            QTest::keyClick(&browser, Qt::Key_Escape);
+        },
+        [button] { QTest::mouseClick(NativeWidget(*button), Qt::LeftButton); });
+    EXPECT_EQ(rain->fxName, "");
 }
 
 TEST_F(AttributesInStageTest, ClosingTheScenarioHidesTheWindow) {

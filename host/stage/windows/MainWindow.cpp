@@ -50,7 +50,7 @@ MainWindow::MainWindow(HostFolders folders)
     resize(1360, 860);
     effects = std::make_unique<FilmEffects>(host.level, [this](const std::string& text) { Report(text); });
     host.level.SetFilmSink(effects.get());
-    SetFilePreview(SoundPreview::Maker());
+    SetFilePreview(SoundPreview::Maker([this] { return QString::fromStdString(host.level.Folder()); }));
     session.New();
     UpdateActions();
 }

@@ -130,6 +130,8 @@ private:
     void OpenDialog();
     bool Save();
     bool SaveAsDialog();
+    /// The dialog that has the keyboard, which gets it back from a browser; else this window.
+    QWidget* AskingWindow();
     /// A path for the level as the user chooses it, empty if he chooses none.
     QString AskSavePath();
     /// False if the user would rather not save without the lights that are in no film any more.

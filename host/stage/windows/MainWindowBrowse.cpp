@@ -4,6 +4,7 @@
 #include "host/stage/windows/MainWindow.h"
 
 #include <glm/gtc/type_ptr.hpp>
+#include <QApplication>
 
 namespace stage {
 
@@ -43,12 +44,17 @@ std::optional<std::string> Browse(const MainWindow& window, const EditorObject* 
 
 } // namespace
 
+QWidget* MainWindow::AskingWindow() {
+    QWidget* active = QApplication::activeWindow();
+    return active != nullptr && active->windowType() == Qt::Dialog ? active : this;
+}
+
 std::optional<std::string> MainWindow::BrowseMeshElement(EditorObject* object, const std::string& present) {
-    return Browse(*this, object, new MeshElementBrowser(LookAt(host, object), present, this));
+    return Browse(*this, object, new MeshElementBrowser(LookAt(host, object), present, AskingWindow()));
 }
 
 std::optional<std::string> MainWindow::BrowseMeshAnimation(EditorObject* object, const std::string& present) {
-    return Browse(*this, object, new AnimationBrowser(LookAt(host, object), present, this));
+    return Browse(*this, object, new AnimationBrowser(LookAt(host, object), present, AskingWindow()));
 }
 
 } // namespace stage

@@ -30,7 +30,7 @@ std::optional<std::string> MainWindow::BrowseFx(int fxKind, const std::string& p
     return EffectBrowser::Pick(
         EffectLibrary({own.empty() ? "" : own + "effects", host.folders.data + "/effects",
                        host.folders.shipped.empty() ? "" : host.folders.shipped + "/effects"}),
-        fxKind, present, this);
+        fxKind, present, AskingWindow());
 }
 
 std::optional<float> MainWindow::InputNumber(float present, const std::string& title,

@@ -13,6 +13,7 @@
 #include <QSettings>
 #include <QSplitter>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 
 namespace stage {
@@ -226,7 +227,26 @@ void MeshBrowser::Filter(const QString& text) {
     UpdateState();
 }
 
+/// To the next row that is found, past those that only lead to one.
+void MeshBrowser::StepToMatch(bool down) {
+    if (list->currentItem() == nullptr) {
+        return;
+    }
+    QTreeWidgetItemIterator row(list->currentItem(), QTreeWidgetItemIterator::NotHidden);
+    do {
+        down ? ++row : --row;
+    } while (*row != nullptr && !(*row)->text(0).contains(search->text(), Qt::CaseInsensitive));
+    if (*row != nullptr) {
+        list->setCurrentItem(*row);
+    }
+}
+
 bool MeshBrowser::ForwardKey(QObject* watched, QKeyEvent* event) {
+    const bool isStep = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
+    if (isStep && !search->text().isEmpty()) {
+        StepToMatch(event->key() == Qt::Key_Down);
+        return true;
+    }
     if (watched == search && MovesTheList(event->key())) {
         QCoreApplication::sendEvent(list, event);
         return true;

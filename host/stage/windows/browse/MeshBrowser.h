@@ -82,6 +82,7 @@ private:
     void Connect();
     void Filter(const QString& text);
     bool FilterRow(QTreeWidgetItem* row, const QString& text, QTreeWidgetItem*& firstMatch);
+    void StepToMatch(bool down);
     bool ForwardKey(QObject* watched, QKeyEvent* event);
     void UpdateState();
     void RestorePlaces();

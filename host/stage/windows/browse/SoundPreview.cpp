@@ -4,15 +4,21 @@
 #include "host/stage/windows/browse/WaveView.h"
 
 #include <algorithm>
+#include <iterator>
 #include <QAbstractItemView>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QSettings>
 #include <QStyle>
+#include <QTreeView>
+#include <QUrl>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace stage {
 
@@ -54,9 +60,15 @@ QString ChannelText(int channels) {
 
 } // namespace
 
-std::function<QWidget*(QFileDialog&)> SoundPreview::Maker() {
-    return [cache = std::make_shared<WaveCache>()](QFileDialog& dialog) -> QWidget* {
-        return OffersSounds(dialog) ? new SoundPreview(dialog, cache) : nullptr;
+std::function<QWidget*(QFileDialog&)> SoundPreview::Maker(std::function<QString()> levelFolder) {
+    return [cache = std::make_shared<WaveCache>(),
+            folder = std::move(levelFolder)](QFileDialog& dialog) -> QWidget* {
+        if (!OffersSounds(dialog)) {
+            return nullptr;
+        }
+        auto* preview = new SoundPreview(dialog, cache);
+        preview->OfferFolder(folder ? folder() : QString());
+        return preview;
     };
 }
 
@@ -66,6 +78,8 @@ SoundPreview::SoundPreview(QFileDialog& fileDialog, std::shared_ptr<WaveCache> w
     setObjectName("SoundPreview");
     setFixedWidth(kWidth);
     name->setProperty("role", "title");
+    name->setMinimumHeight(name->fontMetrics().lineSpacing()); // kept free, so that nothing jumps
+    info->setMinimumHeight(info->fontMetrics().lineSpacing());
     name->setTextFormat(Qt::PlainText);
     info->setProperty("role", "hint");
     info->setTextFormat(Qt::PlainText);
@@ -92,6 +106,7 @@ SoundPreview::SoundPreview(QFileDialog& fileDialog, std::shared_ptr<WaveCache> w
     connect(&playTimer, &QTimer::timeout, this,
             [this] { Advance(static_cast<float>(elapsed.restart()) / 1000.0f); });
     WatchLists();
+    WidenColumns();
     const QSize size = QSettings().value(kSize).toSize();
     dialog.resize(size.isValid() ? size : kFirstSize);
     ShowFile(QString());
@@ -101,8 +116,40 @@ void SoundPreview::WatchLists() {
     for (auto* list : dialog.findChildren<QAbstractItemView*>()) {
         if (list->objectName() == "listView" || list->objectName() == "treeView") {
             list->installEventFilter(this);
+            // A folder that is typed in is entered without a word of the dialog's.
+            connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+                    [this, chosen = list->selectionModel()] {
+                        if (!chosen->hasSelection()) {
+                            ShowFile(QString());
+                        }
+                    });
         }
     }
+}
+
+/// The toolkit's first widths cut sizes, types and dates.
+void SoundPreview::WidenColumns() {
+    constexpr const char* kLongest[] = {"", "1023.99 KiB", "wav File", "22 Nov 2026 10:01:57 "};
+    constexpr int kMargin = 16;
+    if (const auto* tree = dialog.findChild<QTreeView*>("treeView")) {
+        tree->header()->setStretchLastSection(false);
+        tree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+        for (int column = 1; column < static_cast<int>(std::size(kLongest)); ++column) {
+            tree->header()->resizeSection(column,
+                                          fontMetrics().horizontalAdvance(kLongest[column]) + kMargin);
+        }
+    }
+}
+
+void SoundPreview::OfferFolder(const QString& folder) {
+    QList<QUrl> places = dialog.sidebarUrls();
+    for (const QString& offered : {folder + "/sounds", folder}) {
+        const QUrl place = QUrl::fromLocalFile(QDir::cleanPath(offered));
+        if (!folder.isEmpty() && QFileInfo(offered).isDir() && !places.contains(place)) {
+            places.prepend(place);
+        }
+    }
+    dialog.setSidebarUrls(places);
 }
 
 void SoundPreview::KeepSize() {

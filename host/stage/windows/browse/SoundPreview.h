@@ -24,7 +24,8 @@ class SoundPreview : public QWidget {
     Q_OBJECT
 public:
     /// For SetFilePreview: a preview for dialogs that offer wav or ogg files, null for others.
-    static std::function<QWidget*(QFileDialog&)> Maker();
+    /// The folder of the open level, asked each time, is among the places of the dialog; none while empty.
+    static std::function<QWidget*(QFileDialog&)> Maker(std::function<QString()> levelFolder);
 
     /// Belongs to the dialog, and gives it the size that it had last.
     SoundPreview(QFileDialog& fileDialog, std::shared_ptr<WaveCache> waveCache);
@@ -56,6 +57,8 @@ protected:
 private:
     void Toggle();
     void WatchLists();
+    void WidenColumns();
+    void OfferFolder(const QString& folder);
     void KeepSize();
     void UpdateButton();
 
