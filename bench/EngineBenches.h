@@ -14,5 +14,6 @@ void RegisterKeyDragBenches();
 void RegisterKeyDragFrameBenches();
 void RegisterCameraPathBenches();
 void RegisterStageObjectsBenches();
+void RegisterAttributesBenches();
 
 } // namespace films_bench

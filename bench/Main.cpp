@@ -20,6 +20,7 @@ int main(int argc, char** argv) {
     films_bench::RegisterKeyDragFrameBenches();
     films_bench::RegisterCameraPathBenches();
     films_bench::RegisterStageObjectsBenches();
+    films_bench::RegisterAttributesBenches();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;

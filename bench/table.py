@@ -38,6 +38,8 @@ RATIOS = [
     ("SceneFrame/camera_path", "SceneFrame/harbour", 1.1),
     ("CopyObjects/5000", "CopyObjects/500", 40.0),
     ("LeaveLevel/40000", "LeaveLevel/4000", 40.0),
+    ("AttributesWheel/100000", "AttributesWheel/1000", 2.0),
+    ("AttributesNext/10000", "AttributesNext/1000", 12.0),
 ]
 # name, counter, highest value
 COUNTERS = [
@@ -58,6 +60,7 @@ TIMES = [
     ("GroupMove/1000", 1000.0),
     ("Rows2000/hide_hidden", 1000.0),
     ("Rows2000/scroll", 1000.0),
+    ("AttributesShow", 1000.0),
 ]
 
 
