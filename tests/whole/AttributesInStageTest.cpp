@@ -19,26 +19,10 @@ using ::testing::Contains;
 
 namespace {
 
-constexpr int kRowId = 55;
 constexpr int kListId = 1745;
 constexpr int kButtonId = 2;
 constexpr int kNameWidth = 150;
 constexpr float kFilmSeconds = 10.0f;
-
-void CollectRows(const CWnd& parent, std::vector<CWnd*>& rows) {
-    for (int i = 0; CWnd* child = parent.GetWindowChild(i); ++i) {
-        if (child->GetDlgCtrlID() == kRowId && child->IsWindowVisible()) {
-            rows.push_back(child);
-        }
-        CollectRows(*child, rows);
-    }
-}
-
-int Top(const CWnd* row) {
-    CRect rect;
-    row->GetWindowRect(&rect);
-    return static_cast<int>(rect.top);
-}
 
 /// A film of its own, ten seconds long, with one actor, "Fishing boat", that has a position key at 5 seconds.
 class AttributesInStageTest : public StageTest {
@@ -74,13 +58,7 @@ protected:
         const std::string name = film->name;
         ChooseFilm("<none>");
         OpenScenario(name);
-        FoldButton(*Rows().back());
-    }
-    std::vector<CWnd*> Rows() const {
-        std::vector<CWnd*> rows;
-        CollectRows(*window->toolWindows->Docks().front()->Window(), rows);
-        std::ranges::sort(rows, {}, Top);
-        return rows;
+        FoldButton(*ScenarioRows().back());
     }
     /// Unfolds a root row.
     void FoldButton(CWnd& row) {
@@ -91,7 +69,7 @@ protected:
     }
     /// Double-clicks the place of a time in one row after the other, until a key with this first row shows.
     void OpenKey(float seconds, const std::string& firstRow) {
-        for (CWnd* row : Rows()) {
+        for (CWnd* row : ScenarioRows()) {
             QWidget* widget = NativeWidget(*row);
             const int x = kNameWidth + static_cast<int>(seconds / kFilmSeconds *
                                                         static_cast<float>(widget->width() - kNameWidth));
@@ -239,7 +217,7 @@ TEST_F(AttributesInStageTest, CameraPointIsLinkedFromTheMenuOfAnObject) {
     const std::string name = film->name;
     ChooseFilm("<none>");
     OpenScenario(name);
-    FoldButton(*Rows()[kCameraRow]);
+    FoldButton(*ScenarioRows()[kCameraRow]);
     ASSERT_NO_FATAL_FAILURE(OpenKey(5.0f, "X"));
     ASSERT_THAT(Names(), Contains("Object ID"));
     ASSERT_NO_FATAL_FAILURE(Edit("Object ID", ""));
@@ -278,7 +256,7 @@ TEST_F(AttributesInStageTest, BrowserBelongsToTheWindowThatItGivesTheKeyboardBac
     const std::string name = film->name;
     ChooseFilm("<none>");
     OpenScenario(name);
-    FoldButton(*Rows().front());
+    FoldButton(*ScenarioRows().front());
     ASSERT_NO_FATAL_FAILURE(OpenKey(5.0f, "FX name"));
     ASSERT_NO_FATAL_FAILURE(Edit("FX name", ""));
     CWnd* button = List()->GetDlgItem(kButtonId);

@@ -2,32 +2,14 @@
 
 #include "framework/Wnd.h"
 #include "host/stage/windows/ObjectLook.h"
-#include "host/stage/windows/ToolWindows.h"
 #include "plugin/contract/ClassIds.h"
 
 #include <algorithm>
 #include <QTest>
-#include <vector>
 
 namespace {
 
-constexpr int kRowId = 55;
 constexpr std::size_t kCameraPlace = 3; ///< below level, sun and the camera "Along the dock", all folded
-
-void CollectRows(const CWnd& parent, std::vector<CWnd*>& rows) {
-    for (int i = 0; CWnd* child = parent.GetWindowChild(i); ++i) {
-        if (child->GetDlgCtrlID() == kRowId && child->IsWindowVisible()) {
-            rows.push_back(child);
-        }
-        CollectRows(*child, rows);
-    }
-}
-
-int Top(const CWnd* row) {
-    CRect rect;
-    row->GetWindowRect(&rect);
-    return static_cast<int>(rect.top);
-}
 
 } // namespace
 
@@ -52,12 +34,7 @@ void CameraInStageTest::PressName() {
 }
 
 CWnd* CameraInStageTest::CameraRow() const {
-    const QList<stage::ToolWindowDock*> docks = window->toolWindows->Docks();
-    std::vector<CWnd*> rows;
-    if (!docks.isEmpty()) {
-        CollectRows(*docks.front()->Window(), rows);
-    }
-    std::ranges::sort(rows, {}, Top);
+    const std::vector<CWnd*> rows = ScenarioRows();
     return rows.size() > kCameraPlace ? rows[kCameraPlace] : nullptr;
 }
 

@@ -1,9 +1,11 @@
 #include "tests/whole/StageFixture.h"
 
+#include "framework/Wnd.h"
 #include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
 #include "tests/support/Paths.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <QApplication>
 #include <QShortcut>
@@ -11,9 +13,29 @@
 #include <QTimer>
 #include <QWindow>
 
+namespace {
+
+constexpr int kRowId = 55;
+
+void CollectRows(const CWnd& parent, std::vector<CWnd*>& rows) {
+    for (int i = 0; CWnd* child = parent.GetWindowChild(i); ++i) {
+        if (child->GetDlgCtrlID() == kRowId && child->IsWindowVisible()) {
+            rows.push_back(child);
+        }
+        CollectRows(*child, rows);
+    }
+}
+
+int Top(const CWnd* row) {
+    CRect rect;
+    row->GetWindowRect(&rect);
+    return static_cast<int>(rect.top);
+}
+
+} // namespace
+
 StageTest::StageTest() {
-    std::filesystem::copy(SampleFolder(), folder.File("harbour"),
-                          std::filesystem::copy_options::recursive);
+    std::filesystem::copy(SampleFolder(), folder.File("harbour"), std::filesystem::copy_options::recursive);
     levelPath = folder.File("harbour/harbour.level");
     Hooks().messageBox = [this](const std::string& text, UINT) {
         boxes.push_back(text);
@@ -142,6 +164,16 @@ void StageTest::OpenScenario(const std::string& film) {
                        list->visualItemRect(list->currentItem()).center());
     Settle();
     ASSERT_FALSE(window->toolWindows->Docks().isEmpty());
+}
+
+std::vector<CWnd*> StageTest::ScenarioRows() const {
+    const QList<stage::ToolWindowDock*> docks = window->toolWindows->Docks();
+    std::vector<CWnd*> rows;
+    if (!docks.isEmpty()) {
+        CollectRows(*docks.front()->Window(), rows);
+    }
+    std::ranges::sort(rows, {}, Top);
+    return rows;
 }
 
 void StageTest::LookAt(engine::SceneObject& object) {

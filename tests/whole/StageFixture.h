@@ -13,6 +13,8 @@
 #include <string>
 #include <vector>
 
+class CWnd;
+
 /// Stage with films.so loaded from its file and a copy of the sample level open, driven through its windows.
 class StageTest : public ::testing::Test {
 protected:
@@ -27,6 +29,8 @@ protected:
     void ChooseFilm(const std::string& name);
     /// Double-clicks a line of the film list, which shows the scenario window with that film.
     void OpenScenario(const std::string& film);
+    /// The rows that the scenario window shows, from the top; none without the window.
+    std::vector<CWnd*> ScenarioRows() const;
     IFilmManager& Films() const { return *window->host.level.GetLevelData()->filmManager; }
     IFilm* Film(const std::string& name) const;
     engine::SceneObject* Object(const std::string& name) const;

@@ -2,16 +2,11 @@
 
 #include "host/stage/windows/browse/EffectPicture.h"
 
-#include <QCoreApplication>
-#include <QDialogButtonBox>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
-#include <QSettings>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 namespace stage {
@@ -22,17 +17,6 @@ constexpr int kNameRole = Qt::UserRole;
 constexpr QSize kSize(780, 500);
 constexpr int kListWidth = 260;
 constexpr std::uint32_t kSeed = 1;
-constexpr const char* kGeometry = "browse/effect/geometry";
-constexpr const char* kSplit = "browse/effect/split";
-
-bool MovesTheList(int key) {
-    return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
-}
-
-bool IsTyping(const QKeyEvent& event) {
-    return !event.text().isEmpty() && event.text().front().isPrint() && event.text().front() != ' ' &&
-           (event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::NoModifier;
-}
 
 QString NameOf(const QListWidgetItem& row) {
     return row.data(kNameRole).toString();
@@ -60,28 +44,16 @@ QString TitleOf(int kindCode) {
 } // namespace
 
 EffectBrowser::EffectBrowser(EffectLibrary effects, int kindCode, const std::string& present, QWidget* parent)
-    : QDialog(parent), search(new QLineEdit(this)), list(new QListWidget(this)),
+    : BrowserFrame("effect", parent), search(new QLineEdit(this)), list(new QListWidget(this)),
       picture(new EffectPicture(this)), about(new QLabel(this)), library(std::move(effects)),
       hasKind(EffectKindOf(kindCode, kind)), presentName(QString::fromStdString(present)),
-      presentBytes(present), splitter(new QSplitter(Qt::Horizontal, this)) {
+      presentBytes(present) {
     setWindowTitle(TitleOf(kindCode));
-    splitter->addWidget(MakeListSide());
-    splitter->addWidget(MakePictureSide());
-    splitter->setChildrenCollapsible(false);
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({kListWidth, kSize.width() - kListWidth});
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    ok = buttons->button(QDialogButtonBox::Ok);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(splitter, 1);
-    layout->addWidget(buttons);
+    Fill(MakeListSide(), MakePictureSide(), kSize, kListWidth);
     FillList();
     connect(search, &QLineEdit::textChanged, this, &EffectBrowser::Filter);
     connect(list, &QListWidget::currentItemChanged, this, &EffectBrowser::ShowCurrent);
     connect(list, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
-    resize(kSize);
     RestorePlaces();
     Filter(QString());
     search->setFocus();
@@ -98,9 +70,8 @@ QWidget* EffectBrowser::MakeListSide() {
     layout->setContentsMargins(0, 0, 4, 0);
     search->setPlaceholderText(tr("Search, or type a name"));
     search->setClearButtonEnabled(true);
-    search->installEventFilter(this);
     list->setUniformItemSizes(true);
-    list->installEventFilter(this);
+    ConnectKeys(search, list);
     layout->addWidget(search);
     layout->addWidget(list, 1);
     return side;
@@ -219,39 +190,6 @@ std::string EffectBrowser::Chosen() const {
     const QString name = NameOf(*list->currentItem());
     // A level may hold bytes that are no text; they come back as they were.
     return name == presentName ? presentBytes : name.toStdString();
-}
-
-bool EffectBrowser::ForwardKey(QObject* watched, QKeyEvent* event) {
-    if (watched == search && MovesTheList(event->key())) {
-        QCoreApplication::sendEvent(list, event);
-        return true;
-    }
-    if (watched == list && IsTyping(*event)) {
-        search->setFocus();
-        QCoreApplication::sendEvent(search, event);
-        return true;
-    }
-    return false;
-}
-
-bool EffectBrowser::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && ForwardKey(watched, static_cast<QKeyEvent*>(event))) {
-        return true;
-    }
-    return QDialog::eventFilter(watched, event);
-}
-
-void EffectBrowser::RestorePlaces() {
-    const QSettings settings;
-    restoreGeometry(settings.value(kGeometry).toByteArray());
-    splitter->restoreState(settings.value(kSplit).toByteArray());
-}
-
-void EffectBrowser::done(int result) {
-    QSettings settings;
-    settings.setValue(kGeometry, saveGeometry());
-    settings.setValue(kSplit, splitter->saveState());
-    QDialog::done(result);
 }
 
 std::optional<std::string> EffectBrowser::Pick(EffectLibrary effects, int kindCode,

@@ -1,26 +1,24 @@
 #pragma once
 
 #include "host/stage/effects/EffectLibrary.h"
+#include "host/stage/windows/browse/BrowserFrame.h"
 
 #include <optional>
-#include <QDialog>
+#include <string>
 
 class QLabel;
 class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
-class QPushButton;
-class QSplitter;
 
 namespace stage {
 
 class EffectPicture;
 
 /// Chooses an effect of a kind by name: a list with a search field on the left, the effect running on the
-/// right. Typing searches, the arrows move the list wherever the focus is, Enter and a double click take,
-/// Escape leaves everything alone. A name that no file has is taken too: the last row offers what is typed.
-/// Size and parts are remembered.
-class EffectBrowser : public QDialog {
+/// right. Enter and a double click take, Escape leaves everything alone. A name that no file has is taken
+/// too: the last row offers what is typed.
+class EffectBrowser : public BrowserFrame {
     Q_OBJECT
 public:
     /// `kindCode` as plug-ins give it; a code that means no kind has an empty list.
@@ -33,15 +31,10 @@ public:
     /// The name in the current row, empty without one.
     std::string Chosen() const;
 
-    void done(int result) override;
-
     QLineEdit* search;
     QListWidget* list;
     EffectPicture* picture;
     QLabel* about;
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QWidget* MakeListSide();
@@ -51,16 +44,12 @@ private:
     void OfferName(const QString& name);
     QListWidgetItem* BestRow(const QString& text) const;
     void ShowCurrent();
-    bool ForwardKey(QObject* watched, QKeyEvent* event);
-    void RestorePlaces();
 
     const EffectLibrary library;
     EffectKind kind = EffectKind::Sequence;
     bool hasKind;
     const QString presentName;
     const std::string presentBytes;
-    QSplitter* splitter;
-    QPushButton* ok = nullptr;
     QListWidgetItem* offered = nullptr; ///< the last row, with a name that no file has
 };
 

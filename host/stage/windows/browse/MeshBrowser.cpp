@@ -3,15 +3,11 @@
 #include "host/stage/windows/browse/ModelPicture.h"
 #include "host/stage/windows/Theme.h"
 
-#include <QDialogButtonBox>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
-#include <QSettings>
-#include <QSplitter>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
@@ -25,38 +21,16 @@ constexpr int kNameRole = Qt::UserRole + 1; ///< as bytes: what is shown may be 
 constexpr QSize kSize(780, 540);
 constexpr int kListWidth = 330;
 
-bool MovesTheList(int key) {
-    return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
-}
-
-bool IsTyping(const QKeyEvent& event) {
-    return !event.text().isEmpty() && event.text().front().isPrint() && event.text().front() != ' ' &&
-           (event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::NoModifier;
-}
-
 } // namespace
 
 MeshBrowser::MeshBrowser(const BrowsedObject& browsed, const QString& title, const QString& key,
                          QWidget* parent)
-    : QDialog(parent), search(new QLineEdit(this)), list(new QTreeWidget(this)),
-      picture(new ModelPicture(browsed.mesh, this)), note(new QLabel(this)), object(browsed),
-      settingsKey("browse/" + key), splitter(new QSplitter(Qt::Horizontal, this)) {
+    : BrowserFrame(key, parent), search(new QLineEdit(this)), list(new QTreeWidget(this)),
+      picture(new ModelPicture(browsed.mesh, this)), note(new QLabel(this)), object(browsed) {
     setWindowTitle(browsed.exists ? tr("%1 of %2").arg(title, browsed.name) : title);
-    splitter->addWidget(MakeListSide());
-    splitter->addWidget(MakePictureSide());
-    splitter->setChildrenCollapsible(false);
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({kListWidth, kSize.width() - kListWidth});
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    ok = buttons->button(QDialogButtonBox::Ok);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(splitter, 1);
-    layout->addWidget(buttons);
+    Fill(MakeListSide(), MakePictureSide(), kSize, kListWidth);
     Connect();
     search->setFocus();
-    resize(kSize);
     RestorePlaces();
     UpdateState();
 }
@@ -71,7 +45,6 @@ QWidget* MeshBrowser::MakeListSide() {
     layout->setContentsMargins(0, 0, 4, 0);
     search->setPlaceholderText(tr("Search"));
     search->setClearButtonEnabled(true);
-    search->installEventFilter(this);
     list->setUniformRowHeights(true);
     list->setAlternatingRowColors(false);
     list->setMouseTracking(true);
@@ -79,7 +52,7 @@ QWidget* MeshBrowser::MakeListSide() {
     list->setSelectionMode(QAbstractItemView::SingleSelection);
     list->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     list->header()->setHighlightSections(false);
-    list->installEventFilter(this);
+    ConnectKeys(search, list);
     list->viewport()->installEventFilter(this);
     note->setProperty("role", "hint");
     note->setWordWrap(true);
@@ -228,9 +201,9 @@ void MeshBrowser::Filter(const QString& text) {
 }
 
 /// To the next row that is found, past those that only lead to one.
-void MeshBrowser::StepToMatch(bool down) {
-    if (list->currentItem() == nullptr) {
-        return;
+bool MeshBrowser::Step(bool down) {
+    if (search->text().isEmpty() || list->currentItem() == nullptr) {
+        return false;
     }
     QTreeWidgetItemIterator row(list->currentItem(), QTreeWidgetItemIterator::NotHidden);
     do {
@@ -239,44 +212,7 @@ void MeshBrowser::StepToMatch(bool down) {
     if (*row != nullptr) {
         list->setCurrentItem(*row);
     }
-}
-
-bool MeshBrowser::ForwardKey(QObject* watched, QKeyEvent* event) {
-    const bool isStep = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
-    if (isStep && !search->text().isEmpty()) {
-        StepToMatch(event->key() == Qt::Key_Down);
-        return true;
-    }
-    if (watched == search && MovesTheList(event->key())) {
-        QCoreApplication::sendEvent(list, event);
-        return true;
-    }
-    if (watched == list && IsTyping(*event)) {
-        search->setFocus();
-        QCoreApplication::sendEvent(search, event);
-        return true;
-    }
-    return false;
-}
-
-bool MeshBrowser::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && ForwardKey(watched, static_cast<QKeyEvent*>(event))) {
-        return true;
-    }
-    return QDialog::eventFilter(watched, event);
-}
-
-void MeshBrowser::RestorePlaces() {
-    const QSettings settings;
-    restoreGeometry(settings.value(settingsKey + "/geometry").toByteArray());
-    splitter->restoreState(settings.value(settingsKey + "/split").toByteArray());
-}
-
-void MeshBrowser::done(int result) {
-    QSettings settings;
-    settings.setValue(settingsKey + "/geometry", saveGeometry());
-    settings.setValue(settingsKey + "/split", splitter->saveState());
-    QDialog::done(result);
+    return true;
 }
 
 void MeshBrowser::ObjectGone() {

@@ -1,17 +1,16 @@
 #pragma once
 
+#include "host/stage/windows/browse/BrowserFrame.h"
+
 #include <glm/glm.hpp>
 #include <memory>
 #include <optional>
-#include <QDialog>
 #include <string>
 #include <vector>
 
 class Mesh;
 class QLabel;
 class QLineEdit;
-class QPushButton;
-class QSplitter;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QVBoxLayout;
@@ -31,9 +30,8 @@ struct BrowsedObject {
 };
 
 /// Chooses something that a mesh has by its name: a list with a search field on the left, a picture on the
-/// right. Typing searches, the arrows move the list wherever the focus is, Enter and a double click take,
-/// Escape leaves everything alone. Size and parts are remembered under a key of the settings.
-class MeshBrowser : public QDialog {
+/// right. Enter and a double click take, Escape leaves everything alone.
+class MeshBrowser : public BrowserFrame {
     Q_OBJECT
 public:
     ~MeshBrowser() override;
@@ -48,8 +46,6 @@ public:
     /// Number of the current row's element or animation; -1 without one, and for a whole object.
     int CurrentIndex() const;
 
-    void done(int result) override;
-
     QLineEdit* search;
     QTreeWidget* list;
     ModelPicture* picture;
@@ -58,7 +54,6 @@ public:
 protected:
     MeshBrowser(const BrowsedObject& browsed, const QString& title, const QString& key, QWidget* parent);
 
-    bool eventFilter(QObject* watched, QEvent* event) override;
     /// Adds a row for a name; `index` as in CurrentIndex.
     QTreeWidgetItem* AddRow(QTreeWidgetItem* above, const QString& text, const std::string& name, int index);
     static int IndexOf(const QTreeWidgetItem* row);
@@ -82,14 +77,9 @@ private:
     void Connect();
     void Filter(const QString& text);
     bool FilterRow(QTreeWidgetItem* row, const QString& text, QTreeWidgetItem*& firstMatch);
-    void StepToMatch(bool down);
-    bool ForwardKey(QObject* watched, QKeyEvent* event);
+    bool Step(bool down) override;
     void UpdateState();
-    void RestorePlaces();
 
-    QString settingsKey;
-    QSplitter* splitter;
-    QPushButton* ok = nullptr;
     QTreeWidgetItem* presentRow = nullptr; ///< comes back when the search is cleared
     QString presentNote;
     QString placeholder;
