@@ -21,12 +21,4 @@ engine::SceneObject* EditingHost::Make(const std::string& className, const std::
     return made;
 }
 
-void EditingAttributes::SetKey(CTrackKey* newKey, bool refresh) {
-    if (record != nullptr) {
-        lastWritten = record->GetTime();
-    }
-    FakeAttributes::SetKey(newKey, refresh);
-    log.clear(); // runs are long
-}
-
 } // namespace editing

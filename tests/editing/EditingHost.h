@@ -1,10 +1,10 @@
 #pragma once
 
-#include "tests/support/FakeAttributes.h"
 #include "tests/support/TestEditor.h"
-#include "timeline/ScenarioWindow.h"
 
 #include <functional>
+#include <optional>
+#include <string>
 
 namespace editing {
 
@@ -14,20 +14,18 @@ public:
     std::string BrowseMeshElement(EditorObject* object, const std::string& present) override {
         return browse ? browse(present) : TestEditor::BrowseMeshElement(object, present);
     }
+    std::string BrowseMeshAnimation(EditorObject* object, const std::string& present) override {
+        return browse ? browse(present) : TestEditor::BrowseMeshAnimation(object, present);
+    }
+    std::optional<std::string> BrowseObjectName(int kind, const std::string& present) override {
+        return browseName ? browseName(present) : TestEditor::BrowseObjectName(kind, present);
+    }
 
     /// An object as the host makes it, told to the plug-in with event 3.
     engine::SceneObject* Make(const std::string& className, const std::string& name, const Vector3& place);
 
-    std::function<std::string(const std::string& present)> browse;
-};
-
-/// The key attributes window as far as keys notice it: it looks at its record whenever it takes another, as a
-/// window does that writes what was typed.
-class EditingAttributes final : public FakeAttributes {
-public:
-    void SetKey(CTrackKey* newKey, bool refresh) override;
-
-    float lastWritten = 0.0f; ///< seconds, of the record that was left last
+    std::function<std::string(const std::string& present)> browse; ///< elements and animations
+    std::function<std::optional<std::string>(const std::string& present)> browseName;
 };
 
 } // namespace editing

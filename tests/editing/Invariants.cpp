@@ -1,6 +1,7 @@
 #include "tests/editing/Invariants.h"
 
 #include "keys/TrackKey.h"
+#include "tests/editing/AttributesInvariants.h"
 #include "tests/editing/Living.h"
 #include "tests/editing/RowInvariants.h"
 #include "tests/editing/World.h"
@@ -200,6 +201,7 @@ std::optional<Failure> CheckInvariants(const World& world, const Ledger& before,
     then([&] { return CheckAxis(*control); });
     then([&] { return CheckDrag(world, *control); });
     then([&] { return CheckOthers(world, *control, living); });
+    then([&] { return CheckAttributes(world, *control, now); });
     then([&] { return CheckLedger(world, before, now, living); });
     return wrong;
 }

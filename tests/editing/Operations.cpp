@@ -24,6 +24,18 @@ std::span<const Operation> Operations() {
         {"timer", 5, &World::Timer, 0, 0},
         {"key-press", 20, &World::KeyPress, any, any},
         {"wheel", 10, &World::Wheel, 0, 0},
+        // The attributes window. It writes values; what its questions and browsers let in is told on its own.
+        {"attributes-open", 25, &World::AttributesOpen, 0, 0},
+        {"attributes-row", 90, &World::AttributesRow, 0, 0},
+        {"attributes-type", 25, &World::AttributesType, 0, 0},
+        {"attributes-wheel", 10, &World::AttributesWheel, 0, 0},
+        {"attributes-choice", 12, &World::AttributesChoice, 0, 0},
+        {"attributes-next", 15, &World::AttributesNext, 0, 0},
+        {"attributes-key", 10, &World::AttributesKey, 0, 0},
+        {"attributes-close", 3, &World::AttributesClose, 0, 0},
+        {"attributes-browse", 20, &World::AttributesBrowse, 0, 0},
+        {"attributes-link", 6, &World::AttributesLink, 0, 0},
+        {"attributes-leave", 6, &World::AttributesLeave, 0, 0},
         // Menus and windows.
         {"key-menu", 90, &World::KeyMenu, 0, 0},
         {"row-menu", 50, &World::RowMenu, any, any},

@@ -39,6 +39,16 @@ void AppendGesture(Luck& luck, std::vector<Step>& steps) {
     }
 }
 
+/// What a hand does with the editor of a row.
+void AppendEdit(Luck& luck, std::vector<Step>& steps) {
+    static const char* const edits[] = {"attributes-type",   "attributes-type",  "attributes-choice",
+                                        "attributes-choice", "attributes-wheel", "attributes-key",
+                                        "attributes-browse", "attributes-link"};
+    for (int count = 1 + luck.Below(3); count > 0; --count) {
+        steps.push_back(StepOf(edits[luck.Below(8)], luck));
+    }
+}
+
 } // namespace
 
 std::string ToText(const Step& step) {
@@ -85,6 +95,8 @@ std::vector<Step> RandomSteps(std::uint64_t seed, int count) {
         steps.push_back(RandomStep(luck));
         if (IsPress(steps.back())) {
             AppendGesture(luck, steps);
+        } else if (steps.back().operation == FindOperation("attributes-row")) {
+            AppendEdit(luck, steps);
         }
     }
     steps.resize(static_cast<std::size_t>(count));

@@ -44,7 +44,7 @@ World::World() {
     editor.level.New(folder.Path());
     chunks.plugins = {&plugin};
     plugin.makeKeyAttributesDlg = []() -> std::unique_ptr<IKeyAttributesDlg> {
-        return std::make_unique<EditingAttributes>();
+        return std::make_unique<CFilmKeyAttributesDlg>();
     };
     for (const char* name :
          {ClassName::CameraPosition, ClassName::CameraTarget, ClassName::CameraControlPoint}) {

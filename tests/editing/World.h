@@ -2,6 +2,7 @@
 
 #include "framework/TestHooks.h"
 #include "host/engine/ChunkClient.h"
+#include "keys/KeyAttributesDlg.h"
 #include "plugin/PluginImpl.h"
 #include "tests/editing/EditingHost.h"
 #include "tests/editing/Operations.h"
@@ -38,6 +39,8 @@ public:
     /// Null while the window is gone.
     CFilmsMainCtrl* Control() const;
     const engine::FilmManager* Films() const;
+    /// Null until a film is shown for the first time.
+    CFilmKeyAttributesDlg* Attributes() const;
     /// All tracks of all films.
     std::vector<CFilmTrack*> Tracks() const;
 
@@ -65,9 +68,13 @@ public:
     UINT chosenCommand = 0;
     int framesPlayed = 0; ///< since the start
     int stepsInPlay = 0;  ///< carried out while a film played
+    int typed = 0;        ///< texts that went into an editor of the attributes window
+    int browsed = 0;      ///< browsers that it opened
 
 private:
     friend std::span<const Operation> Operations();
+
+    static constexpr int kDeepest = 3; ///< steps inside each other
 
     struct PlacedKey {
         CTrackCtrl* row = nullptr;
@@ -117,6 +124,24 @@ private:
     CWnd* PressedWindow() const;
     void HoldKeys(int modifiers);
 
+    // The attributes window (WorldAttributes.cpp).
+    CFilmKeyAttributesDlg* OpenAttributes() const;
+    static void Activate(const CWnd* top);
+    void ActivateTimeline();
+    void AttributesOpen(const Step& step);
+    void AttributesRow(const Step& step);
+    void AttributesType(const Step& step);
+    void AttributesWheel(const Step& step);
+    void AttributesChoice(const Step& step);
+    void AttributesNext(const Step& step);
+    void AttributesKey(const Step& step);
+    void AttributesClose(const Step& step);
+    void AttributesBrowse(const Step& step);
+    void AttributesLink(const Step& step);
+    void AttributesLeave(const Step& step);
+    void DisturbBrowser();
+    std::string AnswerName(const std::string& present);
+
     // Menus and windows (WorldCommands.cpp).
     void KeyMenu(const Step& step);
     void RowMenu(const Step& step);
@@ -142,6 +167,8 @@ private:
     int AnswerBox();
     int AnswerDialog(CDialog& dialog);
     bool AnswerNumber(float& value);
+    int AnswerFile(CFileDialog& dialog);
+    int AnswerColor(CColorDialog& dialog);
     UINT AnswerMenu(const CMenu& menu);
     std::uint32_t Clock();
     void DuringPlay();

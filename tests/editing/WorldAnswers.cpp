@@ -1,5 +1,8 @@
 // What the user answers to boxes, menus and dialogs, and what goes on behind them.
+#include "files/ChooseMovieCameraDlg.h"
+#include "framework/ColorDialog.h"
 #include "framework/Constants.h"
+#include "framework/FileDialog.h"
 #include "tests/editing/World.h"
 #include "timeline/MainCtrlSettingsDlg.h"
 
@@ -12,7 +15,6 @@ namespace editing {
 
 namespace {
 
-constexpr int kDeepest = 3;
 constexpr int kQuietReadings = 60; ///< of the clock; then it runs fast, so that every film ends soon
 constexpr std::uint32_t kFastClock = 20000;
 
@@ -30,8 +32,8 @@ void World::InstallHooks() {
     Hooks().messageBox = [this](const std::string&, UINT) { return AnswerBox(); };
     Hooks().modalDialog = [this](CDialog& dialog) { return AnswerDialog(dialog); };
     Hooks().popupMenu = [this](const CMenu& menu, CPoint) { return AnswerMenu(menu); };
-    Hooks().fileDialog = [](CFileDialog&) { return int{IDCANCEL}; };
-    Hooks().colorDialog = [](CColorDialog&) { return int{IDCANCEL}; };
+    Hooks().fileDialog = [this](CFileDialog& dialog) { return AnswerFile(dialog); };
+    Hooks().colorDialog = [this](CColorDialog& dialog) { return AnswerColor(dialog); };
     Hooks().cursorPos = [this] { return mouse; };
     Hooks().clock = [this] { return Clock(); };
     Hooks().keyState = [this](int key) -> std::optional<bool> {
@@ -44,10 +46,10 @@ void World::InstallHooks() {
     editor.onInputNumber = [this](float& value, const std::string&, const std::string&) {
         return AnswerNumber(value);
     };
-    editor.browse = [this](const std::string& present) {
-        static const std::string elements[] = {"arm", "hand", "hip", ""};
-        Interrupt();
-        return luck.OneIn(2) ? present : elements[luck.Below(4)];
+    editor.browse = [this](const std::string& present) { return AnswerName(present); };
+    editor.browseName = [this](const std::string& present) {
+        const std::string name = AnswerName(present);
+        return luck.OneIn(5) ? std::nullopt : std::optional(name);
     };
     editor.onBroadcast = [this](int code, void*) {
         if (code == EventCode::ObjectsMoved && plugin.isPlaying != 0) {
@@ -82,8 +84,9 @@ int World::AnswerDialog(CDialog& dialog) {
     const float numbers[] = {static_cast<float>(luck.Below(40)) / 10.0f - 1.0f,
                              static_cast<float>(luck.Below(300)) / 10.0f,
                              static_cast<float>(luck.Below(150)) / 10.0f};
+    const int choice = luck.Below(4) - 1;
     const int counts[] = {luck.Below(90), luck.Below(9), luck.Below(9)};
-    Interrupt();
+    DisturbBrowser();
     if (!IsWindow(handle)) {
         return IDCANCEL;
     }
@@ -96,8 +99,25 @@ int World::AnswerDialog(CDialog& dialog) {
         settings->labelDistance = counts[2];
         return answer;
     }
+    if (auto* cameras = dynamic_cast<CChooseMovieCameraDlg*>(&dialog)) {
+        cameras->list.SetCurSel(choice);
+    }
     dialog.SendMessage(WM_COMMAND, static_cast<WPARAM>(answer));
     return IDCANCEL;
+}
+
+int World::AnswerFile(CFileDialog& dialog) {
+    DisturbBrowser();
+    static const std::string names[] = {"one.wav", "sounds/two.ogg", "/elsewhere/three.wav",
+                                        "a name with blanks"};
+    dialog.SetPathName(luck.OneIn(4) ? std::string(300, 'p') + ".wav" : names[luck.Below(4)]);
+    return luck.OneIn(3) ? IDCANCEL : IDOK;
+}
+
+int World::AnswerColor(CColorDialog& dialog) {
+    DisturbBrowser();
+    dialog.SetCurrentColor(luck.Next());
+    return luck.OneIn(3) ? IDCANCEL : IDOK;
 }
 
 bool World::AnswerNumber(float& value) {

@@ -65,6 +65,7 @@ void World::Send(CWnd* target, UINT message, UINT flags, CPoint point) {
 }
 
 void World::PressKey(const Step& step) {
+    ActivateTimeline();
     const auto [row, key] = KeyOf(step.numbers[0]);
     if (row == nullptr) {
         return;
@@ -79,6 +80,7 @@ void World::PressKey(const Step& step) {
 }
 
 void World::PressEmpty(const Step& step) {
+    ActivateTimeline();
     CTrackCtrl* row = RowOf(step.numbers[0]);
     if (row == nullptr) {
         return;
@@ -91,6 +93,7 @@ void World::PressEmpty(const Step& step) {
 }
 
 void World::PressName(const Step& step) {
+    ActivateTimeline();
     if (CTrackCtrl* row = RowOf(step.numbers[0])) {
         HoldKeys(Modifiers(step.numbers[2]));
         pressedWindow = row;
@@ -99,6 +102,7 @@ void World::PressName(const Step& step) {
 }
 
 void World::PressRuler(const Step& step) {
+    ActivateTimeline();
     CMarkedGridCtrl* ruler = Control() != nullptr ? Control()->grid : nullptr;
     if (ruler == nullptr) {
         return;
@@ -118,6 +122,7 @@ void World::PressRuler(const Step& step) {
 }
 
 void World::PressBar(const Step& step) {
+    ActivateTimeline();
     CFilmsMainCtrl* control = Control();
     if (control == nullptr) {
         return;
@@ -212,6 +217,7 @@ void World::LoseCapture(const Step& step) {
 }
 
 void World::DoubleClick(const Step& step) {
+    ActivateTimeline();
     const auto [row, key] = KeyOf(step.numbers[0]);
     if (row != nullptr) {
         HoldKeys(0);
