@@ -48,8 +48,11 @@ public:
         if (type == QEvent::FocusOut && !LendsKeyboard(*event)) {
             hidePopup(); // the program has taken the keyboard from the open list
         }
+        const bool isFocus = IsFocusChange(*event); // the event may also be this object's end
         const bool result = QComboBox::event(event);
-        NotifyFocus(*event, CBN_SETFOCUS, CBN_KILLFOCUS);
+        if (isFocus) {
+            NotifyFocus(*event, CBN_SETFOCUS, CBN_KILLFOCUS);
+        }
         return result;
     }
 

@@ -19,8 +19,11 @@ public:
     }
 
     bool BaseEvent(QEvent* event) override {
+        const bool isFocus = IsFocusChange(*event); // the event may also be this object's end
         const bool result = QLineEdit::event(event);
-        NotifyFocus(*event, EN_SETFOCUS, EN_KILLFOCUS);
+        if (isFocus) {
+            NotifyFocus(*event, EN_SETFOCUS, EN_KILLFOCUS);
+        }
         return result;
     }
 

@@ -138,6 +138,7 @@ std::vector<int> NativeListBox::Selection() const {
 bool NativeListBox::BaseEvent(QEvent* e) {
     const QEvent::Type type = e->type();
     const bool isInput = e->isInputEvent();
+    const bool isFocus = IsFocusChange(*e); // the event may also be this object's end
     if (isInput) {
         LayOut(); // the wheel after a refill has somewhere to go
     }
@@ -162,7 +163,9 @@ bool NativeListBox::BaseEvent(QEvent* e) {
     if (onItem) {
         NotifyParent(LBN_DBLCLK);
     }
-    NotifyFocus(*e, LBN_SETFOCUS, LBN_KILLFOCUS);
+    if (isFocus) {
+        NotifyFocus(*e, LBN_SETFOCUS, LBN_KILLFOCUS);
+    }
     return result;
 }
 

@@ -59,6 +59,9 @@ public:
     LRESULT NotifyParent(NMHDR& header);
     // One of the two codes for an event of the focus that is no loan to a menu or drop-down list.
     void NotifyFocus(const QEvent& event, UINT gained, UINT lost);
+    static bool IsFocusChange(const QEvent& event) {
+        return event.type() == QEvent::FocusIn || event.type() == QEvent::FocusOut;
+    }
     // Whether the focus goes to a menu or to the window's own open list, or comes back from there.
     bool LendsKeyboard(const QEvent& focusEvent) const;
     NativeWindow* Parent() const;

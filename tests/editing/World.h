@@ -10,6 +10,7 @@
 #include "tests/support/TempFolder.h"
 #include "timeline/ScenarioDlg.h"
 
+#include <cstdint>
 #include <deque>
 #include <memory>
 #include <QObject>
@@ -47,8 +48,8 @@ public:
     /// How many records the steps since the last call of BeginTally may have brought into tracks and out of
     /// them.
     struct Tally {
-        int mostAdded = 0;
-        int mostRemoved = 0;
+        std::int64_t mostAdded = 0;
+        std::int64_t mostRemoved = 0;
     };
     void BeginTally() { tally = {}; }
 
