@@ -444,7 +444,7 @@ def main():
         kept.extend(look_at_keys(desktop, "kept"))
         file = Path(desktop.level)
         before = file.stat().st_mtime_ns
-        desktop.key("ctrl+s")
+        desktop.click(desktop.button("Save")["rect"])
         desktop.until("the level is saved", lambda _: file.stat().st_mtime_ns != before)
 
     def opened_again(desktop):
