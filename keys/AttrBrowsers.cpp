@@ -50,7 +50,7 @@ std::string ChannelText(int byte) {
 } // namespace
 
 void BrowseCamera(AttrBrowseRequest* request) {
-    CChooseMovieCameraDlg dialog;
+    CChooseMovieCameraDlg dialog(CWnd::GetActiveWindow()); // which gets the keyboard back
     dialog.film = GetPlugin().GetCurrentFilm();
     dialog.name = request->value;
     if (dialog.DoModal() == IDOK) {

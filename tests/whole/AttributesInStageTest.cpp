@@ -7,7 +7,7 @@
 #include "tests/support/Answering.h"
 #include "tests/whole/StageFixture.h"
 
-#include <algorithm>
+#include <filesystem>
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -179,6 +179,18 @@ TEST_F(AttributesInStageTest, EditIsInTheSavedLevelAndInTheNextSave) {
         EXPECT_TRUE(found);
         ASSERT_TRUE(window->SaveLevelAs(QString::fromStdString(levelPath)));
     }
+}
+
+TEST_F(AttributesInStageTest, SaveShortcutWorksFromTheWindowAndTakesTheEditAlong) {
+    ShowFilm();
+    ASSERT_NO_FATAL_FAILURE(OpenKey(5.0f, "Pos X"));
+    ASSERT_NO_FATAL_FAILURE(Edit("Pos X", "4"));
+    EXPECT_EQ(key->value.x, 10.0f);
+    const auto before = std::filesystem::file_size(levelPath);
+    QTest::keyClick(NativeWidget(*Attributes())->windowHandle(), Qt::Key_S, Qt::ControlModifier);
+    Settle();
+    EXPECT_EQ(key->value.x, 4.0f);
+    EXPECT_NE(std::filesystem::file_size(levelPath), before); // the new film is in it
 }
 
 TEST_F(AttributesInStageTest, WheelWorksWhileTheFilmPlays) {

@@ -40,9 +40,10 @@ void MainWindow::MakeFileMenu() {
     recentMenu = menu->addMenu(tr("Open &recent"));
     connect(recentMenu, &QMenu::aboutToShow, this, &MainWindow::FillRecentMenu);
     menu->addSeparator();
-    AddAction(
-        *menu, tr("&Save"), QKeySequence::Save, [this] { Save(); }, "FileSave")
-        ->setIcon(MakeIcon(IconId::Save));
+    QAction* save = AddAction(
+        *menu, tr("&Save"), QKeySequence::Save, [this] { Save(); }, "FileSave");
+    save->setIcon(MakeIcon(IconId::Save));
+    save->setShortcutContext(Qt::ApplicationShortcut); // also from the plug-ins' windows
     AddAction(
         *menu, tr("Save &as..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), [this] { SaveAsDialog(); },
         "FileSaveAs");
