@@ -93,6 +93,9 @@ void IPluginImpl::OnNew() {
     if (IMainCtrl* control = GetMainCtrl()) {
         control->Reset();
     }
+    if (currentFilm != nullptr) {
+        LeaveFilm(); // opened while the user was told of missing key parameters
+    }
     RewindTime();
     SetAnimateObjects(false);
 }

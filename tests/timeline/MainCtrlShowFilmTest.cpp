@@ -283,3 +283,17 @@ TEST_F(MainCtrlShowFilmTest, TwoThousandRowsScrollAndClose) {
     control->ShowFilm(film, true);
     EXPECT_EQ(control->topRow, control->visibleTracks[30]);
 }
+
+TEST_F(MainCtrlShowFilmTest, NewLevelLeavesTheFilmThatIsOpenedWhileTheUserIsTold) {
+    IFilm* film = OpenFilmWithActors(1);
+    bool told = false;
+    Hooks().messageBox = [&](const std::string&, UINT) {
+        told = true;
+        plugin.SetCurrentFilm(film); // of the level that goes
+        return IDOK;
+    };
+    plugin.OnNew(); // the editor has no file of key parameters
+    EXPECT_TRUE(told);
+    EXPECT_EQ(plugin.GetCurrentFilm(), nullptr);
+    EXPECT_TRUE(control->tracks.empty());
+}
