@@ -209,10 +209,13 @@ void CFilmsMainCtrl::RestoreKeyTimes(bool keep) {
 }
 
 void CFilmsMainCtrl::ClearSelection() {
-    for (std::size_t i = 0; i < selectedKeys.size(); ++i) { // a key that is told may change the selection
-        selectedKeys[i]->SetSelected(false);
+    // A key that is told may change the selection; what was selected meanwhile is told too.
+    while (!selectedKeys.empty()) {
+        for (std::size_t i = 0; i < selectedKeys.size(); ++i) {
+            selectedKeys[i]->SetSelected(false);
+        }
+        std::erase_if(selectedKeys, [](const CTrackKey* key) { return !key->selected; });
     }
-    selectedKeys.clear();
 }
 
 void CFilmsMainCtrl::SelectOnly(CTrackKey* key) {

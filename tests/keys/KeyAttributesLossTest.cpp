@@ -211,6 +211,15 @@ TEST_F(KeyAttributesQuestionTest, NewerKeyStaysWhenItIsShownWhileTheUserIsAsked)
     EXPECT_EQ(key->delayTime, 0.5f);
 }
 
+TEST_F(KeyAttributesQuestionTest, KeyThatIsSelectedWhileTheSelectionIsClearedIsNotSelectedHalf) {
+    WhileAsked([this] { control->SelectOnly(ViewOf(other)); });
+    control->ClearSelection();
+    EXPECT_FALSE(boxes.empty());
+    EXPECT_THAT(control->selectedKeys, IsEmpty());
+    EXPECT_FALSE(ViewOf(other)->selected);
+    EXPECT_FALSE(ViewOf(key)->selected);
+}
+
 TEST_F(KeyAttributesQuestionTest, NoQuestionAtASwitchOfFilmsForACameraOfTheFilmThatIsLeft) {
     AddCamera(film, "Gone");
     plugin.SetCurrentFilm(NewFilm());
