@@ -72,6 +72,14 @@ int Differing(const QImage& a, const QImage& b) {
     return count;
 }
 
+/// In the list; pixels.
+void MoveMouse(const MeshBrowser& browser, const QPoint& place) {
+    QWidget& rows = *browser.list->viewport();
+    QMouseEvent move(QEvent::MouseMove, place, rows.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&rows, &move);
+}
+
 /// A plain box of nodes that have no triangles: `count` of them, ten below each.
 BrowsedObject ManyElements(int count) {
     const auto mesh = std::make_shared<Mesh>();
@@ -274,17 +282,19 @@ TEST_F(MeshBrowserTest, EachElementHasAPictureOfItsOwn) {
 
 TEST_F(MeshBrowserTest, TheElementUnderTheMouseIsLitUpUntilTheMouseLeaves) {
     BrowseElement(AddModel("Sailor", "sailor.glb"), "hat", [](MeshElementBrowser& browser) {
-        const QTreeWidgetItem* thigh = Row(browser, "Bip01 Pelvis");
-        browser.list->scrollToItem(thigh);
-        QWidget& rows = *browser.list->viewport();
-        const QPointF place(browser.list->visualItemRect(thigh).center());
-        QMouseEvent move(QEvent::MouseMove, place, rows.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
-                         Qt::NoModifier);
-        QApplication::sendEvent(&rows, &move);
+        const QTreeWidgetItem* pelvis = Row(browser, "Bip01 Pelvis");
+        browser.list->scrollToItem(pelvis);
+        const QPoint place = browser.list->visualItemRect(pelvis).center();
+        QShowEvent opens;
+        QApplication::sendEvent(&browser, &opens);
+        MoveMouse(browser, place);
+        EXPECT_EQ(browser.picture->Scene().Element(), browser.CurrentIndex())
+            << "a browser that opens under the mouse shows the present element";
+        MoveMouse(browser, place + QPoint(3, 0));
         EXPECT_EQ(browser.picture->Scene().Element(), 1) << "the pelvis is the second node";
         EXPECT_EQ(Current(browser), "hat");
         QEvent leave(QEvent::Leave);
-        QApplication::sendEvent(&rows, &leave);
+        QApplication::sendEvent(browser.list->viewport(), &leave);
         EXPECT_EQ(browser.picture->Scene().Element(), browser.CurrentIndex());
         PressEscape(browser);
     });

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <QHeaderView>
+#include <QMouseEvent>
 #include <QTreeWidget>
 
 namespace stage {
@@ -44,7 +45,6 @@ MeshElementBrowser::MeshElementBrowser(const BrowsedObject& browsed, const std::
     picture->SetMarks(ModelScene::Marks::Elements);
     Fill();
     ShowPresent(RowOf(present), present);
-    connect(list, &QTreeWidget::itemEntered, this, [this](QTreeWidgetItem* row) { Show(row); });
     connect(picture, &ModelPicture::ElementClicked, this, [this](int element) {
         if (element >= 0) {
             search->clear();
@@ -102,7 +102,26 @@ void MeshElementBrowser::CurrentChanged() {
     Show(list->currentItem());
 }
 
+void MeshElementBrowser::showEvent(QShowEvent* event) {
+    restingMouse.reset();
+    mouseMoved = false;
+    MeshBrowser::showEvent(event);
+}
+
+/// A browser that opens under the mouse shows the present element, not the one that happens to lie there.
+void MeshElementBrowser::Hover(const QMouseEvent& move) {
+    const QPoint place = move.globalPosition().toPoint();
+    restingMouse = restingMouse.value_or(place);
+    mouseMoved = mouseMoved || place != *restingMouse;
+    if (const QTreeWidgetItem* row = list->itemAt(move.position().toPoint()); mouseMoved && row != nullptr) {
+        Show(row);
+    }
+}
+
 bool MeshElementBrowser::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == list->viewport() && event->type() == QEvent::MouseMove) {
+        Hover(*static_cast<QMouseEvent*>(event));
+    }
     if (watched == list->viewport() && event->type() == QEvent::Leave) {
         Show(list->currentItem());
     }
