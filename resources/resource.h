@@ -20,8 +20,17 @@
 #define IDD_KEY_ATTRIBUTES 1746
 #define IDD_SCENARIO 1748
 #define IDD_MAIN_CTRL_SETTINGS 1749
+#define IDD_KEYS_FILTER 1750
+#define IDD_FILTER_TRACKS 1751
 #define IDD_CHOOSE_CAMERA 1760
+#define IDD_CAMERA_PARAMETERS 1761
+#define IDD_TRACK_PARAMETERS 1762
+#define IDD_EMPTY 1763 /* nothing opens it */
 #define IDD_ADD_CAMERA 1768
+#define IDD_MOVIE_FRAME 1769
+#define IDD_FX_NAME 1770 /* nothing opens it: the host lets the user choose effects */
+#define IDD_ATTACH_OBJECT 1771
+#define IDD_ADJUST_TIME 1772
 
 /* Controls of the panel */
 #define IDC_PANEL_TABS 1743
@@ -43,11 +52,54 @@
 #define IDC_ATTR_NEXT 1808
 #define IDC_ATTR_PREV 1809
 
+/* Controls of the filter of keys */
+#define IDC_KEY_KINDS 1756
+#define IDC_KEYS_DEFAULTS 1762
+#define IDC_KEYS_EXPORT 1770
+#define IDC_KEYS_IMPORT 1771
+#define IDC_APPLY_TO_ALL 1776
+
+/* Controls of the filter of actors */
+#define IDC_TRACKS_LIST 1763
+#define IDC_TRACKS_ALL 1764
+#define IDC_TRACKS_INVERSE 1765
+#define IDC_TRACKS_NONE 1766
+
 /* Controls of the camera dialogs */
 #define IDC_CAMERA_LIST 1782
 #define IDC_CAMERA_NAME 1783
+#define IDC_NEAR_PLANE 1784
+#define IDC_FAR_PLANE 1785
+#define IDC_CAMERA_NO_LOOP 1786
+#define IDC_CAMERA_LOOP 1787
+#define IDC_CAMERA_PING_PONG 1788
+#define IDC_CAMERA_SMOOTH_LOOP 1801
+#define IDC_ALL_LENGTH 1802
+#define IDC_TRACK_LENGTH 1803
+#define IDC_TRACK_NO_LOOP 1804
+#define IDC_TRACK_LOOP 1805
+#define IDC_TRACK_SMOOTH_LOOP 1806
+#define IDC_TRACK_PING_PONG 1807
+
+/* Controls of the movie frame, the effect names and the parent of an actor */
+#define IDC_MOVIE_FRAME 1811
+#define IDC_FX_LIST 1812
+#define IDC_PARENT_OBJECT 1813
+#define IDC_PARENT_ELEMENT 1814
+#define IDC_BROWSE_ELEMENT 1815
+#define IDC_DETACH_PARENT 1816
+
+/* Controls of the time adjustment */
+#define IDC_ADJUST_LENGTH 1818
+#define IDC_ADJUST_INSERT 1819
+#define IDC_ADJUST_FROM 1820
+#define IDC_ADJUST_TO 1821
+#define IDC_ADJUST_END 1822
+#define IDC_ADJUST_CURRENT 1823
 
 /* Texts */
+#define IDS_FRAME_RANGE 36843
+#define IDS_FRAME_NO_FILM 36844
 #define IDS_NO_FILM 36845
 
 /* Commands */

@@ -1,9 +1,11 @@
 #include "timeline/FilmsMainCtrl.h"
 
+#include "files/AttachMovieObjectDlg.h"
 #include "framework/PaintDC.h"
 #include "framework/SelectionScope.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
+#include "timeline/AdjustTimeDlg.h"
 
 #include <algorithm>
 
@@ -36,7 +38,7 @@ ON_WM_MOUSEMOVE()
 ON_WM_KEYDOWN()
 END_MESSAGE_MAP()
 
-CFilmsMainCtrl::CFilmsMainCtrl() {
+CFilmsMainCtrl::CFilmsMainCtrl() : adjustTimeDlg(std::make_unique<CAdjustTimeDlg>(this)) {
     LoadDefaultKeysParams(&keyParams);
 }
 

@@ -18,6 +18,8 @@
 #include <string>
 #include <vector>
 
+class CAdjustTimeDlg;
+class CAttachMovieObjectDlg;
 class CMainCtrlSettingsDlg;
 
 /// The control in which a film is edited: ruler, rows, scroll bars, info window and key popup. Made and
@@ -70,6 +72,12 @@ public:
     void SetTicsDistance(float seconds, bool redraw);
     void SetBigTics(int count, bool redraw);
     void SetRowHeight(int height, bool redraw);
+    /// From a time on, `from` seconds become `to` seconds; keys behind follow. Works on menuRow if it is set,
+    /// else on all rows; a longer film takes the movie range along. The film is not shown anew.
+    void StretchTime(float time, float from, float to);
+    /// Puts seconds into the film behind a time, or takes them out for a negative length, and shows the film
+    /// anew. Works on menuRow if it is set, else on all rows; the film's length changes in any case.
+    void InsertTime(float time, float length);
     void ApplySettings(const FilmViewSettings& settings);
 
     // Selection and keys.
@@ -108,7 +116,7 @@ public:
     bool IsChangingActor() const override { return changingActor; }
     bool ChangeActor() override;
     void ClearUndo() override { undoMgr.Clear(); }
-    IAttachDialog* GetAttachDialog() override { return nullptr; }
+    IAttachDialog* GetAttachDialog() override;
 
     void ForgetView(CTrackKey* view) override;
     void ForgetRow(CTrackCtrl* row) override;
@@ -216,6 +224,22 @@ private:
     void OnMenuPasteKey();
     void OnMenuHideTrack();
     void OnMenuAddCamera();
+
+    // Commands that open a dialog or work on whole tracks.
+    void OnMenuFilterActors();
+    void OnMenuFilterKeys();
+    void OnMenuSetMovieFrame();
+    void OnMenuAdjustTime();
+    void OnMenuAddCameraTrack();
+    void OnMenuCameraParameters();
+    void OnMenuTrackParameters();
+    void OnMenuExportTrack();
+    void OnMenuImportTrack();
+    void OnMenuAttachToObject();
+    void OnMenuAddGLLight() { OnMenuAddLight(/*gl*/ true); }
+    void OnMenuAddDynLight() { OnMenuAddLight(/*gl*/ false); }
+    void OnMenuAddLight(bool gl);
+
     void RunMethodCommand(UINT id);
     void OnMenuChangeBezierMethod(bool in, int method);
     CTrackKey* KeyOfMenuRow() const;
@@ -224,6 +248,8 @@ private:
     bool PlaceNewKey(LooseKey& key, float mouse, float time, bool redraw);
     void ShowInAttributes(CTrackKey* view);
 
+    std::unique_ptr<CAdjustTimeDlg> adjustTimeDlg;        ///< keeps what was typed last
+    std::unique_ptr<CAttachMovieObjectDlg> attachDlg;     ///< null until it was first shown
     std::vector<CTrackCtrl*> detachedRows;                ///< made, but in no list any more; owned
     std::shared_ptr<int> life = std::make_shared<int>(0); ///< ends with the control
     unsigned showGeneration = 0;                          ///< counts calls of ShowFilm

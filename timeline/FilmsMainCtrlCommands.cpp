@@ -6,7 +6,7 @@
 #include "plugin/PluginImpl.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
-#include "timeline/MainCtrlSettingsDlg.h"
+#include "files/MainCtrlSettingsDlg.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,6 +32,18 @@ const CFilmsMainCtrl::CommandEntry CFilmsMainCtrl::kCommands[] = {
     {IDC_ADD_CAMERA, &CFilmsMainCtrl::OnMenuAddCamera},
     {IDC_PASTE_KEY, &CFilmsMainCtrl::OnMenuPasteKey},
     {IDC_CHANGE_ACTOR, &CFilmsMainCtrl::OnMenuChangeActor},
+    {IDC_FILTER_ACTORS, &CFilmsMainCtrl::OnMenuFilterActors},
+    {IDC_FILTER_KEYS, &CFilmsMainCtrl::OnMenuFilterKeys},
+    {IDC_SET_MOVIE_FRAME, &CFilmsMainCtrl::OnMenuSetMovieFrame},
+    {IDC_ADJUST_TIME, &CFilmsMainCtrl::OnMenuAdjustTime},
+    {IDC_ADD_CAMERA_TRACK, &CFilmsMainCtrl::OnMenuAddCameraTrack},
+    {IDC_CAMERA_PARAMETERS, &CFilmsMainCtrl::OnMenuCameraParameters},
+    {IDC_TRACK_PARAMETERS, &CFilmsMainCtrl::OnMenuTrackParameters},
+    {IDC_EXPORT_TRACK, &CFilmsMainCtrl::OnMenuExportTrack},
+    {IDC_IMPORT_TRACK, &CFilmsMainCtrl::OnMenuImportTrack},
+    {IDC_ATTACH_ROW_TO_OBJECT, &CFilmsMainCtrl::OnMenuAttachToObject},
+    {IDC_ADD_GL_LIGHT, &CFilmsMainCtrl::OnMenuAddGLLight},
+    {IDC_ADD_DYN_LIGHT, &CFilmsMainCtrl::OnMenuAddDynLight},
 };
 
 void CFilmsMainCtrl::RunCommand(UINT id) {

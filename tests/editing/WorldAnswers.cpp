@@ -4,7 +4,7 @@
 #include "framework/Constants.h"
 #include "framework/FileDialog.h"
 #include "tests/editing/World.h"
-#include "timeline/MainCtrlSettingsDlg.h"
+#include "files/MainCtrlSettingsDlg.h"
 
 #include <algorithm>
 #include <limits>

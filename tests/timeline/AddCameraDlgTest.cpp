@@ -1,4 +1,4 @@
-#include "timeline/AddCameraDlg.h"
+#include "files/AddCameraDlg.h"
 
 #include "framework/QtBridge.h"
 #include "framework/Resource.h"

@@ -2,7 +2,7 @@
 
 #include "host/engine/MeshLibrary.h"
 #include "resources/resource.h"
-#include "timeline/AddCameraDlg.h"
+#include "files/AddCameraDlg.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "timeline/MainCtrlSettingsDlg.h"
+#include "files/MainCtrlSettingsDlg.h"
 
 #include "framework/QtBridge.h"
 #include "framework/Resource.h"

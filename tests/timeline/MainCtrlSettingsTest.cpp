@@ -1,7 +1,7 @@
 #include "tests/timeline/ControlFixture.h"
 
 #include "resources/resource.h"
-#include "timeline/MainCtrlSettingsDlg.h"
+#include "files/MainCtrlSettingsDlg.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "timeline/MainCtrlSettingsDlg.h"
+#include "files/MainCtrlSettingsDlg.h"
 
 #include "framework/DataExchange.h"
 #include "resources/resource.h"

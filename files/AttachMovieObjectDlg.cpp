@@ -1,0 +1,6 @@
+#include "files/AttachMovieObjectDlg.h"
+
+#include "resources/resource.h"
+
+CAttachMovieObjectDlg::CAttachMovieObjectDlg() : CDialog(IDD_ATTACH_OBJECT) {
+}
