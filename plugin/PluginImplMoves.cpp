@@ -146,8 +146,8 @@ void IPluginImpl::MoveObject(EditorObject* object, const float* userMatrix, Obje
             track->ApplyAt(currentTime, kNoPrevious, 0);
             std::array<float, 16> filmMatrix{};
             std::copy_n(object->GetMatrix(0), filmMatrix.size(), filmMatrix.begin());
+            object->SetMatrix(userMatrix, 0);
             if (animateObjects != 0) {
-                object->SetMatrix(userMatrix, 0);
                 RecordTransformKeys(object, currentFilm, currentTime, userMatrix, filmMatrix.data());
                 return;
             }

@@ -1,3 +1,4 @@
+#include "tests/plugin/FakeActor.h"
 #include "tests/plugin/PluginFixture.h"
 
 #include <algorithm>
@@ -62,6 +63,23 @@ TEST_F(MovesTest, ActorSnapsBackAndOthersAreToldWhileAnimateIsOff) {
     EXPECT_EQ(PositionOf(*crate), (Vector3{1, 2, 3}));
     EXPECT_THAT(editor.broadcasts, ElementsAre(EventCode::ObjectsMoved));
     EXPECT_THAT(editor.lastBroadcastObjects, ElementsAre(crate));
+}
+
+TEST_F(MovesTest, ActorIsPosedByItsFilmThenStandsAtTheUsersPlaceAndOnlyThenSnapsBack) {
+    std::vector<std::string> log;
+    FakeActorFilm film(log);
+    plugin.SetCurrentFilm(&film);
+    MoveTo(film.object, 9, 0, 0);
+    log.clear();
+    plugin.OnObjectsMoved({&film.object});
+    EXPECT_THAT(log, ElementsAre("SetMatrix 1", "SetMatrix 9", "SetMatrix 1"));
+    log.clear();
+    plugin.SetAnimateObjects(true);
+    MoveTo(film.object, 9, 0, 0);
+    log.clear();
+    plugin.OnObjectsMoved({&film.object});
+    EXPECT_THAT(log, ElementsAre("SetMatrix 1", "SetMatrix 9"));
+    plugin.SetCurrentFilm(nullptr);
 }
 
 TEST_F(MovesTest, MoveOfAnActorIsHandedToTheMainControl) {
