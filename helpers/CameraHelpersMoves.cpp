@@ -11,9 +11,15 @@ constexpr int kAllObjects = 6;
 void MovePoint(CFilmLinkedKey* key, const EditorObject& object, bool& needed) {
     if (key != nullptr) {
         key->SetValue(object.GetPosition(0));
+        GetPlugin().TellKeyWritten(key);
     } else {
         needed = true;
     }
+}
+
+void MoveHandle(CFilmLinkedKey& key, void (CFilmLinkedKey::*set)(const void*), const EditorObject& handle) {
+    (key.*set)(handle.GetPosition(0));
+    GetPlugin().TellKeyWritten(&key);
 }
 
 /// Whether a dragged handle is meant for the key: it is shown, and the key's side has a handle of its own.
@@ -71,14 +77,14 @@ void CCameraHelpersController::OnObjectsMoved(const ObjectList* objects) {
         } else if (object == targetObject) {
             MovePoint(targetKey, *object, needTarget);
         } else if (object == posInControl && TakesHandle(*object, eyeKey, &CFilmVectorKey::inMethod)) {
-            eyeKey->SetInHandle(object->GetPosition(0));
+            MoveHandle(*eyeKey, &CFilmLinkedKey::SetInHandle, *object);
         } else if (object == posOutControl && TakesHandle(*object, eyeKey, &CFilmVectorKey::outMethod)) {
-            eyeKey->SetOutHandle(object->GetPosition(0));
+            MoveHandle(*eyeKey, &CFilmLinkedKey::SetOutHandle, *object);
         } else if (object == targetInControl && TakesHandle(*object, targetKey, &CFilmVectorKey::inMethod)) {
-            targetKey->SetInHandle(object->GetPosition(0));
+            MoveHandle(*targetKey, &CFilmLinkedKey::SetInHandle, *object);
         } else if (object == targetOutControl &&
                    TakesHandle(*object, targetKey, &CFilmVectorKey::outMethod)) {
-            targetKey->SetOutHandle(object->GetPosition(0));
+            MoveHandle(*targetKey, &CFilmLinkedKey::SetOutHandle, *object);
         } else if (handled == kAllObjects) {
             break;
         } else {
@@ -86,8 +92,6 @@ void CCameraHelpersController::OnObjectsMoved(const ObjectList* objects) {
         }
         ++handled;
     }
-    plugin.TellKeyWritten(eyeKey);
-    plugin.TellKeyWritten(targetKey);
     if (needEye || needTarget) {
         AddMissingKeys(*camera, time, needEye, needTarget);
     }

@@ -1,4 +1,5 @@
 #include "tests/helpers/CameraHelpersFixture.h"
+#include "tests/support/FakeAttributes.h"
 #include "tests/support/FakeKeyFactory.h"
 
 #include <cmath>
@@ -174,6 +175,26 @@ TEST_F(HelperMovesTest, NoKeyIsMadeWithoutAFactory) {
     UserMoves(*helpers.positionObject, 3, 4, 5);
     Films().keyFactory = factory;
     EXPECT_THAT(camera->keys, SizeIs(2));
+}
+
+TEST_F(HelperMovesTest, AttributesAreReadAnewForWhatWasDraggedAndForNothingElse) {
+    FakeAttributes& attributes = OpenFakeAttributes(plugin);
+    attributes.record = eye;
+    UserMoves(*editor.Create("Crate"), 1, 2, 3);
+    UserMoves(*helpers.targetObject, 6, 7, 8);
+    UserMoves(*helpers.targetInControl, 3, 0, 0);
+    EXPECT_THAT(attributes.log, IsEmpty()) << "what was typed there and not applied stays";
+    UserMoves(*helpers.positionObject, 3, 4, 5);
+    EXPECT_THAT(attributes.log, ElementsAre("Refresh"));
+    UserMoves(*helpers.posInControl, 1, 0, 0);
+    UserMoves(*helpers.posOutControl, 2, 0, 0);
+    EXPECT_THAT(attributes.log, SizeIs(3));
+    attributes.record = target;
+    UserMoves(*helpers.targetObject, 1, 7, 8);
+    UserMoves(*helpers.targetInControl, 3, 0, 0);
+    UserMoves(*helpers.targetOutControl, 4, 0, 0);
+    EXPECT_THAT(attributes.log, SizeIs(6));
+    plugin.keyAttributesDlg.reset();
 }
 
 TEST_F(HelperMovesTest, OtherObjectsAndNullsArePassedOver) {
