@@ -187,13 +187,19 @@ void CFilmsLightHelperMgr::Save(fs::file& file, const IFilmManager* manager) con
 
 void CFilmsLightHelperMgr::Load(fs::file& file, EditorObject* reader, std::uint32_t size) {
     ForEachSubChunk(file, size, [&](const ChunkHeader&, std::uint32_t bytes) {
-        if (reader == nullptr || bytes < CFilmsLightHelper::kHeaderBytes) {
+        if (reader == nullptr) {
             ChunkReader(file, bytes).SkipRest();
             return;
         }
         auto helper = std::make_unique<CFilmsLightHelper>();
-        helper->Load(file, reader, bytes);
-        if (helper->object != nullptr) {
+        if (bytes < CFilmsLightHelper::kHeaderBytes) {
+            ChunkReader(file, bytes).SkipRest();
+        } else {
+            helper->Load(file, reader, bytes);
+        }
+        // A light that can't be read keeps its place: those behind it are paired by their order. A sun is
+        // made anew instead.
+        if (helper->object != nullptr || !helper->isSun) {
             Add(helper.release());
         }
     });

@@ -16,6 +16,24 @@ template <class Body> void WriteChunk(fs::file& file, std::uint16_t id, Body bod
     ChunkSaveEnd(file, id);
 }
 
+/// Bytes that are kept of a class name in the file, as of a buffer of 256 with its terminator.
+constexpr std::size_t kLongestClassName = 255;
+
+/// While an object is written for the game it has its real class; afterwards, also when the file fails, it is
+/// virtual again.
+class RealClassWhileSaving {
+public:
+    RealClassWhileSaving(EditorObjectInfo& objectInfo, const std::string& realClass) : info(objectInfo) {
+        info.saveClassName = realClass;
+    }
+    ~RealClassWhileSaving() { info.SetClassName(ClassName::VirtualObject); }
+    RealClassWhileSaving(const RealClassWhileSaving&) = delete;
+    RealClassWhileSaving& operator=(const RealClassWhileSaving&) = delete;
+
+private:
+    EditorObjectInfo& info;
+};
+
 /// The object that reads other objects from the file, null for any other object.
 EditorObject* LevelRootOf(IHostObject* object) {
     return object != nullptr && object->IsA(ClassId::LevelRoot) ? static_cast<EditorObject*>(object)
@@ -101,9 +119,8 @@ void IPluginImpl::SaveVirtualActors(fs::file& file, IFilmManager* manager) {
                 continue;
             }
             WriteChunk(file, LevelChunk::GameVirtualObject, [&] {
-                actor->GetInfo()->saveClassName = record->className;
+                const RealClassWhileSaving realClass(*actor->GetInfo(), record->className);
                 actor->Save(file);
-                actor->GetInfo()->SetClassName(ClassName::VirtualObject);
             });
         }
     }
@@ -183,6 +200,7 @@ void IPluginImpl::LoadVirtualObjects(IHostObject* object, fs::file& file, bool w
             reader.SkipRest();
             return;
         }
+        className.resize(std::min(className.find('\0'), std::min(className.size(), kLongestClassName)));
         const auto objectBytes = static_cast<std::uint32_t>(reader.Left());
         if (EditorObject* loaded = root->LoadObject(file, objectBytes, ClassId::EditorObject, root)) {
             virtualObjects.push_back({loaded->name, loaded->meshName, className, loaded});

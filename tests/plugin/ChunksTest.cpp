@@ -1,6 +1,7 @@
 #include "host/engine/LevelRoot.h"
 #include "plugin/contract/FileSystem.h"
 #include "plugin/LevelChunkIds.h"
+#include "tests/plugin/FakeActor.h"
 #include "tests/plugin/PluginFixture.h"
 #include "tests/support/TempFolder.h"
 
@@ -38,6 +39,14 @@ protected:
     }
     std::size_t Load(IHostObject* object, unsigned id, const Bytes& data) {
         return Load(object, id, data.Str());
+    }
+    /// The data of the light helpers' chunk, as the plug-in writes it.
+    std::string LightChunk() {
+        const std::string saved = Save(Root(), false);
+        const std::size_t start = saved.find(Bytes().U16(5782).Str(), 8800);
+        std::uint32_t size = 0;
+        std::memcpy(&size, saved.data() + start + 2, 4);
+        return saved.substr(start + 6, size);
     }
     engine::LevelRoot* Root() { return &Data().Root(); }
     static std::string DefaultSettings() {
@@ -296,11 +305,7 @@ TEST_F(ChunksTest, LightsAreWrittenSunFirstAndPairedInOrderAfterLoading) {
     EditorObject* glLamp = editor.CreateOfClass("GLLightEditorObject", "A", 1, 0, 0);
     EditorObject* dynLamp = editor.CreateOfClass("FilmsDynLightEditorObject", "B", 2, 0, 0);
     const int ids[] = {plugin.lightHelpers.GetSunHelper()->object->id, glLamp->id, dynLamp->id};
-    const std::string saved = Save(Root(), false);
-    const std::size_t start = saved.find(Bytes().U16(5782).Str(), 8800);
-    std::uint32_t size = 0;
-    std::memcpy(&size, saved.data() + start + 2, 4);
-    const std::string chunk = saved.substr(start + 6, size);
+    const std::string chunk = LightChunk();
 
     plugin.lightHelpers.DeleteHelpers();
     for (const int id : ids) {
@@ -318,6 +323,47 @@ TEST_F(ChunksTest, LightsAreWrittenSunFirstAndPairedInOrderAfterLoading) {
     ASSERT_NE(dyn->lightObject, nullptr);
     EXPECT_EQ(dyn->lightObject->id, ids[2]);
     EXPECT_EQ(AsGLLightTrack(*std::next(film->tracks.begin()))->lightObject->id, ids[0]);
+}
+
+TEST_F(ChunksTest, LightThatCannotBeReadLeavesTheOthersWithTheirTracks) {
+    IFilm* film = OpenNewFilm();
+    EditorObject* lamps[] = {editor.CreateOfClass("GLLightEditorObject", "A"),
+                             editor.CreateOfClass("FilmsDynLightEditorObject", "B"),
+                             editor.CreateOfClass("GLLightEditorObject", "C")};
+    const int ids[] = {lamps[0]->id, lamps[1]->id, lamps[2]->id};
+    std::string chunk = LightChunk();
+    std::uint32_t first = 0; // bytes of the first light, behind its header of 6 bytes
+    std::memcpy(&first, chunk.data() + 2, 4);
+    std::fill_n(chunk.begin() + 6 + 5, first - 5, '\xff');
+    const std::string shortFirst = Bytes().Chunk(5783, Bytes().Fill(4, 0)).Str() + chunk.substr(6 + first);
+    for (const std::string& damaged : {chunk, shortFirst}) {
+        plugin.lightHelpers.DeleteHelpers();
+        for (const int id : ids) {
+            if (EditorObject* lamp = Data().FindObject(id)) {
+                editor.level.DeleteObject(lamp);
+            }
+        }
+        Load(Root(), 5782, damaged);
+        plugin.lightHelpers.PairWithTracks(&Data());
+        auto track = std::next(film->tracks.begin());
+        EXPECT_EQ(AsGLLightTrack(*track)->lightObject, nullptr);
+        ASSERT_NE(AsDynLightTrack(*++track)->lightObject, nullptr);
+        EXPECT_EQ(AsDynLightTrack(*track)->lightObject->id, ids[1]);
+        ASSERT_NE(AsGLLightTrack(*++track)->lightObject, nullptr);
+        EXPECT_EQ(AsGLLightTrack(*track)->lightObject->id, ids[2]);
+        // Saved again the light keeps its place.
+        EXPECT_EQ(LightChunk().substr(0, 6 + 5), Bytes().Chunk(5783, Bytes().U32(0).U8(0)).Str());
+    }
+}
+
+TEST_F(ChunksTest, SunThatCannotBeReadIsMadeAnew) {
+    Data().SetSun(true);
+    IFilm* film = OpenNewFilm();
+    plugin.lightHelpers.DeleteHelpers();
+    Load(Root(), 5782, Bytes().Chunk(5783, Bytes().U32(0).U8(1).Fill(20, 0xff)));
+    EXPECT_THAT(plugin.lightHelpers.helpers, IsEmpty());
+    plugin.lightHelpers.PairWithTracks(&Data());
+    EXPECT_NE(AsGLLightTrack(film->tracks.back())->lightObject, nullptr);
 }
 
 TEST_F(ChunksTest, FewerHelpersThanTracksLeaveTracksWithoutALight) {
@@ -391,7 +437,7 @@ TEST_F(ChunksTest, OldVirtualObjectsAreMeshObjects) {
     EXPECT_EQ(plugin.virtualObjects.front().meshName, "box.glb");
 }
 
-TEST_F(ChunksTest, LongClassNamesStayInStep) {
+TEST_F(ChunksTest, LongClassNamesAreCutTo255BytesAndStayInStep) {
     EditorObject* crate = editor.Create("Crate");
     fs::file file;
     file.Open(folder.File("object").c_str(), 1);
@@ -405,6 +451,7 @@ TEST_F(ChunksTest, LongClassNamesStayInStep) {
     Load(Root(), 5752, data.Str() + object);
     ASSERT_EQ(plugin.virtualObjects.size(), 1u);
     EXPECT_EQ(plugin.virtualObjects.front().objectName, "Crate");
+    EXPECT_EQ(plugin.virtualObjects.front().className, std::string(255, 'C'));
 }
 
 TEST_F(ChunksTest, VirtualActorsAreWrittenForTheGameOncePerFilm) {
@@ -424,6 +471,24 @@ TEST_F(ChunksTest, VirtualActorsAreWrittenForTheGameOncePerFilm) {
     EXPECT_NE(saved.find("MeshObject"), std::string::npos);
     EXPECT_EQ(crate->GetInfo()->className, "VirtualObjEditorObject");
     EXPECT_EQ(crate->GetInfo()->saveClassName, "VirtualObjEditorObject");
+}
+
+TEST_F(ChunksTest, VirtualActorStaysVirtualWhenItsFileFails) {
+    std::vector<std::string> log;
+    FakeActorFilm film(log);
+    film.object.info.SetClassName(ClassName::VirtualObject);
+    film.object.fails = true;
+    plugin.virtualObjects.push_back({"", "", "MeshObject", &film.object});
+    Films().films[0] = &film;
+    fs::file file;
+    file.Open(folder.File("saved").c_str(), 1);
+    EXPECT_THROW(plugin.SaveChunks(file, &Films()), fs::file_exception);
+    file.Close();
+    Films().films[0] = nullptr;
+    plugin.virtualObjects.clear();
+    EXPECT_THAT(log, ElementsAre("Save MeshObject"));
+    // The next save writes it into the list of virtual objects as it stands.
+    EXPECT_EQ(film.object.info.saveClassName, "VirtualObjEditorObject");
 }
 
 TEST_F(ChunksTest, VirtualActorWithoutARecordIsNotWritten) {
