@@ -14,6 +14,13 @@ namespace {
 /// Keys that are put in place one by one before a whole sort is cheaper.
 constexpr int kMostMoves = 8;
 
+/// Whether a key from a file of its own may come among those of a film.
+bool CanStandInARow(const IFilmKey* key) {
+    const bool hasNoDuration = (key->flags & KeyFlag::NoDuration) != 0;
+    return std::isfinite(key->time) && std::isfinite(key->endTime) &&
+           hasNoDuration == (key->kind >= KeyKind::Position);
+}
+
 float SortTime(const IFilmKey* key) {
     return std::isnan(key->time) ? std::numeric_limits<float>::infinity() : key->time;
 }
@@ -151,12 +158,9 @@ void KeyChannel::Export(fs::file& file, int) {
     file.Write(body.data(), static_cast<int>(body.size()));
 }
 
-void KeyChannel::Import(fs::file& file, int, int fileKind) {
+std::optional<std::string> KeyChannel::ReadBody(fs::file& file) const {
     unsigned char prefix[4] = {};
     const int got = file.Read(prefix, sizeof prefix);
-    if (got == 0) {
-        return;
-    }
     std::uint32_t size = 0;
     for (int i = 0; i < 4; ++i) {
         size |= static_cast<std::uint32_t>(prefix[i]) << (8 * i);
@@ -172,11 +176,26 @@ void KeyChannel::Import(fs::file& file, int, int fileKind) {
         }
         body.append(block, static_cast<std::size_t>(count));
     }
+    if (got == 0) {
+        WriteKeys({}, kind, body);
+        return body;
+    }
+    char behind = 0;
+    const bool isWhole = got == 4 && body.size() == size && file.Read(&behind, 1) == 0;
+    return isWhole ? std::optional(std::move(body)) : std::nullopt;
+}
+
+void KeyChannel::Import(fs::file& file, int, int fileKind) {
     std::vector<IFilmKey*> loaded;
-    if (got < 4 || body.size() < size || fileKind != kind ||
-        !ReadKeys(body, kind, manager, track, /*listed*/ false, loaded)) {
+    const std::optional<std::string> body = ReadBody(file);
+    if (!body || fileKind != kind || !ReadKeys(*body, kind, manager, track, /*listed*/ false, loaded)) {
         throw fs::file_exception(fs::file_exception::kRead);
     }
+    if (!std::ranges::all_of(loaded, CanStandInARow)) {
+        std::ranges::for_each(loaded, [this](IFilmKey* key) { manager.Keys().DestroyKey(key); });
+        throw fs::file_exception(fs::file_exception::kRead);
+    }
+    track.ClearKind(kind);
     Append(std::move(loaded));
 }
 

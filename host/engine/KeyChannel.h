@@ -4,7 +4,9 @@
 #include "plugin/contract/FilmKey.h"
 #include "plugin/contract/FilmTrack.h"
 
+#include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace engine {
@@ -20,8 +22,9 @@ public:
     KeyChannel(const KeyChannel&) = delete;
     KeyChannel& operator=(const KeyChannel&) = delete;
 
-    /// The keys' `track` is set, but the track's list is left to the caller. A body that is cut short throws
-    /// fs::file_exception and adds nothing; an empty rest of file is a body without keys.
+    /// The new keys' `track` is set, but putting them into the track's list is left to the caller. An empty
+    /// rest of file is a body without keys. Refused are bodies that are cut short or of another kind, bytes
+    /// behind them, times that are no finite numbers, and keys that have a duration where the kind has none.
     void Import(fs::file& file, int zero, int kind) override;
     void Export(fs::file& file, int zero) override;
     void CollectKeys(KeyList& list) const override;
@@ -69,6 +72,9 @@ protected:
     FilmManager& manager;
 
 private:
+    /// The body of a track file, or none if the file ends before it or goes on behind it.
+    std::optional<std::string> ReadBody(fs::file& file) const;
+
     void Touch() {
         revision = NoteChange();
         OnTouched();

@@ -23,7 +23,7 @@ using KeyList = std::pmr::list<IFilmKey*>;
 class MKTrack {
 public:
     virtual ~MKTrack() = default;
-    /// Reads the body that Export wrote, replacing nothing: keys are added. `kind` must be the file's.
+    /// Its keys become those that Export wrote; `kind` is the file's. A fault throws and changes nothing.
     virtual void Import(fs::file& file, int zero, int kind) = 0;
     virtual void Export(fs::file& file, int zero) = 0;
     /// Appends the keys of this kind in time order.

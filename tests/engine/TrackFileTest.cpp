@@ -1,5 +1,8 @@
-#include "tests/engine/EngineFixture.h"
 #include "host/engine/MemoryFile.h"
+#include "tests/engine/EngineFixture.h"
+
+#include <limits>
+#include <string_view>
 
 namespace engine_test {
 
@@ -13,6 +16,30 @@ protected:
     std::string Exported(int kind) {
         MemoryFile memory;
         track.subTracks[kind]->Export(memory.file, 0);
+        return memory.Take();
+    }
+    /// Refused, whatever the track held stays.
+    void ExpectRefused(const std::string& bytes) {
+        AddVector(track, KeyKind::Position, 3.0f, {});
+        const std::size_t before = Films().Keys().Count();
+        const std::size_t listed = track.keys.size();
+        MemoryFile memory{std::string_view(bytes)};
+        EXPECT_THROW(track.subTracks[KeyKind::Position]->Import(memory.file, 0, KeyKind::Position),
+                     fs::file_exception);
+        EXPECT_EQ(Films().Keys().Count(), before);
+        EXPECT_EQ(track.keys.size(), listed);
+        KeyList channel;
+        track.subTracks[KeyKind::Position]->CollectKeys(channel);
+        EXPECT_EQ(channel.size(), listed);
+    }
+    /// The body of one position key: 43 bytes of key behind size and count, its numbers at these places.
+    static constexpr std::size_t kMarks = 8;
+    static constexpr std::size_t kTime = 9;
+    std::string OneKey() {
+        CFilmObjectTrack& other = AddActor(MakeObject("Other"));
+        AddVector(other, KeyKind::Position, 1.0f, {1.0f, 2.0f, 3.0f});
+        MemoryFile memory;
+        other.subTracks[KeyKind::Position]->Export(memory.file, 0);
         return memory.Take();
     }
     void Import(CFilmTrack& target, int kind, const std::string& bytes, int fileKind) {
@@ -109,6 +136,62 @@ TEST_F(TrackFileTest, HugeCountsAndSizesCostNoMemory) {
     EXPECT_THROW(Import(track, KeyKind::Position, body, KeyKind::Position), fs::file_exception);
     const std::string counted("\x08\x00\x00\x00\xFF\xFF\xFF\xFF\x00\x00\x00\x00", 12);
     EXPECT_THROW(Import(track, KeyKind::Position, counted, KeyKind::Position), fs::file_exception);
+}
+
+TEST_F(TrackFileTest, ImportReplacesTheKeysAndTheListLetsGoOfThem) {
+    AddVector(track, KeyKind::Position, 5.0f, {});
+    AddVector(track, KeyKind::Position, 6.0f, {});
+    AddVector(track, KeyKind::Rotation, 7.0f, {});
+    const std::string bytes = OneKey();
+    const std::size_t others = Films().Keys().Count() - 2;
+    MemoryFile memory{std::string_view(bytes)};
+    track.subTracks[KeyKind::Position]->Import(memory.file, 0, KeyKind::Position);
+    EXPECT_EQ(Films().Keys().Count(), others + 1);
+    ASSERT_EQ(track.keys.size(), 1u);
+    EXPECT_EQ(track.keys.front()->kind, KeyKind::Rotation);
+    KeyList channel;
+    track.subTracks[KeyKind::Position]->CollectKeys(channel);
+    ASSERT_EQ(channel.size(), 1u);
+    EXPECT_EQ(channel.front()->time, 1.0f);
+}
+
+TEST_F(TrackFileTest, FaultChangesNothing) {
+    const std::string bytes = OneKey();
+    ExpectRefused(bytes.substr(0, bytes.size() - 1));
+    std::string wrongCount = bytes;
+    wrongCount[4] = 2;
+    ExpectRefused(wrongCount);
+}
+
+TEST_F(TrackFileTest, BytesBehindTheBodyAreRefused) {
+    ExpectRefused(OneKey() + '\0');
+}
+
+TEST_F(TrackFileTest, TimesThatAreNoNumbersAreRefused) {
+    for (const std::string_view number : {std::string_view("\x00\x00\xC0\x7F", 4),    // not a number
+                                          std::string_view("\x00\x00\x80\x7F", 4),    // without end
+                                          std::string_view("\x00\x00\x80\xFF", 4)}) { // before everything
+        std::string bytes = OneKey();
+        bytes.replace(kTime, 4, number);
+        ExpectRefused(bytes);
+    }
+    CFilmVectorKey& key = AddVector(track, KeyKind::Position, 0.0f, {});
+    key.endTime = std::numeric_limits<float>::quiet_NaN();
+    ExpectRefused(Exported(KeyKind::Position));
+}
+
+TEST_F(TrackFileTest, FarTimesAreTaken) {
+    AddVector(track, KeyKind::Position, -1.0e30f, {1.0f, 0.0f, 0.0f});
+    AddVector(track, KeyKind::Position, 3.0e38f, {2.0f, 0.0f, 0.0f});
+    const std::string bytes = Exported(KeyKind::Position);
+    Import(track, KeyKind::Position, bytes, KeyKind::Position);
+    ASSERT_EQ(track.keys.size(), 2u);
+    EXPECT_EQ(track.keys.back()->time, 3.0e38f);
+}
+
+TEST_F(TrackFileTest, KeyWithADurationWhereTheKindHasNoneIsRefused) {
+    AddVector(track, KeyKind::Position, 0.0f, {}).flags = KeyFlag::MayOverlap;
+    ExpectRefused(Exported(KeyKind::Position));
 }
 
 } // namespace engine_test
