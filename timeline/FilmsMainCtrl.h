@@ -235,6 +235,8 @@ private:
     void OnMenuTrackParameters();
     void OnMenuExportTrack();
     void OnMenuImportTrack();
+    std::string AskForTrackFile(bool open);
+    void ReplaceKeys(CTrackCtrl& row, fs::file& file);
     void OnMenuAttachToObject();
     void OnMenuAddGLLight() { OnMenuAddLight(/*gl*/ true); }
     void OnMenuAddDynLight() { OnMenuAddLight(/*gl*/ false); }

@@ -92,6 +92,8 @@ public:
     void DeleteAllKeys(bool redraw);
     /// The track is going: the views go, their records are no longer looked at, and `track` becomes null.
     void DropTrack();
+    /// The views go and the records stay; nothing points at the views any more.
+    void DropViews();
     /// What the mouse holds here is let go without an edit: the row or the key is going.
     void DropGesture();
     void SaveKeyTimes();
@@ -203,7 +205,6 @@ private:
     std::vector<KeySpan> SpansBeside(const CTrackKey& key) const;
     std::vector<RowKey> RowKeys() const;
     void DropView(CTrackKey* view);
-    void DropViews();
     void RemoveViews(const std::vector<CTrackKey*>& gone);
 
     /// Of all rows' views: no view is hit more than half of this beside its time. Pixels.
