@@ -3,6 +3,7 @@
 #include "framework/private/DyingWindows.h"
 #include "framework/private/Input.h"
 #include "framework/private/NativeWindow.h"
+#include "framework/private/PickEscape.h"
 #include "framework/Pump.h"
 #include "processor/UpperHalves.h"
 
@@ -149,7 +150,10 @@ bool PumpQueue::eventFilter(QObject* receiver, QEvent* event) {
     if (event->type() == QEvent::ApplicationDeactivate) {
         input::ForgetKeys();
     }
-    if (!receiver->isWindowType() || !IsQueuedInput(event->type()) || event == resent) {
+    if (event == resent) {
+        return pick_mode::TakesEscape(*event);
+    }
+    if (!receiver->isWindowType() || !IsQueuedInput(event->type())) {
         return false;
     }
     if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
@@ -166,7 +170,7 @@ bool PumpQueue::eventFilter(QObject* receiver, QEvent* event) {
         return true;
     }
     const bool isTaken = event->type() == QEvent::KeyPress && PopupTookKey();
-    if (isTaken || PreTranslate(window, *event)) {
+    if (isTaken || pick_mode::TakesEscape(*event) || PreTranslate(window, *event)) {
         event->accept();
         return true;
     }
