@@ -2,6 +2,7 @@
 
 #include "helpers/FilmsLightHelper.h"
 #include "plugin/PluginImpl.h"
+#include "timeline/TrackCtrlWatch.h"
 
 #include <algorithm>
 #include <memory>
@@ -247,11 +248,19 @@ void CFilmsMainCtrl::RemoveTrackCtrl(CTrackCtrl* row, bool redraw) {
     RowHandle handle;
     GetTopRowHandle(handle);
     RemoveCameraHelpers(row->track);
+    const std::weak_ptr<int> window = life;
+    const RowWatch watched(*row);
     const std::list<CTrackCtrl*> children = row->children;
     for (CTrackCtrl* child : children) {
         RemoveTrackCtrl(child, /*redraw*/ false);
+        if (!watched.IsAlive()) {
+            return; // the attributes window's key was written, which rebuilt the rows
+        }
     }
     LeaveTrackOf(row);
+    if (window.expired() || !watched.IsAlive()) {
+        return;
+    }
     ForgetRow(row);
     tracks.remove(row);
     row->DestroyWindow();
@@ -274,8 +283,9 @@ void CFilmsMainCtrl::RemoveCameraHelpers(CFilmTrack* track) {
 /// What hangs on a row goes with it: camera keys of a camera row, the film's track of a root row.
 void CFilmsMainCtrl::LeaveTrackOf(CTrackCtrl* row) {
     if (row->kind == KeyKind::Camera) {
+        const RowWatch watched(*row);
         row->DeleteAllKeys(/*redraw*/ false);
-        if (row->parent != nullptr) {
+        if (watched.IsAlive() && row->parent != nullptr) {
             row->parent->RemoveChildRow(row);
         }
         return;

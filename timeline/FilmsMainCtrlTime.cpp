@@ -209,10 +209,15 @@ void CFilmsMainCtrl::RestoreKeyTimes(bool keep) {
 }
 
 void CFilmsMainCtrl::ClearSelection() {
+    const std::weak_ptr<int> window = rebuilding ? std::weak_ptr<int>() : life;
+    const bool mayGo = !rebuilding; // the attributes window, which is told of each key, may ask the user
     // A key that is told may change the selection; what was selected meanwhile is told too.
     while (!selectedKeys.empty()) {
         for (std::size_t i = 0; i < selectedKeys.size(); ++i) {
             selectedKeys[i]->SetSelected(false);
+            if (mayGo && window.expired()) {
+                return;
+            }
         }
         std::erase_if(selectedKeys, [](const CTrackKey* key) { return !key->selected; });
     }
@@ -220,12 +225,15 @@ void CFilmsMainCtrl::ClearSelection() {
 
 void CFilmsMainCtrl::SelectOnly(CTrackKey* key) {
     const KeyWatch watched(key); // every key that is told may let the attributes window rebuild the rows
+    const std::weak_ptr<int> window = rebuilding ? std::weak_ptr<int>() : life;
+    const bool mayGo = !rebuilding;
+    const auto isGone = [&] { return !watched.IsAlive() || (mayGo && window.expired()); };
     ClearSelection();
-    if (!watched.IsAlive()) {
+    if (isGone()) {
         return;
     }
     key->SetSelected(true);
-    if (watched.IsAlive()) {
+    if (!isGone()) {
         selectedKeys.push_back(key);
     }
 }

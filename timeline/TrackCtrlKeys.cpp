@@ -143,7 +143,11 @@ void CTrackCtrl::NoteEdit(TimelineContext& timeline, int undoCode, CTrackKey* vi
 
 void CTrackCtrl::DeleteAllKeys(bool redraw) {
     if (TimelineContext* timeline = TimelineOf(this)) {
-        timeline->ClearSelection();
+        const RowWatch watched(*this);
+        timeline->ClearSelection(); // writes the attributes window's key, which may rebuild the rows
+        if (!watched.IsAlive()) {
+            return;
+        }
     }
     const std::vector<CTrackKey*> views(keys.begin(), keys.end());
     keys.Clear();

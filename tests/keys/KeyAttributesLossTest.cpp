@@ -204,6 +204,26 @@ TEST_F(KeyAttributesQuestionTest, KeyMayGoWhileTheUserIsAsked) {
     ExpectEmpty();
 }
 
+TEST_F(KeyAttributesQuestionTest, RowsThatGoWhileTheirRemovalAsksAreNotTouched) {
+    WhileAsked([this] { control->ShowFilm(film, /*flag*/ true); });
+    const std::vector<std::string> rows = RowNames();
+    control->RemoveTrackCtrl(control->FindRowOfKey(key), /*redraw*/ true);
+    EXPECT_FALSE(boxes.empty());
+    EXPECT_EQ(RowNames(), rows) << "and none of the new rows, one of which may stand in the old one's place";
+    EXPECT_EQ(KeysOf(*film->mainTrack, KeyKind::Camera).size(), 2u) << "the user may say it once more";
+    ExpectNothingDangles();
+}
+
+TEST_F(KeyAttributesQuestionTest, WindowsThatGoWhileARemovalAsksAreNotTouched) {
+    WhileAsked([this] {
+        plugin.scenarioDlg = nullptr;
+        control.reset();
+    });
+    control->RemoveTrackCtrl(control->FindRowOfKey(key), /*redraw*/ true);
+    EXPECT_EQ(control, nullptr);
+    EXPECT_EQ(KeysOf(*film->mainTrack, KeyKind::Camera).size(), 2u);
+}
+
 TEST_F(KeyAttributesQuestionTest, NewerKeyStaysWhenItIsShownWhileTheUserIsAsked) {
     WhileAsked([this] { Dialog().SetKey(ViewOf(other), /*refresh*/ false); });
     Dialog().SetKey(nullptr, /*refresh*/ false);
