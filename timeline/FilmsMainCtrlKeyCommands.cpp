@@ -37,6 +37,7 @@ void CFilmsMainCtrl::OnMenuSetPosition() {
     if (menuRow->CanPlaceKey(key, time)) {
         key->SetPosition(time, /*viewOnly*/ false);
     }
+    GetPlugin().TellKeyWritten(key->record);
     menuRow->Invalidate(FALSE);
 }
 
@@ -48,6 +49,7 @@ void CFilmsMainCtrl::OnMenuSetDuration() {
     }
     key->SetDuration(duration, /*viewOnly*/ false);
     menuRow->CanPlaceKey(key, key->time); // only cuts it back to the next key
+    GetPlugin().TellKeyWritten(key->record);
     menuRow->Invalidate(FALSE);
 }
 
@@ -63,6 +65,7 @@ void CFilmsMainCtrl::OnMenuCalcKeyDuration() {
         if (!menuRow->CanPlaceKey(key, key->time)) {
             key->SetDuration(oldDuration, /*viewOnly*/ false);
         }
+        GetPlugin().TellKeyWritten(key->record);
     }
     menuRow->Invalidate(FALSE);
 }

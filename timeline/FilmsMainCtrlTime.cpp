@@ -200,6 +200,9 @@ void CFilmsMainCtrl::SaveKeyTimes() {
     for (CTrackCtrl* row : visibleTracks) {
         row->SaveKeyTimes();
     }
+    // The attributes window reads its key anew when the drag is over, which must not cost what was typed
+    // there. Last, since it may ask the user.
+    GetPlugin().ApplyPendingEdits();
 }
 
 void CFilmsMainCtrl::RestoreKeyTimes(bool keep) {

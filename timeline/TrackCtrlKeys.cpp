@@ -226,6 +226,7 @@ void CTrackCtrl::RestoreKeyTimes(bool keep) {
         // A row that was rebuilt in mid-drag has no times to go back to.
         if (key->savedTime != kNoneSaved) {
             key->RestoreTime(keep);
+            GetPlugin().TellKeyWritten(key->record);
         }
     }
 }

@@ -224,6 +224,42 @@ TEST_F(KeyAttributesDlgTest, NextAndPrevWalkTheRow) {
     EXPECT_TRUE(IsEnabled(IDC_ATTR_NEXT));
 }
 
+TEST_F(KeyAttributesDlgTest, KeyThatACommandMovesPastItsNeighbourHasItOnItsOtherSide) {
+    CFilmVectorKey* key = PutPosition(1.0f, 1.0f);
+    CFilmVectorKey* other = PutPosition(2.0f, 2.0f);
+    Open(key);
+    ASSERT_FALSE(IsEnabled(IDC_ATTR_PREV));
+    editor.onInputNumber = [](float& value, const std::string&, const std::string&) {
+        value = 3.0f;
+        return true;
+    };
+    control->menuKey = ViewOf(key);
+    control->menuRow = control->FindRowOfKey(key);
+    control->OnCmdMsg(IDC_SET_POSITION, 0, nullptr, nullptr);
+    EXPECT_EQ(key->time, 3.0f);
+    EXPECT_FALSE(IsEnabled(IDC_ATTR_NEXT));
+    ASSERT_TRUE(IsEnabled(IDC_ATTR_PREV));
+    Click(IDC_ATTR_PREV);
+    EXPECT_EQ(Dialog().GetRecord(), other);
+}
+
+TEST_F(KeyAttributesDlgTest, KeyThatAMarkTakesPastItsNeighbourHasItOnItsOtherSide) {
+    CFilmVectorKey* key = PutPosition(1.0f, 1.0f);
+    PutPosition(2.0f, 2.0f);
+    CTrackCtrl* root = RowOf("Crate");
+    root->SetExpanded(true, /*redraw*/ true);
+    Open(key);
+    ASSERT_FALSE(IsEnabled(IDC_ATTR_PREV));
+    Edit("Pos X", "4.5");
+    control->SaveKeyTimes(); // a mark at 1 second is taken, and dropped at 3
+    control->ShiftKeysAtMark(1.0f, 3.0f);
+    control->RestoreKeyTimes(/*keep*/ true);
+    EXPECT_EQ(key->time, 3.0f);
+    EXPECT_EQ(key->value.x, 4.5f) << "what was typed is not lost by the window's reading the key anew";
+    EXPECT_TRUE(IsEnabled(IDC_ATTR_PREV));
+    EXPECT_FALSE(IsEnabled(IDC_ATTR_NEXT));
+}
+
 TEST_F(KeyAttributesDlgTest, NextWritesTheOpenEdit) {
     CFilmVectorKey* first = PutPosition(1.0f, 1.0f);
     CFilmVectorKey* second = PutPosition(2.0f, 2.0f);

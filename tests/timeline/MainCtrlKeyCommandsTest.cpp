@@ -267,6 +267,20 @@ TEST_F(KeyCommandsTest, MethodOfTheKeyOnShowIsReadAnew) {
     EXPECT_THAT(dialog.log, ElementsAre("Refresh"));
 }
 
+TEST_F(KeyCommandsTest, TimesOfTheKeyOnShowAreReadAnew) {
+    editor.level.SetSoundDuration(SixSeconds);
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
+    CTrackCtrl* row = Row(KeyKind::Sound);
+    CTimedTrackKey* key = PutTimed(row, 1.0f, 2.0f);
+    dialog.SetKey(key, false);
+    UserTypes(3.0f);
+    for (const UINT command : {IDC_SET_POSITION, IDC_SET_DURATION, IDC_CALC_KEY_DURATION}) {
+        dialog.log.clear();
+        RunOn(command, row, key);
+        EXPECT_THAT(dialog.log, ElementsAre("Refresh")) << command;
+    }
+}
+
 TEST_F(KeyCommandsTest, HideTrackHidesTheRow) {
     CTrackCtrl* row = Row(KeyKind::Rotation);
     RunOn(IDC_HIDE_TRACK, row, nullptr);
