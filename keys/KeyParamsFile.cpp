@@ -189,12 +189,15 @@ void LoadDefaultKeyParams(IEditor* editor, KeyKindParamsTable* records, KeyKindP
     if (editor != nullptr) {
         editor->GetDataFilePath(path, kDefaultKeyParamsFile);
     }
-    if (!LoadKeyParamsFile(path.c_str(), records)) {
-        AfxMessageBox("File DefaultKeysParams.fkd is corrupt or was deleted");
+    const bool isRead = LoadKeyParamsFile(path.c_str(), records);
+    if (!isRead) {
         // Required: the control's own table, whatever table was asked for.
         SetBuiltInValues(own);
     }
     for (std::size_t kind = 0; kind < records->size(); ++kind) {
         (*records)[kind].name = GetKeyKindName(static_cast<int>(kind));
+    }
+    if (!isRead) { // the last thing: while the user reads it, the tables may go
+        AfxMessageBox("File DefaultKeysParams.fkd is corrupt or was deleted");
     }
 }

@@ -123,13 +123,17 @@ void CTrackKey::ApplyKeyParams(const KeyKindParams* params) {
     if (params == nullptr) {
         return;
     }
-    normalColor = params->normalColor;
-    highlightColor = params->highlightColor;
-    if (params->rectHeight >= 0) {
-        rectHeight = params->rectHeight;
-    }
+    TakeLook(*params);
     // Required: a selected view loses its highlight, not its selection.
     state = params->visible ? kNormal : kHidden;
+}
+
+void CTrackKey::TakeLook(const KeyKindParams& params) {
+    normalColor = params.normalColor;
+    highlightColor = params.highlightColor;
+    if (params.rectHeight >= 0) {
+        rectHeight = params.rectHeight;
+    }
 }
 
 bool CTrackKey::IsDrawnBefore(const CTrackKey* other) const {

@@ -55,6 +55,8 @@ public:
     /// Takes colours and height, and shows or hides the view; a selected view loses its highlight. Null is
     /// ignored.
     void ApplyKeyParams(const KeyKindParams* params);
+    /// Takes colours and height alone; a negative height is left out.
+    void TakeLook(const KeyKindParams& params);
     /// Order in a row: tall before short, at one height long before short.
     bool IsDrawnBefore(const CTrackKey* other) const;
     /// Of the record; -1.0 without one.
