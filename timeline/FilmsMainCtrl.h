@@ -97,6 +97,9 @@ public:
     bool SaveKeysParams(const std::string& path);
     void LoadDefaultKeysParams(KeyKindParamsTable* records);
     bool ImportKeysParams(const char* path);
+    /// Colours and heights, for every view at once; selected keys stay highlighted, visible flags as they
+    /// are.
+    void TakeKeyLooks(const KeyKindParamsTable& records);
     void Reset() override;
 
     // Scrolling.
@@ -228,6 +231,9 @@ private:
     // Commands that open a dialog or work on whole tracks.
     void OnMenuFilterActors();
     void OnMenuFilterKeys();
+    CTrackCtrl* RootRowOf(const CFilmTrack* track) const;
+    /// For all root rows, or one alone.
+    void TakeKeyFilter(const KeyFilter& filter, CTrackCtrl* only);
     void OnMenuSetMovieFrame();
     void OnMenuAdjustTime();
     void OnMenuAddCameraTrack();
@@ -261,3 +267,6 @@ private:
     bool forgettingAll = false; ///< every holder has let go already
     bool newAltPress = false;   ///< the last press of Alt was not a repeat
 };
+
+/// The main control of the plug-in's scenario window, or null while there is none.
+CFilmsMainCtrl* GetFilmsMainCtrl();

@@ -1,8 +1,112 @@
 // The dialogs that choose which rows and keys are shown, and how.
+#include "files/FilterTracksDlg.h"
+#include "files/KeysFilterDlg.h"
+#include "keys/TrackKey.h"
+#include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
+#include "timeline/TrackCtrlStore.h"
 
-void CFilmsMainCtrl::OnMenuFilterActors() {
+#include <algorithm>
+
+namespace {
+
+/// Stores filter and fold state alike.
+constexpr int kWholeRecord = -1;
+
+KeyFilter FilterOf(const KeyKindParamsTable& records) {
+    KeyFilter filter{};
+    std::ranges::transform(records, filter.begin(),
+                           [](const KeyKindParams& record) { return record.visible ? 1 : 0; });
+    return filter;
 }
 
+/// The row shows the kinds of the filter, and its store remembers them. Required: the record of a row that is
+/// one of all has no name.
+void FilterRow(CTrackCtrl& row, const KeyFilter& filter, const char* filmName, bool oneOfAll) {
+    row.ApplyKindFlags(filter.data(), row.expanded);
+    if (filmName == nullptr || row.track == nullptr) {
+        return;
+    }
+    const TrackStore store = FindTrackStore(row.track, filmName);
+    if (store.params != nullptr) {
+        store.params->Set(filmName, filter.data(), row.expanded ? 1 : 0, kWholeRecord,
+                          oneOfAll ? std::string() : store.entry);
+    }
+}
+
+} // namespace
+
+CFilmsMainCtrl* GetFilmsMainCtrl() {
+    return dynamic_cast<CFilmsMainCtrl*>(GetTimeline());
+}
+
+void CFilmsMainCtrl::OnMenuFilterActors() {
+    CFilterTracksDlg dialog(this);
+    const std::weak_ptr<int> window = life;
+    if (dialog.DoModal() == IDOK && !window.expired()) {
+        RebuildVisibleRows(/*redraw*/ true, nullptr);
+    }
+}
+
+CTrackCtrl* CFilmsMainCtrl::RootRowOf(const CFilmTrack* track) const {
+    const auto row = std::ranges::find_if(
+        tracks, [track](const CTrackCtrl* r) { return r->IsRoot() && r->track == track; });
+    return row != tracks.end() ? *row : nullptr;
+}
+
+/// The visible flags of keyParams stay as they are: those of the dialog are the row's.
 void CFilmsMainCtrl::OnMenuFilterKeys() {
+    if (menuRow == nullptr || !menuRow->IsRoot() || menuRow->track == nullptr) {
+        return;
+    }
+    CFilmTrack* track = menuRow->track;
+    const IFilm* film = GetPlugin().GetCurrentFilm();
+    KeyKindParamsTable records = keyParams;
+    for (std::size_t kind = 0; kind < records.size(); ++kind) {
+        records[kind].visible = menuRow->kindFlags[kind] != 0;
+    }
+    CKeysFilterDlg dialog(this);
+    dialog.SetTrack(track);
+    dialog.SetParams(records);
+    const std::weak_ptr<int> window = life;
+    if (dialog.DoModal() != IDOK || window.expired()) {
+        return;
+    }
+    dialog.GetParams(records);
+    TakeKeyLooks(records);
+    CTrackCtrl* row = film == GetPlugin().GetCurrentFilm() ? RootRowOf(track) : nullptr;
+    if (row != nullptr) {
+        TakeKeyFilter(FilterOf(records), dialog.applyToAll != 0 ? nullptr : row);
+    }
+}
+
+void CFilmsMainCtrl::TakeKeyFilter(const KeyFilter& filter, CTrackCtrl* only) {
+    const IFilm* film = GetPlugin().GetCurrentFilm();
+    const char* filmName = film != nullptr ? film->name : nullptr;
+    if (only != nullptr) {
+        FilterRow(*only, filter, filmName, /*oneOfAll*/ false);
+    } else {
+        for (CTrackCtrl* row : tracks) {
+            if (row->IsRoot()) {
+                FilterRow(*row, filter, filmName, /*oneOfAll*/ true);
+            }
+        }
+    }
+    RebuildVisibleRows(/*redraw*/ true, nullptr);
+}
+
+void CFilmsMainCtrl::TakeKeyLooks(const KeyKindParamsTable& records) {
+    for (std::size_t kind = 0; kind < records.size(); ++kind) {
+        const bool visible = keyParams[kind].visible;
+        keyParams[kind] = records[kind];
+        keyParams[kind].visible = visible;
+    }
+    for (CTrackCtrl* row : tracks) {
+        if (const KeyKindParams* record = GetKeyParams(row->kind)) {
+            for (CTrackKey* view : row->keys) {
+                view->TakeLook(*record);
+            }
+        }
+    }
+    RepaintRows();
 }

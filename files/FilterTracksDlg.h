@@ -1,0 +1,32 @@
+#pragma once
+
+#include "framework/Dialog.h"
+#include "framework/ListBox.h"
+
+class IFilm;
+
+/// The dialog "Filter tracks": the root rows of the timeline, those that show selected. Modal; OK shows and
+/// hides them, the caller places the rows anew. Rows that went while it was open are passed over.
+class CFilterTracksDlg : public CDialog {
+    DECLARE_MESSAGE_MAP()
+
+public:
+    explicit CFilterTracksDlg(CWnd* parentWnd = nullptr);
+
+    CListBox list; ///< the item data is the row's track, which is compared only
+
+protected:
+    void DoDataExchange(CDataExchange* exchange) override;
+    BOOL OnInitDialog() override;
+    void OnOK() override;
+    void OnAll() { SelectAll(/*select*/ true); }
+    void OnNone() { SelectAll(/*select*/ false); }
+    void OnInverse();
+
+private:
+    void FillList();
+    void SelectAll(bool select);
+    void ShowRows();
+
+    const IFilm* film = nullptr; ///< whose rows are listed; compared only
+};
