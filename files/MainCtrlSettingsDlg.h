@@ -2,7 +2,8 @@
 
 #include "framework/Dialog.h"
 
-/// The dialog "Settings" of the main control. Modal; the caller fills the fields and reads them after OK.
+/// The dialog "Settings" of the main control. Modal; the caller fills the fields and reads them after OK,
+/// when begin, end, what lies between them, and interval are finite.
 class CMainCtrlSettingsDlg : public CDialog {
 public:
     explicit CMainCtrlSettingsDlg(CWnd* parentWnd = nullptr);
@@ -16,4 +17,5 @@ public:
 
 protected:
     void DoDataExchange(CDataExchange* exchange) override;
+    void OnOK() override;
 };

@@ -1,12 +1,12 @@
 #include "timeline/FilmsMainCtrl.h"
 
+#include "files/MainCtrlSettingsDlg.h"
 #include "framework/MessageBox.h"
 #include "framework/Resource.h"
 #include "keys/Pixels.h"
 #include "plugin/PluginImpl.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
-#include "files/MainCtrlSettingsDlg.h"
 
 #include <algorithm>
 #include <cmath>
@@ -77,7 +77,9 @@ void CFilmsMainCtrl::OnMenuSettings() {
     dialog.bigTics = grid->bigTics;
     dialog.labelDistance = grid->labelDistance;
     const std::weak_ptr<int> window = life;
-    if (dialog.DoModal() != IDOK || window.expired()) {
+    const IFilm* film = GetPlugin().GetCurrentFilm();
+    // What was shown and edited is that film's.
+    if (dialog.DoModal() != IDOK || window.expired() || film != GetPlugin().GetCurrentFilm()) {
         return;
     }
     if (std::isfinite(dialog.begin) && std::isfinite(dialog.end) && std::isfinite(dialog.interval)) {

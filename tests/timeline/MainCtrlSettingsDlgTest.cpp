@@ -106,6 +106,27 @@ TEST_F(MainCtrlSettingsDlgTest, TextThatIsNoNumberKeepsTheDialogOpen) {
     EXPECT_EQ(dialog.bigTics, 5);
 }
 
+TEST_F(MainCtrlSettingsDlgTest, NumbersThatAreNoTimesKeepTheDialogOpen) {
+    const std::pair<UINT, const char*> cases[] = {
+        {1758, "-1e99"}, {1759, "inf"}, {1760, "nan"}, {1759, "3e38"}}; // the last is too far from the begin
+    Run([&] {
+        for (const auto& [id, text] : cases) {
+            dialog.SetDlgItemText(1758, "-3e38");
+            dialog.SetDlgItemText(1759, "1");
+            dialog.SetDlgItemText(1760, "2");
+            dialog.SetDlgItemText(static_cast<int>(id), text);
+            boxes.clear();
+            Press(IDOK);
+            EXPECT_TRUE(dialog.IsWindowVisible()) << text;
+            EXPECT_THAT(boxes, ElementsAre("Please enter a number.")) << text;
+            EXPECT_EQ(dialog.GetDlgItemText(static_cast<int>(id)), text);
+        }
+        dialog.SetDlgItemText(1758, "0");
+        Press(IDOK);
+    });
+    EXPECT_EQ(dialog.end, 3e38f);
+}
+
 TEST_F(MainCtrlSettingsDlgTest, EveryFieldStandsInItsGroup) {
     Run([this] {
         std::map<QString, QRect> groups;

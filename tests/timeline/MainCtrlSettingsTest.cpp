@@ -1,7 +1,7 @@
 #include "tests/timeline/ControlFixture.h"
 
-#include "resources/resource.h"
 #include "files/MainCtrlSettingsDlg.h"
+#include "resources/resource.h"
 
 #include <gmock/gmock.h>
 
@@ -122,6 +122,29 @@ TEST_F(MainCtrlSettingsTest, AFilmClosedUnderTheDialogKeepsItsLength) {
     edit = [this](CMainCtrlSettingsDlg& dialog) {
         plugin.SetCurrentFilm(nullptr);
         dialog.end = 30.0f;
+    };
+    OpenSettings();
+    EXPECT_EQ(film->length, 10.0f);
+}
+
+TEST_F(MainCtrlSettingsTest, AnotherFilmUnderTheDialogKeepsItsOwn) {
+    IFilm* other = NewFilm();
+    other->length = 4.0f;
+    edit = [&](CMainCtrlSettingsDlg& dialog) {
+        plugin.SetCurrentFilm(other);
+        dialog.end = 30.0f;
+        dialog.bigTics = 9;
+    };
+    OpenSettings();
+    EXPECT_EQ(other->length, 4.0f);
+    EXPECT_EQ(film->length, 10.0f);
+    EXPECT_EQ(control->grid->bigTics, 5);
+}
+
+TEST_F(MainCtrlSettingsTest, ControlThatGoesUnderTheDialogDoesntMatter) {
+    edit = [this](CMainCtrlSettingsDlg&) {
+        plugin.scenarioDlg = nullptr;
+        control.reset();
     };
     OpenSettings();
     EXPECT_EQ(film->length, 10.0f);
