@@ -67,7 +67,7 @@ std::shared_ptr<BitmapData> MakeBitmap(int width, int height, double pixelRatio)
     if (width < 0 || height < 0 || std::int64_t{width} * height > kMaxPixels) {
         return nullptr;
     }
-    return std::make_shared<BitmapData>(CSize(width, height), pixelRatio);
+    return std::make_shared<BitmapData>(CSize{width, height}, pixelRatio);
 }
 
 } // namespace
