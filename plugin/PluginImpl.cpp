@@ -166,6 +166,10 @@ void IPluginImpl::OnObjectDestroyed(EditorObject* object) {
         contextObject = nullptr;
     }
     cameraHelpers.ForgetObject(object);
+    IMainCtrl* control = GetMainCtrl();
+    if (IAttachDialog* dialog = control != nullptr ? control->GetAttachDialog() : nullptr) {
+        dialog->ForgetObject(object);
+    }
 }
 
 IFilmManager* IPluginImpl::GetFilmManager() const {

@@ -115,7 +115,7 @@ void IPluginImpl::AttachContextObject() {
     }
     IMainCtrl* control = GetMainCtrl();
     IAttachDialog* dialog = control != nullptr ? control->GetAttachDialog() : nullptr;
-    if (dialog != nullptr && dialog->IsVisible()) {
+    if (dialog != nullptr && dialog->IsVisible() && dialog->GetTrack() != nullptr) {
         dialog->SetObject(contextObject);
     }
 }

@@ -229,6 +229,9 @@ void CFilmsMainCtrl::ForgetTrack(const CFilmTrack* track) {
             row->DropTrack();
         }
     }
+    if (attachDlg != nullptr) {
+        attachDlg->ForgetTrack(track);
+    }
     IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
     const IFilmKey* shown = dialog != nullptr ? dialog->GetRecord() : nullptr;
     if (shown != nullptr && shown->track == track) {

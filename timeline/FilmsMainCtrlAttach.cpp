@@ -7,4 +7,12 @@ IAttachDialog* CFilmsMainCtrl::GetAttachDialog() {
 }
 
 void CFilmsMainCtrl::OnMenuAttachToObject() {
+    CFilmObjectTrack* track = menuRow != nullptr ? AsObjectTrack(menuRow->track) : nullptr;
+    if (track == nullptr) {
+        return;
+    }
+    if (attachDlg == nullptr) {
+        attachDlg = std::make_unique<CAttachMovieObjectDlg>();
+    }
+    attachDlg->Show(track);
 }

@@ -1,5 +1,6 @@
 #include "timeline/FilmsMainCtrl.h"
 
+#include "files/AttachMovieObjectDlg.h"
 #include "helpers/FilmsLightHelper.h"
 #include "keys/NullTimeTrackKey.h"
 #include "keys/TimedTrackKey.h"
@@ -74,6 +75,9 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
         return; // deleted while the user was asked about the key on show
     }
     DeleteAllRows();
+    if (attachDlg != nullptr) {
+        attachDlg->OnFilmShown();
+    }
     if (grid != nullptr) {
         grid->DeleteMarks();
     }

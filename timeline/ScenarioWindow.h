@@ -12,8 +12,11 @@ class IAttachDialog {
 public:
     virtual ~IAttachDialog() = default;
     virtual bool IsVisible() const = 0;
+    /// Null when its track is not in the current film any more.
     virtual CFilmTrack* GetTrack() const = 0;
     virtual void SetObject(EditorObject* object) = 0;
+    /// An object that is about to be deleted.
+    virtual void ForgetObject(const EditorObject* object) = 0;
 };
 
 /// The main control of the scenario window, as the plug-in object sees it.

@@ -106,6 +106,9 @@ public:
 
     CFilmTrack* GetTrack() const override { return attachTrack; }
     void SetObject(EditorObject* object) override { attachObject = object; }
+    void ForgetObject(const EditorObject* object) override {
+        attachObject = attachObject == object ? nullptr : attachObject;
+    }
 
     std::vector<std::string>& log;
     std::vector<float> times;
