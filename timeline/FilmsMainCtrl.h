@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/Menu.h"
+#include "framework/PickMode.h"
 #include "keys/KeyKindParams.h"
 #include "plugin/FilmViewSettings.h"
 #include "timeline/AdvWnd.h"
@@ -116,7 +117,8 @@ public:
     void ShowKeyDescription(CTrackKey* key) override;
 
     // Actors.
-    bool IsChangingActor() const override { return changingActor; }
+    /// From the command on until the next selection, or until the user gives it up.
+    bool IsChangingActor() const override { return actorPick.IsOn(); }
     bool ChangeActor() override;
     void ClearUndo() override { undoMgr.Clear(); }
     IAttachDialog* GetAttachDialog() override;
@@ -149,7 +151,6 @@ public:
     CTrackCtrl* menuRow = nullptr; ///< under the last right click; menu commands work on it
     CTrackCtrl* adjustRow = nullptr;
     CTrackKey* hoverKey = nullptr; ///< whose description is shown or pending
-    bool changingActor = false;
 
 protected:
     void OnPaint();
@@ -258,6 +259,7 @@ private:
 
     std::unique_ptr<CAdjustTimeDlg> adjustTimeDlg;        ///< keeps what was typed last
     std::unique_ptr<CAttachMovieObjectDlg> attachDlg;     ///< null until it was first shown
+    PickMode actorPick;                                   ///< on while a new actor is waited for
     std::vector<CTrackCtrl*> detachedRows;                ///< made, but in no list any more; owned
     std::shared_ptr<int> life = std::make_shared<int>(0); ///< ends with the control
     unsigned showGeneration = 0;                          ///< counts calls of ShowFilm

@@ -66,7 +66,7 @@ std::string FaultOfActor(CFilmTrack* track, EditorObject* object) {
 } // namespace
 
 bool CFilmsMainCtrl::ChangeActor() {
-    changingActor = false;
+    actorPick.End();
     CFilmTrack* track = menuRow != nullptr ? menuRow->track : nullptr;
     EditorObject* object = OnlySelectedObject();
     const std::string fault = FaultOfActor(track, object);

@@ -7,6 +7,7 @@
 #include "plugin/PluginImpl.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
+#include "timeline/TrackOrder.h"
 
 #include <algorithm>
 #include <cmath>
@@ -174,8 +175,15 @@ void CFilmsMainCtrl::OnMenuValidate() {
 }
 
 void CFilmsMainCtrl::OnMenuChangeActor() {
-    changingActor = menuRow != nullptr && AsObjectTrack(menuRow->track) != nullptr;
-    if (menuRow != nullptr && !changingActor) {
-        AfxMessageBox("Cannot perform action for track this type!");
+    actorPick.End();
+    if (menuRow == nullptr) {
+        return;
     }
+    if (AsObjectTrack(menuRow->track) == nullptr) {
+        AfxMessageBox("Cannot perform action for track this type!");
+        return;
+    }
+    actorPick.Begin("Change actor: click the object that takes the place of \"" +
+                        RootRowName(menuRow->track) + "\". Esc gives up.",
+                    PickMode::By::Click, [] {});
 }

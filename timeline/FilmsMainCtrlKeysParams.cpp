@@ -19,6 +19,6 @@ bool CFilmsMainCtrl::ImportKeysParams(const char* path) {
 }
 
 void CFilmsMainCtrl::Reset() {
-    changingActor = false;
+    actorPick.End();
     LoadDefaultKeysParams(&keyParams);
 }

@@ -319,6 +319,50 @@ TEST_F(MainCtrlInputTest, ANewLevelEndsChangeActor) {
     EXPECT_FALSE(control->IsChangingActor());
 }
 
+TEST_F(MainCtrlInputTest, ChangeActorIsAnnouncedUntilTheNextSelection) {
+    control->menuRow = RowOf("Actor100");
+    control->OnCmdMsg(IDC_CHANGE_ACTOR, 0, nullptr, nullptr);
+    ASSERT_NE(PickMode::Present(), nullptr);
+    EXPECT_EQ(PickMode::Present()->Text(),
+              "Change actor: click the object that takes the place of \"Actor100\". Esc gives up.");
+    EXPECT_EQ(PickMode::Present()->ChosenBy(), PickMode::By::Click);
+    editor.Select({editor.Create("Other")});
+    EXPECT_TRUE(control->ChangeActor());
+    EXPECT_EQ(PickMode::Present(), nullptr);
+}
+
+TEST_F(MainCtrlInputTest, GivingUpEndsChangeActorAndLeavesTheActor) {
+    control->menuRow = RowOf("Actor100");
+    control->OnCmdMsg(IDC_CHANGE_ACTOR, 0, nullptr, nullptr);
+    EXPECT_TRUE(PickMode::GiveUp());
+    EXPECT_FALSE(control->IsChangingActor());
+    editor.Select({editor.Create("Other")});
+    plugin.OnEvent(EventCode::SelectionChanged, nullptr);
+    EXPECT_NE(RowOf("Actor100"), nullptr);
+    EXPECT_EQ(RowOf("Other"), nullptr);
+}
+
+TEST_F(MainCtrlInputTest, ChangeActorForAnotherTrackEndsTheFirst) {
+    control->menuRow = RowOf("Actor100");
+    control->OnCmdMsg(IDC_CHANGE_ACTOR, 0, nullptr, nullptr);
+    control->menuRow = RowOf("Level");
+    control->OnCmdMsg(IDC_CHANGE_ACTOR, 0, nullptr, nullptr);
+    EXPECT_EQ(PickMode::Present(), nullptr);
+}
+
+TEST_F(MainCtrlInputTest, AFailedChangeActorEndsBeforeItsMessage) {
+    control->menuRow = RowOf("Actor100");
+    control->OnCmdMsg(IDC_CHANGE_ACTOR, 0, nullptr, nullptr);
+    editor.Select({});
+    bool announced = true;
+    Hooks().messageBox = [&](const std::string&, UINT) {
+        announced = PickMode::Present() != nullptr;
+        return IDOK;
+    };
+    plugin.OnEvent(EventCode::SelectionChanged, nullptr);
+    EXPECT_FALSE(announced);
+}
+
 TEST_F(MainCtrlInputTest, ChangeActorNeedsAnActorTrack) {
     control->menuRow = RowOf("Level");
     control->OnCmdMsg(IDC_CHANGE_ACTOR, 0, nullptr, nullptr);
