@@ -70,7 +70,11 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     GetTopRowHandle(handle);
     ClearUndo();
     const bool isKeyShown = plugin.keyAttributesDlg && plugin.keyAttributesDlg->GetRecord() != nullptr;
+    const std::weak_ptr<int> window = life;
     IFilmKey* shownRecord = LeaveAttributesDialog(film);
+    if (window.expired()) {
+        return; // the user was asked about the key on show, and the window has gone
+    }
     if (isKeyShown && film != nullptr && !plugin.FilmExists(film)) {
         return; // deleted while the user was asked about the key on show
     }
@@ -93,7 +97,7 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     TakeStoredSettings(*film);
     rebuilding = true;
     if (!MakeRows(film, generation)) {
-        return; // a message box let in a newer call, which has done it all
+        return; // a message box let in a newer call, which has done it all, or the window's end
     }
     ClearSelection();
     rebuilding = false;
@@ -156,7 +160,7 @@ void CFilmsMainCtrl::ReturnToAttributesDialog(const IFilmKey* record) {
     }
 }
 
-/// False if another call of ShowFilm came between.
+/// False if another call of ShowFilm came between, or the control has gone.
 bool CFilmsMainCtrl::MakeRows(IFilm* film, unsigned generation) {
     std::vector<CFilmTrack*> order(film->tracks.begin(), film->tracks.end());
     for (CFilmTrack* track : order) {
@@ -178,8 +182,9 @@ bool CFilmsMainCtrl::ShowTrack(CFilmTrack* track, unsigned generation) {
     }
     root->track = track;
     root->name = RootRowName(track);
+    const std::weak_ptr<int> window = life;
     root->CreateChildRows(CountCameraRows(track));
-    if (generation != showGeneration) {
+    if (window.expired() || generation != showGeneration) {
         return false;
     }
     {

@@ -297,3 +297,33 @@ TEST_F(MainCtrlShowFilmTest, NewLevelLeavesTheFilmThatIsOpenedWhileTheUserIsTold
     EXPECT_EQ(plugin.GetCurrentFilm(), nullptr);
     EXPECT_TRUE(control->tracks.empty());
 }
+
+TEST_F(MainCtrlShowFilmTest, WindowMayGoWhileTheUserIsToldOfAMissingElement) {
+    IFilm* film = OpenFilmWithActors(1);
+    const std::string element = "tail";
+    AddKey(film->tracks.back(), KeyKind::Animation, 1.0f)->SetValue(&element);
+    boxes.clear();
+    Hooks().messageBox = [&](const std::string& text, UINT) {
+        boxes.push_back(text);
+        plugin.scenarioDlg = nullptr;
+        control.reset();
+        return IDOK;
+    };
+    control->ShowFilm(film, true);
+    EXPECT_THAT(boxes, SizeIs(1));
+    EXPECT_EQ(control, nullptr);
+}
+
+TEST_F(MainCtrlShowFilmTest, WindowMayGoWhileTheKeyOnShowIsWritten) {
+    OpenFilmWithActors(1);
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
+    dialog.key = RowOf("Actor100", KeyKind::Position)->keys.front();
+    dialog.record = dialog.key->record;
+    dialog.onSetKey = [this] {
+        plugin.scenarioDlg = nullptr;
+        control.reset();
+    };
+    control->ShowFilm(NewFilm(), true);
+    EXPECT_EQ(control, nullptr);
+    plugin.keyAttributesDlg.reset();
+}
