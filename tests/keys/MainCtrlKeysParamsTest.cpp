@@ -4,6 +4,7 @@
 #include "timeline/FilmsMainCtrl.h"
 
 #include <filesystem>
+#include <memory>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -69,6 +70,19 @@ TEST_F(MainCtrlKeysParamsTest, ReloadGoesBackToTheDataFolder) {
     control.Reset();
     EXPECT_EQ(control.keyParams[4].rectHeight, 15);
     EXPECT_THAT(boxes, IsEmpty());
+}
+
+TEST_F(MainCtrlKeysParamsTest, ControlMayGoWhileTheUserIsToldOfTheMissingFile) {
+    auto control = std::make_unique<CFilmsMainCtrl>();
+    std::filesystem::remove(kDefaults);
+    Hooks().messageBox = [&](const std::string& text, UINT) {
+        boxes.push_back(text);
+        control.reset();
+        return IDOK;
+    };
+    control->Reset();
+    EXPECT_EQ(control, nullptr);
+    EXPECT_THAT(boxes, ElementsAre("File DefaultKeysParams.fkd is corrupt or was deleted"));
 }
 
 TEST_F(MainCtrlKeysParamsTest, LoadingElsewhereLeavesTheControl) {
