@@ -1,6 +1,6 @@
 #include "keys/KeyStretch.h"
 
-#include "plugin/contract/FilmKey.h"
+#include "keys/KeyEnd.h"
 
 #include <cmath>
 
@@ -30,7 +30,7 @@ bool TimeStretch::IsFinite() const {
 
 /// A record that starts before the interval and ends in it or behind it.
 void TimeStretch::ApplyBefore(IFilmKey& record) const {
-    const float oldEnd = record.endTime;
+    const float oldEnd = EndOf(record);
     if (oldEnd > start && oldEnd < end) {
         SetEndTime(record, Stretched(oldEnd));
     }
@@ -40,14 +40,14 @@ void TimeStretch::ApplyBefore(IFilmKey& record) const {
 }
 
 void TimeStretch::ApplyInside(IFilmKey& record, bool scale) const {
-    const float length = record.endTime - record.time;
+    const float length = EndOf(record) - record.time;
     const float newTime = Stretched(record.time);
     SetTime(record, newTime);
     SetEndTime(record, newTime + (scale ? length * factor : length));
 }
 
 void TimeStretch::ApplyAcrossEnd(IFilmKey& record, bool scale) const {
-    const float oldEnd = record.endTime;
+    const float oldEnd = EndOf(record);
     const float length = oldEnd - record.time;
     const float newWay = (record.time - start) * factor;
     SetTime(record, newWay + start);
@@ -56,7 +56,7 @@ void TimeStretch::ApplyAcrossEnd(IFilmKey& record, bool scale) const {
 
 bool TimeStretch::ApplyToSpan(IFilmKey& record, bool scale) const {
     const float oldTime = record.time;
-    const float oldEnd = record.endTime;
+    const float oldEnd = EndOf(record);
     if (oldTime < start) {
         if (oldEnd < start) {
             return false;

@@ -17,6 +17,7 @@ class CTrackKey;
 class RowWatch;
 struct RowKey;
 class TimelineContext;
+class TimeStretch;
 
 /// One line of the timeline: a name cell and the keys of one kind of one track. A root row (kind 21) holds no
 /// keys and folds the kind rows of its track. Rows are children of the main control, which owns them.
@@ -206,6 +207,7 @@ private:
     std::vector<RowKey> RowKeys() const;
     void DropView(CTrackKey* view);
     void RemoveViews(const std::vector<CTrackKey*>& gone);
+    void StretchSpans(const std::vector<IFilmKey*>& records, const TimeStretch& stretch, bool scale);
 
     /// Of all rows' views: no view is hit more than half of this beside its time. Pixels.
     static int widestHit;

@@ -1,6 +1,8 @@
+#include "keys/KeyEnd.h"
 #include "keys/KeyStretch.h"
 #include "keys/RowTimes.h"
 #include "keys/TrackKey.h"
+#include "plugin/PluginImpl.h"
 #include "timeline/TrackCtrl.h"
 
 #include <algorithm>
@@ -28,10 +30,11 @@ StretchRule RuleOf(int kind) {
     }
 }
 
-/// The neighbour before a record doesn't reach into it.
+/// The neighbour before a record doesn't reach into it. One that starts behind it is none.
 void CutNeighbour(const IFilmKey& record, IFilmKey* neighbour) {
     const bool mayOverlap = (record.flags & KeyFlag::MayOverlap) != 0;
-    if (neighbour != nullptr && neighbour != &record && !mayOverlap && neighbour->endTime > record.time) {
+    if (neighbour != nullptr && neighbour != &record && !mayOverlap && !(neighbour->time > record.time) &&
+        EndOf(*neighbour) > record.time) {
         neighbour->SetEndTime(record.time);
     }
 }
@@ -53,15 +56,25 @@ void CTrackCtrl::AdjustKeys(float time, float from, float to) {
     const StretchRule rule = RuleOf(kind);
     if (rule == StretchRule::Moments) {
         std::ranges::for_each(records, [&](IFilmKey* record) { stretch.ApplyToMoment(*record); });
-        return;
+    } else {
+        StretchSpans(records, stretch, rule == StretchRule::ScaleDurations);
+    }
+    std::ranges::for_each(records, [](const IFilmKey* record) { GetPlugin().TellKeyWritten(record); });
+}
+
+/// Neighbours are cut when all have moved.
+void CTrackCtrl::StretchSpans(const std::vector<IFilmKey*>& records, const TimeStretch& stretch, bool scale) {
+    std::vector<const IFilmKey*> concerned;
+    for (IFilmKey* record : records) {
+        if (stretch.ApplyToSpan(*record, scale)) {
+            concerned.push_back(record);
+        }
     }
     // Required: the neighbour is looked for by the views, which keep their times of before.
     const std::vector<RowKey> views = RowKeys();
     const RowTimes times(views);
-    for (IFilmKey* record : records) {
-        if (stretch.ApplyToSpan(*record, rule == StretchRule::ScaleDurations)) {
-            const std::optional<std::size_t> before = times.NearestBefore(record->time);
-            CutNeighbour(*record, before ? keys[*before]->record : nullptr);
-        }
+    for (const IFilmKey* record : concerned) {
+        const std::optional<std::size_t> before = times.NearestBefore(record->time);
+        CutNeighbour(*record, before ? keys[*before]->record : nullptr);
     }
 }

@@ -98,6 +98,33 @@ TEST(StretchSpanTest, NoTimeThatIsntFiniteReachesARecord) {
     EXPECT_EQ(CallsOf(TimeStretch(0, 10, 20), kNaN, kNaN, true), Calls{});
 }
 
+TEST(StretchSpanTest, KeyWithoutADurationEndsWhereItStands) {
+    const auto callsOf = [](float time, float staleEnd) {
+        LoggingKey record;
+        record.flags = KeyFlag::NoDuration;
+        record.time = time;
+        record.endTime = staleEnd;
+        TimeStretch(10.0f, 8.0f, 4.0f).ApplyToSpan(record, true);
+        return record.log;
+    };
+    EXPECT_EQ(callsOf(2, 14), Calls{});
+    EXPECT_EQ(callsOf(12, 0), (Calls{"SetTime 11", "SetEndTime 11"}));
+    EXPECT_EQ(callsOf(12, 99), (Calls{"SetTime 11", "SetEndTime 11"}));
+    EXPECT_EQ(callsOf(20, 0), (Calls{"SetTime 15", "SetEndTime 16", "SetTime 16", "SetEndTime 16"}));
+}
+
+TEST(StretchSpanTest, NegativeLengthsPullAndPush) {
+    // An interval of -2 seconds ends at 8: what starts behind 10 goes the way by the factor -2 first, then by
+    // the difference of 6.
+    const TimeStretch stretch(10.0f, -2.0f, 4.0f);
+    EXPECT_EQ(CallsOf(stretch, 12, 14, true),
+              (Calls{"SetTime 6", "SetEndTime 20", "SetTime 18", "SetEndTime 20"}));
+    EXPECT_EQ(CallsOf(stretch, 9, 9.5f, true), Calls{});
+    EXPECT_EQ(CallsOf(stretch, 9, 11, true), (Calls{"SetEndTime 17", "SetTime 15", "SetEndTime 17"}));
+    // To -4 seconds, the factor is -0.5: what lay inside comes before the start.
+    EXPECT_EQ(CallsOf(TimeStretch(10.0f, 8.0f, -4.0f), 12, 16, true), (Calls{"SetTime 9", "SetEndTime 7"}));
+}
+
 TEST(StretchMomentTest, InsideScalesAndFromTheEndOnMoves) {
     const auto callsOf = [](float time) {
         LoggingKey record;

@@ -1,3 +1,4 @@
+#include "tests/support/FakeAttributes.h"
 #include "tests/timeline/TrackCtrlFixture.h"
 
 #include <limits>
@@ -144,6 +145,50 @@ TEST_F(TrackCtrlAdjustTest, NeighbourIsTheOneThatTheViewsTellByTheirOldTimes) {
     row.AdjustKeys(10.0f, 8.0f, 4.0f);
     // The second: 11 to 14; the third, at 12 now, finds none but the first; the fourth cuts the second to 13.
     EXPECT_EQ(TimesOf(records), (Times{{2, 3}, {11, 13}, {12, 13}, {13, 14}}));
+}
+
+TEST_F(TrackCtrlAdjustTest, NeighbourIsCutWhenAllHaveMoved) {
+    // 8 seconds become 16, a factor of 2. The first comes to 16 and its neighbour by the views is the second,
+    // whose view stands at 14. That one has gone on to 18, behind it, and keeps its length.
+    const std::vector<IFilmKey*> records{AddRecord(boxTrack, KeyKind::Animation, 13, 13.5f),
+                                         AddRecord(boxTrack, KeyKind::Animation, 14, 17)};
+    CTrackCtrl& row = RowWith(KeyKind::Animation, records);
+    row.AdjustKeys(10.0f, 8.0f, 16.0f);
+    EXPECT_EQ(TimesOf(records), (Times{{16, 16.5f}, {18, 21}}));
+}
+
+TEST_F(TrackCtrlAdjustTest, NoNeighbourEndsBeforeItStarts) {
+    // Behind the interval all move by 8. The first comes to 38; the nearest view before that is the third's,
+    // at 37, which stands at 45 now.
+    const std::vector<IFilmKey*> records{AddRecord(boxTrack, KeyKind::FxSequence, 30, 31),
+                                         AddRecord(boxTrack, KeyKind::FxSequence, 33, 36),
+                                         AddRecord(boxTrack, KeyKind::FxSequence, 37, 39)};
+    CTrackCtrl& row = RowWith(KeyKind::FxSequence, records);
+    row.AdjustKeys(10.0f, 8.0f, 16.0f);
+    EXPECT_EQ(TimesOf(records), (Times{{38, 39}, {41, 44}, {45, 47}}));
+}
+
+TEST_F(TrackCtrlAdjustTest, KeyWithoutADurationEndsWhereItStands) {
+    // The end of the first is stale: it lies before the interval and stays, and is no neighbour that reaches
+    // on.
+    const std::vector<IFilmKey*> records{AddRecord(boxTrack, KeyKind::FxSequence, 2, 40),
+                                         AddRecord(boxTrack, KeyKind::FxSequence, 14, 0)};
+    for (IFilmKey* record : records) {
+        record->flags |= KeyFlag::NoDuration;
+    }
+    CTrackCtrl& row = MakeRow(KeyKind::FxSequence, boxTrack);
+    row.AdjustKeys(10.0f, 8.0f, 4.0f);
+    EXPECT_EQ(TimesOf(records), (Times{{2, 40}, {12, 12}}));
+}
+
+TEST_F(TrackCtrlAdjustTest, WrittenRecordIsTold) {
+    FakeAttributes& attributes = OpenFakeAttributes(plugin);
+    for (const int kind : {KeyKind::Speech, KeyKind::Rotation}) {
+        attributes.record = AddRecord(boxTrack, kind, 30, 31);
+        attributes.log.clear();
+        MakeRow(kind, boxTrack).AdjustKeys(10.0f, 8.0f, 4.0f);
+        EXPECT_EQ(attributes.log, std::vector<std::string>{"Refresh"}) << kind;
+    }
 }
 
 TEST_F(TrackCtrlAdjustTest, RecordBeforeTheIntervalCutsNoNeighbour) {
