@@ -120,6 +120,10 @@ public:
     /// An interval of `from` seconds from `time` on becomes `to` seconds long. Works on the records of this
     /// row's kind; the caller shows the film again.
     void AdjustKeys(float time, float from, float to);
+    /// Keys that start at `time` or later move by `delta` seconds, which may be negative: what straddles the
+    /// begin of the film then is cut to start there, and what falls out of it is removed with undo. Works on
+    /// the records of this row's views; the caller shows the film again.
+    void ShiftKeys(float time, float delta);
     /// Writes position, rotation and scale keys for an object that was moved from the old to the new world
     /// matrix.
     void WriteTransformKeys(float time, const float* newMatrix, const float* oldMatrix);
@@ -208,6 +212,7 @@ private:
     void DropView(CTrackKey* view);
     void RemoveViews(const std::vector<CTrackKey*>& gone);
     void StretchSpans(const std::vector<IFilmKey*>& records, const TimeStretch& stretch, bool scale);
+    std::vector<CTrackKey*> ShiftRecords(float time, float delta) const;
 
     /// Of all rows' views: no view is hit more than half of this beside its time. Pixels.
     static int widestHit;
