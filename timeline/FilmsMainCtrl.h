@@ -237,6 +237,7 @@ private:
     void TakeKeyFilter(const KeyFilter& filter, CTrackCtrl* only);
     void OnMenuSetMovieFrame();
     void OnMenuAdjustTime();
+    void ShiftRows(float time, float length);
     void OnMenuAddCameraTrack();
     void OnMenuCameraParameters();
     void OnMenuTrackParameters();

@@ -5,6 +5,7 @@
 #include "keys/NullTimeTrackKey.h"
 #include "keys/TimedTrackKey.h"
 #include "plugin/PluginImpl.h"
+#include "timeline/AdjustTimeDlg.h"
 #include "timeline/TrackOrder.h"
 
 #include <algorithm>
@@ -65,6 +66,9 @@ private:
 
 void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     IPluginImpl& plugin = GetPlugin();
+    if (film != shownFilm) {
+        adjustTimeDlg->LeaveFilm();
+    }
     const float savedTime = plugin.currentTime;
     RowHandle handle;
     GetTopRowHandle(handle);

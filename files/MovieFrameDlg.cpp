@@ -1,0 +1,57 @@
+#include "files/MovieFrameDlg.h"
+
+#include "framework/DataExchange.h"
+#include "framework/MessageBox.h"
+#include "keys/NumberText.h"
+#include "plugin/PluginImpl.h"
+#include "resources/resource.h"
+
+#include <cmath>
+
+CMovieFrameDlg::CMovieFrameDlg(CWnd* parentWnd) : CDialog(IDD_MOVIE_FRAME, parentWnd) {
+}
+
+void CMovieFrameDlg::DoDataExchange(CDataExchange* exchange) {
+    CDialog::DoDataExchange(exchange);
+    DDX_Text(exchange, IDC_MOVIE_FRAME, text);
+}
+
+BOOL CMovieFrameDlg::OnInitDialog() {
+    const IPluginImpl& plugin = GetPlugin();
+    fps = plugin.framesPerSecond;
+    film = plugin.GetCurrentFilm();
+    if (film == nullptr) {
+        text = "0";
+        AfxMessageBox(IDS_FRAME_NO_FILM);
+        EndDialog(IDCANCEL);
+        return FALSE;
+    }
+    length = film->length;
+    oldText = text;
+    return CDialog::OnInitDialog();
+}
+
+/// The frame behind the last whole one counts too. Float32, since a film of 10.1 seconds has 303 frames.
+bool CMovieFrameDlg::IsInFilm() const {
+    const int frame = IntFromText(text.c_str());
+    return frame >= 0 && !(static_cast<double>(frame) > std::ceil(static_cast<float>(fps) * length));
+}
+
+void CMovieFrameDlg::OnOK() {
+    if (!UpdateData(TRUE)) {
+        return;
+    }
+    if (!IsInFilm()) {
+        AfxMessageBox(IDS_FRAME_RANGE);
+        return; // the user corrects it
+    }
+    EndDialog(IDOK);
+}
+
+/// Required: a number that could have been taken stays in the text; it is the caller who doesn't use it.
+void CMovieFrameDlg::OnCancel() {
+    if (UpdateData(TRUE) && !IsInFilm()) {
+        text = oldText;
+    }
+    CDialog::OnCancel();
+}
