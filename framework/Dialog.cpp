@@ -201,11 +201,13 @@ void CDialog::OnDestroy() {
 void CDialog::GotoDlgCtrl(CWnd* control) {
     if (control) {
         control->SetFocus();
+        control->SendMessage(EM_SETSEL, 0, -1);
         return;
     }
     for (NativeWindow* child : GetSafeHwnd()->Children()) {
         if ((child->windowStyle & WS_TABSTOP) && child->IsShown() && child->widget->isEnabled()) {
             child->widget->setFocus(Qt::OtherFocusReason);
+            child->Send(EM_SETSEL, 0, -1);
             return;
         }
     }

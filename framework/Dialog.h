@@ -26,6 +26,8 @@ public:
 
     UINT GetDefID() const { return defaultId; }
     void SetDefID(UINT id) { defaultId = id; }
+    // Gives a control the keyboard, null the first that takes it. The text of an edit is selected, so that
+    // typing replaces it.
     void GotoDlgCtrl(CWnd* control);
     void CenterWindow();
     // To the upper right of the owner, where a modeless window hides the least of what it belongs to.

@@ -178,6 +178,16 @@ TEST_F(DialogTest, ClicksReachTheMessageMap) {
     EXPECT_EQ(dlg.changes, 1) << "the program knows what it sets";
 }
 
+TEST_F(DialogTest, TypingReplacesTheTextOfTheEditThatTheDialogGivesTheKeyboard) {
+    dlg.begin = 12.5F;
+    Open();
+    QTest::keyClick(Window(), Qt::Key_7);
+    EXPECT_EQ(dlg.GetDlgItemText(1758), "7");
+    dlg.GotoDlgCtrl(dlg.GetDlgItem(1758));
+    QTest::keyClick(Window(), Qt::Key_8);
+    EXPECT_EQ(dlg.GetDlgItemText(1758), "8");
+}
+
 TEST_F(DialogTest, RadioButtonsOfAGroupExcludeEachOther) {
     Open();
     auto* first = NativeWidget(*dlg.GetDlgItem(1804));
