@@ -1,7 +1,9 @@
 #include "tests/timeline/ControlFixture.h"
 
+#include "framework/FileDialog.h"
 #include "keys/TrackKey.h"
 
+#include <filesystem>
 #include <functional>
 #include <gmock/gmock.h>
 #include <random>
@@ -14,7 +16,7 @@ class MainCtrlRandomTest : public ControlTest {
 protected:
     static constexpr int kSteps = 3000;
 
-    MainCtrlRandomTest() {
+    MainCtrlRandomTest() : before(std::filesystem::current_path()) {
         Hooks().cursorPos = [this] { return CPoint(Pick(kWidth), Pick(kHeight)); };
         Hooks().clock = [this] { return clock += 200; };
         Hooks().popupMenu = [this](const CMenu& menu, CPoint) {
@@ -23,10 +25,14 @@ protected:
                                  : items[static_cast<std::size_t>(Pick(static_cast<int>(items.size())))].id;
         };
         Hooks().modalDialog = [](CDialog&) { return int{IDCANCEL}; };
+        Hooks().fileDialog = [](CFileDialog&) { return int{IDCANCEL}; };
         for (int i = 0; i < 3; ++i) {
             MakeFilm(i);
         }
     }
+
+    /// Dialogs for files leave the program's folder behind.
+    ~MainCtrlRandomTest() override { std::filesystem::current_path(before); }
 
     int Pick(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random); }
     float PickTime() { return static_cast<float>(Pick(1200)) / 100.0f - 1.0f; }
@@ -113,6 +119,7 @@ protected:
         }
     }
 
+    std::filesystem::path before;
     std::mt19937 random;
     std::uint32_t clock = 0;
 };
