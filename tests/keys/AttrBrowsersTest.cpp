@@ -6,6 +6,7 @@
 #include "framework/FileDialog.h"
 #include "framework/Resource.h"
 #include "host/engine/MeshLibrary.h"
+#include "keys/KeyAttributesDlg.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginResources.h"
 #include "tests/support/TempFolder.h"
@@ -138,6 +139,28 @@ TEST_F(AttrBrowsersTest, ElementGoesWholeToTheCurrentKeyAndTheFilmIsShownAnew) {
     EXPECT_NE(RowOf("Robot")->FindChild(KeyKind::Animation, -2), nullptr);
     EXPECT_NE(ViewOf(record), nullptr);
     ExpectNothingDangles();
+}
+
+// The key on show is the current one for the browser, whichever was pressed in a row since, and once more
+// after the rows were made anew.
+TEST_F(AttrBrowsersTest, KeyOnShowTakesTheElementInEveryVisit) {
+    auto* other =
+        static_cast<CFilmAnimationKey*>(AddKey(film->FindObjectTrack(robot), KeyKind::Animation, 4.0f));
+    control->ShowFilm(film, true);
+    plugin.keyAttributesDlg = std::make_unique<CFilmKeyAttributesDlg>();
+    auto& dialog = static_cast<CFilmKeyAttributesDlg&>(*plugin.keyAttributesDlg);
+    dialog.SetKey(ViewOf(record), /*refresh*/ false);
+    for (const char* element : {"Bip01 Head", "Bip01 Spine"}) {
+        CurrentKey() = ViewOf(other);
+        dialog.list.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 10)); // "Mesh element"
+        browser.answer = element;
+        dialog.list.Browse(dialog.list.inPlaceButton);
+        EXPECT_EQ(record->meshElement, element);
+        EXPECT_EQ(other->meshElement, "");
+        EXPECT_EQ(dialog.GetRecord(), record);
+        EXPECT_EQ(CurrentKey(), ViewOf(record));
+    }
+    plugin.keyAttributesDlg.reset();
 }
 
 TEST_F(AttrBrowsersTest, OnlyAnAnimationKeyTakesTheElement) {

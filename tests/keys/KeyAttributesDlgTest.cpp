@@ -198,6 +198,48 @@ TEST_F(KeyAttributesDlgTest, ConditionsHideRowsAndKeepTheirValues) {
     EXPECT_EQ(Dialog().FindMember("In Y", "IN CONTROL POINT")->value[0].AsFloat(), 8.0f);
 }
 
+TEST_F(KeyAttributesDlgTest, ShowingAWindowThatIsOpenLeavesTheKeyboardWhereItIs) {
+    Open(PutPosition(2.0f, 1.5f));
+    LeaveEditor();
+    Dialog().Show(CFilmKeyAttributesDlg::kShow);
+    Settle();
+    EXPECT_EQ(CWnd::GetFocus(), control.get());
+    EXPECT_TRUE(Dialog().IsVisible());
+}
+
+TEST_F(KeyAttributesDlgTest, HidingKeepsKeyAndRows) {
+    CFilmVectorKey* key = PutPosition(2.0f, 1.5f);
+    Open(key);
+    Dialog().Show(CFilmKeyAttributesDlg::kHide);
+    EXPECT_FALSE(Dialog().IsVisible());
+    Dialog().Show(CFilmKeyAttributesDlg::kHide); // hidden already
+    EXPECT_FALSE(Dialog().IsVisible());
+    EXPECT_EQ(Dialog().GetRecord(), key);
+    EXPECT_EQ(Dialog().list.GetCount(), 5);
+}
+
+TEST_F(KeyAttributesDlgTest, RebuiltListKeepsItsFirstRowSelected) {
+    Open(PutPosition(2.0f, 1.5f));
+    Dialog().list.SetCurSel(0);
+    Dialog().RebuildList();
+    EXPECT_EQ(Dialog().list.GetCurSel(), 0);
+    Dialog().list.SetCurSel(-1);
+    Dialog().RebuildList();
+    EXPECT_EQ(Dialog().list.GetCurSel(), -1) << "and none where none was";
+}
+
+TEST_F(KeyAttributesDlgTest, RebuiltListStaysWhereItWasScrolledTo) {
+    CFilmVectorKey* key = PutPosition(2.0f, 1.5f);
+    key->SetInMethod(BezierMethod::User);
+    key->SetOutMethod(BezierMethod::User);
+    Open(key);
+    Dialog().list.MoveWindow(7, 8, 300, 60); // three rows of eleven
+    Dialog().list.SetTopIndex(4);
+    ASSERT_EQ(Dialog().list.GetTopIndex(), 4);
+    Dialog().UpdateRows();
+    EXPECT_EQ(Dialog().list.GetTopIndex(), 4);
+}
+
 TEST_F(KeyAttributesDlgTest, RebuiltListKeepsItsSelection) {
     Open(PutPosition(2.0f, 1.5f));
     Dialog().list.SetCurSel(1);

@@ -1,5 +1,8 @@
 #include "tests/timeline/CommandFixture.h"
 
+#include "framework/Menu.h"
+#include "framework/Resource.h"
+#include "plugin/PluginResources.h"
 #include "resources/resource.h"
 #include "timeline/LooseKey.h"
 
@@ -239,6 +242,31 @@ TEST_F(NewKeysTest, AttributesAreCopiedFromKeyToKey) {
     EXPECT_EQ(dialog.key, target);
     RunOn(IDC_PASTE_ATTRIBUTES, row, target); // once more; on show already it is only read anew
     EXPECT_THAT(dialog.log, ElementsAre("SetKey key", "Refresh"));
+}
+
+TEST_F(NewKeysTest, PasteIsOfferedOnKeysAndRowsOfTheCopiedKind) {
+    CTrackCtrl* row = Row(KeyKind::Position);
+    CTrackKey* key = *row->keys.begin();
+    RunOn(IDC_COPY_ATTRIBUTES, row, key);
+    const ResourceScope resources(PluginResources());
+    CMenu keySource;
+    CMenu rowSource;
+    keySource.LoadMenu(IDR_KEY_MENU);
+    rowSource.LoadMenu(IDR_ROW_MENU);
+    const auto isOffered = [](CMenu& menu, UINT id) {
+        const UINT state = menu.GetMenuState(id, MF_BYCOMMAND);
+        return state != 0xFFFFFFFF && (state & MF_GRAYED) == 0;
+    };
+    for (const int kind : {KeyKind::Position, KeyKind::Rotation}) {
+        CMenu keyMenu;
+        keyMenu.CreatePopupMenu();
+        (*Row(kind)->keys.begin())->FillKeyMenu(&keyMenu, &keySource);
+        EXPECT_EQ(isOffered(keyMenu, IDC_PASTE_ATTRIBUTES), kind == KeyKind::Position) << kind;
+        CMenu rowMenu;
+        rowMenu.CreatePopupMenu();
+        Row(kind)->FillRowMenu(&rowMenu, &rowSource);
+        EXPECT_EQ(isOffered(rowMenu, IDC_PASTE_KEY), kind == KeyKind::Position) << kind;
+    }
 }
 
 TEST_F(NewKeysTest, NothingIsPastedWithoutASourceOrAKey) {
