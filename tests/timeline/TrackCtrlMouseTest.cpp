@@ -126,6 +126,21 @@ TEST_F(TrackCtrlMouseTest, GripOfTheCurrentKeyIsLiveInAnyRowAtAnyHeight) {
     EXPECT_EQ(CurrentKey(), nullptr);
 }
 
+// Required: a hidden key's grips are live as long as it is the current one, and the press shows it.
+TEST_F(TrackCtrlMouseTest, HiddenKeyIsShownByAPressOnItsGrip) {
+    CTrackCtrl& row = MakeRow(KeyKind::FxRain);
+    auto* key = static_cast<CTimedTrackKey*>(AddBox(row, 1.0f, 2.0f)); // grips 182 to 197 and 303 to 318
+    RenderRow(row);
+    CurrentKey() = key;
+    key->state = CTrackKey::kHidden;
+    Press(row, 190, 10);
+    EXPECT_EQ(row.dragKey, key);
+    EXPECT_EQ(key->state, CTrackKey::kHighlighted);
+    EXPECT_TRUE(key->selected);
+    EXPECT_EQ(key->dragMode, CTimedTrackKey::kDragNone) << "a hidden key takes no press itself";
+    Release(row, 190, 10);
+}
+
 TEST_F(TrackCtrlMouseTest, RemovedKeyCannotBeGripped) {
     CTrackCtrl& row = MakeRow(KeyKind::FxRain);
     CTrackKey* key = AddBox(row, 1.0f, 2.0f); // grips 182 to 197 and 303 to 318
