@@ -3,9 +3,14 @@
 
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
+
+#include <algorithm>
+#include <vector>
 
 namespace {
 
@@ -14,24 +19,55 @@ bool IsRadio(const NativeWindow& native) {
     return type == BS_RADIOBUTTON || type == BS_AUTORADIOBUTTON;
 }
 
-// The radio buttons between two WS_GROUP controls exclude each other.
-void UncheckOthersInGroup(NativeWindow& clicked) {
-    NativeWindow* parent = clicked.Parent();
-    const auto all = parent ? parent->Children() : std::vector<NativeWindow*>();
-    std::vector<NativeWindow*> group;
+// The radio buttons that stand with this one between two WS_GROUP controls, in the order of the template.
+std::vector<QRadioButton*> RadioGroupOf(NativeWindow& radio) {
+    const auto all = radio.Parent() ? radio.Parent()->Children() : std::vector<NativeWindow*>();
+    std::vector<QRadioButton*> group;
+    bool found = false;
     for (NativeWindow* child : all) {
         if (child->windowStyle & WS_GROUP) {
-            if (std::find(group.begin(), group.end(), &clicked) != group.end()) {
+            if (found) {
                 break;
             }
             group.clear();
         }
-        group.push_back(child);
+        found = found || child == &radio;
+        auto* button = dynamic_cast<QRadioButton*>(child);
+        if (button && IsRadio(*child)) {
+            group.push_back(button);
+        }
     }
-    for (NativeWindow* child : group) {
-        auto* radio = dynamic_cast<QRadioButton*>(child);
-        if (child != &clicked && radio && IsRadio(*child)) {
+    return group;
+}
+
+void UncheckOthersInGroup(NativeWindow& clicked) {
+    for (QRadioButton* radio : RadioGroupOf(clicked)) {
+        if (radio != clicked.widget) {
             radio->setChecked(false);
+        }
+    }
+}
+
+// 1 forwards, -1 backwards, 0 for another key.
+int ArrowStep(int key) {
+    const bool forwards = key == Qt::Key_Down || key == Qt::Key_Right;
+    return forwards ? 1 : key == Qt::Key_Up || key == Qt::Key_Left ? -1 : 0;
+}
+
+// The next radio button round the group that can be pressed gets the keyboard and is pressed.
+void PressNextInGroup(NativeWindow& radio, int step) {
+    const std::vector<QRadioButton*> group = RadioGroupOf(radio);
+    const auto count = static_cast<int>(group.size());
+    const auto own = static_cast<int>(std::find(group.begin(), group.end(), radio.widget) - group.begin());
+    for (int i = 1; i < count; ++i) {
+        const QPointer<QRadioButton> next =
+            group[static_cast<std::size_t>((own + i * step + i * count) % count)];
+        if (next->isVisible() && next->isEnabled()) {
+            next->setFocus(Qt::OtherFocusReason);
+            if (next) {
+                next->click();
+            }
+            return;
         }
     }
 }
@@ -65,6 +101,14 @@ public:
     }
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        const int step = IsRadio(*this) ? ArrowStep(event->key()) : 0;
+        if (step == 0) {
+            QBase::keyPressEvent(event);
+        } else {
+            PressNextInGroup(*this, step);
+        }
+    }
     void hideEvent(QHideEvent* event) override {
         QBase::hideEvent(event);
         EndPress();
