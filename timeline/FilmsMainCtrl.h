@@ -239,6 +239,7 @@ private:
     void OnMenuAdjustTime();
     void ShiftRows(float time, float length);
     void OnMenuAddCameraTrack();
+    static void MoveCameraRow(CTrackCtrl& row, int index);
     void OnMenuCameraParameters();
     void OnMenuTrackParameters();
     void OnMenuExportTrack();

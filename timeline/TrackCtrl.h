@@ -70,6 +70,8 @@ public:
     void RenameAnimationKeys(const std::string& from, const std::string& to);
     void RemoveChildRow(CTrackCtrl* row);
     void SetCameraIndex(int index);
+    /// As the kind is called, a camera row with its index.
+    void NameAfterKind();
 
     // Folding and filter.
     void UpdateVisibility(bool show);
@@ -194,7 +196,6 @@ private:
     void NoteNewSize(TimelineContext& timeline, CTrackKey* key);
 
     // The tree.
-    void NameAfterKind();
     bool IsCameraRow() const { return kind == KeyKind::Camera; }
     bool AskForMeshElement(EditorObject& object, const std::string& element);
     bool EnsureAnimationRow(TimelineContext& timeline, EditorObject& object, const std::string& element);

@@ -1,0 +1,23 @@
+#include "files/CameraWatch.h"
+
+#include "plugin/PluginImpl.h"
+
+void CameraWatch::Begin(CFilmTrack* track) {
+    const CFilmCameraTrack* camera = AsCameraTrack(track);
+    watched = camera;
+    name = camera != nullptr ? camera->cameraName : std::string();
+}
+
+CFilmCameraTrack* CameraWatch::Find() const {
+    const IFilm* film = GetPlugin().GetCurrentFilm();
+    if (film == nullptr || watched == nullptr) {
+        return nullptr;
+    }
+    for (CFilmTrack* track : film->tracks) {
+        CFilmCameraTrack* camera = track == watched ? AsCameraTrack(track) : nullptr;
+        if (camera != nullptr && camera->cameraName == name) {
+            return camera;
+        }
+    }
+    return nullptr;
+}
