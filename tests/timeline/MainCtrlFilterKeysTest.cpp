@@ -87,6 +87,45 @@ TEST_F(MainCtrlFilterKeysTest, EveryKindOfATrackGetsItsRow) {
     }
 }
 
+TEST_F(MainCtrlFilterKeysTest, EveryKindOfEveryTrackIsFilledFromNothing) {
+    AddCamera(film, "Cam");
+    editor.CreateOfClass("GLLightEditorObject", "Lamp");
+    editor.CreateOfClass("FilmsDynLightEditorObject", "Torch");
+    for (CFilmTrack* each : film->tracks) {
+        for (int kind = 0; kind < KeyKind::FilterCount; ++kind) {
+            each->ClearKind(kind);
+        }
+    }
+    control->ShowFilm(film, true);
+    std::size_t filled = 0;
+    for (CFilmTrack* each : std::vector<CFilmTrack*>(film->tracks.begin(), film->tracks.end())) {
+        CTrackCtrl* root = control->FindRowOfKey(nullptr);
+        for (CTrackCtrl* row : control->tracks) {
+            root = row->IsRoot() && row->track == each ? row : root;
+        }
+        root->SetExpanded(true, true);
+        std::array<std::uint8_t, KeyKind::FilterCount> available{};
+        Filter(root, [&available](CKeysFilterDlg& dialog) {
+            available = dialog.available;
+            for (int kind = 0; kind < KeyKind::FilterCount; ++kind) {
+                Tick(dialog, kind, available[static_cast<std::size_t>(kind)] != 0);
+            }
+        });
+        for (int kind = 0; kind < KeyKind::FilterCount; ++kind) {
+            CTrackCtrl* row = root->FindChild(kind, CTrackCtrl::kAnySubIndex);
+            ASSERT_EQ(row != nullptr, available[static_cast<std::size_t>(kind)] != 0)
+                << root->name << " " << kind;
+            if (row != nullptr) {
+                EXPECT_TRUE(row->visible) << root->name << " " << kind;
+                RunAt(IDC_ADD_KEY, row, 5.0f);
+                EXPECT_EQ(KeysOf(*each, kind).size(), 1U) << root->name << " " << kind;
+                ++filled;
+            }
+        }
+    }
+    EXPECT_EQ(filled, 10U + 12U + 4U + 3U + 5U); // level, actor, camera and the two lights
+}
+
 TEST_F(MainCtrlFilterKeysTest, OnlyRootRowsHaveADialog) {
     Filter(Row(KeyKind::Position), [](CKeysFilterDlg&) {});
     Filter(nullptr, [](CKeysFilterDlg&) {});
@@ -208,6 +247,17 @@ TEST_F(MainCtrlFilterKeysTest, ApplyToAllHidesElsewhereWhatItsOwnTrackCantHold) 
     // Required: the level's own flags of those kinds are clear, and they are all applied.
     EXPECT_FALSE(Row(KeyKind::Position)->visible);
     EXPECT_THAT(VisibleNames(), Not(Contains("Position keys")));
+}
+
+TEST_F(MainCtrlFilterKeysTest, ApplyToAllShowsTheKindsOfAHiddenTrackWithoutItsOwnRow) {
+    plugin.AddActors({editor.Create("Boat")});
+    RowOf("Boat")->SetExpanded(true, true);
+    RowOf("Boat")->SetVisibleFlag(false);
+    ASSERT_FALSE(RowOf("Boat", KeyKind::Position)->visible);
+    Filter(RowOf("Crate"),
+           [](CKeysFilterDlg& dialog) { dialog.CheckDlgButton(IDC_APPLY_TO_ALL, BST_CHECKED); });
+    EXPECT_FALSE(RowOf("Boat")->visible);
+    EXPECT_TRUE(RowOf("Boat", KeyKind::Position)->visible); // Required: its fold state alone counts.
 }
 
 TEST_F(MainCtrlFilterKeysTest, NamelessRecordIsNotDoubledByReadingItAgain) {
