@@ -57,6 +57,14 @@ void LevelData::SetSun(bool present) {
     sunObject = sun.get();
 }
 
+const OwnPlace* LevelData::PlaceBeforeMove(const SceneObject& object) const {
+    if (placesBeforeMove == nullptr) {
+        return nullptr;
+    }
+    const auto place = placesBeforeMove->find(object.id);
+    return place != placesBeforeMove->end() ? &place->second : nullptr;
+}
+
 SceneObject* LevelData::Find(int id) const {
     const auto found = byId.find(id);
     return found == byId.end() ? nullptr : found->second;

@@ -2,6 +2,7 @@
 
 #include "host/engine/Group.h"
 #include "host/engine/Light.h"
+#include "host/engine/OwnPlace.h"
 #include "host/engine/RawChunk.h"
 #include "host/engine/SceneObject.h"
 #include "plugin/contract/Level.h"
@@ -85,7 +86,12 @@ public:
     /// kDeepestChild are cut and told.
     void Relink(std::vector<std::string>& messages);
 
+    /// Where an object stood before a move that is under way; null if it is not moved.
+    const OwnPlace* PlaceBeforeMove(const SceneObject& object) const;
+
     static constexpr int kDeepestChild = 200;
+
+    std::shared_ptr<const OwnPlaces> placesBeforeMove; ///< set by PlacesBeforeMove, null outside of one
 
     std::vector<SavedView> savedViews;
     std::vector<RawChunk> foreignChunks;     ///< of the level's file and known to nobody

@@ -43,9 +43,18 @@ void ObjectTrack::SetParent(EditorObject* object, bool isVirtual, const std::str
     Manager().OnStructureChanged();
 }
 
+const OwnPlace* ObjectTrack::KnownPlace() const {
+    return ownPlace.IsOf(Actor()) ? &ownPlace : Manager().Data().PlaceBeforeMove(*Actor());
+}
+
 void ObjectTrack::CaptureBase() {
-    if (Actor() != nullptr && !Actor()->Pose() && IsFinite(Actor()->World())) {
-        base = Actor()->World();
+    if (Actor() == nullptr || Actor()->Pose()) {
+        return;
+    }
+    const OwnPlace* known = KnownPlace();
+    const Matrix4& own = known != nullptr ? known->World() : Actor()->World();
+    if (IsFinite(own)) {
+        base = own;
         NoteChange();
     }
 }
@@ -116,7 +125,12 @@ bool ObjectTrack::IsPlain() const {
 }
 
 void ObjectTrack::KeepPlace() {
-    if (Actor() != nullptr && !ownPlace.IsOf(Actor())) {
+    if (Actor() == nullptr || ownPlace.IsOf(Actor())) {
+        return;
+    }
+    if (const OwnPlace* before = KnownPlace()) {
+        ownPlace = *before;
+    } else {
         ownPlace.Keep(*Actor());
     }
 }

@@ -47,6 +47,8 @@ public:
     int order = 0; ///< mark of Film's ordering
 
 private:
+    /// The actor's own place as far as it is known while a film or a move has it elsewhere, else null.
+    const OwnPlace* KnownPlace() const;
     void CaptureBase();
 
     Matrix4 base; ///< what the actor's matrix is without keys

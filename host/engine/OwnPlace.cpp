@@ -1,5 +1,7 @@
 #include "host/engine/OwnPlace.h"
 
+#include "host/engine/Level.h"
+#include "host/engine/LevelData.h"
 #include "host/engine/SceneObject.h"
 
 namespace engine {
@@ -30,6 +32,30 @@ void OwnPlace::PutBack(SceneObject* object) {
         world = Multiply(Multiply(world, inverse), parent->World());
     }
     object->SetMatrix(world.m, 0);
+}
+
+PlacesBeforeMove::PlacesBeforeMove(Level& movedLevel, const ObjectList& objects) : level(movedLevel) {
+    LevelData* data = level.Data();
+    if (data == nullptr || data->filmManager->currentFilm == nullptr) {
+        return;
+    }
+    outer = data->placesBeforeMove;
+    auto table = std::make_shared<OwnPlaces>(outer != nullptr ? *outer : OwnPlaces{});
+    for (const EditorObject* object : objects) {
+        const auto [place, isNew] = table->try_emplace(object->id);
+        if (isNew) {
+            place->second.Keep(static_cast<const SceneObject&>(*object));
+        }
+    }
+    places = std::move(table);
+    data->placesBeforeMove = places;
+}
+
+PlacesBeforeMove::~PlacesBeforeMove() {
+    if (LevelData* data = level.Data();
+        data != nullptr && places != nullptr && data->placesBeforeMove == places) {
+        data->placesBeforeMove = outer;
+    }
 }
 
 } // namespace engine

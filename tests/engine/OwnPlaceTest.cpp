@@ -106,6 +106,75 @@ TEST_F(OwnPlaceTest, AnActorTakenOutOfItsFilmOrReplacedGoesBackAtOnce) {
     ExpectVector(crate.World().Translation(), {2.0f, 0.0f, 0.0f});
 }
 
+TEST_F(OwnPlaceTest, AnActorMadeByAMoveGoesBackToWhereItStoodBeforeIt) {
+    SceneObject& cart = MakeObject("Cart", {10.0f, 0.0f, 0.0f});
+    SceneObject& box = MakeObject("Box", {11.0f, 0.0f, 0.0f}, &cart);
+    SceneObject& other = MakeObject("Other", {5.0f, 0.0f, 0.0f});
+    level.Data()->filmManager->currentFilm = film;
+    {
+        const engine::PlacesBeforeMove before(level, {&cart, &box});
+        cart.SetPosition(Vector3{20.0f, 0.0f, 0.0f}.Data(), 0);
+        other.SetPosition(Vector3{6.0f, 0.0f, 0.0f}.Data(), 0); // nobody's move
+        for (SceneObject* object : {&cart, &box, &other}) {
+            Drive(*object, {50.0f, 60.0f, 70.0f});
+        }
+        const engine::PlacesBeforeMove again(level, {&cart}); // a move inside of it knows no better
+        film->SetTime(0.0f, -1.0f);
+    }
+    film->Deactivate();
+    ExpectVector(cart.World().Translation(), {10.0f, 0.0f, 0.0f});
+    ExpectVector(box.World().Translation(), {11.0f, 0.0f, 0.0f});
+    ExpectVector(other.World().Translation(), {6.0f, 0.0f, 0.0f});
+}
+
+TEST_F(OwnPlaceTest, WhereAMovedActorHasNoKeysItIsAsBeforeTheMove) {
+    SceneObject& box = MakeObject("Box", {10.0f, 0.0f, 0.0f});
+    level.Data()->filmManager->currentFilm = film;
+    {
+        const engine::PlacesBeforeMove before(level, {&box});
+        box.SetPosition(Vector3{20.0f, 0.0f, 0.0f}.Data(), 0);
+        AddVector(AddActor(box), KeyKind::Rotation, 0.0f, {10.0f, 20.0f, 30.0f});
+        film->SetTime(0.0f, -1.0f);
+    }
+    ExpectVector(box.World().Translation(), {10.0f, 0.0f, 0.0f});
+}
+
+TEST_F(OwnPlaceTest, AnActorThatIsGivenToItsTrackAgainKeepsItsOwnPlace) {
+    SceneObject& box = MakeObject("Box", {10.0f, 0.0f, 0.0f});
+    CFilmObjectTrack& track = Drive(box, {50.0f, 60.0f, 70.0f});
+    film->SetTime(0.0f, -1.0f);
+    track.SetActor(&box, true);
+    track.ClearKind(KeyKind::Position);
+    film->SetTime(0.0f, -1.0f);
+    ExpectVector(box.World().Translation(), {10.0f, 0.0f, 0.0f});
+    film->Deactivate();
+    ExpectVector(box.World().Translation(), {10.0f, 0.0f, 0.0f});
+}
+
+TEST_F(OwnPlaceTest, PlacesOfAMoveGoWithIt) {
+    SceneObject& box = MakeObject("Box", {10.0f, 0.0f, 0.0f});
+    level.Data()->filmManager->currentFilm = nullptr;
+    {
+        const engine::PlacesBeforeMove closed(level, {&box});
+        EXPECT_EQ(level.Data()->PlaceBeforeMove(box), nullptr) << "nothing poses it";
+    }
+    level.Data()->filmManager->currentFilm = film;
+    {
+        const engine::PlacesBeforeMove before(level, {&box});
+        EXPECT_NE(level.Data()->PlaceBeforeMove(box), nullptr);
+    }
+    EXPECT_EQ(level.Data()->PlaceBeforeMove(box), nullptr);
+}
+
+TEST_F(OwnPlaceTest, ALevelThatGoesInTheMiddleOfAMoveIsLeftAlone) {
+    SceneObject& box = MakeObject("Box", {10.0f, 0.0f, 0.0f});
+    level.Data()->filmManager->currentFilm = film;
+    auto before = std::make_unique<engine::PlacesBeforeMove>(level, ObjectList{&box});
+    level.New("");
+    before.reset();
+    EXPECT_EQ(level.Data()->placesBeforeMove, nullptr);
+}
+
 TEST_F(OwnPlaceTest, ALightGoesBackToItsPlaceWhenItsFilmCloses) {
     SceneObject& cart = MakeObject("Cart");
     for (const char* name : {ClassName::GLLight, ClassName::DynLight}) {

@@ -209,6 +209,9 @@ void ObjectCommands::Move(std::vector<ObjectMove> moves) {
         moved.push_back(move.object);
     }
     const ObjectList followers = FollowersOf(moved);
+    ObjectList all = moved;
+    all.insert(all.end(), followers.begin(), followers.end());
+    const engine::PlacesBeforeMove before(host.level, all); // a move may make them actors
     const std::vector<MovePath> paths = PathsOf(moves, followers);
     std::size_t steps = 1;
     for (const MovePath& path : paths) {
