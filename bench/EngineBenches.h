@@ -15,5 +15,6 @@ void RegisterKeyDragFrameBenches();
 void RegisterCameraPathBenches();
 void RegisterStageObjectsBenches();
 void RegisterAttributesBenches();
+void RegisterFilterBenches();
 
 } // namespace films_bench

@@ -21,6 +21,7 @@ int main(int argc, char** argv) {
     films_bench::RegisterCameraPathBenches();
     films_bench::RegisterStageObjectsBenches();
     films_bench::RegisterAttributesBenches();
+    films_bench::RegisterFilterBenches();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;

@@ -40,6 +40,7 @@ RATIOS = [
     ("LeaveLevel/40000", "LeaveLevel/4000", 40.0),
     ("AttributesWheel/100000", "AttributesWheel/1000", 2.0),
     ("AttributesNext/10000", "AttributesNext/1000", 12.0),
+    ("FilterKeys/M", "ShowFilm/600rows_300k", 1.3),
 ]
 # name, counter, highest value
 COUNTERS = [
