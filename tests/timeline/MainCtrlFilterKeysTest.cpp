@@ -1,7 +1,6 @@
 #include "tests/timeline/CommandFixture.h"
 
 #include "files/KeysFilterDlg.h"
-#include "plugin/ChunkReader.h"
 #include "resources/resource.h"
 #include "timeline/TrackCtrlStore.h"
 
