@@ -1,6 +1,7 @@
 #include "timeline/AdjustTimeDlg.h"
 
 #include "resources/resource.h"
+#include "tests/support/CommaLocale.h"
 #include "tests/timeline/CommandFixture.h"
 #include "tests/timeline/ModalUser.h"
 
@@ -164,6 +165,18 @@ TEST_F(AdjustTimeDlgTest, WhatIsNoNumberCountsAsNothing) {
 TEST_F(AdjustTimeDlgTest, ANumberEndsWhereTheTextIsNone) {
     Open([] {
         ModalUser::Type(kLength, " 2.5s");
+        ModalUser::Click(kInsert);
+    });
+    EXPECT_EQ(film->length, 12.5f);
+}
+
+TEST_F(AdjustTimeDlgTest, NumbersHaveAPointInAnyLocale) {
+    const CommaLocale comma;
+    ASSERT_TRUE(comma.IsInForce());
+    Open([] {
+        EXPECT_TRUE(ModalUser::Says("5.000"));
+        EXPECT_EQ(ModalUser::TextOf(kLength), "0.000");
+        ModalUser::Type(kLength, "2.5");
         ModalUser::Click(kInsert);
     });
     EXPECT_EQ(film->length, 12.5f);
