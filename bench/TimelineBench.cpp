@@ -72,6 +72,29 @@ void ShowFilm(benchmark::State& state, Case size) {
     }
 }
 
+/// One step on the M film while it is shown, and what it paints outside of the time.
+template <class Step> void OnShownFilm(benchmark::State& state, Step step) {
+    TimelineFilm timeline(kMedium);
+    timeline.Show();
+    TimelineFilm::Paint();
+    int turn = 0;
+    for (auto _ : state) {
+        const auto start = Clock::now();
+        step(timeline, turn++);
+        state.SetIterationTime(SecondsSince(start));
+        TimelineFilm::Paint();
+    }
+}
+
+void ShowAgain(TimelineFilm& timeline, int /*turn*/) {
+    timeline.Show();
+}
+
+/// Puts a second in behind the first keys, or takes it out again: all other keys of all rows move.
+void AdjustTime(TimelineFilm& timeline, int turn) {
+    timeline.control->InsertTime(0.5f * kKeySeconds, turn % 2 == 0 ? 1.0f : -1.0f);
+}
+
 /// The same views and row windows, made in bare loops.
 void BareShow(benchmark::State& state, Case size) {
     TimelineFilm timeline(size);
@@ -314,6 +337,15 @@ void RegisterTimelineBenches() {
         ->UseManualTime()
         ->Iterations(kRepeats)
         ->Unit(benchmark::kMillisecond);
+    const std::pair<const char*, void (*)(TimelineFilm&, int)> shown[] = {{"ShowFilm_again/M", ShowAgain},
+                                                                          {"AdjustTime/M", AdjustTime}};
+    for (const auto& [name, step] : shown) {
+        benchmark::RegisterBenchmark(name,
+                                     [step = step](benchmark::State& state) { OnShownFilm(state, step); })
+            ->UseManualTime()
+            ->Iterations(kRepeats + 1) // as many seconds come as go
+            ->Unit(benchmark::kMillisecond);
+    }
     benchmark::RegisterBenchmark("view_memory/300k", ViewMemory)->Iterations(1);
     benchmark::RegisterBenchmark("PaintFrame/8000keys", PaintFrame)->Unit(benchmark::kMicrosecond);
     benchmark::RegisterBenchmark("PaintFrame/8000keys_naive", PaintFrameNaive)->Unit(benchmark::kMicrosecond);

@@ -24,6 +24,7 @@ RATIOS = [
     ("load/M", "arena_load/M", 1.0),
     ("ShowFilm/600rows_300k", "bare_ShowFilm/600rows_300k", 2.0),
     ("ShowFilm/600rows_300k", "ShowFilm/600rows_30k", 12.0),
+    ("AdjustTime/M", "ShowFilm_again/M", 1.3),
     ("PaintFrame/8000keys", "PaintFrame/8000keys_naive", 0.8),
     ("PaintKeys/8000", "PaintKeys/8000_naive", 0.8),
     ("KeyDrag/100000", "KeyDrag/10000", 30.0),
