@@ -1,4 +1,7 @@
+#include "host/engine/LevelRoot.h"
+#include "host/engine/ObjectTrack.h"
 #include "tests/plugin/PluginFixture.h"
+#include "tests/support/TempFolder.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -10,6 +13,9 @@ protected:
     void ToVirtual(ObjectList objects, int answer = IDYES) {
         boxAnswer = answer;
         plugin.ConvertToVirtualObjects(&objects);
+    }
+    bool IsMarked(IFilm* film, const EditorObject* object) {
+        return static_cast<engine::ObjectTrack*>(film->FindObjectTrack(object))->actorIsVirtual;
     }
     void ToNormal(ObjectList objects) { plugin.ConvertToNormalObjects(&objects); }
 };
@@ -58,6 +64,114 @@ TEST_F(VirtualObjectsTest, ConvertedObjectIsRenamedIfAnotherHasItsName) {
     EXPECT_EQ(first->name, "Crate");
     EXPECT_NE(second->name, "Crate");
     EXPECT_EQ(plugin.virtualObjects.front().objectName, second->name);
+}
+
+TEST_F(VirtualObjectsTest, EachObjectIsRenamedAsOftenAsOthersHaveItsNameThen) {
+    EditorObject* first = editor.Create("Crate");
+    EditorObject* second = editor.Create("Second");
+    EditorObject* third = editor.Create("Third");
+    second->name = third->name = "Crate";
+    ToVirtual({second, third});
+    EXPECT_EQ(first->name, "Crate");
+    EXPECT_NE(second->name, "Crate");
+    EXPECT_NE(third->name, "Crate");
+    EXPECT_NE(second->name, third->name);
+    EXPECT_EQ(plugin.virtualObjects.front().objectName, second->name);
+    EXPECT_EQ(plugin.virtualObjects.back().objectName, third->name);
+    EXPECT_EQ(boxes.size(), 1u);
+    EXPECT_THAT(editor.broadcasts, ElementsAre(EventCode::ClassesChanged));
+}
+
+TEST_F(VirtualObjectsTest, TracksOfAllFilmsAreMarkedAndFreed) {
+    EditorObject* crate = editor.Create("Crate");
+    EditorObject* other = editor.Create("Other");
+    IFilm* first = OpenFilmWith({crate, other});
+    IFilm* second = OpenFilmWith({crate});
+    ToVirtual({crate});
+    EXPECT_TRUE(IsMarked(first, crate));
+    EXPECT_TRUE(IsMarked(second, crate));
+    EXPECT_FALSE(IsMarked(first, other));
+    ToNormal({crate});
+    EXPECT_FALSE(IsMarked(first, crate));
+    EXPECT_FALSE(IsMarked(second, crate));
+    EXPECT_EQ(AsObjectTrack(first->FindObjectTrack(crate))->actor, crate);
+}
+
+TEST_F(VirtualObjectsTest, TheQuestionComesEvenWithNothingToConvertOrNoLevel) {
+    ToVirtual({});
+    EXPECT_EQ(boxes.size(), 1u);
+    EXPECT_THAT(editor.broadcasts, IsEmpty());
+    EditorObject* crate = editor.Create("Crate");
+    Hooks().messageBox = [this, crate](const std::string& text, UINT type) {
+        boxes.push_back(text);
+        EXPECT_EQ(type & MB_TYPEMASK, UINT{MB_YESNO});
+        plugin.OnEvent(EventCode::HostGoesAway, nullptr);
+        return IDYES;
+    };
+    ToVirtual({crate});
+    EXPECT_EQ(boxes.size(), 2u);
+    EXPECT_EQ(crate->GetInfo()->className, "MeshObject");
+    plugin.Initialize(&editor, kPluginNumber, &editor);
+}
+
+TEST_F(VirtualObjectsTest, WithoutFilmsNothingIsConvertedBack) {
+    EditorObject* crate = editor.Create("Crate");
+    ToVirtual({crate});
+    IFilmManager* manager = Data().filmManager;
+    Data().filmManager = nullptr;
+    ToNormal({crate});
+    Data().filmManager = manager;
+    EXPECT_EQ(crate->GetInfo()->className, "VirtualObjEditorObject");
+}
+
+TEST_F(VirtualObjectsTest, ObjectsDeletedUnderTheQuestionAreLeftOut) {
+    EditorObject* crate = editor.Create("Crate");
+    EditorObject* other = editor.Create("Other");
+    Hooks().messageBox = [&](const std::string&, UINT) {
+        editor.DeleteObjects({crate});
+        editor.Select({other});
+        return IDYES;
+    };
+    editor.Select({crate, other});
+    plugin.OnCommand(kPluginNumber, 52);
+    ASSERT_EQ(plugin.virtualObjects.size(), 1u);
+    EXPECT_EQ(plugin.virtualObjects.front().object, other);
+}
+
+TEST_F(VirtualObjectsTest, CommandsTakeTheSelection) {
+    EditorObject* crate = editor.Create("Crate");
+    boxAnswer = IDYES;
+    editor.Select({crate});
+    plugin.OnCommand(kPluginNumber, 52);
+    EXPECT_EQ(crate->GetInfo()->className, "VirtualObjEditorObject");
+    plugin.OnCommand(kPluginNumber, 53);
+    EXPECT_EQ(crate->GetInfo()->className, "MeshObject");
+}
+
+TEST_F(VirtualObjectsTest, RecordsAreDroppedByANewLevelAndByEachFormOfTheirChunk) {
+    TempFolder folder;
+    WriteWholeFile(folder.File("empty"), "");
+    EditorObject* crate = editor.Create("Crate");
+    for (const unsigned id : {5750u, 5752u}) {
+        plugin.virtualObjects.push_back({"Crate", "", "MeshObject", crate});
+        fs::file file;
+        file.Open(folder.File("empty").c_str(), 0);
+        EXPECT_TRUE(plugin.LoadChunk(&Data().Root(), file, static_cast<std::uint16_t>(id), 0));
+        file.Close();
+        EXPECT_THAT(plugin.virtualObjects, IsEmpty()) << id;
+    }
+    plugin.virtualObjects.push_back({"Crate", "", "MeshObject", crate});
+    plugin.OnNew();
+    EXPECT_THAT(plugin.virtualObjects, IsEmpty());
+}
+
+TEST_F(VirtualObjectsTest, DeletionTakesTheRecordAndTheNameIsFree) {
+    EditorObject* crate = editor.Create("Crate");
+    EditorObject* other = editor.Create("Other");
+    ToVirtual({crate, other});
+    editor.DeleteObjects({crate});
+    ASSERT_EQ(plugin.virtualObjects.size(), 1u);
+    EXPECT_EQ(plugin.virtualObjects.front().object, other);
 }
 
 TEST_F(VirtualObjectsTest, ConvertingBackGivesTheRealClassAndSelects) {
