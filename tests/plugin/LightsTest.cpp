@@ -93,6 +93,46 @@ TEST_F(LightsTest, SunTrackFollowsOneHelperInAllFilms) {
     EXPECT_EQ(editor.Count("CreateHelperObject GLLightEditorObject 2"), 1);
 }
 
+TEST_F(LightsTest, NewSunIsLitActiveAndToldToTheOthers) {
+    OpenNewFilm();
+    Data().SetSun(true);
+    editor.calls.clear();
+    editor.broadcasts.clear();
+    ASSERT_TRUE(plugin.AddSunTrack(plugin.GetCurrentFilm()));
+    const auto* track = AsGLLightTrack(plugin.GetCurrentFilm()->tracks.back());
+    EXPECT_EQ(track->keys.front()->kind, KeyKind::Flags);
+    EXPECT_EQ(static_cast<const CFilmFlagsKey*>(track->keys.front())->keyFlags & 1u, 1u);
+    EXPECT_EQ(track->keys.front()->time, 0.0f);
+    EXPECT_TRUE(track->lightObject->GetInfo()->IsActive());
+    EXPECT_THAT(editor.broadcasts, ElementsAre(EventCode::ObjectSetChanged));
+    EXPECT_THAT(editor.calls, ElementsAre("CreateHelperObject GLLightEditorObject 2", "RedrawViews"));
+    ASSERT_EQ(editor.helperParams.size(), 1u);
+    EXPECT_EQ(editor.helperParams.front().scale, (Vector3{1, 1, 1}));
+    EXPECT_EQ(editor.helperParams.front().rotation, Vector3{});
+    EXPECT_EQ(editor.helperParams.front().modelPath, "gllight.mesh");
+}
+
+TEST_F(LightsTest, SunWhoseObjectIsMissingHasNoPositionKey) {
+    Data().SetSun(true);
+    auto* helper = new CFilmsLightHelper;
+    helper->isSun = true;
+    plugin.lightHelpers.Add(helper);
+    const IFilm* film = NewFilm();
+    const auto* track = AsGLLightTrack(film->tracks.back());
+    ASSERT_NE(track, nullptr);
+    EXPECT_EQ(track->isSun, 1);
+    ASSERT_EQ(track->keys.size(), 1u);
+    EXPECT_EQ(track->keys.front()->kind, KeyKind::Flags);
+    EXPECT_EQ(track->lightObject, nullptr);
+}
+
+TEST_F(LightsTest, HostThatMakesNoSunLeavesTheFilmWithout) {
+    Data().SetSun(true);
+    editor.refusedHelpers.insert("GLLightEditorObject");
+    EXPECT_EQ(NewFilm()->tracks.size(), 1u);
+    EXPECT_EQ(plugin.lightHelpers.GetSunHelper(), nullptr);
+}
+
 TEST_F(LightsTest, SunTrackIsMadeOnce) {
     Data().SetSun(true);
     IFilm* film = NewFilm();
