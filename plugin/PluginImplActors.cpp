@@ -195,6 +195,7 @@ void IPluginImpl::RemoveActor(IFilm* film, EditorObject* object, bool lightsOnly
         helper = lightHelpers.FindByObject(object);
         track = helper != nullptr ? helper->track : nullptr;
     } else if (!lightsOnly && !ObjectDerivesFrom(object, ClassName::Helper)) {
+        // Required: a virtual object counts as a helper here, so that the selection never loses its track.
         track = film->FindObjectTrack(object);
     }
     if (track == nullptr || track->film == nullptr || track->film->name != film->name) {

@@ -1,3 +1,4 @@
+#include "files/Log.h"
 #include "tests/plugin/PluginFixture.h"
 
 using ::testing::ElementsAre;
@@ -156,6 +157,37 @@ TEST_F(ActorsTest, RemovalRestoresEvenObjectsWithoutATrack) {
     EXPECT_EQ(PositionOf(*crate), (Vector3{1, 2, 3}));
 }
 
+TEST_F(ActorsTest, RemovedActorBelowAnotherObjectStaysWhereThePluginFindsIt) {
+    engine::SceneObject* cart = editor.Create("Cart");
+    engine::SceneObject* crate = editor.Create("Crate", 1, 0, 0);
+    ASSERT_TRUE(editor.level.SetParent(crate, cart));
+    IFilm* film = OpenNewFilm();
+    MoveTo(*crate, 5, 0, 0);
+    const ObjectList objects{crate};
+    plugin.RemoveActors(film, &objects, false);
+    EXPECT_EQ(PositionOf(*crate), (Vector3{5, 0, 0}));
+}
+
+TEST_F(ActorsTest, VirtualActorIsNotRemovedWithTheSelection) {
+    EditorObject* ghost = editor.CreateOfClass("VirtualObjEditorObject", "Ghost", 1, 2, 3);
+    IFilm* film = OpenFilmWith({ghost});
+    MoveTo(*ghost, 9, 9, 9);
+    const ObjectList objects{ghost};
+    plugin.RemoveActors(film, &objects, false);
+    EXPECT_NE(film->FindObjectTrack(ghost), nullptr);
+    EXPECT_EQ(PositionOf(*ghost), (Vector3{1, 2, 3})) << "it is put back all the same";
+}
+
+TEST_F(ActorsTest, ActorOfTheSameNameInAnotherFilmKeepsItsTrack) {
+    EditorObject* crate = editor.Create("Crate");
+    IFilm* first = OpenFilmWith({crate});
+    IFilm* second = OpenFilmWith({crate});
+    const ObjectList objects{crate};
+    plugin.RemoveActors(second, &objects, false);
+    EXPECT_NE(first->FindObjectTrack(crate), nullptr);
+    EXPECT_EQ(second->FindObjectTrack(crate), nullptr);
+}
+
 TEST_F(ActorsTest, LightsOnlyLeavesObjectTracks) {
     EditorObject* crate = editor.Create("Crate");
     IFilm* film = OpenFilmWith({crate});
@@ -248,6 +280,18 @@ TEST_F(ActorsTest, ObjectOfATrackByItsClass) {
     EXPECT_EQ(plugin.FindObjectByTrack(film->FindObjectTrack(crate)), crate);
     EditorObject* lamp = editor.CreateOfClass("FilmsDynLightEditorObject", "Lamp");
     EXPECT_EQ(plugin.FindObjectByTrack(film->tracks.back()), lamp);
+}
+
+TEST_F(ActorsTest, TrackThatNoLightHoldsIsTold) {
+    static std::string told;
+    told.clear();
+    SetLogListener([](const char* text) { told += text; });
+    IFilm* film = OpenNewFilm();
+    CFilmTrack* track = film->CreateDynLightTrack();
+    film->AddTrack(track);
+    EXPECT_EQ(plugin.FindObjectByTrack(track), nullptr);
+    SetLogListener(nullptr);
+    EXPECT_EQ(told, "[IPluginImpl::FindObjectByTrack()] fatal error - invalid track\n");
 }
 
 TEST_F(ActorsTest, TrackOfAnObjectByItsClass) {

@@ -1,3 +1,4 @@
+#include "files/Log.h"
 #include "host/engine/LevelRoot.h"
 #include "plugin/contract/FileSystem.h"
 #include "plugin/LevelChunkIds.h"
@@ -514,4 +515,26 @@ TEST_F(ChunksTest, DeletingAFilmDropsItsRecords) {
     EXPECT_EQ(plugin.cameraParams.front().records.front().objectName, "B");
     EXPECT_THAT(ParamsOf(crate)->records, IsEmpty());
     plugin.DeleteMovieParams(nullptr);
+}
+
+TEST_F(ChunksTest, WhatIsMissingForAFilmThatGoesOrAVirtualActorIsTold) {
+    static std::vector<std::string> told;
+    told.clear();
+    EditorObject* bare = editor.Create("100% Bare");
+    EditorObject* ghost = editor.CreateOfClass("VirtualObjEditorObject", "Ghost");
+    IFilm* film = OpenFilmWith({bare, ghost});
+    film->AddTrack(film->CreateObjectTrack());
+    delete ParamsOf(bare);
+    bare->GetInfo()->SetPluginData(6, nullptr);
+    SetLogListener([](const char* text) { told.emplace_back(text); });
+    Save(&Films(), true);
+    plugin.DeleteMovieParams(nullptr);
+    plugin.DeleteMovieParams(film);
+    SetLogListener(nullptr);
+    EXPECT_THAT(told, ElementsAre("Cannot find VirtualObjectHelper for object: Ghost\n",
+                                  "[IPluginImpl::DeleteMovieParams] Film doesn't exist\n",
+                                  "[IPluginImpl::DeleteMovieParams] Params not found for object 100% Bare\n",
+                                  std::string("[IPluginImpl::DeleteMovieParams] Object not found for film ") +
+                                      film->name + "\n"));
+    EXPECT_THAT(ParamsOf(ghost)->records, IsEmpty()) << "the others go on";
 }

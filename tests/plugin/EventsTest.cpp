@@ -1,4 +1,6 @@
+#include "host/engine/FilmManager.h"
 #include "tests/plugin/PluginFixture.h"
+#include "tests/support/FakeAttributes.h"
 
 #include <algorithm>
 
@@ -111,6 +113,19 @@ TEST_F(EventsTest, OutsideChangeWithAFilmOpenIsThrownAway) {
     EXPECT_EQ(plugin.GetStoredMatrix(crate)[12], 1.0f);
 }
 
+TEST_F(EventsTest, AfterAnOutsideChangeTheFilmPosesItsActorsAgain) {
+    EditorObject* actor = editor.Create("Actor", 1, 1, 1);
+    OpenFilmWith({actor});
+    const Vector3 place{5, 0, 0};
+    AddKey(plugin.GetCurrentFilm()->FindObjectTrack(actor), KeyKind::Position, 2.0f)->SetValue(place.Data());
+    plugin.SetTime(2.0f, true);
+    editor.broadcasts.clear();
+    ObjectList changed{actor};
+    plugin.OnEvent(EventCode::ObjectsChangedOutside, &changed);
+    EXPECT_EQ(PositionOf(*actor), place);
+    EXPECT_THAT(editor.broadcasts, ElementsAre(EventCode::ObjectsMoved));
+}
+
 TEST_F(EventsTest, ParentedObjectsAreNotRestored) {
     engine::SceneObject* cart = editor.Create("Cart");
     engine::SceneObject* crate = editor.Create("Crate", 1, 0, 0);
@@ -157,6 +172,27 @@ TEST_F(EventsTest, SuspendClosesTheFilmAndResumeOpensItAtItsTime) {
     EXPECT_EQ(plugin.GetCurrentFilm(), film);
     EXPECT_EQ(plugin.currentTime, 2.5f);
     EXPECT_EQ(plugin.GetStoredMatrix(crate)[12], 4.0f);
+}
+
+TEST_F(EventsTest, SuspendWithoutAFilmPutsObjectsBackTooAndResumeTakesWhatIsThere) {
+    EditorObject* crate = editor.Create("Crate", 1, 2, 3);
+    MoveTo(*crate, 8, 8, 8); // nobody told the plug-in
+    Suspend();
+    EXPECT_EQ(PositionOf(*crate), (Vector3{1, 2, 3}));
+    MoveTo(*crate, 4, 4, 4);
+    Resume();
+    EXPECT_EQ(plugin.GetCurrentFilm(), nullptr);
+    EXPECT_EQ(plugin.GetStoredMatrix(crate)[12], 4.0f);
+}
+
+TEST_F(EventsTest, ResumeAtANegativeTimeStartsAtZero) {
+    OpenNewFilm();
+    plugin.scenarioDlg = &window;
+    Suspend();
+    plugin.suspendedTime = -2.0f;
+    Resume();
+    EXPECT_EQ(plugin.currentTime, 0.0f);
+    EXPECT_EQ(window.times.back(), 0.0f);
 }
 
 TEST_F(EventsTest, SecondSuspendForgetsTheFilm) {
@@ -227,6 +263,35 @@ TEST_F(EventsTest, LoadedLevelTakesItsFilmsLengthsAndMatrices) {
     EXPECT_EQ(plugin.filmViewSettings[0].movieEnd, 42.0f);
     EXPECT_EQ(plugin.filmViewSettings[1].movieEnd, 10.0f);
     EXPECT_EQ(plugin.objectMatrices.size(), 1u);
+}
+
+TEST_F(EventsTest, LoadedLevelIsToldTheRateAndItsFilmsThatTheyAreThere) {
+    LoggingFilm film(calls);
+    Films().films[3] = &film;
+    auto& manager = static_cast<engine::FilmManager&>(Films());
+    manager.SetFramesPerSecond(1);
+    plugin.OnEvent(EventCode::LevelLoaded, nullptr);
+    Films().films[3] = nullptr;
+    EXPECT_THAT(calls, ElementsAre("OnLevelLoaded"));
+    EXPECT_EQ(manager.FramesPerSecond(), 30);
+}
+
+TEST_F(EventsTest, LoadedLevelForgetsTheFilmItsTimeItsKeyAndTheToggle) {
+    OpenNewFilm();
+    plugin.scenarioDlg = &window;
+    OpenFakeAttributes(plugin, calls);
+    plugin.SetAnimateObjects(true);
+    plugin.SetTime(3.0f, true);
+    plugin.isPlaying = 1;
+    calls.clear();
+    plugin.OnEvent(EventCode::LevelLoaded, nullptr);
+    EXPECT_THAT(calls, ElementsAre("Reset", "ClearUndo", "ShowCurrentFilm", "PressButton 36823 up"));
+    EXPECT_EQ(plugin.GetCurrentFilm(), nullptr);
+    EXPECT_EQ(plugin.currentTime, 0.0f);
+    EXPECT_EQ(window.times.back(), 0.0f);
+    EXPECT_EQ(plugin.isPlaying, 0);
+    EXPECT_EQ(plugin.animateObjects, 0);
+    plugin.keyAttributesDlg.reset();
 }
 
 TEST_F(EventsTest, LoadedEventWithoutALevelDropsTheFilmAndStops) {
@@ -317,4 +382,20 @@ TEST_F(EventsTest, DestroyedObjectIsForgottenEverywhere) {
 TEST_F(EventsTest, EditorClosingLeavesBothListsInOrder) {
     plugin.OnEditorClosing();
     EXPECT_THAT(editor.calls, ElementsAre("RemoveListenerA", "RemoveListenerB"));
+}
+
+TEST_F(EventsTest, EditorClosingForgetsWhatBelongsToTheLevel) {
+    OpenNewFilm();
+    editor.CreateOfClass("GLLightEditorObject", "Lamp");
+    plugin.attachedViews.push_back(1);
+    plugin.levelParams.Set("f", nullptr, 1, 3, "Level");
+    plugin.cameraParams.emplace_back();
+    plugin.virtualObjects.emplace_back();
+    plugin.OnEditorClosing();
+    EXPECT_THAT(plugin.objectMatrices, IsEmpty());
+    EXPECT_THAT(plugin.attachedViews, IsEmpty());
+    EXPECT_THAT(plugin.levelParams.records, IsEmpty());
+    EXPECT_THAT(plugin.lightHelpers.helpers, IsEmpty());
+    EXPECT_THAT(plugin.virtualObjects, IsEmpty());
+    EXPECT_EQ(plugin.cameraParams.size(), 1u);
 }

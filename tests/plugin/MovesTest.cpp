@@ -1,5 +1,7 @@
+#include "files/Log.h"
 #include "tests/plugin/FakeActor.h"
 #include "tests/plugin/PluginFixture.h"
+#include "tests/support/FakeKeyFactory.h"
 
 #include <algorithm>
 #include <cmath>
@@ -241,4 +243,41 @@ TEST_F(RecordKeysTest, NothingHappensWithoutObjectFilmOrTrack) {
     plugin.RecordTransformKeys(crate, nullptr, 0, newMatrix.data(), oldMatrix.data());
     plugin.RecordTransformKeys(crate, NewFilm(), 0, newMatrix.data(), oldMatrix.data());
     EXPECT_EQ(VectorKey(KeysOf(*track, KeyKind::Position).front()).value, (Vector3{1, 0, 0}));
+}
+
+TEST_F(RecordKeysTest, KeysThatTheTrackRefusesAreToldFilledInAndDestroyed) {
+    static std::vector<std::string> told;
+    told.clear();
+    SetLogListener([](const char* text) { told.emplace_back(text); });
+    FakeKeyFactory factory(Films());
+    factory.spoiledKind = KeyKind::Roll; // no track of an object takes it
+    std::vector<Vector3> values;
+    factory.onDestroy = [&] {
+        const CFilmVectorKey& key = VectorKey(factory.destroyed.back());
+        values.insert(values.end(), {key.value, key.inHandle, key.outHandle});
+    };
+    plugin.currentTime = 2.0f;
+    newMatrix = {0, 2, 0, 0, -2, 0, 0, 0, 0, 0, 2, 0, 4, 5, 6, 1}; // turned about z, twice as large
+    Record();
+    SetLogListener(nullptr);
+    EXPECT_THAT(told, ElementsAre("New position key was not added to track\n",
+                                  "New rotation key was not added to track\n",
+                                  "New scale key was not added to track\n"));
+    ASSERT_EQ(values.size(), 9u);
+    EXPECT_EQ(values[0], (Vector3{4, 5, 6}));
+    EXPECT_EQ(values[1], values[0]);
+    EXPECT_EQ(values[2], values[0]);
+    EXPECT_EQ(values[6], (Vector3{2, 2, 2}));
+    EXPECT_EQ(values[8], (Vector3{2, 2, 2}));
+    EXPECT_EQ(track->keys.size(), 3u);
+    EXPECT_EQ(factory.living, 0);
+}
+
+TEST_F(RecordKeysTest, AFactoryThatMakesNoKeysIsLivedWith) {
+    FakeKeyFactory factory(Films());
+    factory.granted = 0;
+    plugin.currentTime = 2.0f;
+    newMatrix[12] = 9.0f;
+    Record();
+    EXPECT_EQ(track->keys.size(), 3u);
 }
