@@ -76,6 +76,8 @@ TEST_F(VirtualObjectsTest, EachObjectIsRenamedAsOftenAsOthersHaveItsNameThen) {
     EXPECT_NE(second->name, "Crate");
     EXPECT_NE(third->name, "Crate");
     EXPECT_NE(second->name, third->name);
+    EXPECT_EQ(second->name.rfind("Crate", 0), 0u) << "made from the name it had";
+    EXPECT_EQ(third->name.rfind("Crate", 0), 0u);
     EXPECT_EQ(plugin.virtualObjects.front().objectName, second->name);
     EXPECT_EQ(plugin.virtualObjects.back().objectName, third->name);
     EXPECT_EQ(boxes.size(), 1u);
