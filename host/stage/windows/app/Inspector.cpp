@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QLineEdit>
 #include <QMenu>
 #include <QSocketNotifier>
 #include <QStatusBar>
@@ -38,6 +39,10 @@ QJsonObject DescribeButton(const QAbstractButton& button) {
             {"rect", ToJson(ScreenRect(button))},
             {"enabled", button.isEnabled()},
             {"checked", button.isChecked()}};
+}
+
+QJsonObject DescribeField(const QLineEdit& field) {
+    return {{"text", field.text()}, {"rect", ToJson(ScreenRect(field))}, {"focused", field.hasFocus()}};
 }
 
 void DescribeItems(const QAbstractItemView& view, const QModelIndex& parent, QJsonArray& items) {
@@ -171,6 +176,7 @@ QJsonObject DescribeStage(MainWindow& window) {
     QJsonArray buttons;
     QJsonArray items;
     QJsonArray menus;
+    QJsonArray fields;
     QJsonArray windows;
     for (const QWidget* widget : QApplication::allWidgets()) {
         if (!widget->isVisible()) {
@@ -182,6 +188,9 @@ QJsonObject DescribeStage(MainWindow& window) {
         }
         if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
             buttons.append(DescribeButton(*button));
+        }
+        if (const auto* field = qobject_cast<const QLineEdit*>(widget)) {
+            fields.append(DescribeField(*field));
         }
         if (const auto* menu = qobject_cast<const QMenu*>(widget)) {
             DescribeMenu(*menu, menus);
@@ -198,13 +207,10 @@ QJsonObject DescribeStage(MainWindow& window) {
     for (int number = 0; const ViewWidget* view = window.views->Widget(number); ++number) {
         views.append(DescribeView(window, *view));
     }
-    QJsonObject described{{"windows", windows},
-                          {"buttons", buttons},
-                          {"items", items},
-                          {"menus", menus},
-                          {"views", views},
-                          {"toolWindows", tools},
-                          {"status", window.statusBar()->currentMessage()}};
+    QJsonObject described{{"windows", windows},   {"buttons", buttons},
+                          {"fields", fields},     {"items", items},
+                          {"menus", menus},       {"views", views},
+                          {"toolWindows", tools}, {"status", window.statusBar()->currentMessage()}};
     DescribeLevel(window, described);
     return described;
 }
