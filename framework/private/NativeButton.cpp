@@ -101,6 +101,9 @@ public:
     }
 
 protected:
+    // The whole control can be pressed, not its box and text alone.
+    bool hitButton(const QPoint& point) const override { return this->rect().contains(point); }
+
     void keyPressEvent(QKeyEvent* event) override {
         const int step = IsRadio(*this) ? ArrowStep(event->key()) : 0;
         if (step == 0) {

@@ -188,6 +188,16 @@ TEST_F(DialogTest, TypingReplacesTheTextOfTheEditThatTheDialogGivesTheKeyboard) 
     EXPECT_EQ(dlg.GetDlgItemText(1758), "8");
 }
 
+TEST_F(DialogTest, CheckBoxesAndRadioButtonsArePressedBesideTheirTextToo) {
+    Open();
+    for (const int id : {1822, 1805}) {
+        auto* button = NativeWidget(*dlg.GetDlgItem(id));
+        const QPoint corner(button->width() - 2, button->height() - 2);
+        QTest::mouseClick(Window(), Qt::LeftButton, Qt::NoModifier, button->mapTo(NativeWidget(dlg), corner));
+        EXPECT_EQ(dlg.IsDlgButtonChecked(id), 1U) << id;
+    }
+}
+
 TEST_F(DialogTest, RadioButtonsOfAGroupExcludeEachOther) {
     Open();
     auto* first = NativeWidget(*dlg.GetDlgItem(1804));
