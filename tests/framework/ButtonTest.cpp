@@ -202,4 +202,84 @@ TEST_F(ButtonTest, HiddenByTheFocusThatItsPressTakesItIsUpWhenShown) {
     EXPECT_EQ(top.clicks, 1);
 }
 
+// Four radio buttons in a group of their own behind a button, the third disabled, and one of another group.
+class RadioKeysTest : public ButtonTest {
+protected:
+    explicit RadioKeysTest(DWORD type = BS_AUTORADIOBUTTON) {
+        for (int i = 0; i < 5; ++i) {
+            const DWORD group = i == 0 || i == 4 ? WS_GROUP : 0;
+            radios[i].Create("mode", WS_CHILD | WS_VISIBLE | WS_TABSTOP | type | group,
+                             {150, 10 + 20 * i, 250, 28 + 20 * i}, &top, 7);
+        }
+        radios[2].EnableWindow(FALSE);
+    }
+    void Key(Qt::Key key) { QTest::keyClick(Window(), key); }
+    int Focused() const {
+        for (int i = 0; i < 5; ++i) {
+            if (CWnd::GetFocus() == &radios[i]) {
+                return i;
+            }
+        }
+        return -1;
+    }
+    std::string Checks() const {
+        std::string checks;
+        for (const CButton& radio : radios) {
+            checks += radio.GetCheck() == BST_CHECKED ? '1' : '0';
+        }
+        return checks;
+    }
+
+    CButton radios[5];
+};
+
+class PlainRadioKeysTest : public RadioKeysTest {
+protected:
+    PlainRadioKeysTest() : RadioKeysTest(BS_RADIOBUTTON) {}
+};
+
+TEST_F(RadioKeysTest, ArrowsGoRoundTheGroupAndCheck) {
+    radios[0].SetFocus();
+    Key(Qt::Key_Down);
+    EXPECT_EQ(Focused(), 1);
+    EXPECT_EQ(Checks(), "01000");
+    Key(Qt::Key_Right); // past the disabled one
+    EXPECT_EQ(Focused(), 3);
+    EXPECT_EQ(Checks(), "00010");
+    Key(Qt::Key_Down); // round, not into the next group
+    EXPECT_EQ(Focused(), 0);
+    EXPECT_EQ(Checks(), "10000");
+    Key(Qt::Key_Up);
+    EXPECT_EQ(Focused(), 3);
+    Key(Qt::Key_Left);
+    EXPECT_EQ(Focused(), 1);
+    EXPECT_EQ(Checks(), "01000");
+    EXPECT_EQ(top.clicks, 5);
+}
+
+TEST_F(RadioKeysTest, OneAloneStaysAsItIs) {
+    radios[4].SetFocus();
+    Key(Qt::Key_Down);
+    Key(Qt::Key_Up);
+    EXPECT_EQ(Focused(), 4);
+    EXPECT_EQ(Checks(), "00000");
+    EXPECT_EQ(top.clicks, 0);
+}
+
+TEST_F(PlainRadioKeysTest, ArrowsOnlyTellTheOwnerWhichOneWasReached) {
+    radios[0].SetFocus();
+    Key(Qt::Key_Down);
+    EXPECT_EQ(Focused(), 1);
+    EXPECT_EQ(top.clicks, 1);
+    EXPECT_EQ(Checks(), "00000");
+}
+
+TEST_F(ButtonTest, ArrowOnAPushButtonPressesNothing) {
+    CButton button;
+    Make(button);
+    button.SetFocus();
+    QTest::keyClick(Window(), Qt::Key_Down);
+    EXPECT_EQ(top.clicks, 0);
+}
+
 } // namespace
