@@ -6,6 +6,7 @@
 #include "keys/TimedTrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/AdjustTimeDlg.h"
+#include "timeline/TrackCtrlWatch.h"
 #include "timeline/TrackOrder.h"
 
 #include <algorithm>
@@ -172,7 +173,10 @@ bool CFilmsMainCtrl::MakeRows(IFilm* film, unsigned generation) {
     }
     SortTracks(order);
     for (CFilmTrack* track : order) {
-        if (!ShowTrack(track, generation)) {
+        // Removed, behind a box, without the film being shown anew.
+        const bool isGone = film->tracks.size() != order.size() &&
+                            std::ranges::find(film->tracks, track) == film->tracks.end();
+        if (!isGone && !ShowTrack(track, generation)) {
             return false;
         }
     }
@@ -187,9 +191,13 @@ bool CFilmsMainCtrl::ShowTrack(CFilmTrack* track, unsigned generation) {
     root->track = track;
     root->name = RootRowName(track);
     const std::weak_ptr<int> window = life;
+    const RowWatch watched(*root);
     root->CreateChildRows(CountCameraRows(track));
     if (window.expired() || generation != showGeneration) {
         return false;
+    }
+    if (!watched.IsAlive()) {
+        return true; // the track was removed behind the box
     }
     {
         const FillScope fill(*root);

@@ -327,3 +327,25 @@ TEST_F(MainCtrlShowFilmTest, WindowMayGoWhileTheKeyOnShowIsWritten) {
     EXPECT_EQ(control, nullptr);
     plugin.keyAttributesDlg.reset();
 }
+
+TEST_F(MainCtrlShowFilmTest, TrackMayBeRemovedWhileTheUserIsToldOfItsMissingElement) {
+    IFilm* film = OpenFilmWithActors(3);
+    CFilmTrack* doomed = RowOf("Actor101")->track;
+    const std::string element = "tail";
+    AddKey(doomed, KeyKind::Animation, 1.0f)->SetValue(&element);
+    boxes.clear();
+    Hooks().messageBox = [&](const std::string& text, UINT) {
+        boxes.push_back(text);
+        for (const char* name : {"Actor101", "Actor100"}) {
+            control->RemoveTrackCtrl(RowOf(name), /*redraw*/ true);
+        }
+        return IDOK;
+    };
+    control->ShowFilm(film, true);
+    EXPECT_THAT(boxes, SizeIs(1));
+    EXPECT_EQ(RowOf("Actor100"), nullptr);
+    EXPECT_EQ(RowOf("Actor101"), nullptr);
+    EXPECT_NE(RowOf("Actor102"), nullptr);
+    EXPECT_FALSE(control->IsRebuilding());
+    ExpectNothingDangles();
+}
