@@ -114,19 +114,24 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     plugin.SetTime(savedTime, /*fromWindow*/ false);
 }
 
-/// A film that is shown anew keeps the part of its time axis that is shown, unless its stored settings have
-/// changed since.
+/// A film that is shown anew keeps the part of its time axis that is shown, unless the stored part has
+/// changed since or the film now ends before it. A command that changes the film's length alone zooms
+/// nothing.
 void CFilmsMainCtrl::TakeStoredSettings(const IFilm& film) {
     if (film.index < 0 || film.index >= IFilmManager::kFilms) {
         return;
     }
     FilmViewSettings stored = GetPlugin().filmViewSettings[static_cast<std::size_t>(film.index)];
-    const bool isSame =
-        shownFilm == &film && std::memcmp(&stored, &shownSettings, sizeof(FilmViewSettings)) == 0;
+    const FilmViewSettings before = shownSettings;
+    const bool isShown = shownFilm == &film;
     shownFilm = &film;
     shownSettings = stored;
-    if (isSame) {
+    if (isShown && std::memcmp(&stored, &before, sizeof(FilmViewSettings)) == 0) {
         stored.mask &= ~(FilmViewSettings::kMovie | FilmViewSettings::kView);
+    } else if (isShown && stored.viewStart == before.viewStart && stored.viewEnd == before.viewEnd &&
+               viewStart < stored.movieEnd) {
+        stored.viewStart = viewStart;
+        stored.viewEnd = viewEnd;
     }
     ApplySettings(stored);
 }

@@ -58,6 +58,31 @@ TEST_F(MainCtrlAdjustTest, FilmIsShownWithItsNewAxis) {
     ExpectNothingDangles();
 }
 
+TEST_F(MainCtrlAdjustTest, ShownPartOfTheAxisStays) {
+    control->InsertTime(10.0f, 14.0f);
+    control->SetViewRange(3.0f, 20.0f, /*redraw*/ false); // as by the scrollbar: nothing of it is stored
+    control->CalcSecondsPerPixel();
+    const float scale = control->secondsPerPixel;
+    control->InsertTime(5.0f, 2.0f);
+    ExpectEnd(26.0f);
+    EXPECT_EQ(control->viewStart, 3.0f);
+    EXPECT_EQ(control->viewEnd, 20.0f);
+    EXPECT_EQ(control->secondsPerPixel, scale);
+    control->InsertTime(5.0f, -8.0f);
+    ExpectEnd(18.0f);
+    EXPECT_EQ(control->viewStart, 3.0f);
+    EXPECT_EQ(control->viewEnd, 18.0f);
+}
+
+TEST_F(MainCtrlAdjustTest, StoredPartIsShownOnceTheFilmEndsBeforeTheShownOne) {
+    control->InsertTime(10.0f, 14.0f);
+    control->SetViewRange(12.0f, 20.0f, /*redraw*/ false);
+    control->InsertTime(5.0f, -14.0f);
+    ExpectEnd(10.0f);
+    EXPECT_EQ(control->viewStart, 0.0f);
+    EXPECT_EQ(control->viewEnd, 10.0f);
+}
+
 TEST_F(MainCtrlAdjustTest, OnlyTheMovieRangeOfTheStoredSettingsChanges) {
     FilmViewSettings& stored = plugin.filmViewSettings[static_cast<std::size_t>(film->index)];
     stored.viewStart = 1.0f;
