@@ -72,7 +72,7 @@ def press_line(desktop, line):
 
 
 def type_text(desktop, text):
-    desktop.x("type", "--delay", 20, text)
+    desktop.x("type", "--delay", 20, "--", text)
     time.sleep(0.2)
 
 
