@@ -1,6 +1,10 @@
 #include "tests/editing/EditingHost.h"
 
+#include "framework/QtBridge.h"
 #include "plugin/contract/EventCodes.h"
+#include "tests/support/Paths.h"
+
+#include <utility>
 
 namespace editing {
 
@@ -19,6 +23,36 @@ engine::SceneObject* EditingHost::Make(const std::string& className, const std::
         level.SetSelection(before);
     }
     return made;
+}
+
+void EditingHost::GetDataFilePath(std::string& path, const char* fileName) {
+    const bool isLost = losesFiles && losesFiles();
+    path = isLost ? "/nowhere/" + std::string(fileName) : SourceFolder() + "/host/stage/data/" + fileName;
+}
+
+void EditingHost::ShowPluginPanel(const CRuntimeClass* formClass) {
+    constexpr int kWidth = 320; // pixels: the whole form
+    constexpr int kHeight = 540;
+    HidePluginPanel();
+    holder = std::make_unique<QWidget>();
+    holder->resize(kWidth, kHeight);
+    holder->show();
+    panel = CreateFormView(formClass, holder.get(), /*id*/ 1);
+    if (panel != nullptr) {
+        panel->MoveWindow(0, 0, kWidth, kHeight);
+        panel->ShowWindow(SW_SHOWNA);
+    }
+}
+
+/// The panel may be hidden from inside itself.
+void EditingHost::HidePluginPanel() {
+    if (CWnd* form = std::exchange(panel, nullptr)) {
+        form->DestroyWindow();
+    }
+    if (holder) {
+        holder->hide();
+        holder.release()->deleteLater();
+    }
 }
 
 } // namespace editing

@@ -1,3 +1,6 @@
+#include "framework/Resource.h"
+#include "framework/ToolBar.h"
+#include "plugin/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/editing/Operations.h"
 #include "tests/editing/Runner.h"
@@ -73,6 +76,8 @@ void Effect::Add(const Snapshot& before, const Snapshot& after) {
 struct Effects {
     std::map<std::string, Effect> ofStep;
     std::map<UINT, Effect> ofCommand; ///< of those chosen in a menu
+    std::map<UINT, int> tried;
+    std::map<std::string, int> dialogs;
     int framesPlayed = 0;
     int stepsInPlay = 0;
     int typed = 0;
@@ -90,6 +95,8 @@ Effects EffectsOf(const std::vector<Step>& steps) {
         run.ofStep[Operations()[static_cast<std::size_t>(step.operation)].name].Add(before, after);
         run.ofCommand[world.chosenCommand].Add(before, after);
     }
+    run.tried = world.tried;
+    run.dialogs = world.dialogs;
     run.framesPlayed = world.framesPlayed;
     run.stepsInPlay = world.stepsInPlay;
     run.typed = world.typed;
@@ -97,9 +104,56 @@ Effects EffectsOf(const std::vector<Step>& steps) {
     return run;
 }
 
+/// Titles of what the commands open.
+constexpr const char* kDialogs[] = {"Settings",
+                                    "Keys filter & settings",
+                                    "Filter tracks",
+                                    "Set movie frame",
+                                    "Adjust time",
+                                    "Add camera",
+                                    "Choose camera",
+                                    "Key attributes",
+                                    "Attach movie object",
+                                    "Open track",
+                                    "Save track",
+                                    "Open fkd",
+                                    "Save fkd"};
+
+void CollectCommands(const CMenu& menu, std::vector<UINT>& commands) {
+    for (int item = 0; item < static_cast<int>(menu.GetMenuItemCount()); ++item) {
+        if (const CMenu* popup = menu.GetSubMenu(item)) {
+            CollectCommands(*popup, commands);
+        } else if (const UINT id = menu.GetMenuItemID(item); id != 0) {
+            commands.push_back(id);
+        }
+    }
+}
+
+/// Of the timeline's menus and toolbar by their numbers, and the plug-in object's by their local ones.
+std::vector<UINT> AllCommands() {
+    const ResourceScope resources(PluginResources());
+    std::vector<UINT> commands;
+    for (const UINT id : {IDR_MAIN_MENU, IDR_ROW_MENU, IDR_KEY_MENU, IDR_BEZIER_MENU}) {
+        CMenu menu;
+        menu.LoadMenu(id);
+        CollectCommands(menu, commands);
+    }
+    CToolBar toolbar;
+    toolbar.LoadToolBar(IDR_SCENARIO_TOOLBAR);
+    for (const ToolBarButton& button : toolbar.Buttons()) {
+        if (button.id != 0) {
+            commands.push_back(button.id);
+        }
+    }
+    for (const UINT local : {1, 50, 51, 52, 53, 60, 61, 62}) {
+        commands.push_back(local);
+    }
+    return commands;
+}
+
 /// A run that edits nothing would find nothing.
 TEST(EditingTest, RunsReachTheEdits) {
-    Effects run = EffectsOf(RandomSteps(5, 9000));
+    Effects run = EffectsOf(RandomSteps(5, 12000));
     auto& steps = run.ofStep;
     EXPECT_GT(steps["drag"].moved, 20);
     EXPECT_GT(steps["release"].added, 1); // clones
@@ -125,6 +179,12 @@ TEST(EditingTest, RunsReachTheEdits) {
     EXPECT_GT(run.browsed, 20);
     EXPECT_GT(run.framesPlayed, 100);
     EXPECT_GT(run.stepsInPlay, 2);
+    for (const UINT command : AllCommands()) {
+        EXPECT_GT(run.tried[command], 0) << "command " << command;
+    }
+    for (const char* dialog : kDialogs) {
+        EXPECT_GT(run.dialogs[dialog], 0) << dialog;
+    }
 }
 
 /// The same steps each time, so that the suite tells about the change under test; tests/editing/run.sh tries

@@ -183,27 +183,42 @@ Ledger::Ledger(const World& world) : level(world.editor.level.Data()) {
     }
 }
 
+namespace {
+
+Answer CheckWindows(const World& world, const CFilmsMainCtrl& control, const Living& living,
+                    const Ledger& now) {
+    Answer wrong = CheckTree(control, living);
+    const auto then = [&wrong](const auto& check) {
+        if (!wrong) {
+            wrong = check();
+        }
+    };
+    then([&] { return CheckHolders(world, control, living); });
+    then([&] { return CheckRows(world, control); });
+    then([&] { return CheckSelection(control, living); });
+    then([&] { return CheckAxis(control); });
+    then([&] { return CheckDrag(world, control); });
+    then([&] { return CheckOthers(world, control, living); });
+    then([&] { return CheckAttributes(world, control, now); });
+    return wrong;
+}
+
+} // namespace
+
+std::optional<Failure> CheckWhileOpen(const World& world) {
+    const CFilmsMainCtrl& control = *world.Control();
+    return CheckWindows(world, control, Living(world, control), Ledger(world));
+}
+
 std::optional<Failure> CheckInvariants(const World& world, const Ledger& before, const Ledger& now) {
     const CFilmsMainCtrl* control = world.Control();
     if (control == nullptr || control->grid == nullptr) {
         return Failure{"window", "the scenario window has no control any more"};
     }
     const Living living(world, *control);
-    Answer wrong = CheckTree(*control, living);
-    const auto then = [&wrong](const auto& check) {
-        if (!wrong) {
-            wrong = check();
-        }
-    };
-    then([&] { return CheckHolders(world, *control, living); });
-    then([&] { return CheckRows(world, *control); });
-    then([&] { return CheckSelection(*control, living); });
-    then([&] { return CheckAxis(*control); });
-    then([&] { return CheckDrag(world, *control); });
-    then([&] { return CheckOthers(world, *control, living); });
-    then([&] { return CheckAttributes(world, *control, now); });
-    then([&] { return CheckLedger(world, before, now, living); });
-    return wrong;
+    Answer wrong = CheckWindows(world, *control, living, now);
+    wrong = wrong ? wrong : world.WrongInside();
+    return wrong ? wrong : CheckLedger(world, before, now, living);
 }
 
 } // namespace editing

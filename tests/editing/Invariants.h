@@ -36,5 +36,8 @@ struct Ledger {
 /// order. A stale page length lets the thumb take it out at the start. Selected keys and the current key may
 /// be out of their rows, as long as a removed key lives in its undo action.
 std::optional<Failure> CheckInvariants(const World& world, const Ledger& before, const Ledger& now);
+/// What holds while a dialog is open in the middle of a step: everything but the number of records, since the
+/// command that opened the dialog may hold some.
+std::optional<Failure> CheckWhileOpen(const World& world);
 
 } // namespace editing

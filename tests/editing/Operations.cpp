@@ -38,8 +38,8 @@ std::span<const Operation> Operations() {
         {"attributes-leave", 6, &World::AttributesLeave, 0, 0},
         // Menus and windows.
         {"key-menu", 90, &World::KeyMenu, 0, 0},
-        {"row-menu", 50, &World::RowMenu, any, any},
-        {"main-menu", 12, &World::MainMenu, any, any},
+        {"row-menu", 80, &World::RowMenu, any, any},
+        {"main-menu", 30, &World::MainMenu, any, any},
         {"stale-command", 20, &World::StaleCommand, any, any},
         {"toolbar", 20, &World::Toolbar, any, any},
         {"undo", 4, &World::Undo, 0, 0},
@@ -53,7 +53,15 @@ std::span<const Operation> Operations() {
         {"adjust-time", 3, &World::AdjustTime, any, 0},
         {"change-element", 3, &World::ChangeElement, any, 0},
         {"open-close", 2, &World::OpenClose, any, 0},
+        // Never drawn by itself: it happens behind a dialog, a box or a menu.
+        {"close-window", 0, &World::CloseWindow, any, any},
         {"paint", 20, &World::Paint, 0, 0},
+        // The host's menus and panel with the plug-in's items, and windows beside the scenario window.
+        {"object-menu", 8, &World::ObjectMenu, 0, 0},
+        {"view-menu", 3, &World::ViewMenu, 0, 0},
+        {"plugin-toolbar", 5, &World::PluginToolbar, any, any},
+        {"panel", 6, &World::Panel, any, any},
+        {"modeless", 15, &World::Modeless, any, any},
         // Level, host and films.
         {"create-object", 3, &World::CreateObject, any, 0},
         {"delete-objects", 5, &World::DeleteObjects, any, any},
@@ -66,6 +74,7 @@ std::span<const Operation> Operations() {
         {"delete-film", 1, &World::DeleteFilm, any, any},
         {"save-level", 1, &World::SaveLevel, any, 0},
         {"load-level", 4, &World::LoadLevel, any, any},
+        {"leave-level", 0, &World::NewLevel, any, any},
         {"host-event", 2, &World::HostEvent, any, 0},
         {"render", 6, &World::Render, 0, 0},
         {"set-time", 10, &World::SetTime, 0, 0},

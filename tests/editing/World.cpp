@@ -15,6 +15,11 @@ constexpr std::uint32_t kPluginNumber = 5;
 constexpr int kWindowWidth = 1000;
 constexpr int kWindowHeight = 760;
 
+/// Seconds; some sounds are there.
+float LengthOf(const std::string& path) {
+    return path.ends_with(".wav") ? 2.5f : -1.0f;
+}
+
 /// A row that takes this record now.
 bool Takes(const CTrackCtrl& row, const IFilmKey& record) {
     if (row.track != record.track || row.kind != record.kind) {
@@ -38,8 +43,10 @@ bool NoTimers::eventFilter(QObject* receiver, QEvent* event) {
 
 World::World() {
     InstallHooks();
+    MakeFiles();
     editor.quiet = true;
     editor.level.SetMeshLibrary(&meshes);
+    editor.level.SetSoundDuration(LengthOf);
     editor.level.SetChunkClient(&chunks);
     editor.level.New(folder.Path());
     chunks.plugins = {&plugin};
@@ -55,9 +62,7 @@ World::World() {
     plugin.OnEditorReady();
     plugin.OnNew();
     plugin.OnEvent(EventCode::LevelLoaded, nullptr);
-    window = new CScenarioDlg;
-    window->Show();
-    window->SetWindowPos(nullptr, 0, 0, kWindowWidth, kWindowHeight, SWP_NOZORDER);
+    OpenWindow();
     MakeFilms();
     firstLevel = savedLevel = Save();
     plugin.SelectFilmByIndex(0);
@@ -67,11 +72,35 @@ World::World() {
 
 World::~World() {
     plugin.StopPlaying();
+    editor.HidePluginPanel();
     delete plugin.scenarioDlg;
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     plugin.OnEditorClosing();
     editor.level.Close();
     plugin.OnEvent(EventCode::HostGoesAway, nullptr);
+    std::filesystem::current_path(startFolder);
+}
+
+void World::OpenWindow() {
+    opening = true; // nothing is asked before there is a window
+    window = new CScenarioDlg;
+    opening = false;
+    window->Show();
+    window->SetWindowPos(nullptr, 0, 0, kWindowWidth, kWindowHeight, SWP_NOZORDER);
+}
+
+/// A step may leave no window and no film; the next one finds both. What the user is asked meanwhile may take
+/// the window away again.
+void World::Restore() {
+    if (FilmOf(0) == nullptr && luck.OneIn(4)) {
+        Load(firstLevel);
+        plugin.SelectFilmByIndex(0);
+    }
+    while (plugin.scenarioDlg == nullptr) {
+        hidden.clear();
+        OpenWindow();
+        Control()->ShowFilm(plugin.GetCurrentFilm(), /*flag*/ true);
+    }
 }
 
 void World::Execute(const Step& step) {
@@ -87,7 +116,14 @@ void World::Execute(const Step& step) {
     ++depth;
     tally.mostAdded += operation.mostAdded;
     tally.mostRemoved += operation.mostRemoved;
-    (this->*operation.run)(step);
+    try {
+        (this->*operation.run)(step);
+    } catch (const fs::file_exception&) {
+        ++fileErrors; // as the program's event loop tells them
+    }
+    if (depth == 1) {
+        Restore();
+    }
     NoteHiddenKeys();
     --depth;
     luck = outer;

@@ -1,18 +1,24 @@
 #pragma once
 
+#include "framework/ListBox.h"
 #include "framework/TestHooks.h"
 #include "host/engine/ChunkClient.h"
 #include "keys/KeyAttributesDlg.h"
 #include "plugin/PluginImpl.h"
 #include "tests/editing/EditingHost.h"
+#include "tests/editing/Invariants.h"
 #include "tests/editing/Operations.h"
 #include "tests/engine/EngineFixture.h"
+#include "tests/support/DialogHand.h"
 #include "tests/support/TempFolder.h"
 #include "timeline/ScenarioDlg.h"
 
 #include <cstdint>
 #include <deque>
+#include <filesystem>
+#include <map>
 #include <memory>
+#include <optional>
 #include <QObject>
 #include <string>
 #include <unordered_set>
@@ -52,6 +58,8 @@ public:
         std::int64_t mostRemoved = 0;
     };
     void BeginTally() { tally = {}; }
+    /// What was wrong first while a dialog was open.
+    const std::optional<Failure>& WrongInside() const { return wrongInside; }
 
     HookScope hooks;
     TempFolder folder; ///< of the level
@@ -67,10 +75,12 @@ public:
     bool draggedInAxis = false;
     /// The command chosen last in a menu that offered it.
     UINT chosenCommand = 0;
-    int framesPlayed = 0; ///< since the start
-    int stepsInPlay = 0;  ///< carried out while a film played
-    int typed = 0;        ///< texts that went into an editor of the attributes window
-    int browsed = 0;      ///< browsers that it opened
+    int framesPlayed = 0;               ///< since the start
+    int stepsInPlay = 0;                ///< carried out while a film played
+    int typed = 0;                      ///< texts that went into an editor of the attributes window
+    int browsed = 0;                    ///< browsers that it opened
+    std::map<UINT, int> tried;          ///< how often a command was run that its menu or toolbar offered
+    std::map<std::string, int> dialogs; ///< how often one with this title was worked in
 
 private:
     friend std::span<const Operation> Operations();
@@ -90,6 +100,7 @@ private:
     void Load(std::string bytes);
     std::string Save();
     void LeaveLevel();
+    void NewLevel(const Step& step);
     void CreateObject(const Step& step);
     void DeleteObjects(const Step& step);
     void SelectObjects(const Step& step);
@@ -140,7 +151,6 @@ private:
     void AttributesBrowse(const Step& step);
     void AttributesLink(const Step& step);
     void AttributesLeave(const Step& step);
-    void DisturbBrowser();
     std::string AnswerName(const std::string& present);
 
     // Menus and windows (WorldCommands.cpp).
@@ -160,15 +170,40 @@ private:
     void AdjustTime(const Step& step);
     void ChangeElement(const Step& step);
     void OpenClose(const Step& step);
+    void CloseWindow(const Step& step);
+    void OpenWindow();
+    void Restore();
     void Paint(const Step& step);
     void ChooseInMenu(CTrackCtrl* row, CTrackKey* key, UINT command);
+    bool IsFull(UINT command, const CTrackCtrl* row) const;
+    void ObjectMenu(const Step& step);
+    void ViewMenu(const Step& step);
+    void PluginToolbar(const Step& step);
+    void ChooseInHostMenu(const CMenu& menu, int number);
+
+    // Dialogs, whatever is in them (WorldDialogs.cpp).
+    int AnswerDialog(CDialog& dialog);
+    void Panel(const Step& step);
+    void Modeless(const Step& step);
+    void Touch(DialogHand& hand);
+    void TouchList(DialogHand& hand, const CListBox& list);
+    void PressKey(DialogHand& hand);
+    void Leave(DialogHand& hand);
+    void CheckInside();
+    /// What the host and other windows may do while a dialog or browser is open.
+    void Disturb();
+
+    // Files that the user chooses (WorldFiles.cpp).
+    void MakeFiles();
+    int AnswerFile(CFileDialog& dialog);
+    std::string FileToSave(const std::string& extension);
+    std::string FileToOpen(const std::string& extension);
+    void Damage(const std::string& from, const std::string& to);
 
     // Answers (WorldAnswers.cpp).
     void InstallHooks();
     int AnswerBox();
-    int AnswerDialog(CDialog& dialog);
     bool AnswerNumber(float& value);
-    int AnswerFile(CFileDialog& dialog);
     int AnswerColor(CColorDialog& dialog);
     UINT AnswerMenu(const CMenu& menu);
     std::uint32_t Clock();
@@ -198,6 +233,11 @@ private:
     std::string firstLevel; ///< the level file of the start
     std::string savedLevel;
     int made = 0; ///< objects and films since the start, for their names
+    int fileErrors = 0;
+    bool opening = false; ///< the scenario window is being made
+    std::optional<Failure> wrongInside;
+    std::vector<HWND> openDialogs;                                       ///< modal ones, the innermost last
+    std::filesystem::path startFolder = std::filesystem::current_path(); ///< file dialogs leave it
 };
 
 /// Bits of a step's modifiers.

@@ -1,10 +1,7 @@
 // What the user answers to boxes, menus and dialogs, and what goes on behind them.
-#include "files/ChooseMovieCameraDlg.h"
 #include "framework/ColorDialog.h"
 #include "framework/Constants.h"
-#include "framework/FileDialog.h"
 #include "tests/editing/World.h"
-#include "files/MainCtrlSettingsDlg.h"
 
 #include <algorithm>
 #include <limits>
@@ -17,6 +14,7 @@ namespace {
 
 constexpr int kQuietReadings = 60; ///< of the clock; then it runs fast, so that every film ends soon
 constexpr std::uint32_t kFastClock = 20000;
+constexpr int kMostReadings = 400; ///< in one step
 
 /// Also inside sub-menus.
 bool Offers(const CMenu& menu, UINT command) {
@@ -46,6 +44,7 @@ void World::InstallHooks() {
     editor.onInputNumber = [this](float& value, const std::string&, const std::string&) {
         return AnswerNumber(value);
     };
+    editor.losesFiles = [this] { return depth > 0 && !opening && luck.OneIn(10); };
     editor.browse = [this](const std::string& present) { return AnswerName(present); };
     editor.browseName = [this](const std::string& present) {
         const std::string name = AnswerName(present);
@@ -55,6 +54,9 @@ void World::InstallHooks() {
         if (code == EventCode::ObjectsMoved && plugin.isPlaying != 0) {
             ++framesPlayed;
             DuringPlay();
+            if (clockReadings > kMostReadings) { // a film of years
+                plugin.StopPlaying();
+            }
         }
     };
 }
@@ -78,44 +80,8 @@ int World::AnswerBox() {
     return answers[luck.Below(4)];
 }
 
-int World::AnswerDialog(CDialog& dialog) {
-    const HWND handle = dialog.GetSafeHwnd();
-    const int answer = luck.OneIn(4) ? IDCANCEL : IDOK;
-    const float numbers[] = {static_cast<float>(luck.Below(40)) / 10.0f - 1.0f,
-                             static_cast<float>(luck.Below(300)) / 10.0f,
-                             static_cast<float>(luck.Below(150)) / 10.0f};
-    const int choice = luck.Below(4) - 1;
-    const int counts[] = {luck.Below(90), luck.Below(9), luck.Below(9)};
-    DisturbBrowser();
-    if (!IsWindow(handle)) {
-        return IDCANCEL;
-    }
-    if (auto* settings = dynamic_cast<CMainCtrlSettingsDlg*>(&dialog)) {
-        settings->begin = numbers[0];
-        settings->end = numbers[1];
-        settings->interval = numbers[2];
-        settings->ticsDistance = counts[0];
-        settings->bigTics = counts[1];
-        settings->labelDistance = counts[2];
-        return answer;
-    }
-    if (auto* cameras = dynamic_cast<CChooseMovieCameraDlg*>(&dialog)) {
-        cameras->list.SetCurSel(choice);
-    }
-    dialog.SendMessage(WM_COMMAND, static_cast<WPARAM>(answer));
-    return IDCANCEL;
-}
-
-int World::AnswerFile(CFileDialog& dialog) {
-    DisturbBrowser();
-    static const std::string names[] = {"one.wav", "sounds/two.ogg", "/elsewhere/three.wav",
-                                        "a name with blanks"};
-    dialog.SetPathName(luck.OneIn(4) ? std::string(300, 'p') + ".wav" : names[luck.Below(4)]);
-    return luck.OneIn(3) ? IDCANCEL : IDOK;
-}
-
 int World::AnswerColor(CColorDialog& dialog) {
-    DisturbBrowser();
+    Disturb();
     dialog.SetCurrentColor(luck.Next());
     return luck.OneIn(3) ? IDCANCEL : IDOK;
 }
@@ -148,7 +114,10 @@ UINT World::AnswerMenu(const CMenu& menu) {
     const bool offered = Offers(menu, menuChoice);
     const UINT choice = menuChoice;
     Interrupt();
-    chosenCommand = offered ? choice : chosenCommand;
+    if (offered) {
+        chosenCommand = choice;
+        ++tried[choice];
+    }
     return offered ? choice : 0;
 }
 

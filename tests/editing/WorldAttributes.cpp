@@ -2,6 +2,7 @@
 #include "framework/QtBridge.h"
 #include "keys/TrackKey.h"
 #include "resources/resource.h"
+#include "tests/editing/Texts.h"
 #include "tests/editing/World.h"
 #include "tests/support/MouseScript.h"
 
@@ -19,32 +20,6 @@ namespace editing {
 namespace {
 
 constexpr int kInRow = 10; ///< pixels from a row's left and top
-
-std::string Text(int number) {
-    static const std::string texts[] = {"1.5",
-                                        "-2",
-                                        "0",
-                                        "0.25",
-                                        "720",
-                                        "1e39",
-                                        "-1e39",
-                                        "nan",
-                                        "inf",
-                                        "0x10",
-                                        "4 , 5",
-                                        "",
-                                        " ",
-                                        "arm",
-                                        "Lift",
-                                        "Cam0",
-                                        "&&",
-                                        "99999999999999999999",
-                                        "-1",
-                                        "\xD0\xAF\xD7\x9E\xE2\x82\xAC", // Cyrillic, Hebrew and a euro sign
-                                        std::string(300, '7'),
-                                        std::string(300, 'w')};
-    return texts[static_cast<std::size_t>(number) % std::size(texts)];
-}
 
 void SendKey(QWidget* target, int key, const QString& text = QString()) {
     QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
@@ -125,7 +100,7 @@ void World::AttributesType(const Step& step) {
         return;
     }
     ++typed;
-    SendKey(focus, Qt::Key_A, QString::fromStdString(Text(step.numbers[0])));
+    SendKey(focus, Qt::Key_A, QString::fromStdString(TypedText(step.numbers[0])));
     if (step.numbers[1] % 3 == 0) {
         ActivateTimeline(); // away from the editor
     }
@@ -226,8 +201,14 @@ void World::AttributesLink(const Step& step) {
         return;
     }
     std::string text;
-    if (dialog->GetLinkObjectText(object, text) || step.numbers[1] % 4 == 0) {
-        dialog->SetLinkObject(object);
+    const bool isOffered = dialog->GetLinkObjectText(object, text);
+    if (isOffered || step.numbers[1] % 4 == 0) {
+        constexpr std::uint32_t kSetLinkObject = 62;
+        CMenu menu;
+        menu.CreatePopupMenu();
+        plugin.OnObjectMenu(&menu, 0, 0, object);
+        tried[kSetLinkObject] += isOffered ? 1 : 0;
+        plugin.OnCommand(plugin.pluginId.PluginNumber(), kSetLinkObject);
     }
 }
 
@@ -240,30 +221,11 @@ void World::AttributesLeave(const Step& step) {
     }
 }
 
-/// What the host and other windows may do while a browser is open.
-void World::DisturbBrowser() {
-    static const char* const steps[] = {
-        "delete-objects", "delete-film",    "show-film",  "show-again",       "load-level", "remove-row",
-        "stop",           "change-element", "open-close", "attributes-close", "key-menu",   "attributes-next",
-        "host-event",     "set-time",       "save-level", "attributes-link"};
-    Interrupt();
-    if (depth == 0 || depth >= kDeepest || !luck.OneIn(3)) {
-        return;
-    }
-    Step step;
-    step.operation = FindOperation(steps[luck.Below(static_cast<int>(std::size(steps)))]);
-    for (int& number : step.numbers) {
-        number = luck.Below(100000);
-    }
-    step.luck = luck.Next();
-    Execute(step);
-}
-
 /// The same name, none, one that is too long, or a real one.
 std::string World::AnswerName(const std::string& present) {
     static const std::string names[] = {"arm",  "hand", "hip",        "Bip01 Hand",
                                         "Lift", "Turn", "fx/fire.fx", "tail"};
-    DisturbBrowser();
+    Disturb();
     switch (luck.Below(6)) {
     case 0:
         return present;

@@ -1,6 +1,8 @@
 // Menus, toolbar and settings of the scenario window.
 #include "framework/QtBridge.h"
+#include "framework/Resource.h"
 #include "keys/TrackKey.h"
+#include "plugin/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/editing/World.h"
 
@@ -24,14 +26,29 @@ constexpr UINT kKeyCommands[] = {
     IDC_OUT_USER,        IDC_IN_INVERSE,       IDC_OUT_INVERSE};
 
 /// What takes rows away comes seldom, so that there is something to edit.
-constexpr UINT kRowCommands[] = {
-    IDC_ADD_KEY,    IDC_ADD_KEY,    IDC_ADD_KEY,      IDC_ADD_KEY,      IDC_ADD_KEY,      IDC_ADD_KEY,
-    IDC_ADD_KEY,    IDC_PASTE_KEY,  IDC_PASTE_KEY,    IDC_PASTE_KEY,    IDC_PASTE_KEY,    IDC_PASTE_KEY,
-    IDC_HIDE_TRACK, IDC_HIDE_TRACK, IDC_REMOVE_ACTOR, IDC_REMOVE_TRACK, IDC_CHANGE_ACTOR, IDC_CHANGE_ACTOR};
+constexpr UINT kRowCommands[] = {IDC_ADD_KEY,          IDC_ADD_KEY,
+                                 IDC_ADD_KEY,          IDC_ADD_KEY,
+                                 IDC_ADD_KEY,          IDC_ADD_KEY,
+                                 IDC_ADD_KEY,          IDC_PASTE_KEY,
+                                 IDC_PASTE_KEY,        IDC_PASTE_KEY,
+                                 IDC_PASTE_KEY,        IDC_PASTE_KEY,
+                                 IDC_HIDE_TRACK,       IDC_HIDE_TRACK,
+                                 IDC_REMOVE_ACTOR,     IDC_REMOVE_TRACK,
+                                 IDC_CHANGE_ACTOR,     IDC_CHANGE_ACTOR,
+                                 IDC_FILTER_KEYS,      IDC_FILTER_KEYS,
+                                 IDC_FILTER_KEYS,      IDC_ADD_CAMERA_TRACK,
+                                 IDC_EXPORT_TRACK,     IDC_EXPORT_TRACK,
+                                 IDC_IMPORT_TRACK,     IDC_IMPORT_TRACK,
+                                 IDC_IMPORT_TRACK,     IDC_CAMERA_PARAMETERS,
+                                 IDC_TRACK_PARAMETERS, IDC_CAMERA_PARAMETERS,
+                                 IDC_TRACK_PARAMETERS, IDC_ATTACH_ROW_TO_OBJECT,
+                                 IDC_ADJUST_TIME,      IDC_ATTACH_ROW_TO_OBJECT};
 
-constexpr UINT kMainCommands[] = {IDC_SETTINGS,   IDC_SETTINGS,       IDC_SETTINGS,   IDC_ADD_ACTORS,
-                                  IDC_ADD_ACTORS, IDC_REMOVE_ACTORS,  IDC_PLAY_MOVIE, IDC_STOP_MOVIE,
-                                  IDC_ADD_CAMERA, IDC_VALIDATE_MOVIE, IDC_ADD_CAMERA};
+constexpr UINT kMainCommands[] = {
+    IDC_SETTINGS,      IDC_SETTINGS,      IDC_ADD_ACTORS,  IDC_ADD_ACTORS,      IDC_REMOVE_ACTORS,
+    IDC_PLAY_MOVIE,    IDC_STOP_MOVIE,    IDC_ADD_CAMERA,  IDC_ADD_CAMERA,      IDC_VALIDATE_MOVIE,
+    IDC_FILTER_ACTORS, IDC_FILTER_ACTORS, IDC_ADJUST_TIME, IDC_SET_MOVIE_FRAME, IDC_SET_MOVIE_FRAME,
+    IDC_ADD_GL_LIGHT,  IDC_ADD_DYN_LIGHT};
 
 constexpr UINT kToolbarCommands[] = {IDC_PLAY_MOVIE,
                                      IDC_STOP_MOVIE,
@@ -53,11 +70,24 @@ constexpr UINT kToolbarCommands[] = {IDC_PLAY_MOVIE,
                                      IDC_DESELECT_KEYS,
                                      IDC_SELECT_KEY};
 
-/// Films with more tracks than this get no further ones.
+/// Films with more tracks than this get no further ones, and so it is with the camera rows of a level row.
 constexpr std::size_t kMostTracks = 20;
+constexpr std::size_t kMostChildren = 20;
 
 template <std::size_t count> UINT Chosen(const UINT (&commands)[count], int number) {
     return commands[static_cast<std::size_t>(number) % count];
+}
+
+bool IsOffered(CTrackCtrl& row, UINT command) {
+    constexpr UINT kNoItem = 0xFFFFFFFF;
+    const ResourceScope resources(PluginResources());
+    CMenu source;
+    CMenu menu;
+    source.LoadMenu(IDR_ROW_MENU);
+    menu.CreatePopupMenu();
+    row.FillRowMenu(&menu, &source);
+    const UINT state = menu.GetMenuState(command, MF_BYCOMMAND);
+    return state != kNoItem && (state & (MF_GRAYED | MF_DISABLED)) == 0;
 }
 
 float Seconds(int number, int most) {
@@ -74,11 +104,21 @@ void World::ChooseInMenu(CTrackCtrl* row, CTrackKey* key, UINT command) {
 }
 
 void World::KeyMenu(const Step& step) {
-    const auto [row, key] = KeyOf(step.numbers[0]);
+    auto [row, key] = KeyOf(step.numbers[0]);
     if (row == nullptr) {
         return;
     }
     const UINT command = Chosen(kKeyCommands, step.numbers[1]);
+    // Most keys are of another kind than the one that was copied.
+    const CTrackKey* source = Control()->keyDuplicator.sourceKey;
+    if (command == IDC_PASTE_ATTRIBUTES && source != nullptr && source->record != nullptr) {
+        for (CTrackCtrl* taking : Control()->visibleTracks) {
+            if (taking->kind == source->record->kind && !taking->keys.empty()) {
+                row = taking;
+                key = taking->keys[0];
+            }
+        }
+    }
     tally.mostRemoved += command == IDC_REMOVE_KEY ? 1 : 0;
     ChooseInMenu(row, key, command);
 }
@@ -86,7 +126,13 @@ void World::KeyMenu(const Step& step) {
 void World::RowMenu(const Step& step) {
     const UINT command = Chosen(kRowCommands, step.numbers[1]);
     CTrackCtrl* row = RowOf(step.numbers[0]);
-    if (row == nullptr) {
+    if (row != nullptr && step.numbers[2] % 3 != 0) { // most rows don't offer most commands
+        const auto& rows = Control()->visibleTracks;
+        const auto offering =
+            std::ranges::find_if(rows, [&](CTrackCtrl* candidate) { return IsOffered(*candidate, command); });
+        row = offering != rows.end() && !IsOffered(*row, command) ? *offering : row;
+    }
+    if (row == nullptr || IsFull(command, row)) {
         return;
     }
     // Most rows offer no paste, since they take another kind than the key that was copied.
@@ -101,14 +147,71 @@ void World::RowMenu(const Step& step) {
 
 void World::MainMenu(const Step& step) {
     const UINT command = Chosen(kMainCommands, step.numbers[0]);
-    const IFilm* film = plugin.GetCurrentFilm();
-    const bool isFull = film != nullptr && film->tracks.size() >= kMostTracks;
-    if (Control() != nullptr && !(command == IDC_ADD_CAMERA && isFull)) {
+    if (Control() != nullptr && !IsFull(command, nullptr)) {
         ChooseInMenu(nullptr, nullptr, command);
     }
 }
 
-/// A command that comes when its menu is long gone, as from a queue.
+/// Long runs would fill films and level with what is only ever added.
+bool World::IsFull(UINT command, const CTrackCtrl* row) const {
+    constexpr std::size_t kMostObjects = 40;
+    const IFilm* film = plugin.GetCurrentFilm();
+    switch (command) {
+    case IDC_ADD_CAMERA:
+        return film != nullptr && film->tracks.size() >= kMostTracks;
+    case IDC_ADD_GL_LIGHT:
+    case IDC_ADD_DYN_LIGHT:
+        return editor.level.Data() == nullptr || editor.level.Data()->Objects().size() >= kMostObjects;
+    case IDC_ADD_CAMERA_TRACK:
+        return row != nullptr && row->children.size() >= kMostChildren;
+    default:
+        return false;
+    }
+}
+
+/// An enabled item of a menu that the plug-in filled for the host.
+void World::ChooseInHostMenu(const CMenu& menu, int number) {
+    std::vector<UINT> offered;
+    for (const MenuItem& item : menu.Items()) {
+        if (item.id != 0 && (item.flags & (MF_GRAYED | MF_DISABLED | MF_SEPARATOR)) == 0) {
+            offered.push_back(item.id);
+        }
+    }
+    if (!offered.empty()) {
+        const PluginCommandId chosen{offered[static_cast<std::size_t>(number) % offered.size()]};
+        ++tried[chosen.LocalCommand()];
+        plugin.OnCommand(chosen.PluginNumber(), chosen.LocalCommand());
+    }
+}
+
+void World::ObjectMenu(const Step& step) {
+    if (EditorObject* object = ObjectOf(step.numbers[0])) {
+        CMenu menu;
+        menu.CreatePopupMenu();
+        plugin.OnObjectMenu(&menu, 0, 0, object);
+        Interrupt(); // while it is open
+        ChooseInHostMenu(menu, step.numbers[1]);
+    }
+}
+
+void World::ViewMenu(const Step& step) {
+    CMenu menu;
+    menu.CreatePopupMenu();
+    plugin.OnViewMenu(&menu);
+    ChooseInHostMenu(menu, step.numbers[1]);
+}
+
+void World::PluginToolbar(const Step& step) {
+    const ToolBarButton& button =
+        plugin.toolbar.Buttons()[static_cast<std::size_t>(step.numbers[0]) % plugin.toolbar.Buttons().size()];
+    const PluginCommandId command{button.id};
+    if (button.id != 0 && (button.state & TBSTATE_ENABLED) != 0) {
+        hidden.clear(); // the panel may go
+        ++tried[command.LocalCommand()];
+        plugin.OnCommand(command.PluginNumber(), command.LocalCommand());
+    }
+}
+
 void World::StaleCommand(const Step& step) {
     const UINT commands[] = {Chosen(kKeyCommands, step.numbers[1]), Chosen(kKeyCommands, step.numbers[1]),
                              Chosen(kRowCommands, step.numbers[1]),
@@ -120,7 +223,9 @@ void World::StaleCommand(const Step& step) {
 
 void World::Toolbar(const Step& step) {
     if (Control() != nullptr) {
-        window->SendMessage(WM_COMMAND, Chosen(kToolbarCommands, step.numbers[0]));
+        const UINT command = Chosen(kToolbarCommands, step.numbers[0]);
+        ++tried[command];
+        window->SendMessage(WM_COMMAND, command);
     }
 }
 
@@ -223,6 +328,13 @@ void World::OpenClose(const Step& step) {
     }
     window->SendMessage(step.numbers[0] % 2 == 0 ? WM_CLOSE : WM_TIMER);
     window->Show();
+}
+
+/// The window goes, as with the program's main window; behind the step there is a new one.
+void World::CloseWindow(const Step& /*step*/) {
+    if (Control() != nullptr) {
+        window->DestroyWindow();
+    }
 }
 
 void World::Paint(const Step& /*step*/) {

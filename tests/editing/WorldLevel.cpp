@@ -122,6 +122,15 @@ void World::LeaveLevel() {
     plugin.OnNew();
 }
 
+/// One without objects and films.
+void World::NewLevel(const Step& /*step*/) {
+    LeaveLevel();
+    editor.level.Close();
+    editor.level.New(folder.Path());
+    hidden.clear();
+    plugin.OnEvent(EventCode::LevelLoaded, nullptr);
+}
+
 void World::Load(std::string bytes) {
     engine::PendingLevel pending =
         engine::ParseLevel(editor.level, folder.File("edited.level"), std::move(bytes));
