@@ -145,7 +145,7 @@ std::vector<UINT> AllCommands() {
             commands.push_back(button.id);
         }
     }
-    for (const UINT local : {1, 50, 51, 52, 53, 60, 61, 62}) {
+    for (const UINT local : {1, 50, 51, 52, 53, 60, 61}) {
         commands.push_back(local);
     }
     return commands;

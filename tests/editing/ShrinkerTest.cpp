@@ -47,6 +47,9 @@ TEST(StepTest, EveryOperationIsDrawn) {
         drawn.push_back(step.operation);
     }
     for (int i = 0; i < static_cast<int>(Operations().size()); ++i) {
+        if (Operations()[static_cast<std::size_t>(i)].weight == 0) {
+            continue; // it happens behind a dialog alone
+        }
         EXPECT_NE(std::ranges::find(drawn, i), drawn.end()) << Operations()[static_cast<std::size_t>(i)].name;
     }
 }
