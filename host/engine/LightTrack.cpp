@@ -4,6 +4,8 @@
 #include "host/engine/FilmManager.h"
 #include "host/engine/LevelData.h"
 
+#include <utility>
+
 namespace engine {
 
 namespace {
@@ -38,18 +40,23 @@ void LightDriver::Apply(const LevelData& data, SceneObject* object, const Vector
     if (!driving) {
         driving = true;
         driven = object;
-        before = *light;
+        onBefore = light->on;
     }
     light->on = on;
-    if (colors != nullptr) {
-        colors->Evaluate(time, light->color.Data());
+    Vector3 color;
+    if (colors != nullptr && colors->Evaluate(time, color.Data())) {
+        colorBefore = colorBefore.value_or(light->color);
+        light->color = color;
+    } else if (colorBefore) { // its last key is gone
+        light->color = *std::exchange(colorBefore, std::nullopt);
     }
 }
 
 void LightDriver::Restore(const LevelData& data) {
     LightProperties* light = driving ? LightOf(data, driven) : nullptr;
     if (light != nullptr) {
-        *light = before;
+        light->on = onBefore;
+        light->color = colorBefore.value_or(light->color);
     }
     driving = false;
     driven = nullptr;
@@ -60,12 +67,14 @@ void LightDriver::Forget(const DoomedObjects& doomed) {
         driving = false;
         driven = nullptr;
     }
+    colorBefore.reset();
 }
 
 void GLLightTrack::Pose(float time) {
     Vector3 position;
     const bool moved = ChannelAs<VectorChannel>(KeyKind::Position)->Evaluate(time, position.Data());
     if (moved && lightObject != nullptr) {
+        colorBefore.reset();
         KeepPlaceOf(lightObject, ownPlace);
         lightObject->SetPosition(position.Data(), 0);
     }

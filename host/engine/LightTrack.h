@@ -8,8 +8,9 @@
 
 namespace engine {
 
-/// Colour and switch of a light as driven by a track, with what was there before the film. The light is that
-/// of an object or, with a null object, the level's sun; it is looked up at each use and may be gone.
+/// Switch of a light, and its colour where there are keys, as driven by a track, with what was there before
+/// the film. Range and strength are the user's also while the film is open. The light is that of an object
+/// or, with a null object, the level's sun; it is looked up at each use and may be gone.
 class LightDriver {
 public:
     void Apply(const LevelData& data, SceneObject* object, const VectorChannel* colors, float time, bool on);
@@ -20,7 +21,8 @@ public:
 private:
     bool driving = false;
     SceneObject* driven = nullptr; ///< null while driving: the sun
-    LightProperties before;
+    bool onBefore = true;
+    std::optional<Vector3> colorBefore; ///< none while no keys say a colour
 };
 
 /// Drives a GL light helper, or the level's sun, whose helper stands where the light comes from.

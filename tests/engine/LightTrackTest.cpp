@@ -73,6 +73,46 @@ TEST_F(LightTrackTest, SunTrackDrivesTheLevelsSun) {
     EXPECT_TRUE(sun.light.on);
 }
 
+TEST_F(LightTrackTest, RangeAndStrengthAreTheUsersWhileTheFilmIsOpen) {
+    SceneObject& lamp = MakeLight(ClassName::GLLight);
+    const engine::LightProperties before = *lamp.light;
+    CFilmGLLightTrack& track = AddGLLight(&lamp);
+    AddVector(track, KeyKind::Color, 0.0f, {1.0f, 0.5f, 0.25f});
+    AddSwitch(track, 0.0f, false);
+    film->SetTime(0.0f, -1.0f);
+    lamp.light->range = 70.0f;
+    lamp.light->intensity = 3.0f;
+    film->SetTime(1.0f, 0.0f);
+    film->Deactivate();
+    EXPECT_EQ(lamp.light->range, 70.0f);
+    EXPECT_EQ(lamp.light->intensity, 3.0f);
+    EXPECT_EQ(lamp.light->color, before.color);
+    EXPECT_EQ(lamp.light->on, before.on);
+}
+
+TEST_F(LightTrackTest, AColourWithoutKeysIsTheUsersToo) {
+    SceneObject& lamp = MakeLight(ClassName::GLLight);
+    CFilmGLLightTrack& track = AddGLLight(&lamp);
+    AddSwitch(track, 0.0f, true);
+    film->SetTime(0.0f, -1.0f);
+    lamp.light->color = {0.1f, 0.2f, 0.3f};
+    film->SetTime(1.0f, 0.0f);
+    film->Deactivate();
+    EXPECT_EQ(lamp.light->color, (Vector3{0.1f, 0.2f, 0.3f}));
+}
+
+TEST_F(LightTrackTest, TheColourOfBeforeComesBackWithItsLastKey) {
+    SceneObject& lamp = MakeLight(ClassName::GLLight);
+    const Vector3 before = lamp.light->color;
+    CFilmGLLightTrack& track = AddGLLight(&lamp);
+    AddVector(track, KeyKind::Color, 0.0f, {1.0f, 0.5f, 0.25f});
+    film->SetTime(0.0f, -1.0f);
+    EXPECT_EQ(lamp.light->color, (Vector3{1.0f, 0.5f, 0.25f}));
+    track.ClearKind(KeyKind::Color);
+    film->SetTime(1.0f, 0.0f);
+    EXPECT_EQ(lamp.light->color, before);
+}
+
 TEST_F(LightTrackTest, SunTrackInALevelWithoutSunMovesTheHelperOnly) {
     SceneObject& helper = MakeLight(ClassName::GLLight);
     CFilmGLLightTrack& track = AddGLLight(&helper);
