@@ -184,7 +184,9 @@ void Film::RemoveTrack(CFilmTrack* track, int) {
 void Film::TellFreedLight(const TrackBase& track) const {
     const bool isLight =
         track.TrackClass() == ClassId::GLLightTrack || track.TrackClass() == ClassId::DynLightTrack;
-    EditorObject* light = isLight ? const_cast<EditorObject*>(track.Driven()) : nullptr;
+    const bool isSun = track.TrackClass() == ClassId::GLLightTrack &&
+                       static_cast<const GLLightTrack&>(track).isSun != 0; // it serves all films and stays
+    EditorObject* light = isLight && !isSun ? const_cast<EditorObject*>(track.Driven()) : nullptr;
     if (light != nullptr && !static_cast<SceneObject*>(light)->transient) {
         manager.Data().Owner().OnLightFreed(light);
     }

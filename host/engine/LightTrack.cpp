@@ -18,6 +18,13 @@ LightProperties* LightOf(const LevelData& data, SceneObject* object) {
     return data.Sun() != nullptr ? &data.Sun()->light : nullptr;
 }
 
+/// A helper that a plug-in made for a light is no body of the session any more: the film has it.
+void Adopt(EditorObject* light) {
+    if (light != nullptr) {
+        static_cast<SceneObject*>(light)->transient = false;
+    }
+}
+
 /// The light of a track is set without a word to the track, so its place is taken down when it is posed.
 void KeepPlaceOf(const EditorObject* light, OwnPlace& place) {
     const auto* object = static_cast<const SceneObject*>(light);
@@ -60,21 +67,21 @@ void LightDriver::Restore(const LevelData& data) {
     }
     driving = false;
     driven = nullptr;
+    colorBefore.reset();
 }
 
 void LightDriver::Forget(const DoomedObjects& doomed) {
     if (doomed.Has(driven)) {
         driving = false;
         driven = nullptr;
+        colorBefore.reset();
     }
-    colorBefore.reset();
 }
 
 void GLLightTrack::Pose(float time) {
     Vector3 position;
     const bool moved = ChannelAs<VectorChannel>(KeyKind::Position)->Evaluate(time, position.Data());
     if (moved && lightObject != nullptr) {
-        colorBefore.reset();
         KeepPlaceOf(lightObject, ownPlace);
         lightObject->SetPosition(position.Data(), 0);
     }
@@ -117,6 +124,18 @@ void GLLightTrack::Forget(const DoomedObjects& doomed) {
     if (doomed.Has(lightObject)) {
         lightObject = nullptr;
     }
+}
+
+void GLLightTrack::Refresh() {
+    TrackBase::Refresh();
+    if (isSun == 0) {
+        Adopt(lightObject);
+    }
+}
+
+void DynLightTrack::Refresh() {
+    TrackBase::Refresh();
+    Adopt(lightObject);
 }
 
 void DynLightTrack::Pose(float time) {

@@ -35,6 +35,7 @@ public:
     void Rest() override;
     void ShowAtRest() const override;
     void Forget(const DoomedObjects& doomed) override;
+    void Refresh() override;
     const EditorObject* Driven() const override { return lightObject; }
 
 private:
@@ -53,6 +54,7 @@ public:
     void Rest() override;
     void ShowAtRest() const override;
     void Forget(const DoomedObjects& doomed) override;
+    void Refresh() override;
     const EditorObject* Driven() const override { return lightObject; }
 
 private:

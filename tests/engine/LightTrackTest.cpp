@@ -113,6 +113,27 @@ TEST_F(LightTrackTest, TheColourOfBeforeComesBackWithItsLastKey) {
     EXPECT_EQ(lamp.light->color, before);
 }
 
+TEST_F(LightTrackTest, ALightThatATrackTakesIsNoBodyOfTheSession) {
+    for (const char* className : {ClassName::GLLight, ClassName::DynLight}) {
+        SceneObject& lamp = MakeLight(className);
+        lamp.transient = true;
+        CFilmTrack& track =
+            AddTrack(std::string(className) == ClassName::GLLight ? film->CreateGLLightTrack()
+                                                                  : film->CreateDynLightTrack());
+        (AsGLLightTrack(&track) != nullptr ? AsGLLightTrack(&track)->lightObject
+                                           : AsDynLightTrack(&track)->lightObject) = &lamp;
+        track.RefreshTrack();
+        EXPECT_FALSE(lamp.transient) << className;
+    }
+    SceneObject& helper = MakeLight(ClassName::GLLight);
+    helper.transient = true;
+    auto& sun = *AsGLLightTrack(&AddTrack(film->CreateGLLightTrack()));
+    sun.isSun = 1;
+    sun.lightObject = &helper;
+    sun.RefreshTrack();
+    EXPECT_TRUE(helper.transient); // one of the level, for all films
+}
+
 TEST_F(LightTrackTest, SunTrackInALevelWithoutSunMovesTheHelperOnly) {
     SceneObject& helper = MakeLight(ClassName::GLLight);
     CFilmGLLightTrack& track = AddGLLight(&helper);

@@ -225,4 +225,15 @@ TEST_F(OwnPlaceTest, ALightTakenOutOfItsFilmIsToldUnlessItGoesItself) {
     EXPECT_EQ(freed.back(), &fire);
 }
 
+TEST_F(OwnPlaceTest, TheBodyOfTheSunIsNoLightThatAFilmFrees) {
+    int freed = 0;
+    level.SetFreedLightHook([&](const EditorObject*) { ++freed; });
+    SceneObject& helper = MakeObject("Sun", {}, nullptr, ClassName::GLLight);
+    auto& sun = *AsGLLightTrack(&AddTrack(film->CreateGLLightTrack()));
+    sun.isSun = 1;
+    sun.lightObject = &helper;
+    film->RemoveTrack(&sun, 1);
+    EXPECT_EQ(freed, 0);
+}
+
 } // namespace engine_test
