@@ -113,6 +113,8 @@ void Film::AddTrack(CFilmTrack* track) {
     const CFilmGLLightTrack* light = AsGLLightTrack(track);
     if (light != nullptr && light->isSun != 0) {
         manager.Data().OnShowing(); // a film that is shown gets one if it has none
+    } else {
+        manager.Data().OnEdited();
     }
     tracks.push_back(track);
     bases.push_back(BaseOf(track));

@@ -69,6 +69,12 @@ void Level::OnShowing() {
     }
 }
 
+void Level::OnEdited() {
+    if (editHook) {
+        editHook();
+    }
+}
+
 void Level::OnUnknownAnimation(const SceneObject& object, const std::string& animation) {
     if (unknownAnimationHook) {
         unknownAnimationHook(object, animation);

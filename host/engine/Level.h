@@ -79,6 +79,10 @@ public:
     /// they show for the first time, which is nothing that the user has done.
     void SetShowHook(std::function<void()> hook) { showHook = std::move(hook); }
     void OnShowing();
+    /// Called when a film gets a track that it is not given for being shown: that is the user's doing, also
+    /// where it comes with something that looks like showing.
+    void SetEditHook(std::function<void()> hook) { editHook = std::move(hook); }
+    void OnEdited();
     /// Called when a plug-in asks an object for an animation that it hasn't; never with the empty name.
     void SetUnknownAnimationHook(std::function<void(const SceneObject&, const std::string&)> hook) {
         unknownAnimationHook = std::move(hook);
@@ -97,6 +101,7 @@ private:
     std::function<void(EditorObject*)> destroyHook;
     std::function<void(EditorObject*)> freedLightHook;
     std::function<void()> showHook;
+    std::function<void()> editHook;
     std::function<void(const SceneObject&, const std::string&)> unknownAnimationHook;
 };
 

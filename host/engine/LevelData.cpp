@@ -49,6 +49,12 @@ void LevelData::OnShowing() const {
     }
 }
 
+void LevelData::OnEdited() const {
+    if (level.Data() == this) {
+        level.OnEdited();
+    }
+}
+
 void LevelData::SetSun(bool present) {
     sun = present ? std::make_unique<SunObject>() : nullptr;
     if (sun != nullptr) {

@@ -53,6 +53,7 @@ public:
     /// A film's rows are about to be made anew; see Level::SetShowHook. Nothing while this level is being
     /// read.
     void OnShowing() const;
+    void OnEdited() const;
     FilmManager& Films() const { return *films; }
     SunObject* Sun() const { return sun.get(); }
     /// Makes or drops the sun.

@@ -80,6 +80,12 @@ void LevelChanges::BeginLook() {
     }
 }
 
+void LevelChanges::BreakLook() {
+    if (looking) {
+        Mark();
+    }
+}
+
 void LevelChanges::EndLook() {
     if (looking) {
         looking = false;

@@ -37,6 +37,8 @@ public:
     /// Rows of a film are made now; `EndLook` is due when the call that makes them has ended.
     void BeginLook();
     void EndLook();
+    /// The user has changed something in the call that looked like showing: it counts.
+    void BreakLook();
     /// Called when an EndLook becomes due. A comparison brings it too.
     std::function<void()> lookBegan;
 

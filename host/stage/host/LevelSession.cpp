@@ -30,10 +30,12 @@ std::string Joined(const std::vector<std::string>& messages) {
 
 LevelSession::LevelSession(EditorHost& editorHost) : host(editorHost), changes(editorHost) {
     host.level.SetShowHook([this] { changes.BeginLook(); });
+    host.level.SetEditHook([this] { changes.BreakLook(); });
 }
 
 LevelSession::~LevelSession() {
     host.level.SetShowHook(nullptr);
+    host.level.SetEditHook(nullptr);
 }
 
 void LevelSession::New() {
