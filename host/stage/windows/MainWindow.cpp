@@ -135,6 +135,9 @@ void MainWindow::RedrawView(int view) {
 }
 
 void MainWindow::AttachmentChanged(int view) {
+    if (!closing && !refreshTimer.isActive()) {
+        refreshTimer.start(); // a film that opens, closes or gets keys tells the panel nothing
+    }
     RedrawView(view);
 }
 
@@ -178,7 +181,7 @@ void MainWindow::FlushRefresh() {
     if (treeStale) {
         tree->tree->Rebuild();
     }
-    if (panelStale) {
+    if (panelStale || panel->IsStale()) {
         panel->Refresh();
     } else if (transformStale) {
         panel->RefreshTransform();

@@ -132,17 +132,21 @@ void ObjectPanel::ConnectFields() {
     });
     connect(light, &LightFields::Changed, this, [this] {
         if (engine::SceneObject* object = Object()) {
-            commands.SetLight(*object, light->Properties());
+            if (object->light.has_value()) {
+                commands.SetLight(*object, light->Properties(*object->light));
+            }
         }
     });
     const auto takeSun = [this] {
-        if (!showing) {
+        const engine::SunObject* present = host.level.Data() != nullptr ? host.level.Data()->Sun() : nullptr;
+        if (!showing && present != nullptr) {
             const double heading = sunHeading->value() / kDegrees;
             const double height = sunHeight->value() / kDegrees;
-            commands.SetSun({static_cast<float>(std::sin(heading) * std::cos(height)),
-                             static_cast<float>(std::sin(height)),
-                             static_cast<float>(std::cos(heading) * std::cos(height))},
-                            sun->Properties());
+            const Vector3 chosen{static_cast<float>(std::sin(heading) * std::cos(height)),
+                                 static_cast<float>(std::sin(height)),
+                                 static_cast<float>(std::cos(heading) * std::cos(height))};
+            commands.SetSun(sunHeading->isEnabledTo(sunBox) ? chosen : present->direction,
+                            sun->Properties(present->light));
         }
     };
     connect(sun, &LightFields::Changed, this, takeSun);
@@ -160,12 +164,27 @@ void ObjectPanel::Refresh() {
     objectPage->setVisible(selected.size() == 1);
     levelPage->setVisible(selected.size() != 1);
     showing = true;
+    shownDriven = DrivenNow();
     if (selected.size() == 1) {
         ShowObject(*selected.front());
     } else {
         ShowLevel();
     }
     showing = false;
+}
+
+DrivenLight ObjectPanel::DrivenNow() const {
+    const engine::LevelData* levelData = host.level.Data();
+    const ObjectList& selected = host.level.selection;
+    if (levelData == nullptr || selected.size() > 1) {
+        return {};
+    }
+    const auto* object = selected.empty() ? nullptr : static_cast<engine::SceneObject*>(selected.front());
+    return object == nullptr || object->IsLight() ? DrivenLightOf(*levelData, object) : DrivenLight{};
+}
+
+bool ObjectPanel::IsStale() const {
+    return DrivenNow() != shownDriven;
 }
 
 void ObjectPanel::RefreshTransform() {
@@ -188,6 +207,7 @@ void ObjectPanel::ShowObject(engine::SceneObject& object) {
     lightBox->setVisible(object.IsLight());
     if (object.IsLight()) {
         light->Show(*object.light);
+        light->ShowDriven(shownDriven);
     }
 }
 
@@ -209,6 +229,9 @@ void ObjectPanel::ShowLevel() {
         sunHeading->setValue(std::atan2(way.x, way.z) * kDegrees);
         sunHeight->setValue(std::atan2(way.y, std::hypot(way.x, way.z)) * kDegrees);
         sun->Show(levelData->Sun()->light);
+        sun->ShowDriven(shownDriven);
+        sunHeading->setEnabled(!shownDriven.direction);
+        sunHeight->setEnabled(!shownDriven.direction);
     }
 }
 

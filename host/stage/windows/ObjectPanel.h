@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/stage/host/DrivenLight.h"
+
 #include <QScrollArea>
 
 class QCheckBox;
@@ -29,12 +31,16 @@ public:
     explicit LightFields(QWidget* parent, bool withRange);
 
     void Show(const engine::LightProperties& light);
-    engine::LightProperties Properties() const;
+    /// The fields that the open film sets are grey, and a line says whose they are.
+    void ShowDriven(const DrivenLight& driven);
+    /// What is grey comes from the light as it shines now.
+    engine::LightProperties Properties(const engine::LightProperties& present) const;
 
     QCheckBox* on;
     ColorButton* color;
     QDoubleSpinBox* intensity;
     QDoubleSpinBox* range;
+    QLabel* belongs; ///< shown while a film drives the light
 
 signals:
     /// By the user.
@@ -55,6 +61,8 @@ public:
     void Refresh();
     /// Only the numbers that a film changes from frame to frame.
     void RefreshTransform();
+    /// True when a film has begun or ceased to set something of the light on show.
+    bool IsStale() const;
 
     QLineEdit* name;
     QLabel* classText;
@@ -73,6 +81,7 @@ private:
     void FillParents(const engine::SceneObject& object);
     void FillMeshes(const engine::SceneObject& object);
     void ConnectFields();
+    DrivenLight DrivenNow() const;
     engine::SceneObject* Object() const; ///< the one selected object, else null
 
     EditorHost& host;
@@ -85,6 +94,7 @@ private:
     QFormLayout* form = nullptr;
     QDoubleSpinBox* sunHeading = nullptr;
     QDoubleSpinBox* sunHeight = nullptr;
+    DrivenLight shownDriven;
     bool showing = false;
 };
 

@@ -1,0 +1,44 @@
+#include "host/stage/host/DrivenLight.h"
+
+#include "host/engine/LevelData.h"
+#include "host/engine/SceneObject.h"
+#include "plugin/contract/Film.h"
+#include "plugin/contract/FilmKey.h"
+#include "plugin/contract/FilmManager.h"
+
+#include <algorithm>
+
+namespace stage {
+
+namespace {
+
+bool Drives(CFilmTrack* track, const engine::SceneObject* object) {
+    if (const auto* gl = AsGLLightTrack(track)) {
+        const bool isSun = gl->isSun != 0;
+        return isSun == (object == nullptr) && (isSun || gl->lightObject == object);
+    }
+    const auto* dynamic = AsDynLightTrack(track);
+    return dynamic != nullptr && object != nullptr && dynamic->lightObject == object;
+}
+
+bool HasKeys(const CFilmTrack& track, int kind) {
+    return std::ranges::any_of(track.keys, [kind](const IFilmKey* key) { return key->kind == kind; });
+}
+
+} // namespace
+
+DrivenLight DrivenLightOf(const engine::LevelData& data, const engine::SceneObject* object) {
+    const IFilm* film = data.filmManager->currentFilm;
+    if (film == nullptr) {
+        return {};
+    }
+    const auto found =
+        std::ranges::find_if(film->tracks, [object](CFilmTrack* track) { return Drives(track, object); });
+    if (found == film->tracks.end()) {
+        return {};
+    }
+    return {true, HasKeys(**found, KeyKind::Color), object == nullptr && HasKeys(**found, KeyKind::Position),
+            film->name != nullptr ? film->name : ""};
+}
+
+} // namespace stage
