@@ -8,6 +8,7 @@
 #include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/ObjectPanel.h"
 #include "host/stage/windows/ObjectTree.h"
+#include "host/stage/windows/PickModeSign.h"
 #include "host/stage/windows/PluginPanel.h"
 #include "host/stage/windows/QuietMoments.h"
 #include "host/stage/windows/ToolWindows.h"
@@ -68,6 +69,7 @@ void MainWindow::ShutdownHost() {
     lookTimer.stop();
     session.Changes().Forget();
     host.Shutdown();
+    pickSign.reset();
     host.level.SetFilmSink(nullptr);
     SetFilePreview({});
     toolWindows->Detach();
@@ -114,6 +116,7 @@ void MainWindow::MakeStatusBar() {
     rateLabel->setProperty("role", "hint");
     rateLabel->setMinimumWidth(60);
     rateLabel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    pickSign = std::make_unique<PickModeSign>(*statusBar(), *views);
     statusBar()->addPermanentWidget(selectionLabel);
     statusBar()->addPermanentWidget(rateLabel);
     statusBar()->showMessage(tr("Right mouse: look and fly with WASD. Alt+left or middle: orbit. F: focus."));
@@ -132,12 +135,12 @@ void MainWindow::RedrawView(int view) {
     if (views != nullptr && !closing) {
         views->Redraw(view);
     }
-}
-
-void MainWindow::AttachmentChanged(int view) {
     if (!closing && !refreshTimer.isActive()) {
         refreshTimer.start(); // a film that opens, closes or gets keys tells the panel nothing
     }
+}
+
+void MainWindow::AttachmentChanged(int view) {
     RedrawView(view);
 }
 

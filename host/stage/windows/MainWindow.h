@@ -24,6 +24,7 @@ namespace stage {
 class FilmEffects;
 class ObjectPanel;
 class ObjectTree;
+class PickModeSign;
 class PluginPanel;
 class QuietMoments;
 class ToolWindows;
@@ -167,6 +168,7 @@ private:
     bool panelStale = false;
     bool transformStale = false;
     std::unique_ptr<FilmEffects> effects;
+    std::unique_ptr<PickModeSign> pickSign;
     bool closing = false;
     bool isPanelUnplaced = true; ///< until it was shown once, or the user's places were restored
 };

@@ -55,6 +55,7 @@ QTreeWidget::item, QListWidget::item { padding: 3px 2px; }
 QToolTip { background: #2b333b; color: #f2f4f6; border: none; padding: 4px 6px; }
 QLabel[role="hint"] { color: #7a858f; }
 QLabel[role="title"] { font-weight: 600; }
+QLabel[role="mode"] { background: #1f7a8c; color: white; border-radius: 3px; padding: 1px 8px; }
 )";
 
 } // namespace

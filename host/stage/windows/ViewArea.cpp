@@ -6,6 +6,7 @@
 #include "host/stage/windows/ViewTool.h"
 #include "host/stage/windows/ViewWidget.h"
 
+#include <algorithm>
 #include <QGridLayout>
 
 namespace stage {
@@ -69,6 +70,10 @@ ViewWidget* ViewArea::Widget(int number) const {
     return number >= 0 && number < static_cast<int>(widgets.size())
                ? widgets[static_cast<std::size_t>(number)]
                : nullptr;
+}
+
+bool ViewArea::IsDragging() const {
+    return std::ranges::any_of(widgets, [](const ViewWidget* widget) { return widget->IsDragging(); });
 }
 
 void ViewArea::Activate(int number) {

@@ -30,6 +30,8 @@ public:
     /// Queues a repaint; a negative number is all views.
     void Redraw(int number);
     ViewWidget* Widget(int number) const;
+    /// True while the gizmo is dragged.
+    bool IsDragging() const;
     /// Shows the selected objects whole in the active view; the whole level without a selection.
     void FocusSelection();
     /// Points all views at the whole level, each from another side.

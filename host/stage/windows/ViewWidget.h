@@ -18,6 +18,9 @@ class ViewWidget : public QWidget {
 public:
     ViewWidget(ViewArea& viewArea, int viewNumber);
 
+    /// True while the gizmo is dragged in this view; Escape puts back what it moved.
+    bool IsDragging() const { return gesture == Gesture::Gizmo; }
+
     const int number;
 
 protected:
