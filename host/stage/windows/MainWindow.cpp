@@ -1,5 +1,6 @@
 #include "host/stage/windows/MainWindow.h"
 
+#include "framework/FilmsApplication.h"
 #include "framework/QtBridge.h"
 #include "framework/Wnd.h"
 #include "host/stage/windows/browse/SoundPreview.h"
@@ -15,19 +16,46 @@
 #include "host/stage/windows/ViewArea.h"
 #include "host/stage/windows/WorkKeeper.h"
 
+#include <cstdio>
+#include <functional>
+#include <memory>
 #include <QAction>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QLabel>
 #include <QSettings>
 #include <QStatusBar>
+#include <utility>
 
 namespace stage {
 
 namespace {
 constexpr int kMessageMs = 6000;
 
+/// Tells the user what a handler threw, as a plug-in's that can't read a file: after the handler's event,
+/// which may be a painting, and one box at a time, as what is thrown behind an open one would open box upon
+/// box.
+std::function<void(const std::string&)> ExceptionReport(MainWindow& window) {
+    return [&window, isOpen = std::make_shared<bool>(false)](const std::string& what) {
+        std::fprintf(stderr, "stage: %s\n", what.c_str());
+        if (std::exchange(*isOpen, true)) {
+            return;
+        }
+        const auto tell = [&window, isOpen, what] {
+            window.ReportError("The command has failed.\n" + what);
+            *isOpen = false;
+        };
+        QMetaObject::invokeMethod(&window, tell, Qt::QueuedConnection);
+    };
 }
+
+void SetExceptionReport(std::function<void(const std::string&)> report) {
+    if (auto* application = dynamic_cast<FilmsApplication*>(qApp)) {
+        application->SetExceptionReport(std::move(report));
+    }
+}
+
+} // namespace
 
 MainWindow::MainWindow(HostFolders folders)
     : host(*this, std::move(folders)), session(host), commands(host, session) {
@@ -54,6 +82,7 @@ MainWindow::MainWindow(HostFolders folders)
     SetFilePreview(SoundPreview::Maker([this] { return QString::fromStdString(host.level.Folder()); }));
     session.New();
     UpdateActions();
+    SetExceptionReport(ExceptionReport(*this));
 }
 
 MainWindow::~MainWindow() {
@@ -72,6 +101,7 @@ void MainWindow::ShutdownHost() {
     pickSign.reset();
     host.level.SetFilmSink(nullptr);
     SetFilePreview({});
+    SetExceptionReport(nullptr);
     toolWindows->Detach();
     if (AfxGetMainWnd() == WrapWidget(this)) {
         AfxSetMainWnd(nullptr);
