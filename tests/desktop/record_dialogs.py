@@ -539,6 +539,12 @@ def actor(desktop, name):
     count(desktop, f"with {name}", shown + 1)
 
 
+def waits_for(desktop, *words):
+    """Until the status bar says what the user is to choose, in these words; without words, that it is nothing."""
+    desktop.until(f"the status bar says {words or 'nothing'}", lambda s: all(word in s["mode"] for word in words) and
+                  (words or not s["mode"]))
+
+
 BOAT_ROW, SAILOR_ROW = 4, 5
 
 
@@ -554,6 +560,7 @@ def attach(desktop, _):
     actor(desktop, SAILOR)
     choose(desktop, on_row(desktop, SAILOR_ROW), "Attach to object")
     opens(desktop, ATTACH)
+    waits_for(desktop, "Attach to", SAILOR)
     tree(desktop, BOAT)
     desktop.click(desktop.button("Focus")["rect"])
     time.sleep(0.4)
@@ -582,6 +589,7 @@ def attach(desktop, _):
     press(desktop, ATTACH, "X")
     press(desktop, ATTACH, "OK")
     closes(desktop, ATTACH)
+    waits_for(desktop)
     stands(desktop, SAILOR, 4.0, alone)
 
 
@@ -589,13 +597,17 @@ def change_actor(desktop, session):
     go_to(desktop, 2.5)
     rowing = place_of(desktop, OTHER_BOAT)
     choose(desktop, on_row(desktop, BOAT_ROW), "Change actor")
+    waits_for(desktop, BOAT)
     desktop.picture("change_actor")
     desktop.key("Escape")
+    waits_for(desktop)
     tree(desktop, OTHER_BOAT)
     check(near(place_of(desktop, OTHER_BOAT), rowing), "after Escape a selection changes no actor")
     tree(desktop, SAILOR)
     choose(desktop, on_row(desktop, BOAT_ROW), "Change actor")
+    waits_for(desktop, BOAT)
     tree(desktop, OTHER_BOAT)
+    waits_for(desktop)
     stands(desktop, OTHER_BOAT, 2.5, session.first)
     stands(desktop, OTHER_BOAT, 4.0, session.last)
 

@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QSocketNotifier>
@@ -39,6 +40,12 @@ QJsonObject DescribeButton(const QAbstractButton& button) {
             {"rect", ToJson(ScreenRect(button))},
             {"enabled", button.isEnabled()},
             {"checked", button.isChecked()}};
+}
+
+/// What the status bar says the user is waited for, empty if nothing.
+QString DescribeMode(const QStatusBar& bar) {
+    const auto* label = bar.findChild<const QLabel*>("PickMode");
+    return label != nullptr && label->isVisible() ? label->text() : QString();
 }
 
 QJsonObject DescribeField(const QLineEdit& field) {
@@ -207,10 +214,15 @@ QJsonObject DescribeStage(MainWindow& window) {
     for (int number = 0; const ViewWidget* view = window.views->Widget(number); ++number) {
         views.append(DescribeView(window, *view));
     }
-    QJsonObject described{{"windows", windows},   {"buttons", buttons},
-                          {"fields", fields},     {"items", items},
-                          {"menus", menus},       {"views", views},
-                          {"toolWindows", tools}, {"status", window.statusBar()->currentMessage()}};
+    QJsonObject described{{"windows", windows},
+                          {"buttons", buttons},
+                          {"fields", fields},
+                          {"items", items},
+                          {"menus", menus},
+                          {"views", views},
+                          {"toolWindows", tools},
+                          {"status", window.statusBar()->currentMessage()},
+                          {"mode", DescribeMode(*window.statusBar())}};
     DescribeLevel(window, described);
     return described;
 }
