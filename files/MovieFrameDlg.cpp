@@ -21,7 +21,7 @@ BOOL CMovieFrameDlg::OnInitDialog() {
     fps = plugin.framesPerSecond;
     film = plugin.GetCurrentFilm();
     if (film == nullptr) {
-        text = "0";
+        text.assign(1, '0');
         AfxMessageBox(IDS_FRAME_NO_FILM);
         EndDialog(IDCANCEL);
         return FALSE;
