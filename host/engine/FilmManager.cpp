@@ -33,7 +33,7 @@ Film* FilmManager::FilmAt(int index) const {
 }
 
 IFilm* FilmManager::GetFilm(int index) const {
-    return FilmAt(index);
+    return index >= 0 && index < kFilms ? films[index] : nullptr;
 }
 
 Film* FilmManager::FindFilm(const std::string& name) const {
