@@ -166,7 +166,8 @@ void TestEditor::DrawLine(const float* from, const float* to, const float* color
 }
 
 void* TestEditor::GetGroupOf(EditorObject* object) {
-    return level.Data() != nullptr ? level.Data()->GroupOf(static_cast<SceneObject*>(object)) : nullptr;
+    auto* known = dynamic_cast<SceneObject*>(object); // a test may have an object of its own
+    return level.Data() != nullptr && known != nullptr ? level.Data()->GroupOf(known) : nullptr;
 }
 
 SceneObject* TestEditor::Create(const std::string& name, float x, float y, float z) {

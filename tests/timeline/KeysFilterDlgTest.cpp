@@ -123,11 +123,15 @@ protected:
 } // namespace
 
 TEST_F(KeysFilterDlgTest, ListsTheKindsThatTheTrackCanHold) {
+    CFilmTrack* glLight = film->CreateGLLightTrack();
+    CFilmTrack* dynLight = film->CreateDynLightTrack();
+    film->AddTrack(glLight); // which owns them from here on
+    film->AddTrack(dynLight);
     const std::pair<CFilmTrack*, std::vector<int>> cases[] = {
         {film->mainTrack, {0, 2, 3, 4, 5, 6, 7, 9, 13, 15}},
         {RowOf("Crate")->track, {1, 2, 3, 4, 7, 8, 9, 10, 11, 12, 13, 15}},
-        {film->CreateGLLightTrack(), {10, 14, 15}},
-        {film->CreateDynLightTrack(), {10, 11, 12, 14, 15}},
+        {glLight, {10, 14, 15}},
+        {dynLight, {10, 11, 12, 14, 15}},
         {AddCamera(film, "Cam"), {16, 17, 18, 19}},
         {nullptr, {}}};
     for (const auto& [track, kinds] : cases) {
