@@ -1,6 +1,6 @@
 // "Add camera": a camera track that begins as the active 3D view stands.
-#include "plugin/PluginImpl.h"
 #include "files/AddCameraDlg.h"
+#include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 
 #include <string>

@@ -1,8 +1,8 @@
 #include "tests/timeline/CommandFixture.h"
 
+#include "files/AddCameraDlg.h"
 #include "host/engine/MeshLibrary.h"
 #include "resources/resource.h"
-#include "files/AddCameraDlg.h"
 
 #include <gmock/gmock.h>
 
