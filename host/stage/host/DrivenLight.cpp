@@ -1,9 +1,9 @@
 #include "host/stage/host/DrivenLight.h"
 
+#include "host/engine/KeyChannel.h"
 #include "host/engine/LevelData.h"
 #include "host/engine/SceneObject.h"
 #include "plugin/contract/Film.h"
-#include "plugin/contract/FilmKey.h"
 #include "plugin/contract/FilmManager.h"
 
 #include <algorithm>
@@ -22,7 +22,8 @@ bool Drives(CFilmTrack* track, const engine::SceneObject* object) {
 }
 
 bool HasKeys(const CFilmTrack& track, int kind) {
-    return std::ranges::any_of(track.keys, [kind](const IFilmKey* key) { return key->kind == kind; });
+    const auto* keys = static_cast<const engine::KeyChannel*>(track.subTracks[kind]); // the engine made it
+    return keys != nullptr && !keys->Empty();
 }
 
 } // namespace
