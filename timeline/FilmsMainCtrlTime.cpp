@@ -230,15 +230,12 @@ void CFilmsMainCtrl::SelectOnly(CTrackKey* key) {
     const KeyWatch watched(key); // every key that is told may let the attributes window rebuild the rows
     const std::weak_ptr<int> window = rebuilding ? std::weak_ptr<int>() : life;
     const bool mayGo = !rebuilding;
-    const auto isGone = [&] { return !watched.IsAlive() || (mayGo && window.expired()); };
     ClearSelection();
-    if (isGone()) {
+    if (!watched.IsAlive() || (mayGo && window.expired())) {
         return;
     }
+    selectedKeys.push_back(key); // first: what is selected while it is told finds it, and lets it go
     key->SetSelected(true);
-    if (!isGone()) {
-        selectedKeys.push_back(key);
-    }
 }
 
 void CFilmsMainCtrl::Deselect(CTrackKey* key) {

@@ -240,6 +240,19 @@ TEST_F(KeyAttributesQuestionTest, KeyThatIsSelectedWhileTheSelectionIsClearedIsN
     EXPECT_FALSE(ViewOf(key)->selected);
 }
 
+TEST_F(KeyAttributesQuestionTest, KeyThatAsksWhileItIsSelectedIsInTheSelectionAlready) {
+    control->selectedKeys.clear(); // rows made anew select nothing; the window keeps its key
+    ViewOf(key)->selected = false;
+    WhileAsked([this] {
+        EXPECT_THAT(control->selectedKeys, ElementsAre(ViewOf(other)));
+        control->SelectOnly(ViewOf(key));
+    });
+    control->SelectOnly(ViewOf(other));
+    EXPECT_FALSE(boxes.empty());
+    EXPECT_THAT(control->selectedKeys, ElementsAre(ViewOf(key))) << "the newer choice alone";
+    EXPECT_FALSE(ViewOf(other)->selected);
+}
+
 TEST_F(KeyAttributesQuestionTest, NoQuestionAtASwitchOfFilmsForACameraOfTheFilmThatIsLeft) {
     AddCamera(film, "Gone");
     plugin.SetCurrentFilm(NewFilm());
