@@ -4,6 +4,7 @@
 #include "plugin/contract/EventCodes.h"
 #include "tests/support/Paths.h"
 
+#include <unordered_set>
 #include <utility>
 
 namespace editing {
@@ -17,10 +18,15 @@ engine::SceneObject* EditingHost::Make(const std::string& className, const std::
     spec.matrix.SetTranslation(place);
     engine::SceneObject* made = level.CreateObject(spec);
     if (made != nullptr && plugin != nullptr) {
-        const ObjectList before = level.selection;
+        ObjectList before = level.selection;
         level.SetSelection({made});
         plugin->OnEvent(EventCode::ObjectsCreated, nullptr);
+        ObjectList present; // what the plug-in asked let things go, the level too
+        level.CollectObjects(present);
+        const std::unordered_set<const EditorObject*> known(present.begin(), present.end());
+        before.remove_if([&](const EditorObject* object) { return !known.contains(object); });
         level.SetSelection(before);
+        return known.contains(made) ? made : nullptr;
     }
     return made;
 }

@@ -82,7 +82,7 @@ World::~World() {
 }
 
 void World::OpenWindow() {
-    opening = true; // nothing is asked before there is a window
+    opening = true; // the panel makes the window before a film can be open: nothing goes on behind a box
     window = new CScenarioDlg;
     opening = false;
     window->Show();

@@ -62,7 +62,7 @@ void World::InstallHooks() {
 }
 
 void World::Interrupt() {
-    if (depth == 0 || depth >= kDeepest || !luck.OneIn(6)) {
+    if (opening || depth == 0 || depth >= kDeepest || !luck.OneIn(6)) {
         return;
     }
     for (int count = 1 + luck.Below(2); count > 0; --count) {

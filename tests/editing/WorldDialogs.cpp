@@ -52,7 +52,7 @@ void World::Disturb() {
                                         "object-menu",    "leave-level",
                                         "modeless",       "close-window"};
     Interrupt();
-    if (depth == 0 || depth >= kDeepest || !luck.OneIn(3)) {
+    if (opening || depth == 0 || depth >= kDeepest || !luck.OneIn(3)) {
         return;
     }
     Step step;
