@@ -165,6 +165,11 @@ void IPluginImpl::OnObjectDestroyed(EditorObject* object) {
     if (contextObject == object) {
         contextObject = nullptr;
     }
+    for (MovedObjects* moved : movesUnderWay) {
+        for (MovedObject& move : *moved) {
+            move.object = move.object == object ? nullptr : move.object;
+        }
+    }
     cameraHelpers.ForgetObject(object);
     IMainCtrl* control = GetMainCtrl();
     if (IAttachDialog* dialog = control != nullptr ? control->GetAttachDialog() : nullptr) {

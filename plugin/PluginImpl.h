@@ -19,6 +19,7 @@
 #include <memory>
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 /// A level object that is kept for films only.
 struct VirtualObjectRecord {
@@ -27,6 +28,17 @@ struct VirtualObjectRecord {
     std::string className; ///< the real class, to turn the object back
     EditorObject* object = nullptr;
 };
+
+/// An object that the host has moved, while the move is answered.
+struct MovedObject {
+    explicit MovedObject(EditorObject* moved) : object(moved) {}
+
+    EditorObject* object; ///< null once it is destroyed
+    std::array<float, 16> userMatrix{};
+    bool isSnappedBack = false; ///< to its film pose, which the other plug-ins are told
+};
+
+using MovedObjects = std::vector<MovedObject>;
 
 /// The one object that ties the library together: the current film and time, the host's commands and events,
 /// actors, playing and the level's chunks. Split over the PluginImpl*.cpp files by topic.
@@ -204,7 +216,8 @@ private:
 
     using ObjectSet = std::unordered_set<const EditorObject*>;
 
-    int playDepth = 0; ///< timing loops that run inside each other
+    std::vector<MovedObjects*> movesUnderWay; ///< one inside the other
+    int playDepth = 0;                        ///< timing loops that run inside each other
 
     void OnObjectsCreated();
     void OnObjectsDeleted();
@@ -229,7 +242,7 @@ private:
     bool CanBecomeActor(EditorObject* object, bool isVirtual) const;
     void AddActor(EditorObject* object);
     void RemoveActor(IFilm* film, EditorObject* object, bool lightsOnly);
-    void MoveObject(EditorObject* object, const float* userMatrix, ObjectList& snappedBack);
+    void MoveObject(MovedObject& move);
     bool InsertObjectMenuItem(CMenu* menu, int popupItem, const std::string& text);
     bool OfferLinkObject(CMenu* menu, EditorObject* object);
     bool OfferAttachObject(CMenu* menu, EditorObject* object);

@@ -106,37 +106,61 @@ void AddMovedKey(CFilmTrack& track, IKeyFactory& factory, const TransformChange&
     }
 }
 
+/// Keeps a move in the list of those that are told of objects' ends.
+class UnderWay {
+public:
+    UnderWay(std::vector<MovedObjects*>& list, MovedObjects& moved) : moves(list) { moves.push_back(&moved); }
+    ~UnderWay() { moves.pop_back(); }
+    UnderWay(const UnderWay&) = delete;
+    UnderWay& operator=(const UnderWay&) = delete;
+
+private:
+    std::vector<MovedObjects*>& moves;
+};
+
+ObjectList PresentOf(const MovedObjects& moved) {
+    ObjectList present;
+    for (const MovedObject& move : moved) {
+        if (move.object != nullptr) {
+            present.push_back(move.object);
+        }
+    }
+    return present;
+}
+
 } // namespace
 
 void IPluginImpl::OnObjectsMoved(const ObjectList& objects) {
-    // Copies: what follows poses the film, makes tracks and changes the host's list.
-    const ObjectList moved = objects;
-    std::vector<std::array<float, 16>> userMatrices;
-    userMatrices.reserve(moved.size());
-    for (const EditorObject* object : moved) {
-        std::array<float, 16>& matrix = userMatrices.emplace_back();
+    // Copies: what follows poses the film, makes tracks, changes the host's list and may ask the user, behind
+    // whose back objects go.
+    MovedObjects moved;
+    for (EditorObject* object : objects) {
         if (object != nullptr) {
-            std::copy_n(object->GetMatrix(0), matrix.size(), matrix.begin());
+            MovedObject& move = moved.emplace_back(object);
+            std::copy_n(object->GetMatrix(0), move.userMatrix.size(), move.userMatrix.begin());
         }
     }
-    cameraHelpers.OnObjectsMoved(&moved);
+    const UnderWay underWay(movesUnderWay, moved);
+    const ObjectList told = PresentOf(moved);
+    cameraHelpers.OnObjectsMoved(&told);
     if (animateObjects != 0) {
-        AddActors(moved);
+        AddActors(PresentOf(moved));
     }
-    ObjectList snappedBack;
-    auto matrix = userMatrices.begin();
-    for (EditorObject* object : moved) {
-        if (object != nullptr) {
-            MoveObject(object, matrix->data(), snappedBack);
+    for (MovedObject& move : moved) {
+        if (move.object != nullptr) {
+            MoveObject(move);
         }
-        ++matrix;
     }
+    std::erase_if(moved, [](const MovedObject& move) { return !move.isSnappedBack; });
+    ObjectList snappedBack = PresentOf(moved);
     if (!snappedBack.empty() && editor != nullptr) {
         editor->BroadcastEvent(EventCode::ObjectsMoved, pluginId, &snappedBack);
     }
 }
 
-void IPluginImpl::MoveObject(EditorObject* object, const float* userMatrix, ObjectList& snappedBack) {
+void IPluginImpl::MoveObject(MovedObject& move) {
+    EditorObject* object = move.object;
+    const float* userMatrix = move.userMatrix.data();
     ObjectMatrixRecord* record = objectMatrices.Find(object);
     if (object->objectKind != ObjectKind::MatrixOnly) {
         if (!object->IsA(ClassId::EditorObject)) {
@@ -152,7 +176,7 @@ void IPluginImpl::MoveObject(EditorObject* object, const float* userMatrix, Obje
                 return;
             }
             object->SetMatrix(filmMatrix.data(), 0);
-            snappedBack.push_back(object);
+            move.isSnappedBack = true;
             return;
         }
         if (record == nullptr) {

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <utility>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -110,6 +112,36 @@ TEST_F(MovesTest, MoveWithAnimateOnMakesAnObjectAnActorWhereItStoodBefore) {
     ASSERT_NE(track, nullptr);
     EXPECT_EQ(VectorKey(track->keys.front()).value, (Vector3{1, 2, 3}));
     EXPECT_EQ(window.recordedNew, (Vector3{4, 5, 6})); // not what a rebuild of the window posed
+}
+
+TEST_F(MovesTest, ObjectsThatGoWhileTheRowsOfANewActorAreShownAreNotTouched) {
+    /// Its rows ask the user, behind whose back an object goes.
+    class AskingWindow : public LoggingWindow {
+    public:
+        using LoggingWindow::LoggingWindow;
+        void ShowCurrentFilm() override {
+            if (const auto action = std::exchange(whileAsked, nullptr)) {
+                action();
+            }
+        }
+        std::function<void()> whileAsked;
+    } asking(calls);
+    EditorObject* crate = editor.Create("Crate", 1, 2, 3);
+    EditorObject* barrel = editor.Create("Barrel");
+    IFilm* film = OpenNewFilm();
+    plugin.OnCommand(kPluginNumber, 50);
+    asking.whileAsked = [&] {
+        const ObjectList doomed = {barrel};
+        plugin.RemoveActors(film, &doomed, /*lightsOnly*/ false);
+        editor.DeleteObjects(doomed);
+    };
+    plugin.scenarioDlg = &asking;
+    MoveTo(*crate, 4, 5, 6);
+    plugin.OnObjectsMoved({barrel, crate});
+    plugin.scenarioDlg = nullptr;
+    EXPECT_EQ(editor.level.FindObject("Barrel"), nullptr);
+    EXPECT_EQ(asking.recordedObject, crate);
+    EXPECT_EQ(asking.recordedNew, (Vector3{4, 5, 6}));
 }
 
 TEST_F(MovesTest, WithoutAMainControlNothingIsWritten) {
