@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <unordered_set>
 #include <vector>
 
 namespace {
@@ -41,6 +42,17 @@ std::unique_ptr<CTrackKey> MakeView(IFilmKey* record) {
     }
     view->SetRecord(record, /*takeTimes*/ true);
     return view;
+}
+
+/// Keys that an edit behind a box made while their rows were new have their views already.
+std::unordered_set<const IFilmKey*> RecordsBelow(const CTrackCtrl& root) {
+    std::unordered_set<const IFilmKey*> records;
+    for (const CTrackCtrl* row : root.children) {
+        for (const CTrackKey* view : row->keys) {
+            records.insert(view->record);
+        }
+    }
+    return records;
 }
 
 /// Brings a row's keys into draw order once, when all are in.
@@ -204,10 +216,13 @@ bool CFilmsMainCtrl::ShowTrack(CFilmTrack* track, unsigned generation) {
     if (!watched.IsAlive()) {
         return true; // the track was removed behind the box
     }
+    const std::unordered_set<const IFilmKey*> shown = RecordsBelow(*root);
     {
         const FillScope fill(*root);
         for (IFilmKey* record : track->keys) {
-            ShowKey(root, record);
+            if (!shown.contains(record)) {
+                ShowKey(root, record);
+            }
         }
     }
     std::uint8_t expanded = 0;

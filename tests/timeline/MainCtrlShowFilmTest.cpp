@@ -314,6 +314,28 @@ TEST_F(MainCtrlShowFilmTest, WindowMayGoWhileTheUserIsToldOfAMissingElement) {
     EXPECT_EQ(control, nullptr);
 }
 
+TEST_F(MainCtrlShowFilmTest, KeyThatIsMadeWhileTheUserIsToldOfAMissingElementIsShownOnce) {
+    IFilm* film = OpenFilmWithActors(1);
+    CFilmTrack* track = film->tracks.back();
+    const std::string element = "tail";
+    AddKey(track, KeyKind::Animation, 1.0f)->SetValue(&element);
+    boxes.clear();
+    Hooks().messageBox = [&](const std::string& text, UINT) {
+        boxes.push_back(text);
+        EditorObject* actor = plugin.FindObjectByTrack(track);
+        std::array<float, 16> before{};
+        std::copy_n(actor->GetMatrix(0), before.size(), before.begin());
+        std::array<float, 16> now = before;
+        now[12] += 5.0f; // x of the place
+        control->RecordObjectKeys(actor, 3.0f, now.data(), before.data());
+        return IDOK;
+    };
+    control->ShowFilm(film, true);
+    EXPECT_THAT(boxes, SizeIs(1));
+    const CTrackCtrl* row = RowOf("Actor100", KeyKind::Position);
+    EXPECT_EQ(std::ranges::count_if(row->keys, [](const CTrackKey* view) { return view->time == 3.0f; }), 1);
+}
+
 TEST_F(MainCtrlShowFilmTest, WindowMayGoWhileTheKeyOnShowIsWritten) {
     OpenFilmWithActors(1);
     FakeAttributes& dialog = OpenFakeAttributes(plugin);
