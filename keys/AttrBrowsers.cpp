@@ -106,7 +106,7 @@ void BrowseColor(AttrBrowseRequest* request) {
     if (dialog.DoModal() == IDOK) {
         const COLORREF color = dialog.GetColor();
         // Required: with a leading blank, and with three decimals, by which many bytes come back one lower.
-        request->value = " " + ChannelText(GetRValue(color)) + " , " + ChannelText(GetGValue(color)) + " , " +
-                         ChannelText(GetBValue(color));
+        request->value = std::string(" ") + ChannelText(GetRValue(color)) + " , " +
+                         ChannelText(GetGValue(color)) + " , " + ChannelText(GetBValue(color));
     }
 }
