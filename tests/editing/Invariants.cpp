@@ -195,7 +195,7 @@ Answer CheckWindows(const World& world, const CFilmsMainCtrl& control, const Liv
     };
     then([&] { return CheckHolders(world, control, living); });
     then([&] { return CheckRows(world, control); });
-    then([&] { return CheckSelection(control, living); });
+    then([&] { return world.IsBehindBox() ? std::nullopt : CheckSelection(control, living); });
     then([&] { return CheckAxis(control); });
     then([&] { return CheckDrag(world, control); });
     then([&] { return CheckOthers(world, control, living); });

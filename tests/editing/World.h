@@ -60,6 +60,9 @@ public:
     void BeginTally() { tally = {}; }
     /// What was wrong first while a dialog was open.
     const std::optional<Failure>& WrongInside() const { return wrongInside; }
+    /// Whether a box asks in the middle of an operation, which has told some keys of a selection and not
+    /// others.
+    bool IsBehindBox() const { return boxes > 0; }
 
     HookScope hooks;
     TempFolder folder; ///< of the level
@@ -235,6 +238,7 @@ private:
     int made = 0; ///< objects and films since the start, for their names
     int fileErrors = 0;
     bool opening = false; ///< the scenario window is being made
+    int boxes = 0;        ///< that wait for an answer
     std::optional<Failure> wrongInside;
     std::vector<HWND> openDialogs;                                       ///< modal ones, the innermost last
     std::filesystem::path startFolder = std::filesystem::current_path(); ///< file dialogs leave it

@@ -75,7 +75,9 @@ int World::AnswerBox() {
     if (CWnd* holder = CWnd::GetCapture()) {
         holder->SendMessage(WM_CANCELMODE); // as a box does that opens
     }
+    ++boxes;
     Interrupt();
+    --boxes;
     static constexpr int answers[] = {IDYES, IDNO, IDOK, IDCANCEL};
     return answers[luck.Below(4)];
 }

@@ -240,6 +240,14 @@ TEST_F(KeyAttributesQuestionTest, KeyThatIsSelectedWhileTheSelectionIsClearedIsN
     EXPECT_FALSE(ViewOf(key)->selected);
 }
 
+TEST_F(KeyAttributesQuestionTest, KeyThatIsSelectedAnewWhileItIsClearedIsClearedToo) {
+    WhileAsked([this] { control->SelectOnly(ViewOf(key)); });
+    control->ClearSelection();
+    EXPECT_FALSE(boxes.empty());
+    EXPECT_THAT(control->selectedKeys, IsEmpty());
+    EXPECT_FALSE(ViewOf(key)->selected);
+}
+
 TEST_F(KeyAttributesQuestionTest, KeyThatAsksWhileItIsSelectedIsInTheSelectionAlready) {
     control->selectedKeys.clear(); // rows made anew select nothing; the window keeps its key
     ViewOf(key)->selected = false;
