@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <unordered_set>
 
 using engine::Matrix4;
 using engine::SceneObject;
@@ -80,8 +81,13 @@ void TestEditor::DeleteObjects(const ObjectList& objects) {
         plugin->OnEvent(EventCode::ObjectsDeleting, nullptr);
     }
     level.ClearSelection();
+    ObjectList present; // what the plug-in asked let the level go, too
+    level.CollectObjects(present);
+    const std::unordered_set<const EditorObject*> known(present.begin(), present.end());
     for (EditorObject* object : doomed) {
-        level.DeleteObject(object);
+        if (known.contains(object)) {
+            level.DeleteObject(object);
+        }
     }
 }
 
