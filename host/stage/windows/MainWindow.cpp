@@ -2,6 +2,7 @@
 
 #include "framework/FilmsApplication.h"
 #include "framework/QtBridge.h"
+#include "framework/UserNote.h"
 #include "framework/Wnd.h"
 #include "host/stage/windows/browse/SoundPreview.h"
 #include "host/stage/windows/FilmEffects.h"
@@ -83,6 +84,7 @@ MainWindow::MainWindow(HostFolders folders)
     session.New();
     UpdateActions();
     SetExceptionReport(ExceptionReport(*this));
+    SetUserNoteSink([this](const std::string& text) { Report(text); });
 }
 
 MainWindow::~MainWindow() {
@@ -99,6 +101,7 @@ void MainWindow::ShutdownHost() {
     session.Changes().Forget();
     host.Shutdown();
     pickSign.reset();
+    SetUserNoteSink(nullptr);
     host.level.SetFilmSink(nullptr);
     SetFilePreview({});
     SetExceptionReport(nullptr);
