@@ -1,6 +1,8 @@
 #include "files/MoviesDialog.h"
 
+#include "files/ValidateMovie.h"
 #include "framework/DataExchange.h"
+#include "framework/UserNote.h"
 #include "plugin/PluginImpl.h"
 #include "resources/resource.h"
 
@@ -70,6 +72,8 @@ void CMoviesDialog::OnAdd() {
     if (index >= 0) {
         plugin.SelectFilmByIndex(index);
         FillList();
+    } else if (plugin.GetFilmManager() != nullptr) {
+        NoteForUser("No film was added: a level holds " + std::to_string(IFilmManager::kFilms) + " at most.");
     }
     UpdateButtons();
 }
@@ -83,7 +87,7 @@ void CMoviesDialog::OnDelete() {
 }
 
 void CMoviesDialog::OnValidate() {
-    GetPlugin().ValidateFilm(GetSelectedFilm());
+    ValidateMovie(GetSelectedFilm());
 }
 
 void CMoviesDialog::OnSelectionChanged() {

@@ -1,6 +1,7 @@
 #include "timeline/FilmsMainCtrl.h"
 
 #include "files/MainCtrlSettingsDlg.h"
+#include "files/ValidateMovie.h"
 #include "framework/MessageBox.h"
 #include "framework/Resource.h"
 #include "keys/Pixels.h"
@@ -170,8 +171,7 @@ void CFilmsMainCtrl::OnMenuStop() {
 }
 
 void CFilmsMainCtrl::OnMenuValidate() {
-    IPluginImpl& plugin = GetPlugin();
-    plugin.ValidateFilm(plugin.GetCurrentFilm());
+    ValidateMovie(GetPlugin().GetCurrentFilm());
 }
 
 void CFilmsMainCtrl::OnMenuChangeActor() {

@@ -1,4 +1,6 @@
 // "Add GL light" and "Add dyn light": a light in front of the active 3D view, with its track.
+#include "framework/UserNote.h"
+#include "helpers/FilmsLightHelper.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 
@@ -52,7 +54,15 @@ void CFilmsMainCtrl::OnMenuAddLight(bool gl) {
     params.modelPath = entry.path;
     EditorObject* object = nullptr;
     plugin.editor->CreateHelperObject("Control", plugin.pluginId, kHelperType, params, &object);
-    if (object != nullptr && !plugin.AddLightTrack(object) && plugin.editor != nullptr) {
+    if (object == nullptr) {
+        return;
+    }
+    if (plugin.AddLightTrack(object)) {
+        if (plugin.lightHelpers.FindByObject(object) != nullptr) { // nothing took it away meanwhile
+            NoteForUser("\"" + object->name +
+                        "\" stands 1 m before the view. A click on its name selects it.");
+        }
+    } else if (plugin.editor != nullptr) {
         plugin.editor->DeleteObjects({object}); // the film was closed in the host's call
     }
 }

@@ -1,3 +1,4 @@
+#include "files/ValidateMovie.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "resources/resource.h"
@@ -73,7 +74,7 @@ void CScenarioDlg::OnStop() {
 }
 
 void CScenarioDlg::OnValidate() {
-    GetPlugin().ValidateFilm(GetPlugin().GetCurrentFilm());
+    ValidateMovie(GetPlugin().GetCurrentFilm());
 }
 
 /// Required: with animating off it is the button "Deselect keys" that is released. The plug-in object has

@@ -1,5 +1,6 @@
 #include "framework/QtBridge.h"
 #include "framework/Resource.h"
+#include "framework/UserNote.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/plugin/PluginFixture.h"
@@ -18,8 +19,12 @@ namespace {
 /// The panel in a host's window, with its real controls.
 class PanelTest : public PluginTest {
 protected:
-    PanelTest() { Show(); }
+    PanelTest() {
+        SetUserNoteSink([this](const std::string& text) { notes.push_back(text); });
+        Show();
+    }
     ~PanelTest() override {
+        SetUserNoteSink(nullptr);
         Close();
         plugin.scenarioDlg = nullptr;
     }
@@ -67,6 +72,7 @@ protected:
 
     QWidget* side = nullptr;
     CFilmsView* panel = nullptr;
+    std::vector<std::string> notes; ///< lines for the host's status bar
 };
 
 } // namespace
@@ -149,12 +155,13 @@ TEST_F(PanelTest, AddMakesAndOpensAFilm) {
     EXPECT_TRUE(Button("Delete")->isEnabled());
 }
 
-TEST_F(PanelTest, AddWithoutAFreeSlotChangesNothing) {
+TEST_F(PanelTest, AddWithoutAFreeSlotChangesNothingAndTellsIt) {
     for (int i = 0; i < 200; ++i) {
         NewFilm();
     }
     Click("Add");
     EXPECT_EQ(plugin.GetCurrentFilm(), nullptr);
+    EXPECT_THAT(notes, ElementsAre("No film was added: a level holds 200 at most."));
 }
 
 TEST_F(PanelTest, DeleteRemovesTheSelectedFilm) {
@@ -174,6 +181,9 @@ TEST_F(PanelTest, ValidateMarksTheSelectedFilm) {
     ClickLine(1);
     Click("Validate");
     EXPECT_EQ(film->validated, 1);
+    Click("Validate"); // tells also that it was before
+    const std::string told = "The film \"" + std::string(film->name) + "\" is validated.";
+    EXPECT_THAT(notes, ElementsAre(told, told));
 }
 
 TEST_F(PanelTest, SelectionOpensTheFilmAndNoneClosesIt) {

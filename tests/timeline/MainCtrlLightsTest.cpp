@@ -1,4 +1,5 @@
 // "Add GL light" and "Add dyn light".
+#include "framework/UserNote.h"
 #include "helpers/FilmsLightHelper.h"
 #include "resources/resource.h"
 #include "tests/timeline/CommandFixture.h"
@@ -117,6 +118,18 @@ TEST_F(AddLightTest, NothingIsMadeWithoutWhatItNeeds) {
     editor.viewMatrix = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
     plugin.SetCurrentFilm(nullptr);
     nothing("a film");
+}
+
+TEST_F(AddLightTest, TheUserIsToldTheNameOfANewLight) {
+    std::vector<std::string> notes;
+    SetUserNoteSink([&notes](const std::string& text) { notes.push_back(text); });
+    Run(IDC_ADD_DYN_LIGHT);
+    editor.refusedHelpers = {"GLLightEditorObject"};
+    Run(IDC_ADD_GL_LIGHT); // none is made
+    SetUserNoteSink(nullptr);
+    ASSERT_EQ(Lights().size(), 1u);
+    EXPECT_THAT(notes, ElementsAre("\"" + std::string(plugin.FindObjectByTrack(Lights().front())->name) +
+                                   "\" stands 1 m before the view. A click on its name selects it."));
 }
 
 TEST_F(AddLightTest, AHostThatMakesNoObjectMakesNoTrack) {

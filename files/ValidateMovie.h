@@ -1,0 +1,7 @@
+#pragma once
+
+class IFilm;
+
+/// Marks a film as validated, as the user asked, and tells him that it is, also when it was before: a mark
+/// that nothing shows. Does nothing for null.
+void ValidateMovie(IFilm* film);
