@@ -199,6 +199,9 @@ void CFilmsMainCtrl::ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* k
     StopHover(); // nothing lies under the menu
     menuKey = key;
     menuRow = row;
+    if (CWnd* holding = GetCapture()) {
+        holding->SendMessage(WM_CANCELMODE); // a clone that hangs on the mouse is no copied key to paste
+    }
     const std::pair<CMenu*, UINT> sources[] = {
         {&trackMenu, IDR_ROW_MENU}, {&keyMenu, IDR_KEY_MENU}, {&mainMenu, IDR_MAIN_MENU}};
     for (const auto& [menu, id] : sources) {
@@ -207,10 +210,10 @@ void CFilmsMainCtrl::ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* k
     }
     popupMenu.DestroyMenu();
     popupMenu.CreatePopupMenu();
-    if (key != nullptr) {
-        key->FillKeyMenu(&popupMenu, &keyMenu);
-    } else if (row != nullptr) {
-        row->FillRowMenu(&popupMenu, &trackMenu);
+    if (menuKey != nullptr) {
+        menuKey->FillKeyMenu(&popupMenu, &keyMenu);
+    } else if (menuRow != nullptr) {
+        menuRow->FillRowMenu(&popupMenu, &trackMenu);
     } else {
         FillMainMenu();
     }

@@ -1,6 +1,8 @@
 // A gesture whose mouse another window takes: everything stays as it stands, and nothing is asked.
+#include "framework/Menu.h"
 #include "framework/MessageBox.h"
 #include "framework/QtBridge.h"
+#include "resources/resource.h"
 #include "tests/support/MouseScript.h"
 #include "tests/timeline/HeldGestureFixture.h"
 
@@ -71,6 +73,26 @@ TEST_P(LostCaptureTest, LeavesEverythingWhereItStands) {
     EXPECT_THAT(boxes, IsEmpty());
     ExpectNothingHeld();
     ExpectNextGestureWorks();
+}
+
+TEST_F(LostCaptureOnceTest, MenuOverAHeldCloneOffersNothingToPaste) {
+    for (const bool ofKey : {false, true}) {
+        UINT pasteKey = 0;
+        UINT pasteAttributes = 0;
+        Hooks().popupMenu = [&](const CMenu& menu, CPoint) {
+            pasteKey = menu.GetMenuState(IDC_PASTE_KEY, MF_BYCOMMAND);
+            pasteAttributes = menu.GetMenuState(IDC_PASTE_ATTRIBUTES, MF_BYCOMMAND);
+            return UINT{0};
+        };
+        Begin(Gesture::CloneDrag);
+        ASSERT_TRUE(control->keyDuplicator.HasSource());
+        control->ShowContextMenu(0, 0, bars, ofKey ? bars->keys[0] : nullptr);
+        constexpr UINT kNoItem = ~0u;
+        EXPECT_EQ(pasteKey, kNoItem);
+        EXPECT_EQ(pasteAttributes, ofKey ? MF_DISABLED | MF_GRAYED : kNoItem);
+        MoveOnAndRelease();
+        ExpectNothingHeld();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(All, LostCaptureTest,
