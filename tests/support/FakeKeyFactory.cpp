@@ -11,6 +11,9 @@ IFilmKey* FakeKeyFactory::CreateKey(int kind) {
         return nullptr;
     }
     ++living;
+    if (onCreate) {
+        onCreate(*key);
+    }
     if (spoiledKind != KeyKind::None) {
         kindBeforeSpoiling = kind;
         key->kind = spoiledKind;

@@ -23,6 +23,7 @@ public:
     std::vector<std::string> log;
     std::vector<IFilmKey*> destroyed;
     std::function<void()> onDestroy;
+    std::function<void(IFilmKey&)> onCreate; ///< fills what a host may have filled otherwise
     int granted = -1;     ///< so many records are made from now on, then null is answered; -1: any number
     int refusedKind = -1; ///< no record of this kind is made
     int spoiledKind =

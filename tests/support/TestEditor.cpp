@@ -131,10 +131,11 @@ void TestEditor::BroadcastEvent(int code, PluginCommandId, void* data) {
     }
 }
 
-void TestEditor::CreateHelperObject(const char*, PluginCommandId, int type, const HelperObjectParams& params,
-                                    EditorObject** object) {
+void TestEditor::CreateHelperObject(const char* helperPlugin, PluginCommandId owner, int type,
+                                    const HelperObjectParams& params, EditorObject** object) {
     Log("CreateHelperObject " + params.className + " " + std::to_string(type));
     helperParams.push_back(params);
+    helperMakers.emplace_back(helperPlugin, owner);
     if (refusedHelpers.count(params.className) != 0) {
         *object = nullptr;
         return;
@@ -154,6 +155,9 @@ void TestEditor::CreateHelperObject(const char*, PluginCommandId, int type, cons
     level.SetSelection({created});
     plugin->OnEvent(EventCode::ObjectsCreated, nullptr);
     level.SetSelection(before);
+    if (onCreateHelper) {
+        onCreateHelper();
+    }
 }
 
 void TestEditor::SetObjectsHidden(const ObjectList& objects, bool hidden) {

@@ -115,8 +115,10 @@ public:
     std::vector<int> broadcasts;
     std::vector<DrawnLine> lines;
     std::vector<HideCall> hideCalls;
-    std::vector<HelperObjectParams> helperParams; ///< of each CreateHelperObject
-    std::set<std::string> refusedHelpers;         ///< classes that CreateHelperObject makes no object of
+    std::vector<HelperObjectParams> helperParams;                      ///< of each CreateHelperObject
+    std::vector<std::pair<std::string, PluginCommandId>> helperMakers; ///< helper plug-in and owner of each
+    std::function<void()> onCreateHelper; ///< code that runs inside CreateHelperObject, at its end
+    std::set<std::string> refusedHelpers; ///< classes that CreateHelperObject makes no object of
     std::string helperFolder = "helpers/";
     ObjectList lastBroadcastObjects; ///< the list that came with the last event 14 that had one
     IPlugin* plugin = nullptr;       ///< hears of created and deleted objects

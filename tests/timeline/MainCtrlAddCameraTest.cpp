@@ -3,6 +3,7 @@
 #include "files/AddCameraDlg.h"
 #include "host/engine/MeshLibrary.h"
 #include "resources/resource.h"
+#include "tests/support/FakeKeyFactory.h"
 
 #include <gmock/gmock.h>
 
@@ -110,6 +111,35 @@ TEST_F(AddCameraTest, BeginsAsTheActiveViewStands) {
         EXPECT_EQ(LinkedKey(kind).inMethod, BezierMethod::Smooth);
         EXPECT_EQ(LinkedKey(kind).outMethod, BezierMethod::Smooth);
     }
+}
+
+TEST_F(AddCameraTest, FirstKeysAreSmoothFreeAndAtTheBeginWhateverTheFactoryMakes) {
+    FakeKeyFactory factory(Films());
+    factory.onCreate = [this](IFilmKey& key) {
+        key.SetInMethod(BezierMethod::User);
+        key.SetOutMethod(BezierMethod::User);
+        key.SetTime(3.0f);
+        key.SetLinkObject(crate);
+        key.SetLinkElement("Hips");
+    };
+    Run(IDC_ADD_CAMERA);
+    ASSERT_NE(Camera(), nullptr);
+    ASSERT_EQ(Camera()->keys.size(), 4u);
+    for (const IFilmKey* key : Camera()->keys) {
+        EXPECT_EQ(key->time, 0.0f) << key->kind;
+    }
+    for (const int kind : {KeyKind::CameraPosition, KeyKind::CameraTarget}) {
+        EXPECT_EQ(LinkedKey(kind).linkObject, nullptr);
+        EXPECT_EQ(LinkedKey(kind).linkElement, "");
+        EXPECT_EQ(LinkedKey(kind).inMethod, BezierMethod::Smooth);
+        EXPECT_EQ(LinkedKey(kind).outMethod, BezierMethod::Smooth);
+    }
+    for (const int kind : {KeyKind::Roll, KeyKind::FieldOfView}) {
+        const auto& key = static_cast<const CFilmScalarKey&>(*KeysOf(*Camera(), kind).front());
+        EXPECT_EQ(key.inMethod, BezierMethod::Smooth);
+        EXPECT_EQ(key.outMethod, BezierMethod::Smooth);
+    }
+    EXPECT_EQ(Scalar(KeyKind::Roll), 0.0f);
 }
 
 TEST_F(AddCameraTest, WithNothingInFrontTheTargetIsFiveThousandUnitsAway) {

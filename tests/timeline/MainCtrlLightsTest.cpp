@@ -7,8 +7,10 @@
 #include <gmock/gmock.h>
 #include <limits>
 
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::Pair;
 using ::testing::StartsWith;
 
 namespace {
@@ -19,6 +21,7 @@ protected:
     AddLightTest() {
         editor.viewMatrix = {0, 0, -1, 0, 0, 1, 0, 0, 3, 0, 0, 0, 10, 20, 30, 1};
         editor.helperParams.clear();
+        editor.helperMakers.clear();
     }
     std::vector<CFilmTrack*> Lights() const {
         std::vector<CFilmTrack*> lights;
@@ -81,6 +84,7 @@ TEST_F(AddLightTest, TheHostMakesThemFromTheirClassEntries) {
     Run(IDC_ADD_DYN_LIGHT);
     EXPECT_EQ(editor.Count("CreateHelperObject GLLightEditorObject 2"), 1);
     EXPECT_EQ(editor.Count("CreateHelperObject FilmsDynLightEditorObject 2"), 1);
+    EXPECT_THAT(editor.helperMakers, Each(Pair("Control", plugin.pluginId)));
     ASSERT_EQ(editor.helperParams.size(), 2u);
     EXPECT_EQ(editor.helperParams[0].modelPath, "gllight.mesh");
     EXPECT_EQ(editor.helperParams[1].modelPath, "dynlight.mesh");
@@ -136,6 +140,15 @@ TEST_F(AddLightTest, AHostThatMakesNoObjectMakesNoTrack) {
     editor.refusedHelpers = {"GLLightEditorObject"};
     Run(IDC_ADD_GL_LIGHT);
     EXPECT_THAT(Lights(), IsEmpty());
+}
+
+TEST_F(AddLightTest, ALightWhoseFilmIsClosedMeanwhileIsTakenAwayAgain) {
+    const std::size_t before = Data().Objects().size();
+    editor.onCreateHelper = [this] { plugin.SetCurrentFilm(nullptr); };
+    Run(IDC_ADD_GL_LIGHT);
+    EXPECT_EQ(editor.helperParams.size(), 1u);
+    EXPECT_THAT(Lights(), IsEmpty());
+    EXPECT_EQ(Data().Objects().size(), before);
 }
 
 TEST_F(AddLightTest, RemoveActorDeletesTheLight) {
