@@ -1,21 +1,30 @@
 #include "tests/timeline/CommandFixture.h"
 
 #include "files/Log.h"
-#include "keys/KeyKinds.h"
 #include "resources/resource.h"
 #include "timeline/LooseKey.h"
+#include "undo/KeyActions.h"
 
 #include <gmock/gmock.h>
 #include <limits>
+#include <set>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace {
 
+std::vector<std::string> debugLines;
+
 /// The commands of the menu of a key.
 class KeyCommandsTest : public CommandTest {
 protected:
+    KeyCommandsTest() {
+        debugLines.clear();
+        SetLogListener([](const char* text) { debugLines.emplace_back(text); });
+    }
+    ~KeyCommandsTest() override { SetLogListener(nullptr); }
+
     static constexpr float kInfinity = std::numeric_limits<float>::infinity();
     static constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 };
@@ -51,6 +60,24 @@ TEST_F(KeyCommandsTest, RemoveKeyTakesItOutOfRowAndTrack) {
     EXPECT_EQ(KeysOf(*track, KeyKind::Position).size(), 1u);
     Run(IDC_REMOVE_KEY); // of a key that is in no row any more
     EXPECT_THAT(TimesOf(*row), ElementsAre(0.0f));
+}
+
+TEST_F(KeyCommandsTest, RemovedKeyIsKeptForUndoAndItsRowPainted) {
+    CTrackCtrl* row = Row(KeyKind::Position);
+    CTrackKey* key = Put(row, 4.0f);
+    const IFilmKey* record = key->record;
+    Settle();
+    ASSERT_FALSE(WantsPaint(*row));
+    RunOn(IDC_REMOVE_KEY, row, key);
+    EXPECT_TRUE(WantsPaint(*row));
+    const std::vector<CFilmsUndoAction*>& actions = control->undoMgr.retired.Actions();
+    ASSERT_FALSE(actions.empty());
+    const auto* action = dynamic_cast<const CFUADeleteKey*>(actions.back());
+    ASSERT_NE(action, nullptr);
+    EXPECT_EQ(action->key, key);
+    EXPECT_EQ(action->trackCtrl, row);
+    EXPECT_EQ(key->record, record);
+    EXPECT_EQ(record->track, nullptr);
 }
 
 TEST_F(KeyCommandsTest, RemoveKeyNeedsKeyAndRow) {
@@ -142,6 +169,21 @@ TEST_F(KeyCommandsTest, DurationsThatAreNoneAreIgnored) {
         UserTypes(duration);
         RunOn(IDC_SET_DURATION, row, key);
         EXPECT_EQ(key->duration, 2.0f) << duration;
+    }
+}
+
+TEST_F(KeyCommandsTest, RowIsPaintedAlsoWhereTheDurationStays) {
+    editor.level.SetSoundDuration(NoSeconds);
+    Put(Row(KeyKind::Sound), 1.0f, 2.0f);
+    control->ShowFilm(film, true); // the row shows, now that it has a key
+    RowOf("Crate")->SetExpanded(true, true);
+    CTrackCtrl* row = Row(KeyKind::Sound);
+    UserTypes(0.0f);
+    for (const UINT command : {IDC_SET_DURATION, IDC_CALC_KEY_DURATION}) {
+        Settle();
+        ASSERT_FALSE(WantsPaint(*row));
+        RunOn(command, row, row->keys.front());
+        EXPECT_TRUE(WantsPaint(*row)) << command;
     }
 }
 
@@ -242,15 +284,23 @@ TEST_F(KeyCommandsTest, EveryMethodCommandSetsItsSideOfTheKey) {
 }
 
 TEST_F(KeyCommandsTest, MethodsBelongToTheKindsWithCurves) {
+    const std::set<int> curves{10, 11, 12, 14, 16, 17, 18, 19};
     for (int kind = 0; kind < KeyKind::FilterCount; ++kind) {
         CTrackKey* view = control->CreateKeyView(kind);
         const LooseKey owner(view);
         editor.calls.clear();
+        debugLines.clear();
         RunOn(IDC_IN_USER, nullptr, view);
         control->menuKey = nullptr;
-        EXPECT_EQ(editor.Count("RedrawViews"), IsBezierKind(kind) ? 1 : 0) << kind;
-        if (IsBezierKind(kind)) {
+        if (curves.contains(kind)) {
+            EXPECT_EQ(editor.Count("RedrawViews"), 1) << kind;
             EXPECT_EQ(MethodOf(*view->record, /*in*/ true), BezierMethod::User) << kind;
+            EXPECT_THAT(debugLines, IsEmpty()) << kind;
+        } else {
+            EXPECT_EQ(editor.Count("RedrawViews"), 0) << kind;
+            EXPECT_THAT(debugLines,
+                        ElementsAre("[CFilmsMainCtrl::OnMenuChangeBezierMethod] not Bezier key\n"))
+                << kind;
         }
     }
 }

@@ -1,10 +1,11 @@
-#include "tests/timeline/CommandFixture.h"
-
 #include "framework/Menu.h"
 #include "framework/Resource.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
+#include "tests/timeline/CommandFixture.h"
+#include "tests/timeline/NotingKey.h"
 #include "timeline/LooseKey.h"
+#include "undo/KeyActions.h"
 
 #include <cmath>
 #include <gmock/gmock.h>
@@ -24,6 +25,14 @@ protected:
     void Turn(float x, float y, float z) {
         const Vector3 angles{x, y, z};
         KeysOf(*track, KeyKind::Rotation).front()->SetValue(angles.Data());
+    }
+    /// The axis above the rows is painted anew, and each row that shows.
+    void ExpectAllPainted() const {
+        CRect rect;
+        EXPECT_TRUE(control->grid->GetUpdateRect(&rect));
+        for (const CTrackCtrl* row : control->visibleTracks) {
+            EXPECT_TRUE(WantsPaint(*row)) << row->name;
+        }
     }
 };
 
@@ -90,6 +99,37 @@ TEST_F(NewKeysTest, WithoutRoomThereIsNoKeyAndNoWord) {
     EXPECT_EQ(KeysOf(*track, KeyKind::Sound).size(), 1u);
     EXPECT_THAT(boxes, IsEmpty());
     EXPECT_THAT(control->selectedKeys, IsEmpty()); // required: the keys are deselected all the same
+}
+
+TEST_F(NewKeysTest, AddedKeyIsNotedForUndo) {
+    CTrackCtrl* row = Row(KeyKind::JavaMethod);
+    RunAt(IDC_ADD_KEY, row, 2.5f);
+    const std::vector<CFilmsUndoAction*>& actions = control->undoMgr.retired.Actions();
+    ASSERT_EQ(actions.size(), 1u);
+    const auto* action = dynamic_cast<const CFUAAddKey*>(actions.back());
+    ASSERT_NE(action, nullptr);
+    EXPECT_EQ(action->key, row->keys.front());
+    EXPECT_EQ(action->trackCtrl, row);
+}
+
+TEST_F(NewKeysTest, AllIsPaintedThoughTheNewKeyFindsNoRoom) {
+    Settle();
+    RunAt(IDC_ADD_KEY, Row(KeyKind::Position), 0.0f);
+    EXPECT_THAT(TimesOf(*Row(KeyKind::Position)), ElementsAre(0.0f));
+    ExpectAllPainted();
+}
+
+TEST_F(NewKeysTest, PosedRecordsAreWrittenInTheirOrder) {
+    NotingFactory factory(Films());
+    factory.namesKinds = true;
+    const auto written = [&](int kind) {
+        factory.log.clear();
+        RunAt(IDC_ADD_KEY, Row(kind), 0.0f); // there is no room: the record comes straight back
+        return factory.log;
+    };
+    EXPECT_THAT(written(KeyKind::Position), ElementsAre("value", "in", "out"));
+    EXPECT_THAT(written(KeyKind::Rotation), ElementsAre("value", "out", "out")); // Required: never "in".
+    EXPECT_THAT(written(KeyKind::Scale), ElementsAre("value"));
 }
 
 TEST_F(NewKeysTest, ATimeThatIsNoNumberMakesNoKey) {
@@ -242,6 +282,21 @@ TEST_F(NewKeysTest, AttributesAreCopiedFromKeyToKey) {
     EXPECT_EQ(dialog.key, target);
     RunOn(IDC_PASTE_ATTRIBUTES, row, target); // once more; on show already it is only read anew
     EXPECT_THAT(dialog.log, ElementsAre("SetKey key", "Refresh"));
+}
+
+TEST_F(NewKeysTest, AllIsPaintedWhenSomethingWasPasted) {
+    CTrackCtrl* row = Row(KeyKind::Position);
+    CTrackKey* target = Put(row, 5.0f);
+    RunOn(IDC_COPY_ATTRIBUTES, row, row->keys.front());
+    Settle();
+    RunOn(IDC_PASTE_ATTRIBUTES, row, target);
+    ExpectAllPainted();
+    Settle();
+    RunAt(IDC_PASTE_KEY, row, 7.0f);
+    ExpectAllPainted();
+    Settle();
+    RunAt(IDC_PASTE_KEY, row, 7.0f); // where there is no room
+    ExpectAllPainted();
 }
 
 TEST_F(NewKeysTest, PasteIsOfferedOnKeysAndRowsOfTheCopiedKind) {

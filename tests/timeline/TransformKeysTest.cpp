@@ -1,5 +1,6 @@
 #include "tests/support/FakeAttributes.h"
 #include "tests/timeline/CommandFixture.h"
+#include "tests/timeline/NotingKey.h"
 
 #include <array>
 #include <cmath>
@@ -55,47 +56,6 @@ protected:
         EXPECT_NEAR(value.y, expected.y, 1e-4f);
         EXPECT_NEAR(value.z, expected.z, 1e-4f);
     }
-};
-
-/// A record that notes what is written to it. No row takes it, so it comes straight back.
-class NotingKey final : public CFilmVectorKey {
-public:
-    explicit NotingKey(std::vector<std::string>& calls) : log(calls) { flags = KeyFlag::NoDuration; }
-    void SetTime(float) override { log.emplace_back("time"); }
-    void SetEndTime(float) override { log.emplace_back("end"); }
-    void Describe(char*, int) const override {}
-    float GetTime() const override { return time; }
-    float GetNaturalDuration() const override { return -1.0f; }
-    void CopyFrom(const IFilmKey&, int) override {}
-    bool Equals(const IFilmKey&, bool) const override { return false; }
-    void SetValue(const void*) override { log.emplace_back("value"); }
-    void SetInHandle(const void*) override { log.emplace_back("in"); }
-    void SetOutHandle(const void*) override { log.emplace_back("out"); }
-    void SetInMethod(int) override {}
-    void SetOutMethod(int) override {}
-    void SetLinkElement(const std::string&) override {}
-    void SetLinkObject(EditorObject*) override {}
-
-private:
-    std::vector<std::string>& log;
-};
-
-class NotingFactory final : public IKeyFactory {
-public:
-    explicit NotingFactory(IFilmManager& filmManager) : manager(filmManager), real(filmManager.keyFactory) {
-        manager.keyFactory = this;
-    }
-    ~NotingFactory() override { manager.keyFactory = real; }
-    NotingFactory(const NotingFactory&) = delete;
-    NotingFactory& operator=(const NotingFactory&) = delete;
-    IFilmKey* CreateKey(int) override { return new NotingKey(log); }
-    void DestroyKey(IFilmKey* key) override { delete key; }
-
-    std::vector<std::string> log;
-
-private:
-    IFilmManager& manager;
-    IKeyFactory* const real;
 };
 
 } // namespace
