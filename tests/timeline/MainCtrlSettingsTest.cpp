@@ -4,6 +4,7 @@
 #include "resources/resource.h"
 
 #include <gmock/gmock.h>
+#include <set>
 
 using ::testing::ElementsAre;
 
@@ -67,6 +68,51 @@ TEST_F(MainCtrlSettingsTest, OkTakesAndStoresThem) {
     EXPECT_EQ(stored.labelDistance, 6);
     control->ShowFilm(film, true);
     EXPECT_EQ(control->viewEnd, 8.0f);
+}
+
+TEST_F(MainCtrlSettingsTest, TheNewIntervalIsSpreadOverTheTimeArea) {
+    edit = [](CMainCtrlSettingsDlg& dialog) { dialog.interval = 6.3f; };
+    OpenSettings();
+    EXPECT_FLOAT_EQ(control->secondsPerPixel, 0.01f); // 630 of 800 pixels: names 150, scroll bar 20
+}
+
+TEST_F(MainCtrlSettingsTest, OnlyWhatTheDialogHasIsStored) {
+    FilmViewSettings& stored = plugin.filmViewSettings[static_cast<std::size_t>(film->index)];
+    stored.leftWidth = 170;
+    stored.rowHeight = 31;
+    stored.cursorTime = 2.5f;
+    edit = [](CMainCtrlSettingsDlg& dialog) {
+        dialog.begin = -2.0f;
+        dialog.end = 7.0f;
+        dialog.interval = 4.0f;
+    };
+    OpenSettings();
+    EXPECT_EQ(stored.movieStart, -2.0f);
+    EXPECT_EQ(stored.movieEnd, 7.0f);
+    EXPECT_EQ(stored.viewStart, 0.0f);
+    EXPECT_EQ(stored.viewEnd, 4.0f);
+    EXPECT_EQ(stored.leftWidth, 170);
+    EXPECT_EQ(stored.rowHeight, 31);
+    EXPECT_EQ(stored.cursorTime, 2.5f);
+    EXPECT_EQ(film->length, 9.0f);
+}
+
+TEST_F(MainCtrlSettingsTest, PartsOfAFrameAreCutFromTheTicDistance) {
+    control->SetTicsDistance(0.59f, /*redraw*/ false);
+    OpenSettings();
+    EXPECT_EQ(seenCounts[2], 17); // of 17.7
+    EXPECT_FLOAT_EQ(control->grid->ticDistance, 17.0f / 30.0f);
+}
+
+TEST_F(MainCtrlSettingsTest, FramesComeBackAsTheyWereButForSevenNumbers) {
+    // Required: n / 30 * 30 in float32 falls below these n, and is cut.
+    const std::set<int> lost{63, 125, 126, 127, 250, 252, 254};
+    for (int frames = 1; frames <= 300; ++frames) {
+        control->SetTicsDistance(static_cast<float>(frames) / 30.0f, /*redraw*/ false);
+        result = IDCANCEL;
+        OpenSettings();
+        EXPECT_EQ(seenCounts[2], lost.contains(frames) ? frames - 1 : frames);
+    }
 }
 
 TEST_F(MainCtrlSettingsTest, CancelChangesNothing) {
