@@ -50,6 +50,8 @@ INSTANTIATE_TEST_SUITE_P(
         ShiftCase{"EndAtTheBegin", {4.0f, 5.0f}, -5.0f, std::nullopt},
         ShiftCase{"EndNearTheBegin", {0.0f, 0.000005f}, 0.0f, std::nullopt},
         ShiftCase{"EndBesideTheBegin", {0.0f, 0.00002f}, 0.0f, KeyTimes{0.0f, 0.001f}},
+        ShiftCase{"EndJustNotNearTheBegin", {0.0f, 0.00001f}, 0.0f, KeyTimes{0.0f, 0.001f}},
+        ShiftCase{"StartJustNotNearTheBegin", {0.00001f, 2.0f}, 0.0f, KeyTimes{0.00001f, 2.0f}},
         ShiftCase{"NoLengthToTheBegin", {5.0f, 5.0f}, -5.0f, std::nullopt},
         ShiftCase{"NoLengthAtTheBeginThatIsntMoved", {0.0f, 0.0f}, 0.0f, std::nullopt},
         ShiftCase{"NoLengthFromTheBegin", {0.0f, 0.0f}, 2.0f, KeyTimes{2.0f, 2.0f}}),

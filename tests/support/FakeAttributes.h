@@ -27,10 +27,15 @@ public:
     IFilmKey* GetRecord() const override { return record; }
     CTrackKey* GetKey() const override { return key; }
     void Reset() override;
-    void ApplyPending() override {}
+    void ApplyPending() override {
+        if (onApplyPending) {
+            onApplyPending();
+        }
+    }
     void Destroy() override { log.push_back("Destroy"); }
 
-    std::function<void()> onSetKey;      ///< what a question to the user lets in
+    std::function<void()> onSetKey; ///< what a question to the user lets in
+    std::function<void()> onApplyPending;
     const EditorObject* taken = nullptr; ///< the only object whose menu gets the item "Set object here"
     EditorObject* linked = nullptr;      ///< of the last SetLinkObject
     CTrackKey* key = nullptr;

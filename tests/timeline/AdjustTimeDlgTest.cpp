@@ -248,6 +248,19 @@ TEST_F(AdjustTimeDlgTest, EndTakesTheIntervalToTheEndOfTheFilm) {
     });
 }
 
+TEST_F(AdjustTimeDlgTest, EndIsThatOfTheAxisWhereTheFilmIsShorter) {
+    Put(Row(KeyKind::Position), 9.0f);
+    control->SetMovieRange(0.0f, 20.0f);
+    MoveCursor(4.0f);
+    Open([] {
+        ModalUser::Click(kEnd);
+        ModalUser::Type(kTo, "8");
+        ModalUser::Click(kInsert);
+    });
+    // 16 seconds became 8, not the film's 6.
+    EXPECT_THAT(Positions(), ElementsAre(0.0f, 4.0f, 4.5f, 5.0f, 6.5f));
+}
+
 TEST_F(AdjustTimeDlgTest, EndStaysCheckedThoughTheDialogIsClosed) {
     Open([] {
         ModalUser::Click(kEnd);
@@ -372,6 +385,36 @@ TEST_F(AdjustTimeDlgTest, RowThatWasMadeAnewMeanwhileIsFoundAgain) {
     });
     EXPECT_THAT(Positions(), ElementsAre(0.0f, 4.0f, 7.0f, 8.0f));
     EXPECT_EQ(rotation->time, 6.0f);
+}
+
+TEST_F(AdjustTimeDlgTest, CameraRowIsFoundAgainByItsIndex) {
+    const IFilmKey* cuts[] = {AddCut(film, "", 6.0f, 7.0f, 0), AddCut(film, "", 6.0f, 7.0f, 1)};
+    control->ShowFilm(film, true);
+    const auto insert = [this] {
+        ModalUser::Type(kLength, "2");
+        control->ShowFilm(film, true);
+        ModalUser::Click(kInsert);
+    };
+    OpenForRow(RowOf("Level", KeyKind::Camera, 1), insert);
+    EXPECT_EQ(cuts[0]->time, 6.0f);
+    EXPECT_EQ(cuts[1]->time, 8.0f);
+}
+
+TEST_F(AdjustTimeDlgTest, ElementRowThatIsGoneIsNotTakenForTheWholeObjects) {
+    const IFilmKey* whole = Put(Row(KeyKind::Animation), 6.0f, 1.0f)->record;
+    CTrackCtrl* row = control->AddTrackCtrl(/*redraw*/ false);
+    row->kind = KeyKind::Animation;
+    row->name = "Hips";
+    row->track = track;
+    row->parent = RowOf("Crate");
+    row->parent->InsertBeforeLastAnimationRow(row);
+    OpenForRow(row, [this] {
+        ModalUser::Type(kLength, "2");
+        control->ShowFilm(film, true); // no key names the element, so its row doesn't come back
+        ModalUser::Click(kInsert);
+    });
+    EXPECT_EQ(whole->time, 6.0f);
+    EXPECT_EQ(film->length, 10.0f);
 }
 
 TEST_F(AdjustTimeDlgTest, RowThatWentMeanwhileTakesTheEditAlong) {

@@ -103,6 +103,14 @@ TEST_F(MainCtrlAdjustTest, OnlyTheMovieRangeOfTheStoredSettingsChanges) {
     EXPECT_EQ(stored.mask, 0xFFFFFFFFu);
 }
 
+TEST_F(MainCtrlAdjustTest, AxisThatBeginsElsewhereKeepsItsBegin) {
+    control->SetMovieRange(-3.0f, 10.0f);
+    control->InsertTime(5.0f, 2.0f);
+    EXPECT_EQ(Stored().movieStart, -3.0f);
+    EXPECT_EQ(control->movieStart, -3.0f);
+    ExpectEnd(12.0f);
+}
+
 TEST_F(MainCtrlAdjustTest, EndIsTheFilmsLengthAndMoreNotTheAxisAndMore) {
     control->SetMovieRange(0.0f, 40.0f);
     control->InsertTime(5.0f, 2.0f);
@@ -313,6 +321,22 @@ TEST_F(MainCtrlAdjustTest, AttributesWindowComesBackToItsKey) {
     EXPECT_EQ(attributes.record, record);
     EXPECT_EQ(attributes.key, Row(KeyKind::Position)->KeyAtTime(8.0f));
     EXPECT_EQ(record->time, 8.0f);
+}
+
+TEST_F(MainCtrlAdjustTest, RowThatGoesWhileTheAttributesAskIsNotTakenForAll) {
+    const IFilmKey* record = Put(Row(KeyKind::Position), 6.0f)->record;
+    FakeAttributes& attributes = OpenFakeAttributes(plugin);
+    attributes.visible = true;
+    control->SelectOnly(Row(KeyKind::Position)->KeyAtTime(6.0f));
+    ASSERT_EQ(attributes.record, record);
+    control->menuRow = Row(KeyKind::Rotation);
+    attributes.onApplyPending = [&] {
+        attributes.onApplyPending = nullptr;
+        control->ShowFilm(film, true);
+    };
+    control->InsertTime(5.0f, 2.0f);
+    EXPECT_EQ(record->time, 6.0f);
+    EXPECT_EQ(film->length, 10.0f);
 }
 
 TEST_F(MainCtrlAdjustTest, AttributesWindowLetsGoOfAKeyThatFellOut) {

@@ -55,6 +55,7 @@ protected:
         ++asked;
         saves = dialog.IsOpenDialog() == FALSE;
         filter = dialog.ofn.lpstrFilter;
+        dialogFlags = dialog.ofn.Flags;
         if (meanwhile) {
             meanwhile();
         }
@@ -122,6 +123,7 @@ protected:
     int asked = 0;
     bool saves = false;
     std::string filter;
+    DWORD dialogFlags = 0;
 
 private:
     std::filesystem::path before;
@@ -135,6 +137,7 @@ TEST_F(TrackFilesTest, ExportAsksForAFileToSaveTo) {
     EXPECT_EQ(asked, 1);
     EXPECT_TRUE(saves);
     EXPECT_EQ(filter, "Movie tracks (*.track)|*.track||");
+    EXPECT_NE(dialogFlags & OFN_OVERWRITEPROMPT, 0u);
 }
 
 TEST_F(TrackFilesTest, ImportAsksForAFileToOpen) {

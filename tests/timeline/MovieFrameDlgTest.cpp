@@ -71,6 +71,15 @@ TEST_F(MovieFrameDlgTest, OkGoesToTheFrame) {
     ExpectTime(1.5f);
 }
 
+TEST_F(MovieFrameDlgTest, RowsAreToShowTheNewTime) {
+    Settle();
+    Hooks().modalDialog = [](CDialog&) { return IDCANCEL; };
+    Run(IDC_SET_MOVIE_FRAME);
+    for (const CTrackCtrl* row : control->visibleTracks) {
+        EXPECT_TRUE(WantsPaint(*row)) << row->name;
+    }
+}
+
 TEST_F(MovieFrameDlgTest, EnterInTheFieldIsOk) {
     Open([] {
         ModalUser::Type(0, "100");

@@ -176,9 +176,22 @@ TEST_F(TrackCtrlAdjustTest, KeyWithoutADurationEndsWhereItStands) {
     for (IFilmKey* record : records) {
         record->flags |= KeyFlag::NoDuration;
     }
-    CTrackCtrl& row = MakeRow(KeyKind::FxSequence, boxTrack);
+    CTrackCtrl& row = RowWith(KeyKind::FxSequence, records);
     row.AdjustKeys(10.0f, 8.0f, 4.0f);
     EXPECT_EQ(TimesOf(records), (Times{{2, 40}, {12, 12}}));
+}
+
+TEST_F(TrackCtrlAdjustTest, SumsRunFromLeftToRight) {
+    // From 2 to the power 24 on a float32 knows every second number; half way between it takes the one whose
+    // half is even.
+    const IFilmKey* across = AddRecord(boxTrack, KeyKind::Animation, 16777218, 16777224);
+    MakeRow(KeyKind::Animation, boxTrack).AdjustKeys(16777216.0f, 4.0f, 2.0f);
+    EXPECT_EQ(across->time, 16777216.0f);    // 1 + 16777216
+    EXPECT_EQ(across->endTime, 16777224.0f); // 1 + 6 + 16777216, where 1 + 16777216 + 6 is 16777222
+    const IFilmKey* behind = AddRecord(boxTrack, KeyKind::FxSequence, 16777220, 16777228);
+    MakeRow(KeyKind::FxSequence, boxTrack).AdjustKeys(0.0f, 3.0f, 1.0f);
+    EXPECT_EQ(behind->time, 16777216.0f); // 16777221 is 16777220, and that less 3 is 16777216
+    EXPECT_EQ(behind->endTime, 16777224.0f);
 }
 
 TEST_F(TrackCtrlAdjustTest, WrittenRecordIsTold) {
