@@ -89,7 +89,7 @@ std::optional<Failure> CheckAttributes(const World& world, const CFilmsMainCtrl&
     }
     Answer wrong = CheckKey(world, *dialog, control, now);
     wrong = wrong ? wrong : CheckList(*dialog);
-    return wrong ? wrong : CheckEditor(*dialog);
+    return wrong || world.IsBehindBox() ? wrong : CheckEditor(*dialog);
 }
 
 } // namespace editing

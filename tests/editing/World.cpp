@@ -35,6 +35,13 @@ bool Takes(const CTrackCtrl& row, const IFilmKey& record) {
     return true;
 }
 
+/// Null if no row takes it.
+HWND RowThatTakes(const CFilmsMainCtrl& control, const IFilmKey& record) {
+    const auto found =
+        std::ranges::find_if(control.tracks, [&](const CTrackCtrl* row) { return Takes(*row, record); });
+    return found != control.tracks.end() ? (*found)->GetSafeHwnd() : nullptr;
+}
+
 } // namespace
 
 bool NoTimers::eventFilter(QObject* receiver, QEvent* event) {
@@ -97,7 +104,6 @@ void World::Restore() {
         plugin.SelectFilmByIndex(0);
     }
     while (plugin.scenarioDlg == nullptr) {
-        hidden.clear();
         OpenWindow();
         Control()->ShowFilm(plugin.GetCurrentFilm(), /*flag*/ true);
     }
@@ -151,7 +157,7 @@ void World::NoteHiddenKeys() {
     const CFilmsMainCtrl* control = Control();
     const IFilm* film = plugin.GetCurrentFilm();
     std::unordered_set<const IFilmKey*> shown;
-    std::unordered_set<const IFilmKey*> now;
+    std::unordered_map<const IFilmKey*, HWND> now;
     for (const CTrackCtrl* row : control != nullptr ? control->tracks : std::list<CTrackCtrl*>{}) {
         for (const CTrackKey* key : row->keys) {
             shown.insert(key->record);
@@ -159,13 +165,16 @@ void World::NoteHiddenKeys() {
     }
     for (const CFilmTrack* track : film != nullptr ? film->tracks : std::list<CFilmTrack*>{}) {
         for (const IFilmKey* record : track->keys) {
+            if (shown.contains(record)) {
+                continue;
+            }
             const bool outside = control == nullptr || !(record->time >= control->movieStart) ||
                                  !(record->time <= control->movieEnd);
-            if (!shown.contains(record) && (outside || hidden.contains(record) ||
-                                            std::ranges::none_of(control->tracks, [&](const CTrackCtrl* row) {
-                                                return Takes(*row, *record);
-                                            }))) {
-                now.insert(record);
+            const HWND row = control != nullptr ? RowThatTakes(*control, *record) : nullptr;
+            const auto before = hidden.find(record);
+            const bool stays = before != hidden.end() && (before->second == nullptr || before->second == row);
+            if (outside || row == nullptr || stays) {
+                now.emplace(record, row);
             }
         }
     }

@@ -21,7 +21,7 @@
 #include <optional>
 #include <QObject>
 #include <string>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 namespace editing {
@@ -71,9 +71,9 @@ public:
     EditingHost editor;
     IPluginImpl plugin;
     Tally tally;
-    /// Records of the film shown whose view went when the axis became shorter, or that no row takes. They get
-    /// their views back, if at all, when the film is shown anew.
-    std::unordered_set<const IFilmKey*> hidden;
+    /// Records of the film shown whose view went when the axis became shorter, or that no row took, with the
+    /// row that takes them. They get their views back, if at all, with rows made anew.
+    std::unordered_map<const IFilmKey*, HWND> hidden;
     /// A key without length that was dragged by the last step, and that was in the axis before.
     bool draggedInAxis = false;
     /// The command chosen last in a menu that offered it.

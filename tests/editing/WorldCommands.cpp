@@ -206,7 +206,6 @@ void World::PluginToolbar(const Step& step) {
         plugin.toolbar.Buttons()[static_cast<std::size_t>(step.numbers[0]) % plugin.toolbar.Buttons().size()];
     const PluginCommandId command{button.id};
     if (button.id != 0 && (button.state & TBSTATE_ENABLED) != 0) {
-        hidden.clear(); // the panel may go
         ++tried[command.LocalCommand()];
         plugin.OnCommand(command.PluginNumber(), command.LocalCommand());
     }
@@ -308,7 +307,6 @@ void World::AdjustTime(const Step& step) {
     if (CTrackCtrl* row = RowOf(step.numbers[0])) {
         row->AdjustKeys(Seconds(step.numbers[1], 8), 0.1f + Seconds(step.numbers[1] / 7, 4),
                         0.1f + Seconds(step.numbers[2], 6));
-        hidden.clear();
         Control()->ShowFilm(plugin.GetCurrentFilm(), /*flag*/ true);
     }
 }
@@ -316,9 +314,8 @@ void World::AdjustTime(const Step& step) {
 void World::ChangeElement(const Step& step) {
     static const std::string elements[] = {"", "arm", "hand", "hip", "tail"};
     CTrackCtrl* row = RowOf(step.numbers[0]);
-    if (row != nullptr &&
-        row->SetCurrentKeyElement(elements[step.numbers[1] % 5], plugin.FindObjectByTrack(row->track))) {
-        hidden.clear();
+    if (row != nullptr) {
+        row->SetCurrentKeyElement(elements[step.numbers[1] % 5], plugin.FindObjectByTrack(row->track));
     }
 }
 

@@ -167,7 +167,6 @@ void World::Panel(const Step& /*step*/) {
     if (add != nullptr) {
         add->EnableWindow(films < kMostFilms);
     }
-    hidden.clear();
     DialogHand hand(view->moviesPage);
     Touch(hand);
 }

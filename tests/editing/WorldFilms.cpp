@@ -132,13 +132,11 @@ void World::UnfoldAll() {
 }
 
 void World::ShowFilm(const Step& step) {
-    hidden.clear();
     plugin.SetCurrentFilm(step.numbers[1] % 8 == 0 ? nullptr : FilmOf(step.numbers[0]));
 }
 
 void World::ShowAgain(const Step& step) {
     if (CFilmsMainCtrl* control = Control()) {
-        hidden.clear();
         control->ShowFilm(plugin.GetCurrentFilm(), step.numbers[0] % 2 == 0);
     }
 }
@@ -149,7 +147,6 @@ void World::NewFilm(const Step& step) {
         films += film != nullptr ? 1 : 0;
     }
     if (films < kMostFilms) {
-        hidden.clear();
         MakeFilm(0.25f * static_cast<float>(1 + step.numbers[0] % 8));
     }
 }

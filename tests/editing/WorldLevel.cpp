@@ -102,7 +102,6 @@ void World::SaveLevel(const Step& /*step*/) {
     }
     plugin.OnEvent(EventCode::Suspend, nullptr);
     savedLevel = Save();
-    hidden.clear();
     plugin.OnEvent(EventCode::Resume, nullptr);
 }
 
@@ -127,7 +126,6 @@ void World::NewLevel(const Step& /*step*/) {
     LeaveLevel();
     editor.level.Close();
     editor.level.New(folder.Path());
-    hidden.clear();
     plugin.OnEvent(EventCode::LevelLoaded, nullptr);
 }
 
@@ -137,7 +135,6 @@ void World::Load(std::string bytes) {
     LeaveLevel();
     editor.level.Close();
     engine::InstallLevel(editor.level, std::move(pending));
-    hidden.clear();
     plugin.OnEvent(EventCode::LevelLoaded, nullptr);
 }
 
@@ -145,11 +142,9 @@ void World::HostEvent(const Step& step) {
     switch (step.numbers[0] % 4) {
     case 0:
         plugin.OnEvent(EventCode::Suspend, nullptr);
-        hidden.clear();
         plugin.OnEvent(EventCode::Resume, nullptr);
         break;
     case 1:
-        hidden.clear();
         plugin.OnEvent(EventCode::ObjectSetChanged, nullptr);
         break;
     case 2: {
