@@ -16,5 +16,6 @@ void RegisterCameraPathBenches();
 void RegisterStageObjectsBenches();
 void RegisterAttributesBenches();
 void RegisterFilterBenches();
+void RegisterTrackFileBenches();
 
 } // namespace films_bench

@@ -2,9 +2,9 @@
 #include "bench/TimelineCases.h"
 #include "files/KeysFilterDlg.h"
 #include "framework/TestHooks.h"
-#include "host/engine/LevelData.h"
 #include "resources/resource.h"
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
 
@@ -13,6 +13,12 @@ namespace films_bench {
 namespace {
 
 constexpr int kRepeats = 5;
+
+CTrackCtrl* FirstActor(const TimelineFilm& timeline) {
+    const auto& rows = timeline.control->tracks;
+    return *std::ranges::find_if(
+        rows, [](const CTrackCtrl* row) { return row->IsRoot() && AsObjectTrack(row->track) != nullptr; });
+}
 
 /// From OK of "Filter keys" for all tracks until the rows have been painted. Every other time two kinds of
 /// three hide and all keys get another height.
@@ -37,8 +43,7 @@ void FilterKeys(benchmark::State& state) {
     };
     for (auto _ : state) {
         StartCold();
-        timeline.control->menuRow =
-            timeline.control->FindRowOfObject(timeline.film.level.Data()->Objects()[0].get());
+        timeline.control->menuRow = FirstActor(timeline);
         timeline.control->OnCmdMsg(IDC_FILTER_KEYS, 0, nullptr, nullptr);
         TimelineFilm::Paint();
         state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());

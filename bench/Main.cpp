@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
     films_bench::RegisterStageObjectsBenches();
     films_bench::RegisterAttributesBenches();
     films_bench::RegisterFilterBenches();
+    films_bench::RegisterTrackFileBenches();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;

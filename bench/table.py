@@ -42,6 +42,7 @@ RATIOS = [
     ("AttributesWheel/100000", "AttributesWheel/1000", 2.0),
     ("AttributesNext/10000", "AttributesNext/1000", 12.0),
     ("FilterKeys/M", "ShowFilm/600rows_300k", 1.3),
+    ("ImportTrack/10000", "ImportTrack/1000", 30.0),
 ]
 # name, counter, highest value
 COUNTERS = [
