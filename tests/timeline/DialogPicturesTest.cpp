@@ -1,3 +1,5 @@
+#include "files/AddCameraDlg.h"
+#include "files/ChooseMovieCameraDlg.h"
 #include "files/MovieFrameDlg.h"
 #include "framework/QtBridge.h"
 #include "framework/Resource.h"
@@ -7,6 +9,7 @@
 #include "timeline/AdjustTimeDlg.h"
 
 #include <QAbstractButton>
+#include <QAbstractScrollArea>
 #include <QGroupBox>
 #include <QImage>
 #include <QLabel>
@@ -14,11 +17,13 @@
 
 namespace {
 
-/// "Adjust time" and "Set movie frame" at a film of 10 seconds with the cursor at 5.
-class AdjustDlgsPictureTest : public ControlTest {
+/// Small dialogs at a film of 10 seconds with two cameras and the cursor at 5.
+class DialogPicturesTest : public ControlTest {
 protected:
-    AdjustDlgsPictureTest() {
-        OpenFilmWithActors(1);
+    DialogPicturesTest() {
+        IFilm* film = OpenFilmWithActors(1);
+        AddCamera(film, "Pier");
+        AddCamera(film, "Tower");
         plugin.SetTime(5.0f, /*fromWindow*/ false);
     }
     /// Texts differ with the fonts of a machine; frames, boxes and their places don't.
@@ -36,6 +41,9 @@ protected:
         for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
             const int left = button->isCheckable() ? 20 : 4; // the box of a check box stays
             add(button->geometry().adjusted(left, 4, -4, -4));
+        }
+        for (const QAbstractScrollArea* list : window.findChildren<QAbstractScrollArea*>()) {
+            add(list->geometry().adjusted(2, 2, -2, -2));
         }
         for (const QGroupBox* box : window.findChildren<QGroupBox*>()) {
             QRect title = box->geometry();
@@ -58,20 +66,33 @@ protected:
 
 } // namespace
 
-TEST_F(AdjustDlgsPictureTest, AdjustTime) {
+TEST_F(DialogPicturesTest, AdjustTime) {
     CAdjustTimeDlg dialog(control.get());
     Compare(dialog, "adjust_time");
 }
 
-TEST_F(AdjustDlgsPictureTest, AdjustTimeToTheEnd) {
+TEST_F(DialogPicturesTest, AdjustTimeToTheEnd) {
     CAdjustTimeDlg dialog(control.get());
     dialog.toEnd = 1;
     dialog.length = -1234.5f;
     Compare(dialog, "adjust_time_end");
 }
 
-TEST_F(AdjustDlgsPictureTest, SetMovieFrame) {
+TEST_F(DialogPicturesTest, SetMovieFrame) {
     CMovieFrameDlg dialog(control.get());
     dialog.text = "150";
     Compare(dialog, "movie_frame");
+}
+
+TEST_F(DialogPicturesTest, AddCamera) {
+    CAddCameraDlg dialog(control.get());
+    dialog.name = "Camera01";
+    Compare(dialog, "add_camera");
+}
+
+TEST_F(DialogPicturesTest, ChooseCamera) {
+    CChooseMovieCameraDlg dialog(control.get());
+    dialog.film = plugin.GetCurrentFilm();
+    dialog.name = "Tower";
+    Compare(dialog, "choose_camera");
 }
