@@ -175,6 +175,13 @@ TEST_F(KeyParamsFileTest, ByteOf255EndsASkippedLine) {
     EXPECT_EQ(Changed(), 20);
 }
 
+TEST_F(KeyParamsFileTest, ByteOf254IsALetterOfASkippedLine) {
+    std::string block = Block();
+    block.replace(0, block.find('\n') + 1, "** Na\xFEme\n");
+    EXPECT_TRUE(LoadFirst(block));
+    EXPECT_EQ(Changed(), 20);
+}
+
 TEST_F(KeyParamsFileTest, LastLineMayBeMissing) {
     std::string text = kHead + Blocks(20);
     text.resize(text.size() - std::string("\n********************\n").size());
