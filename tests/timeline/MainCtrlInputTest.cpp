@@ -2,6 +2,7 @@
 
 #include "keys/TrackKey.h"
 #include "resources/resource.h"
+#include "tests/support/FakeAttributes.h"
 
 #include <gmock/gmock.h>
 
@@ -266,6 +267,41 @@ TEST_F(MainCtrlInputTest, MenuValidatesTheFilm) {
     film->validated = 0;
     control->OnCmdMsg(IDC_VALIDATE_MOVIE, 0, nullptr, nullptr);
     EXPECT_EQ(film->validated, 1);
+}
+
+TEST_F(MainCtrlInputTest, MenuPlaysFromTheCursorAndStops) {
+    std::uint32_t milliseconds = 0;
+    Hooks().clock = [&milliseconds] { return milliseconds += 100; };
+    std::vector<float> times;
+    editor.onBroadcast = [&](int code, void*) {
+        if (code == EventCode::ObjectsMoved && plugin.isPlaying != 0) {
+            times.push_back(plugin.currentTime);
+            control->OnCmdMsg(IDC_STOP_MOVIE, 0, nullptr, nullptr);
+        }
+    };
+    plugin.SetTime(4.0f, /*fromWindow*/ false);
+    control->OnCmdMsg(IDC_PLAY_MOVIE, 0, nullptr, nullptr);
+    editor.onBroadcast = nullptr;
+    ASSERT_EQ(times.size(), 1u); // the first frame stopped it
+    EXPECT_GE(times.front(), 4.0f);
+    EXPECT_LT(times.front(), 10.0f);
+    EXPECT_EQ(plugin.isPlaying, 0);
+    plugin.SetCurrentFilm(nullptr);
+    control->OnCmdMsg(IDC_PLAY_MOVIE, 0, nullptr, nullptr); // comes back at once
+    EXPECT_EQ(plugin.isPlaying, 0);
+}
+
+TEST_F(MainCtrlInputTest, EditsUnderWayAreWrittenBeforeEachCommandButAddKey) {
+    FakeAttributes& attributes = OpenFakeAttributes(plugin);
+    int written = 0;
+    attributes.onApplyPending = [&written] { ++written; };
+    control->OnCmdMsg(IDC_VALIDATE_MOVIE, 0, nullptr, nullptr);
+    EXPECT_EQ(written, 1);
+    control->menuRow = row;
+    control->mouseTime = 4.0f;
+    control->OnCmdMsg(IDC_ADD_KEY, 0, nullptr, nullptr); // Required: takes the pose as the film has it.
+    EXPECT_EQ(row->keys.size(), 2u);
+    EXPECT_EQ(written, 1);
 }
 
 TEST_F(MainCtrlInputTest, MenuRemovesAnActorAndPutsItBack) {
