@@ -108,6 +108,7 @@ TEST_F(CameraParametersDlgTest, ModesThatDifferCheckNoneAndStay) {
     dialog.loopSet = 1; // as an earlier use may have left it
     EXPECT_EQ(Run([this] {
                   EXPECT_THAT(Checked(), IsEmpty());
+                  EXPECT_EQ(dialog.loopMode, 0); // the position's
                   Click(IDOK);
               }),
               IDOK);

@@ -106,6 +106,7 @@ protected:
         Hooks().fileDialog = [this, path](CFileDialog& shown) {
             asked.push_back(std::string(shown.IsOpenDialog() ? "open " : "save ") + shown.ofn.lpstrDefExt +
                             " " + shown.ofn.lpstrFilter);
+            overwriteIsAsked = (shown.ofn.Flags & OFN_OVERWRITEPROMPT) != 0;
             shown.SetPathName(path);
             return path.empty() ? IDCANCEL : IDOK;
         };
@@ -118,6 +119,7 @@ protected:
     CKeysFilterDlg dialog;
     DialogUser user{dialog};
     std::vector<std::string> asked;
+    bool overwriteIsAsked = false;
 };
 
 } // namespace
@@ -173,6 +175,11 @@ TEST_F(KeysFilterDlgTest, LinesAreDrawnAsTheirRecordsSay) {
         EXPECT_EQ(lines[5], "rect 0,18," + right + ",36 pen 0/0/000000 brush none");
         EXPECT_EQ(lines[6], "text 1,19 'Target position keys'");
         EXPECT_EQ(lines[7], "text " + at(120) + ",19 '15'");
+        EXPECT_EQ(recorder.calls[1].textColor, 0u);
+        EXPECT_EQ(recorder.calls[2].textColor, 0u);
+        EXPECT_EQ(recorder.calls[3].textColor, 0x112233u); // "Normal" in the normal colour
+        EXPECT_EQ(lines[9], "text " + at(60) + ",19 'Highlight'");
+        EXPECT_EQ(recorder.calls[9].textColor, 0x445566u);
         user.Key(Qt::Key_Escape);
     });
 }
@@ -234,6 +241,8 @@ TEST_F(KeysFilterDlgTest, BoxChangesAtThePressAndBackWhereItIsLetGoOutside) {
         mouse.Press(7, 7).Move(7, 200).Move(3, 3).Release(0, 0);
         expect(true);
         mouse.Press(0, 0).Release(7, -1);
+        expect(true);
+        mouse.Release(7, -1); // of no press
         expect(true);
         user.Key(Qt::Key_Escape);
     });
@@ -487,6 +496,7 @@ TEST_F(KeysFilterDlgTest, ExportWritesTheDialogsParametersAndTheControlKeepsThem
               }),
               IDCANCEL);
     EXPECT_THAT(asked, ElementsAre("save .fkd Film keys params files (*.fkd)|*.fkd||"));
+    EXPECT_TRUE(overwriteIsAsked);
     EXPECT_THAT(boxes, IsEmpty());
     KeyKindParamsTable written;
     ASSERT_TRUE(LoadKeyParamsFile(path.c_str(), &written));
@@ -534,12 +544,14 @@ TEST_F(KeysFilterDlgTest, ImportOfABrokenFileSaysSoAndTheControlKeepsWhatStandsB
     const std::string path = folder.File("mine.fkd");
     WriteWholeFile(path, DefaultsOf(5, 6));
     ChooseFile(path);
+    Params(5).rectHeight = 9; // what the user has changed so far is the dialog's alone
     Run([this] {
         user.Click(1771);
         user.Key(Qt::Key_Escape);
     });
     EXPECT_THAT(boxes, ElementsAre("Import failed"));
     EXPECT_EQ(Params(4).rectHeight, 15);
+    EXPECT_EQ(Params(5).rectHeight, 9);
     EXPECT_TRUE(Params(4).visible);
     EXPECT_EQ(Own(4).rectHeight, 6);
     EXPECT_EQ(Own(5).rectHeight, 15);

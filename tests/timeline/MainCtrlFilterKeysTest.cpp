@@ -301,6 +301,13 @@ TEST_F(MainCtrlFilterKeysTest, ColoursAndHeightsReachEveryViewAtOnce) {
     EXPECT_EQ(Put(Row(KeyKind::Position), 6.0f)->rectHeight, 9); // later keys too
 }
 
+TEST_F(MainCtrlFilterKeysTest, ColoursThatAreTakenInTheOpenDialogArePaintedAtOnce) {
+    Settle();
+    ASSERT_FALSE(WantsPaint(*Row(KeyKind::Position)));
+    control->TakeKeyLooks(control->keyParams); // as Export, Import and Defaults do
+    EXPECT_TRUE(WantsPaint(*Row(KeyKind::Position)));
+}
+
 TEST_F(MainCtrlFilterKeysTest, FlagsOfAFilterHideNoKeys) {
     Filter(RowOf("Crate"), [](CKeysFilterDlg& dialog) { Tick(dialog, KeyKind::Position, false); });
     EXPECT_TRUE(control->keyParams[KeyKind::Position].visible);
