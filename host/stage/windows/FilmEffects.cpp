@@ -90,6 +90,9 @@ void FilmEffects::OnKeyFired(IFilm& film, CFilmTrack& track, const IFilmKey& key
 
 void FilmEffects::OnFilmStopped(IFilm&) {
     player.StopAll();
+    if (onStopped) {
+        onStopped();
+    }
 }
 
 } // namespace stage

@@ -19,6 +19,7 @@ public:
     void OnFilmStopped(IFilm& film) override;
 
     SoundPlayer player;
+    std::function<void()> onStopped; ///< called when a film has ended
 
 private:
     void PlaySound(const CFilmTrack& track, const CFilmSoundKey& key, float late);

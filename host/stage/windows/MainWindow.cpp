@@ -5,6 +5,7 @@
 #include "framework/UserNote.h"
 #include "framework/Wnd.h"
 #include "host/stage/windows/browse/SoundPreview.h"
+#include "host/stage/windows/EffectWatch.h"
 #include "host/stage/windows/FilmEffects.h"
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/ObjectLook.h"
@@ -61,6 +62,7 @@ void SetExceptionReport(std::function<void(const std::string&)> report) {
 MainWindow::MainWindow(HostFolders folders)
     : host(*this, std::move(folders)), session(host), commands(host, session) {
     setObjectName("Stage");
+    effectWatch = std::make_unique<EffectWatch>(); // told by all that follows
     views = new ViewArea(host, commands, this);
     setCentralWidget(views);
     MakeDocks();
@@ -79,6 +81,7 @@ MainWindow::MainWindow(HostFolders folders)
     connect(views, &ViewArea::MenuRequested, this, &MainWindow::ShowMenu);
     resize(1360, 860);
     effects = std::make_unique<FilmEffects>(host.level, [this](const std::string& text) { Report(text); });
+    effects->onStopped = [this] { effectWatch->NoteFilmStopped(); };
     host.level.SetFilmSink(effects.get());
     SetFilePreview(SoundPreview::Maker([this] { return QString::fromStdString(host.level.Folder()); }));
     session.New();
@@ -165,6 +168,7 @@ int MainWindow::ActiveView() {
 }
 
 void MainWindow::RedrawView(int view) {
+    effectWatch->NoteRedraw();
     if (views != nullptr && !closing) {
         views->Redraw(view);
     }
@@ -178,6 +182,7 @@ void MainWindow::AttachmentChanged(int view) {
 }
 
 void MainWindow::SelectionChanged() {
+    effectWatch->Note();
     panelStale = true;
     refreshTimer.start();
     if (tree != nullptr && !closing) {
@@ -187,6 +192,7 @@ void MainWindow::SelectionChanged() {
 }
 
 void MainWindow::ObjectsChanged() {
+    effectWatch->Note();
     treeStale = panelStale = true;
     refreshTimer.start();
     quiet->Request();
@@ -194,6 +200,7 @@ void MainWindow::ObjectsChanged() {
 }
 
 void MainWindow::ObjectsMoved() {
+    effectWatch->Note();
     transformStale = true;
     if (!refreshTimer.isActive()) {
         refreshTimer.start();
@@ -250,6 +257,7 @@ void MainWindow::UpdateActions() {
 }
 
 void MainWindow::Report(const std::string& text) {
+    effectWatch->Note();
     statusBar()->showMessage(QString::fromStdString(text), kMessageMs);
 }
 

@@ -21,6 +21,7 @@ class QToolBar;
 
 namespace stage {
 
+class EffectWatch;
 class FilmEffects;
 class ObjectPanel;
 class ObjectTree;
@@ -120,6 +121,10 @@ private:
     void FillRecentMenu();
     void FillMeshMenu();
     void FillPluginMenu();
+    /// Runs a plug-in's command by the name that the user chose, and tells him if nothing came of it.
+    void RunChosen(const QString& name, const std::function<void()>& command);
+    void RunBarCommand(unsigned id);
+    void RunShortcut(const ShortcutRecord& shortcut);
     void NamePluginButtons();
     void NamePanel();
     void PlacePanel(int formHeight);
@@ -144,6 +149,7 @@ private:
     void AskAutosaveMinutes();
 
     void CreateObject(const char* className, const QString& name, const QString& meshName);
+    void DuplicateSelected();
     void RenameSelected();
     void SelectAll();
     void ShowMenu(int view, EditorObject* object, const QPoint& screen);
@@ -168,6 +174,7 @@ private:
     bool panelStale = false;
     bool transformStale = false;
     std::unique_ptr<FilmEffects> effects;
+    std::unique_ptr<EffectWatch> effectWatch;
     std::unique_ptr<PickModeSign> pickSign;
     bool closing = false;
     bool isPanelUnplaced = true; ///< until it was shown once, or the user's places were restored

@@ -23,7 +23,7 @@ void MainWindow::MakeEditMenu() {
         return action;
     };
     add(
-        tr("&Duplicate"), QKeySequence(Qt::CTRL | Qt::Key_D), [this] { commands.Duplicate(); },
+        tr("&Duplicate"), QKeySequence(Qt::CTRL | Qt::Key_D), [this] { DuplicateSelected(); },
         "EditDuplicate")
         ->setIcon(MakeIcon(IconId::Duplicate));
     add(
@@ -43,7 +43,10 @@ void MainWindow::MakeEditMenu() {
         ->setIcon(MakeIcon(IconId::Group));
     add(
         tr("&Ungroup"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_G),
-        [this] { commands.UngroupSelected(); }, "EditUngroup");
+        [this] {
+            Report(commands.UngroupSelected() ? "Ungrouped" : "None of the selected objects is in a group");
+        },
+        "EditUngroup");
     menu->addSeparator();
     AddAction(
         *menu, tr("Select &all"), QKeySequence::SelectAll, [this] { SelectAll(); }, "EditSelectAll");
@@ -107,6 +110,17 @@ void MainWindow::CreateObject(const char* className, const QString& name, const 
     }
 }
 
+void MainWindow::DuplicateSelected() {
+    const std::size_t selected = host.level.selection.size();
+    const auto copied = static_cast<std::size_t>(commands.Duplicate());
+    if (copied < selected) {
+        Report(tr("%1 of %2 selected objects duplicated; what is kept with the films isn't")
+                   .arg(copied)
+                   .arg(selected)
+                   .toStdString());
+    }
+}
+
 void MainWindow::RenameSelected() {
     const std::vector<engine::SceneObject*> selected = commands.Selected();
     if (selected.empty()) {
@@ -129,6 +143,8 @@ void MainWindow::SelectAll() {
     host.level.CollectObjects(all);
     all.remove_if([](EditorObject* object) { return !IsListed(static_cast<engine::SceneObject&>(*object)); });
     host.Select(all);
+    Report(all.empty() ? "The level has no objects to select"
+                       : tr("All objects are selected: %1").arg(all.size()).toStdString());
 }
 
 } // namespace stage

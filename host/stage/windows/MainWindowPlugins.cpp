@@ -1,6 +1,7 @@
 #include "framework/Menu.h"
 #include "framework/QtBridge.h"
 #include "framework/ToolBar.h"
+#include "host/stage/windows/EffectWatch.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/PluginPanel.h"
@@ -52,7 +53,7 @@ void MainWindow::FillPluginMenu() {
             action->setEnabled(toolbar->IsButtonEnabled(button.id));
             action->setCheckable(toolbar->IsButtonChecked(button.id));
             action->setChecked(toolbar->IsButtonChecked(button.id));
-            connect(action, &QAction::triggered, this, [this, command] { host.RunCommand(command); });
+            connect(action, &QAction::triggered, this, [this, command] { RunBarCommand(command.word); });
         }
         pluginMenu->addSeparator();
     }
@@ -61,11 +62,44 @@ void MainWindow::FillPluginMenu() {
         const QString text = QString::fromStdString(shortcut.description) + '\t' +
                              KeysOf(shortcut).toString(QKeySequence::NativeText);
         connect(pluginMenu->addAction(text), &QAction::triggered, this,
-                [this, shortcut] { host.RunShortcut(shortcut); });
+                [this, shortcut] { RunShortcut(shortcut); });
     }
     if (host.plugins.Entries().empty()) {
         pluginMenu->addAction(tr("No plug-ins are loaded"))->setEnabled(false);
     }
+}
+
+void MainWindow::RunChosen(const QString& name, const std::function<void()>& command) {
+    const QPointer<MainWindow> self(this); // a film that plays in the command may see the end of the window
+    if (!effectWatch->HasEffect(command) && self != nullptr && !closing) {
+        Report(tr("\"%1\" finds nothing to do").arg(name).toStdString());
+    }
+}
+
+void MainWindow::RunBarCommand(unsigned id) {
+    const PluginCommandId command{id};
+    // The plug-in tells the state of what it switches by its buttons alone.
+    const auto states = [this] {
+        std::vector<unsigned> all;
+        for (const auto& [toolbar, native] : pluginToolbars) {
+            for (const ToolBarButton& button : toolbar->Buttons()) {
+                all.push_back(button.state);
+            }
+        }
+        return all;
+    };
+    RunChosen(QString::fromStdString(host.CommandText(command)), [&] {
+        const std::vector<unsigned> before = states();
+        host.RunCommand(command);
+        if (states() != before) {
+            effectWatch->Note();
+        }
+    });
+}
+
+void MainWindow::RunShortcut(const ShortcutRecord& shortcut) {
+    const ShortcutRecord present = shortcut; // the call may end in unloading the table
+    RunChosen(QString::fromStdString(present.description), [&] { host.RunShortcut(present); });
 }
 
 void MainWindow::ShortcutsChanged() {
@@ -75,7 +109,7 @@ void MainWindow::ShortcutsChanged() {
         auto* key = new QShortcut(KeysOf(shortcut), this);
         key->setContext(Qt::ApplicationShortcut);
         key->setAutoRepeat(false);
-        connect(key, &QShortcut::activated, this, [this, shortcut] { host.RunShortcut(shortcut); });
+        connect(key, &QShortcut::activated, this, [this, shortcut] { RunShortcut(shortcut); });
         pluginShortcuts.append(key);
     }
 }
@@ -85,8 +119,7 @@ bool MainWindow::AddToolbar(CToolBar* toolbar, unsigned resourceId) {
         ReportError("A plug-in's toolbar is missing in its resources.");
         return false;
     }
-    QToolBar* native =
-        CreateNativeToolBar(*toolbar, this, [this](UINT id) { host.RunCommand(PluginCommandId{id}); });
+    QToolBar* native = CreateNativeToolBar(*toolbar, this, [this](UINT id) { RunBarCommand(id); });
     native->setObjectName(QString("PluginBar%1").arg(resourceId));
     native->setIconSize(QSize(20, 20));
     addToolBar(native);
@@ -136,6 +169,7 @@ void MainWindow::ShowPanel(const CRuntimeClass* formClass) {
     QWidget* native = NativeWidget(*form);
     holder->setMinimumSize(native->size());
     pluginPanel->setWidget(holder);
+    effectWatch->Note();
     NamePanel();
     PlacePanel(native->height());
     pluginPanel->show();
@@ -180,6 +214,7 @@ void MainWindow::OpenPanel() {
     }
     if (panelForm == nullptr) {
         pluginPanel->hide();
+        Report("No plug-in has a panel to show");
     }
 }
 
