@@ -8,6 +8,7 @@
 #include "plugin/PluginImpl.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
+#include "timeline/CommandNotes.h"
 #include "timeline/TrackOrder.h"
 
 #include <algorithm>
@@ -59,6 +60,7 @@ void CFilmsMainCtrl::RunCommand(UINT id) {
             return;
         }
     }
+    NoteIfIdle(id, *this);
     if (entry != std::end(kCommands)) {
         (this->*entry->run)();
     } else {

@@ -4,6 +4,7 @@
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -58,7 +59,9 @@ void CFilmsMainCtrl::OnMenuAddLight(bool gl) {
         return;
     }
     if (plugin.AddLightTrack(object)) {
-        if (plugin.lightHelpers.FindByObject(object) != nullptr) { // nothing took it away meanwhile
+        // Compared only: rows that were shown may have asked, and the level may be another one now.
+        const auto isOfIt = [object](const CFilmsLightHelper* helper) { return helper->object == object; };
+        if (std::ranges::any_of(plugin.lightHelpers.helpers, isOfIt)) {
             NoteForUser("\"" + object->name +
                         "\" stands 1 m before the view. A click on its name selects it.");
         }

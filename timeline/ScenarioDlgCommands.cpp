@@ -2,6 +2,7 @@
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "resources/resource.h"
+#include "timeline/CommandNotes.h"
 #include "timeline/FrameSteps.h"
 #include "timeline/ScenarioDlg.h"
 
@@ -60,6 +61,9 @@ BOOL CScenarioDlg::OnCommand(WPARAM wParam, LPARAM lParam) {
     GetPlugin().ApplyPendingEdits();
     if (!IsWindow(self)) {
         return TRUE;
+    }
+    if (mainCtrl != nullptr) {
+        NoteIfIdle(command->id, *mainCtrl);
     }
     (this->*command->run)();
     return !command->baseToo || !IsWindow(self) || CDialog::OnCommand(wParam, lParam);

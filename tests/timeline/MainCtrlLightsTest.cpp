@@ -136,6 +136,26 @@ TEST_F(AddLightTest, TheUserIsToldTheNameOfANewLight) {
                                    "\" stands 1 m before the view. A click on its name selects it."));
 }
 
+TEST_F(AddLightTest, ALightThatGoesWhileItsRowsAskIsNotTold) {
+    const std::string element = "tail";
+    AddKey(track, KeyKind::Animation, 1.0f)->SetValue(&element); // which the actor's mesh doesn't have
+    int notes = 0;
+    SetUserNoteSink([&](const std::string&) { ++notes; });
+    Hooks().messageBox = [this](const std::string& text, UINT) {
+        boxes.push_back(text);
+        const std::vector<CFilmTrack*> made = Lights();
+        Hooks().messageBox = [](const std::string&, UINT) { return IDOK; };
+        editor.DeleteObjects({plugin.FindObjectByTrack(made.front())});
+        return IDOK;
+    };
+    boxes.clear();
+    Run(IDC_ADD_GL_LIGHT);
+    SetUserNoteSink(nullptr);
+    EXPECT_FALSE(boxes.empty());
+    EXPECT_THAT(Lights(), IsEmpty());
+    EXPECT_EQ(notes, 0);
+}
+
 TEST_F(AddLightTest, AHostThatMakesNoObjectMakesNoTrack) {
     editor.refusedHelpers = {"GLLightEditorObject"};
     Run(IDC_ADD_GL_LIGHT);
