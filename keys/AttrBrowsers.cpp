@@ -9,8 +9,6 @@
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 
-#include <algorithm>
-
 namespace {
 
 constexpr const char* kSoundExtension = ".wav";
@@ -28,14 +26,9 @@ std::string Shortened(const std::string& element) {
     return isBone ? element.substr(kBonePrefixLength + 1) : element;
 }
 
-/// The object if the level has it, else null. For pointers that were kept while anything could be deleted:
-/// they are compared, not followed.
+/// The object if the level has it, else null: anything may have been deleted since it was noted.
 EditorObject* IfInLevel(EditorObject* object) {
-    ObjectList objects;
-    if (IEditorView* view = GetPlugin().view; view != nullptr && object != nullptr) {
-        view->GetAllObjects(objects, 1);
-    }
-    return std::ranges::find(objects, object) != objects.end() ? object : nullptr;
+    return GetPlugin().IsInLevel(object) ? object : nullptr;
 }
 
 /// From 0 to 1 to eight bits.

@@ -194,6 +194,18 @@ bool IPluginImpl::FilmExists(const IFilm* film) const {
            std::ranges::find(manager->films, film) != std::end(manager->films);
 }
 
+bool IPluginImpl::FilmHas(const IFilm* film, const CFilmTrack* track) const {
+    return FilmExists(film) && std::ranges::find(film->tracks, track) != film->tracks.end();
+}
+
+bool IPluginImpl::IsInLevel(const EditorObject* object) const {
+    ObjectList objects;
+    if (view != nullptr && object != nullptr) {
+        view->GetAllObjects(objects, 1);
+    }
+    return std::ranges::find(objects, object) != objects.end();
+}
+
 bool IPluginImpl::ObjectDerivesFrom(EditorObject* object, const char* className) const {
     if (object == nullptr || editor == nullptr || object->GetInfo() == nullptr) {
         return false;

@@ -96,6 +96,10 @@ public:
     IFilm* GetFilmByIndex(int index) const;
     /// Whether one of the slots still holds this film.
     bool FilmExists(const IFilm* film) const;
+    /// Whether one of the slots still holds the film, and the film the track. The pointers are only compared.
+    bool FilmHas(const IFilm* film, const CFilmTrack* track) const;
+    /// Whether the level has the object; the pointer is only compared.
+    bool IsInLevel(const EditorObject* object) const;
     /// Whether the object's class derives from a class name, by the host's class database.
     bool ObjectDerivesFrom(EditorObject* object, const char* className) const;
 
@@ -252,7 +256,7 @@ private:
     void ConvertToVirtual(EditorObject* object, const ObjectList& others);
     void TellClassesChanged();
     void UpdateAttachButton();
-    void AddLightKeys(CFilmTrack* track, EditorObject* object, bool positionOnly);
+    bool AddLightKeys(const IFilm& film, CFilmTrack* track, EditorObject* object, bool positionOnly);
     IFilmKey* AddKey(CFilmTrack* track, int kind, float time, const void* value);
     void SaveRootChunks(fs::file& file, EditorObject* root);
     void SaveVirtualActors(fs::file& file, IFilmManager* manager);

@@ -13,6 +13,11 @@ bool Contains(const ObjectList& objects, const EditorObject* object) {
     return object != nullptr && std::ranges::find(objects, object) != objects.end();
 }
 
+ObjectList SelectedObjects(IEditorView* view) {
+    const ObjectList* selected = view != nullptr ? view->GetSelectedObjects() : nullptr;
+    return selected != nullptr ? *selected : ObjectList();
+}
+
 std::string NameAndId(const EditorObject& object) {
     return object.name + "(" + std::to_string(object.id) + ")";
 }
@@ -94,19 +99,16 @@ CFilmTrack* IPluginImpl::FindTrackOfObject(IFilm* film, EditorObject* object) co
     return FindSunTrack(*film);
 }
 
+/// Behind the box the user may select other objects, or delete those that were selected.
 void IPluginImpl::AddSelectedActors() {
-    const ObjectList* selected = view != nullptr ? view->GetSelectedObjects() : nullptr;
-    if (selected == nullptr) {
-        return;
-    }
-    const ObjectList objects = *selected;
-    const bool grouped = std::ranges::any_of(objects, [this](EditorObject* object) {
+    const ObjectList asked = SelectedObjects(view);
+    const bool grouped = std::ranges::any_of(asked, [this](EditorObject* object) {
         return object != nullptr && object->IsA(ClassId::LevelObject) && view->GetGroupOf(object) != nullptr;
     });
     if (grouped) {
         AfxMessageBox("Some objects are in groups and they cannot be used in movies");
     }
-    AddActors(objects);
+    AddActors(SelectedObjects(view));
 }
 
 void IPluginImpl::AddActors(const ObjectList& objects) {
@@ -114,12 +116,18 @@ void IPluginImpl::AddActors(const ObjectList& objects) {
         return;
     }
     const ObjectList candidates = objects; // the host's list may change while tracks are made
+    const IFilm* film = currentFilm;
     bool added = false;
+    bool told = false; // behind a box anything may have gone
     for (EditorObject* object : candidates) {
+        if (told && (film != currentFilm || !IsInLevel(object))) {
+            continue;
+        }
         if (object == nullptr || !object->IsA(ClassId::EditorObject) || view->GetGroupOf(object) != nullptr) {
             continue;
         }
         if (CanBecomeActor(object, ObjectDerivesFrom(object, ClassName::VirtualObject))) {
+            told = told || objectMatrices.Find(object) == nullptr;
             AddActor(object);
             added = true;
         }
@@ -143,14 +151,19 @@ void IPluginImpl::AddActor(EditorObject* object) {
     if (params->Find(currentFilm->name, object->name, nullptr) == nullptr) {
         params->Set(currentFilm->name, nullptr, 0, CPluginFilmsParams::kFilter, object->name);
     }
-    CFilmTrack* track = currentFilm->CreateObjectTrack();
-    currentFilm->AddTrack(track);
+    IFilm* film = currentFilm;
+    CFilmTrack* track = film->CreateObjectTrack();
+    film->AddTrack(track);
     AsObjectTrack(track)->SetActor(object, ObjectDerivesFrom(object, ClassName::VirtualObject));
     track->RefreshTrack();
+    const float* matrix = GetStoredMatrix(object); // may tell the user
+    if (!FilmHas(film, track)) {
+        return;
+    }
     Vector3 position;
     Vector3 rotation;
     Vector3 scale;
-    DecomposeMatrix(GetStoredMatrix(object), position.Data(), rotation.Data(), scale.Data());
+    DecomposeMatrix(matrix, position.Data(), rotation.Data(), scale.Data());
     AddKey(track, KeyKind::Position, 0.0f, position.Data());
     AddKey(track, KeyKind::Rotation, 0.0f, rotation.Data());
     AddKey(track, KeyKind::Scale, 0.0f, scale.Data());

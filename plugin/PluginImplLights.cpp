@@ -35,11 +35,19 @@ bool IPluginImpl::AddLightTrack(EditorObject* object) {
     auto helper = std::make_unique<CFilmsLightHelper>();
     helper->object = object;
     helper->lightKind = dynamic ? CFilmsLightHelper::kDynLight : CFilmsLightHelper::kGLLight;
-    CFilmTrack* track = dynamic ? currentFilm->CreateDynLightTrack() : currentFilm->CreateGLLightTrack();
-    currentFilm->AddTrack(track);
+    IFilm* film = currentFilm;
+    CFilmTrack* track = dynamic ? film->CreateDynLightTrack() : film->CreateGLLightTrack();
+    film->AddTrack(track);
     helper->track = track;
     SetLightObject(track, object);
-    AddLightKeys(track, object, /*positionOnly*/ !dynamic);
+    const bool told = objectMatrices.Find(object) == nullptr; // behind a box anything may have gone
+    if (!AddLightKeys(*film, track, object, /*positionOnly*/ !dynamic)) {
+        return false;
+    }
+    if (told && !IsInLevel(object)) {
+        film->RemoveTrack(track, 1);
+        return false;
+    }
     track->RefreshTrack();
     if (level != nullptr) {
         level->MakeUniqueName(dynamic ? "MovieDynLight" : "MovieGLLight", object, 0);
@@ -62,23 +70,30 @@ void IPluginImpl::MakeLightParams(EditorObject* object) {
     params->Set(currentFilm->name, nullptr, 0, CPluginFilmsParams::kFilter, "");
 }
 
-/// The first keys of a light: lit, and where its object stands outside of films.
-void IPluginImpl::AddLightKeys(CFilmTrack* track, EditorObject* object, bool positionOnly) {
+/// The first keys of a light: lit, and where its object stands outside of films. False if the track went
+/// meanwhile: the user may be told that the object's place is not known.
+bool IPluginImpl::AddLightKeys(const IFilm& film, CFilmTrack* track, EditorObject* object,
+                               bool positionOnly) {
     if (auto* flags = static_cast<CFilmFlagsKey*>(AddKey(track, KeyKind::Flags, 0.0f, nullptr))) {
         flags->keyFlags |= kLightOn;
     }
     if (object == nullptr) {
-        return;
+        return true;
+    }
+    const float* matrix = GetStoredMatrix(object);
+    if (!FilmHas(&film, track)) {
+        return false;
     }
     Vector3 position;
     Vector3 rotation;
     Vector3 scale;
-    DecomposeMatrix(GetStoredMatrix(object), position.Data(), rotation.Data(), scale.Data());
+    DecomposeMatrix(matrix, position.Data(), rotation.Data(), scale.Data());
     AddKey(track, KeyKind::Position, 0.0f, position.Data());
     if (!positionOnly) {
         AddKey(track, KeyKind::Rotation, 0.0f, rotation.Data());
         AddKey(track, KeyKind::Scale, 0.0f, scale.Data());
     }
+    return true;
 }
 
 bool IPluginImpl::AddSunTrack(IFilm* film) {
@@ -94,8 +109,11 @@ bool IPluginImpl::AddSunTrack(IFilm* film) {
     track->isSun = 1;
     track->isFixedLight = 1;
     film->AddTrack(track);
-    AddLightKeys(track, helper->object, /*positionOnly*/ true);
-    track->lightObject = helper->object;
+    EditorObject* sun = helper->object;
+    if (!AddLightKeys(*film, track, sun, /*positionOnly*/ true)) {
+        return false;
+    }
+    track->lightObject = sun;
     return true;
 }
 

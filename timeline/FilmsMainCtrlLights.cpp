@@ -65,7 +65,7 @@ void CFilmsMainCtrl::OnMenuAddLight(bool gl) {
             NoteForUser("\"" + object->name +
                         "\" stands 1 m before the view. A click on its name selects it.");
         }
-    } else if (plugin.editor != nullptr) {
+    } else if (plugin.editor != nullptr && plugin.IsInLevel(object)) {
         plugin.editor->DeleteObjects({object}); // the film was closed in the host's call
     }
 }

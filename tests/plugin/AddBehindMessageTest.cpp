@@ -1,0 +1,86 @@
+// Objects that become actors or lights while the user reads a message, behind which anything may go.
+#include "tests/plugin/PluginFixture.h"
+
+#include <functional>
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+namespace {
+
+class AddBehindMessageTest : public PluginTest {
+protected:
+    AddBehindMessageTest() {
+        Hooks().messageBox = [this](const std::string& text, UINT) {
+            boxes.push_back(text);
+            if (meanwhile) {
+                meanwhile();
+            }
+            return boxAnswer;
+        };
+    }
+
+    std::function<void()> meanwhile;
+};
+
+} // namespace
+
+TEST_F(AddBehindMessageTest, ObjectDeletedBehindTheWordOfGroupsBecomesNoActor) {
+    engine::SceneObject* crate = editor.Create("Crate");
+    engine::SceneObject* barrel = editor.Create("Barrel");
+    engine::SceneObject* loose = editor.Create("Loose");
+    Data().MakeGroup("Both", {crate, barrel});
+    const IFilm* film = OpenNewFilm();
+    editor.Select({crate, barrel, loose});
+    meanwhile = [&] {
+        editor.DeleteObjects({loose});
+        editor.Select({editor.Create("Chosen")});
+    };
+    plugin.AddSelectedActors();
+    EXPECT_THAT(boxes, ElementsAre("Some objects are in groups and they cannot be used in movies"));
+    ASSERT_EQ(film->tracks.size(), 2U); // beside the level's, of what is selected now
+    EXPECT_EQ(AsObjectTrack(film->tracks.back())->actor->name, "Chosen");
+}
+
+TEST_F(AddBehindMessageTest, ActorWithoutItsPlaceGetsNoKeysInAFilmThatWent) {
+    engine::SceneObject* crate = editor.Create("Crate");
+    IFilm* film = OpenNewFilm();
+    plugin.objectMatrices.clear();
+    meanwhile = [&] { plugin.DeleteFilm(film); };
+    plugin.AddActors({crate});
+    EXPECT_THAT(boxes, ElementsAre(StartsWith("Plugin Films critical internal error")));
+    EXPECT_EQ(plugin.GetCurrentFilm(), nullptr);
+}
+
+TEST_F(AddBehindMessageTest, FurtherObjectsThatWentBecomeNoActors) {
+    engine::SceneObject* crate = editor.Create("Crate");
+    engine::SceneObject* barrel = editor.Create("Barrel");
+    const IFilm* film = OpenNewFilm();
+    plugin.objectMatrices.clear();
+    meanwhile = [&] {
+        meanwhile = nullptr;
+        editor.DeleteObjects({barrel});
+    };
+    plugin.AddActors({crate, barrel});
+    ASSERT_EQ(film->tracks.size(), 2U);
+    EXPECT_EQ(AsObjectTrack(film->tracks.back())->actor, crate);
+}
+
+TEST_F(AddBehindMessageTest, LightWithoutItsPlaceGetsNoKeysInAFilmThatWent) {
+    engine::SceneObject* lamp = editor.CreateOfClass("GLLightEditorObject", "Lamp");
+    IFilm* film = OpenNewFilm();
+    plugin.objectMatrices.clear();
+    meanwhile = [&] { plugin.DeleteFilm(film); };
+    EXPECT_FALSE(plugin.AddLightTrack(lamp));
+    EXPECT_THAT(plugin.lightHelpers.helpers, IsEmpty());
+}
+
+TEST_F(AddBehindMessageTest, LightDeletedBehindTheMessageLeavesNoTrack) {
+    engine::SceneObject* lamp = editor.CreateOfClass("GLLightEditorObject", "Lamp");
+    const IFilm* film = OpenNewFilm();
+    plugin.objectMatrices.clear();
+    meanwhile = [&] { editor.DeleteObjects({lamp}); };
+    EXPECT_FALSE(plugin.AddLightTrack(lamp));
+    EXPECT_EQ(film->tracks.size(), 1U); // the level's
+}
