@@ -4,11 +4,14 @@
 #include "framework/Dialog.h"
 #include "framework/QtBridge.h"
 
+#include <algorithm>
 #include <QCoreApplication>
+#include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QTest>
 #include <QWheelEvent>
 #include <QWindow>
@@ -45,9 +48,16 @@ void Collect(const CWnd& parent, std::vector<CWnd*>& found) {
 DialogHand::DialogHand(const CWnd& dialog) : handle(dialog.GetSafeHwnd()), widget(NativeWidget(dialog)) {
 }
 
+DialogHand::DialogHand(QWidget& dialog) : widget(&dialog) {
+    // A dialog of the toolkit has no window of the framework around its buttons, and must get none.
+    if (qobject_cast<const QDialog*>(&dialog) == nullptr) {
+        handle = WrapWidget(&dialog)->GetSafeHwnd();
+    }
+}
+
 /// While the widget lives, so does the handle, which is a part of it.
 CWnd* DialogHand::Window() const {
-    CWnd* window = widget != nullptr && widget->isVisible() ? CWnd::FromHandle(handle) : nullptr;
+    CWnd* window = handle != nullptr && IsShown() ? CWnd::FromHandle(handle) : nullptr;
     return window != nullptr && window->GetSafeHwnd() != nullptr ? window : nullptr;
 }
 
@@ -144,14 +154,54 @@ void DialogHand::Press(UINT button) {
     }
 }
 
+void DialogHand::Click(const QWidget& button) {
+    const Aim aim{button.window(), button.mapTo(button.window(), button.rect().center())};
+    Mouse(aim, QEvent::MouseButtonPress, true, Qt::NoModifier);
+    Mouse(aim, QEvent::MouseButtonRelease, false, Qt::NoModifier);
+}
+
+void DialogHand::PressDefault() {
+    if (handle != nullptr) {
+        const auto* dialog = dynamic_cast<const CDialog*>(Window());
+        Press(dialog != nullptr ? dialog->GetDefID() : static_cast<UINT>(IDOK));
+        return;
+    }
+    const QList<QPushButton*> buttons = widget->findChildren<QPushButton*>();
+    const auto found = std::ranges::find_if(buttons, &QPushButton::isDefault);
+    if (found != buttons.end()) {
+        Click(**found);
+    }
+}
+
+void DialogHand::PressCancel() {
+    if (handle != nullptr) {
+        Press(IDCANCEL);
+        return;
+    }
+    const auto* box = widget->findChild<QDialogButtonBox*>();
+    const QList<QAbstractButton*> buttons = box != nullptr ? box->buttons() : QList<QAbstractButton*>();
+    const auto refuses = [box](QAbstractButton* button) {
+        const QDialogButtonBox::ButtonRole role = box->buttonRole(button);
+        return role == QDialogButtonBox::RejectRole || role == QDialogButtonBox::NoRole;
+    };
+    const auto found = std::ranges::find_if(buttons, refuses);
+    if (found != buttons.end()) {
+        Click(**found);
+    } else if (buttons.size() == 1) {
+        Click(*buttons.front());
+    }
+}
+
 void DialogHand::End(Ending ending) {
-    const auto* dialog = dynamic_cast<const CDialog*>(Window());
+    if (!IsOpen()) {
+        return;
+    }
     switch (ending) {
     case Ending::Default:
-        Press(dialog != nullptr ? dialog->GetDefID() : static_cast<UINT>(IDOK));
+        PressDefault();
         break;
     case Ending::Cancel:
-        Press(IDCANCEL);
+        PressCancel();
         break;
     case Ending::Enter:
         Key(Qt::Key_Return);
@@ -160,9 +210,7 @@ void DialogHand::End(Ending ending) {
         Key(Qt::Key_Escape);
         break;
     default:
-        if (IsOpen()) {
-            widget->close();
-        }
+        widget->close();
         break;
     }
 }

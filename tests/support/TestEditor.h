@@ -44,12 +44,18 @@ public:
     void SetSelection(const ObjectList& objects, int, int, int) override;
     void CollectObjects(ObjectList& objects, int) override;
     void DeleteObjects(const ObjectList& objects) override;
-    std::string BrowseMeshElement(EditorObject*, const std::string& present) override { return present; }
-    std::string BrowseMeshAnimation(EditorObject*, const std::string& present) override { return present; }
+    std::string BrowseMeshElement(EditorObject*, const std::string& present) override {
+        return Browse(present).value_or(present);
+    }
+    std::string BrowseMeshAnimation(EditorObject*, const std::string& present) override {
+        return Browse(present).value_or(present);
+    }
     bool InputNumber(float* value, const char* title, const char* prompt) override {
         return onInputNumber && onInputNumber(*value, title, prompt);
     }
-    std::optional<std::string> BrowseObjectName(int, const std::string&) override { return std::nullopt; }
+    std::optional<std::string> BrowseObjectName(int, const std::string& present) override {
+        return Browse(present);
+    }
     void RedrawViews() override { Log("RedrawViews"); }
     void RedrawView(int number) override { Log("RedrawView " + std::to_string(number)); }
     int GetActiveView() override { return activeView; }
@@ -112,6 +118,8 @@ public:
     std::function<void(int code, void* data)> onBroadcast; ///< code that runs inside an event of the plug-in
     /// What the user does when asked for a number; cancels while it is empty.
     std::function<bool(float& value, const std::string& title, const std::string& prompt)> onInputNumber;
+    /// What the user chooses in the browsers of elements, animations and effects; cancels while it is empty.
+    std::function<std::optional<std::string>(const std::string& present)> onBrowse;
     std::vector<int> broadcasts;
     std::vector<DrawnLine> lines;
     std::vector<HideCall> hideCalls;
@@ -126,4 +134,9 @@ public:
     bool refuseAttach = false;
     bool quiet = false; ///< writes nothing down, so that a frame allocates only what the plug-in does
     int activeView = 0;
+
+private:
+    std::optional<std::string> Browse(const std::string& present) const {
+        return onBrowse ? onBrowse(present) : std::nullopt;
+    }
 };
