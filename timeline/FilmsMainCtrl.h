@@ -269,7 +269,6 @@ private:
     FilmViewSettings shownSettings;                       ///< the stored ones when it was shown
     bool rebuilding = false;
     bool forgettingAll = false; ///< every holder has let go already
-    bool newAltPress = false;   ///< the last press of Alt was not a repeat
 };
 
 /// The main control of the plug-in's scenario window, or null while there is none.

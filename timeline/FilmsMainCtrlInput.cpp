@@ -17,7 +17,6 @@ constexpr UINT_PTR kHideTimer = 1;
 constexpr UINT kShowDelayMs = 500;
 constexpr UINT kHideDelayMs = 3000;
 constexpr int kPopupOffset = 20; // pixels right of and below the cursor
-constexpr UINT kRepeatFlag = 1U << 14;
 /// Room for a record's own text and what is added to it.
 constexpr std::size_t kDescriptionBytes = 2048;
 
@@ -49,8 +48,7 @@ void CFilmsMainCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
         break;
     case VK_LMENU:
     case VK_RMENU:
-        newAltPress = (flags & kRepeatFlag) == 0;
-        break;
+        break; // Required: the keys go no further here.
     case VK_END:
     case VK_HOME:
         JumpToKeyUnderMouse(key == VK_END);

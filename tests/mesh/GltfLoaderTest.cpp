@@ -92,8 +92,6 @@ TEST(GltfLoaderTest, NodesKeepNamesAndStandBehindTheirParents) {
     EXPECT_EQ(mesh->nodes[1].name, "leaf");
     EXPECT_EQ(mesh->nodes[1].parent, 0);
     EXPECT_EQ(mesh->nodes[2].name, "node 2");
-    EXPECT_EQ(mesh->FindNode("leaf"), 1);
-    EXPECT_EQ(mesh->FindNode("twig"), -1);
 }
 
 TEST(GltfLoaderTest, MovedPartsStayOnTheirNode) {

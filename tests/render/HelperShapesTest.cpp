@@ -69,19 +69,6 @@ TEST(HelperShapesTest, ABoxHasTwelveEdges) {
     EXPECT_FLOAT_EQ(length, 4.0f * (1 + 2 + 3));
 }
 
-TEST(HelperShapesTest, TheSunsArrowPointsAwayFromIt) {
-    std::vector<RenderLine> lines;
-    HelperShapes::AddSun(lines, {0, 1000, 0}, {0, 3, 0}, glm::vec4(1));
-    float lowest = 1000.0f;
-    float widest = 0.0f;
-    for (const RenderLine& line : lines) {
-        lowest = std::min(lowest, std::min(line.from.y, line.to.y));
-        widest = std::max(widest, std::abs(line.to.x));
-    }
-    EXPECT_FLOAT_EQ(lowest, 800.0f) << "two metres long";
-    EXPECT_FLOAT_EQ(widest, 75.0f) << "its rays";
-}
-
 TEST(GroundGridTest, LinesStandAMetreApartACentimetreUp) {
     const std::vector<RenderLine> lines = GroundGrid({0, 200, 0}); // along x and along z in turn
     EXPECT_FLOAT_EQ(lines[2].from.z - lines[0].from.z, 100.0f);

@@ -105,22 +105,3 @@ TEST(ViewNavigationTest, AFreshViewStandsEighteenMetresFromAPointAMetreUp) {
     ExpectNear(navigation.pivot, {0.0f, 100.0f, 0.0f});
     EXPECT_NEAR(glm::distance(navigation.Eye(), navigation.pivot), 1800.0f, 1e-2f);
 }
-
-TEST(ViewNavigationTest, TakingOverAMatrixGivesTheSameCamera) {
-    ViewNavigation source = Level();
-    source.LookAt({3.0f, 4.0f, 5.0f}, {0.0f, 1.0f, -2.0f});
-    const glm::mat4 matrix = source.CameraMatrix();
-    ViewNavigation target;
-    target.SetFromMatrix(glm::value_ptr(matrix));
-    ExpectNear(target.Eye(), {3.0f, 4.0f, 5.0f}, 1e-3f);
-    ExpectNear(target.Forward(), source.Forward());
-}
-
-TEST(ViewNavigationTest, AMatrixWithoutADirectionChangesNothing) {
-    ViewNavigation navigation = Level();
-    float matrix[16] = {};
-    navigation.SetFromMatrix(matrix);
-    matrix[8] = NAN;
-    navigation.SetFromMatrix(matrix);
-    ExpectNear(navigation.Eye(), {0.0f, 0.0f, 10.0f});
-}

@@ -14,10 +14,6 @@ template <class List> int FindByName(const List& list, const std::string& name) 
 
 } // namespace
 
-int Mesh::FindNode(const std::string& name) const {
-    return FindByName(nodes, name);
-}
-
 int Mesh::FindClip(const std::string& name) const {
     return FindByName(clips, name);
 }

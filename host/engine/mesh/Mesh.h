@@ -14,9 +14,7 @@ public:
 /// A loaded mesh file: never changed after loading and shared by all objects that show it.
 class Mesh {
 public:
-    /// Index in `nodes`, -1 for an unknown name. Of several nodes of one name the first counts.
-    int FindNode(const std::string& name) const;
-    /// Index in `clips`, -1 for an unknown name.
+    /// Index in `clips`, -1 for an unknown name. Of several clips of one name the first counts.
     int FindClip(const std::string& name) const;
     /// True when a pose can change the picture: some part hangs on a node or a skin.
     bool IsPosable() const;

@@ -88,13 +88,4 @@ void ViewNavigation::LookAt(const glm::vec3& eye, const glm::vec3& target) {
     pivot = eye + Forward() * distance;
 }
 
-void ViewNavigation::SetFromMatrix(const float* matrix) {
-    const glm::vec3 eye(matrix[12], matrix[13], matrix[14]);
-    const glm::vec3 forward(-matrix[8], -matrix[9], -matrix[10]);
-    const float length = glm::length(forward);
-    if (std::isfinite(length) && length > 0.0f && std::isfinite(eye.x + eye.y + eye.z)) {
-        LookAt(eye, eye + forward * (distance / length));
-    }
-}
-
 } // namespace stage

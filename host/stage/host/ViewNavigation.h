@@ -24,8 +24,6 @@ public:
     void Fly(const glm::vec3& move);
     /// Shows a sphere whole.
     void Focus(const glm::vec3& center, float radius);
-    /// Takes over a camera matrix (row 2 backwards), keeping the distance to the pivot.
-    void SetFromMatrix(const float* matrix);
     void LookAt(const glm::vec3& eye, const glm::vec3& target);
 
     glm::vec3 Eye() const;

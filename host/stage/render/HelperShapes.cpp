@@ -63,24 +63,6 @@ void AddPointLight(std::vector<RenderLine>& lines, const RenderLight& light, boo
     }
 }
 
-void AddSun(std::vector<RenderLine>& lines, const glm::vec3& position, const glm::vec3& towardsSun,
-            const glm::vec4& color) {
-    const glm::vec3 axis = glm::normalize(towardsSun);
-    const glm::vec3 u = Across(axis);
-    const glm::vec3 v = glm::cross(axis, u);
-    AddCircle(lines, position, axis, Metres(0.4f), color, 2.0f);
-    for (int i = 0; i < 8; ++i) {
-        const float angle = glm::two_pi<float>() * static_cast<float>(i) / 8.0f;
-        const glm::vec3 way = u * std::cos(angle) + v * std::sin(angle);
-        lines.push_back({position + way * Metres(0.5f), position + way * Metres(0.75f), color, 2.0f});
-    }
-    const glm::vec3 tip = position - axis * Metres(2.0f);
-    lines.push_back({position - axis * Metres(0.4f), tip, color, 2.0f});
-    for (const glm::vec3& side : {u, -u, v, -v}) {
-        lines.push_back({tip, tip + axis * Metres(0.35f) + side * Metres(0.15f), color, 2.0f});
-    }
-}
-
 void AddCamera(std::vector<RenderLine>& lines, const glm::mat4& world, float fieldOfView, float aspect,
                float depth, const glm::vec4& color) {
     const float half = std::tan(fieldOfView * 0.5f) * depth;

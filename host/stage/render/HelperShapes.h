@@ -10,9 +10,6 @@ void AddCircle(std::vector<RenderLine>& lines, const glm::vec3& center, const gl
                const glm::vec4& color, float width = 1.5f);
 /// A lamp of rays in the light's colour; with `showRange` three circles where the light ends.
 void AddPointLight(std::vector<RenderLine>& lines, const RenderLight& light, bool showRange);
-/// A disc with rays and an arrow from the sun to where it shines.
-void AddSun(std::vector<RenderLine>& lines, const glm::vec3& position, const glm::vec3& towardsSun,
-            const glm::vec4& color);
 /// A camera's body and the pyramid that it sees, `depth` units deep. The matrix is that of the camera in
 /// the world, looking along its negative z; the angle is vertical, in radians.
 void AddCamera(std::vector<RenderLine>& lines, const glm::mat4& world, float fieldOfView, float aspect,
