@@ -4,12 +4,12 @@
 
 inline constexpr DWORD CC_RGBINIT = 1, CC_FULLOPEN = 2, CC_ANYCOLOR = 0x100;
 
-// Asks for a colour, beginning with the given one.
+/// Asks for a colour, beginning with the given one.
 class FILMS_API CColorDialog : public CWnd {
     DECLARE_DYNAMIC(CColorDialog)
 public:
     explicit CColorDialog(COLORREF initial = 0, DWORD flags = 0, CWnd* parentWindow = nullptr);
-    // IDOK or IDCANCEL; after Cancel the colour is the first one.
+    /// IDOK or IDCANCEL; after Cancel the colour is the first one.
     virtual int DoModal();
     COLORREF GetColor() const { return color; }
     void SetCurrentColor(COLORREF chosen) { color = chosen & 0xFFFFFF; }

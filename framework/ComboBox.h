@@ -2,8 +2,8 @@
 
 #include "framework/Wnd.h"
 
-// A drop-down list, with an edit before it unless the style is CBS_DROPDOWNLIST. Its rect holds the open
-// list; only a line's height of it shows while closed. Typing into the edit ends the selection.
+/// A drop-down list, with an edit before it unless the style is CBS_DROPDOWNLIST. Its rect holds the open
+/// list; only a line's height of it shows while closed. Typing into the edit ends the selection.
 class FILMS_API CComboBox : public CWnd {
     DECLARE_DYNCREATE(CComboBox)
 public:
@@ -15,13 +15,13 @@ public:
     int InsertString(int index, const std::string& text);
     int DeleteString(UINT index);
     void ResetContent();
-    // What was chosen from the list; CB_ERR for nothing.
+    /// What was chosen from the list; CB_ERR for nothing.
     int GetCurSel() const;
     int SetCurSel(int index);
     UINT_PTR GetItemData(int index) const;
     int SetItemData(int index, UINT_PTR data);
     std::string GetLBText(int index) const;
-    // As that of a list box.
+    /// As that of a list box.
     int FindStringExact(int after, const std::string& text) const;
     int SelectString(int after, const std::string& text);
 };

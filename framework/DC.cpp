@@ -21,11 +21,6 @@ BOOL CDC::CreateCompatibleDC(const CDC* /*like*/) {
     return TRUE;
 }
 
-BOOL CDC::DeleteDC() {
-    state = std::make_unique<SurfaceState>();
-    return TRUE;
-}
-
 CPen* CDC::SelectObject(CPen* object) {
     if (!object) {
         return nullptr;
@@ -241,14 +236,8 @@ BOOL CDC::StretchBlt(int x, int y, int width, int height, const CDC* source, int
 COLORREF CDC::SetTextColor(COLORREF color) {
     return std::exchange(state->textColor, color & 0xFFFFFF);
 }
-COLORREF CDC::GetTextColor() const {
-    return state->textColor;
-}
 COLORREF CDC::SetBkColor(COLORREF color) {
     return std::exchange(state->backColor, color & 0xFFFFFF);
-}
-COLORREF CDC::GetBkColor() const {
-    return state->backColor;
 }
 int CDC::SetBkMode(int mode) {
     return std::exchange(state->backMode, mode);

@@ -7,7 +7,7 @@
 
 enum class DrawKind { Line, Rectangle, Polygon, FillRect, Text, Copy, Pixel };
 
-// One call as it reached a surface, for tests that look at order, pens and places rather than at pixels.
+/// One call as it reached a surface, for tests that look at order, pens and places rather than at pixels.
 struct DrawCall {
     DrawKind kind = DrawKind::Line;
     const CDC* surface = nullptr;

@@ -16,7 +16,7 @@ struct OPENFILENAME {
     DWORD Flags = 0;
 };
 
-// Asks for a file to open or to save to.
+/// Asks for a file to open or to save to.
 class FILMS_API CFileDialog : public CWnd {
     DECLARE_DYNAMIC(CFileDialog)
 public:
@@ -24,20 +24,20 @@ public:
                          const char* fileName = nullptr, DWORD flags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT,
                          const char* filter = nullptr, CWnd* parentWindow = nullptr);
 
-    // IDOK or IDCANCEL.
+    /// IDOK or IDCANCEL.
     virtual int DoModal();
     std::string GetPathName() const { return path; }
     std::string GetFileName() const;
-    // The folder on show.
+    /// The folder on show.
     std::string GetFolderPath() const { return folder; }
-    // Answers for the user in a test: the path that was typed or clicked.
+    /// Answers for the user in a test: the path that was typed or clicked.
     void SetPathName(const std::string& chosen);
     BOOL IsOpenDialog() const { return isOpen; }
 
     OPENFILENAME ofn;
 
 protected:
-    // Non-zero keeps the dialog open.
+    /// Non-zero keeps the dialog open.
     virtual BOOL OnFileNameOK() { return FALSE; }
     virtual void OnFolderChange() {}
 

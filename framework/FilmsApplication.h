@@ -7,8 +7,8 @@
 #include <functional>
 #include <string>
 
-// The application of a host, whose sources know the toolkit. It has a light, plain look, numbers in the C
-// locale, and keeps exceptions out of the event loop: each is reported and the loop goes on.
+/// The application of a host, whose sources know the toolkit. It has a light, plain look, numbers in the C
+/// locale, and keeps exceptions out of the event loop: each is reported and the loop goes on.
 class FILMS_API FilmsApplication : public QApplication {
 public:
     FilmsApplication(int& argc, char** argv);
@@ -16,7 +16,7 @@ public:
 
     bool notify(QObject* receiver, QEvent* event) override;
 
-    // Replaces the report, which goes to the standard error stream.
+    /// Replaces the report, which goes to the standard error stream.
     void SetExceptionReport(std::function<void(const std::string&)> report);
 
 private:

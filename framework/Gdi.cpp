@@ -79,18 +79,6 @@ BOOL CBitmap::CreateCompatibleBitmap(CDC* dc, int width, int height) {
     return data != nullptr;
 }
 
-BOOL CBitmap::CreateBitmap(int width, int height, const std::uint32_t* argb) {
-    data = MakeBitmap(width, height, 1.0);
-    if (!data) {
-        return FALSE;
-    }
-    for (int y = 0; argb && !data->Image().isNull() && y < height; ++y) {
-        std::copy_n(argb + static_cast<std::size_t>(y) * width, width,
-                    reinterpret_cast<std::uint32_t*>(data->Image().scanLine(y)));
-    }
-    return TRUE;
-}
-
 int CBitmap::GetBitmap(BITMAP* out) const {
     if (!data || !out) {
         return 0;

@@ -8,13 +8,13 @@
 
 class BitmapData;
 
-// Pens, brushes, fonts and bitmaps are plain values until they are drawn with: they may be made before the
-// application and outlive it.
+/// Pens, brushes, fonts and bitmaps are plain values until they are drawn with: they may be made before the
+/// application and outlive it.
 class FILMS_API CGdiObject : public CObject {
     DECLARE_DYNAMIC(CGdiObject)
 public:
-    // Back to the state after construction. A surface that still has the object selected keeps drawing with
-    // it.
+    /// Back to the state after construction. A surface that still has the object selected keeps drawing with
+    /// it.
     virtual BOOL DeleteObject() = 0;
 };
 
@@ -22,7 +22,7 @@ class FILMS_API CPen : public CGdiObject {
     DECLARE_DYNAMIC(CPen)
 public:
     CPen() = default;
-    // Styles PS_SOLID, PS_DASH, PS_DOT, PS_NULL; a width of 0 is one pixel.
+    /// Styles PS_SOLID, PS_DASH, PS_DOT, PS_NULL; a width of 0 is one pixel.
     CPen(int penStyle, int penWidth, COLORREF penColor) : style(penStyle), width(penWidth), color(penColor) {}
     BOOL CreatePen(int penStyle, int penWidth, COLORREF penColor);
     BOOL DeleteObject() override;
@@ -47,7 +47,7 @@ public:
 class FILMS_API CFont : public CGdiObject {
     DECLARE_DYNAMIC(CFont)
 public:
-    // Tenths of a point at 96 pixels an inch: 80 is 8 points, 11 pixels.
+    /// Tenths of a point at 96 pixels an inch: 80 is 8 points, 11 pixels.
     BOOL CreatePointFont(int tenthsOfPoint, const char* faceName, CDC* dc = nullptr);
     BOOL DeleteObject() override;
 
@@ -68,14 +68,12 @@ class FILMS_API CBitmap : public CGdiObject {
 public:
     CBitmap();
     ~CBitmap() override;
-    // A bitmap of the current resource module. FALSE when there is none or it cannot be read.
+    /// A bitmap of the current resource module. FALSE when there is none or it cannot be read.
     BOOL LoadBitmap(UINT id);
-    // Black pixels. A width or height of 0 is allowed and holds nothing; more than 64 million pixels are
-    // refused.
+    /// Black pixels. A width or height of 0 is allowed and holds nothing; more than 64 million pixels are
+    /// refused.
     BOOL CreateCompatibleBitmap(CDC* dc, int width, int height);
-    // Top-down pixels 0xAARRGGBB, or black when null.
-    BOOL CreateBitmap(int width, int height, const std::uint32_t* argb);
-    // The number of bytes of BITMAP filled in; 0 without a bitmap.
+    /// The number of bytes of BITMAP filled in; 0 without a bitmap.
     int GetBitmap(BITMAP* out) const;
     BOOL DeleteObject() override;
     BOOL SavePng(const std::string& path) const;
@@ -86,6 +84,6 @@ private:
     std::shared_ptr<BitmapData> data;
 };
 
-// Shared, never deleted; null for an unknown number.
+/// Shared, never deleted; null for an unknown number.
 FILMS_API CGdiObject* StockObject(int number);
 FILMS_API COLORREF GetSysColor(int index);

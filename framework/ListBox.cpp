@@ -64,14 +64,6 @@ int CListBox::SetSel(int index, BOOL select) {
     return list && list->Select(index, select != FALSE) ? 0 : LB_ERR;
 }
 
-int CListBox::GetSelCount() const {
-    int selected = 0;
-    for (int i = 0; i < GetCount(); ++i) {
-        selected += GetSel(i) > 0 ? 1 : 0;
-    }
-    return selected;
-}
-
 int CListBox::GetSelItems(int most, int* indices) const {
     int stored = 0;
     for (int i = 0; i < GetCount() && stored < most; ++i) {
@@ -80,13 +72,6 @@ int CListBox::GetSelItems(int most, int* indices) const {
         }
     }
     return stored;
-}
-
-int CListBox::SelItemRange(BOOL select, int first, int last) {
-    for (int i = std::max(first, 0); i <= std::min(last, GetCount() - 1); ++i) {
-        SetSel(i, select);
-    }
-    return 0;
 }
 
 UINT_PTR CListBox::GetItemData(int index) const {
@@ -139,11 +124,6 @@ int CListBox::SetItemHeight(int /*index*/, UINT height) {
         list->SetItemHeight(static_cast<int>(height));
     }
     return list ? 0 : LB_ERR;
-}
-
-int CListBox::GetItemHeight(int /*index*/) const {
-    const auto* list = Of(*this);
-    return list ? list->ItemHeight() : LB_ERR;
 }
 
 int CListBox::GetTopIndex() const {

@@ -16,7 +16,7 @@ struct NMHDR {
     UINT code = 0;
 };
 
-// One message on its way to a handler.
+/// One message on its way to a handler.
 struct MessageCall {
     UINT message = 0;
     WPARAM wParam = 0;
@@ -25,7 +25,7 @@ struct MessageCall {
     LRESULT result = 0;
 };
 
-// One row of a message map. `call` answers false when the handler leaves the message to others.
+/// One row of a message map. `call` answers false when the handler leaves the message to others.
 struct MessageEntry {
     UINT message;
     UINT code;
@@ -56,7 +56,7 @@ inline CPoint PointOf(const MessageCall& c) {
 }
 FILMS_API CWnd* WindowOf(WPARAM handle);
 
-// Calls the handler and keeps what it returns, if anything, as the message's result.
+/// Calls the handler and keeps what it returns, if anything, as the message's result.
 template <auto Fn, class... Args> bool Run(CCmdTarget& t, MessageCall& c, Args... args) {
     if constexpr (std::is_void_v<typename Member<decltype(Fn)>::Result>) {
         (Self<Fn>(t).*Fn)(args...);
@@ -127,7 +127,7 @@ template <auto Fn> bool NotifyEx(CCmdTarget& t, MessageCall& c) {
     return (Self<Fn>(t).*Fn)(c.id, reinterpret_cast<NMHDR*>(c.lParam), &c.result) != 0;
 }
 
-// Leaves room for an empty map, which an array alone could not be.
+/// Leaves room for an empty map, which an array alone could not be.
 inline constexpr MessageEntry kEnd{0, 0, 0, 0, nullptr};
 
 } // namespace message_map

@@ -4,14 +4,14 @@
 
 class CObject;
 
-// Describes a class at run time: its name, its base and how to make an instance. One per class, lives for
-// ever.
+/// Describes a class at run time: its name, its base and how to make an instance. One per class, lives for
+/// ever.
 struct FILMS_API CRuntimeClass {
     const char* className;
     const CRuntimeClass* base;
     CObject* (*create)();
 
-    // A new instance owned by the caller; null for a class without dynamic creation.
+    /// A new instance owned by the caller; null for a class without dynamic creation.
     CObject* CreateObject() const;
     bool IsDerivedFrom(const CRuntimeClass* other) const;
 };

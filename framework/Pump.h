@@ -7,14 +7,14 @@
 // anyone: neither a focused editor nor a shortcut of the host. Loops nested in such work (menus, modal
 // dialogs) take their input normally.
 
-// The next message, if there is one. The filters of window and message numbers are not used. Without
-// PM_REMOVE the message stays in the queue.
+/// The next message, if there is one. The filters of window and message numbers are not used. Without
+/// PM_REMOVE the message stays in the queue.
 FILMS_API BOOL PeekMessage(MSG* message, CWnd* window, UINT first, UINT last, UINT flags);
-// Waits for the next message. Always TRUE.
+/// Waits for the next message. Always TRUE.
 FILMS_API BOOL GetMessage(MSG* message, CWnd* window, UINT first, UINT last);
-// Keys carry their characters already.
+/// Keys carry their characters already.
 FILMS_API BOOL TranslateMessage(const MSG* message);
-// Hands the input or posted message to its window. Each message can be dispatched once.
+/// Hands the input or posted message to its window. Each message can be dispatched once.
 FILMS_API LRESULT DispatchMessage(const MSG* message);
-// Milliseconds that wrap at 32 bits.
+/// Milliseconds that wrap at 32 bits.
 FILMS_API std::uint32_t timeGetTime();

@@ -2,8 +2,8 @@
 
 #include "framework/DC.h"
 
-// Selects a pen, brush, font or bitmap into a surface for as long as it lives, then puts back the one of
-// before.
+/// Selects a pen, brush, font or bitmap into a surface for as long as it lives, then puts back the one of
+/// before.
 template <class Object> class SelectionScope {
 public:
     SelectionScope(CDC& surface, Object& object) : dc(surface), old(surface.SelectObject(&object)) {}

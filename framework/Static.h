@@ -2,7 +2,7 @@
 
 #include "framework/Wnd.h"
 
-// A text or frame that takes no input.
+/// A text or frame that takes no input.
 class FILMS_API CStatic : public CWnd {
     DECLARE_DYNCREATE(CStatic)
 public:

@@ -21,19 +21,9 @@ int CTabCtrl::InsertItem(int index, const std::string& label) {
     return tab ? tab->InsertTab(index, QString::fromStdString(label)) : -1;
 }
 
-BOOL CTabCtrl::DeleteItem(int index) {
-    auto* tab = Of(*this);
-    return tab && tab->DeleteTab(index);
-}
-
 int CTabCtrl::GetItemCount() const {
     const auto* tab = Of(*this);
     return tab ? tab->TabCount() : 0;
-}
-
-std::string CTabCtrl::GetItemText(int index) const {
-    const auto* tab = Of(*this);
-    return tab ? tab->TabText(index).toStdString() : std::string();
 }
 
 int CTabCtrl::GetCurSel() const {

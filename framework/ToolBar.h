@@ -8,7 +8,7 @@
 
 struct ToolBarView;
 
-// Part of TTN_NEEDTEXT: the owner may point `text` at the tip it wants.
+/// Part of TTN_NEEDTEXT: the owner may point `text` at the tip it wants.
 struct TOOLTIPTEXT {
     NMHDR hdr;
     const char* lpszText = nullptr;
@@ -24,8 +24,8 @@ struct ToolBarButton {
     int image = 0;  // of a separator: its width
 };
 
-// A row of buttons as data, which a window may show: one of its own as a child of its owner (Create), or one
-// that the host makes and docks (CreateNativeToolBar). All TB_ messages work without a window too.
+/// A row of buttons as data, which a window may show: one of its own as a child of its owner (Create), or one
+/// that the host makes and docks (CreateNativeToolBar). All TB_ messages work without a window too.
 class FILMS_API CToolBar : public CWnd {
     DECLARE_DYNCREATE(CToolBar)
 public:
@@ -33,11 +33,11 @@ public:
     ~CToolBar() override;
 
     using CWnd::Create;
-    // Pressing a button sends WM_COMMAND with its id and high word 0 to the parent.
+    /// Pressing a button sends WM_COMMAND with its id and high word 0 to the parent.
     BOOL Create(CWnd* parent, DWORD style = WS_CHILD | WS_VISIBLE | CBRS_TOP, UINT id = AFX_IDW_TOOLBAR);
 
-    // Buttons and their bitmap from the current resource module; the bitmap has the tool bar's number. FALSE
-    // when the buttons are missing or damaged.
+    /// Buttons and their bitmap from the current resource module; the bitmap has the tool bar's number. FALSE
+    /// when the buttons are missing or damaged.
     BOOL LoadToolBar(UINT id);
     BOOL LoadBitmap(UINT id);
     void SetSizes(CSize button, CSize image);
@@ -45,12 +45,12 @@ public:
     BOOL SetButtons(const UINT* ids, int count);
 
     int GetButtonCount() const { return static_cast<int>(buttons.size()); }
-    // The style carries the state in its high word, where the enabled bit is turned over, so that a plain
-    // enabled button has 0 there.
+    /// The style carries the state in its high word, where the enabled bit is turned over, so that a plain
+    /// enabled button has 0 there.
     void GetButtonInfo(int index, UINT& id, UINT& style, int& image) const;
     void SetButtonInfo(int index, UINT id, UINT style, int image);
     UINT GetItemID(int index) const;
-    // -1 when no button has this id.
+    /// -1 when no button has this id.
     int CommandToIndex(UINT id) const;
     const ToolBarButton* FindButton(UINT id) const;
     const std::vector<ToolBarButton>& Buttons() const { return buttons; }
@@ -66,13 +66,12 @@ public:
     BOOL PressButton(UINT id, BOOL press = TRUE) { return SetState(id, TBSTATE_PRESSED, press); }
     BOOL CheckButton(UINT id, BOOL check = TRUE) { return SetState(id, TBSTATE_CHECKED, check); }
     BOOL EnableButton(UINT id, BOOL enable = TRUE) { return SetState(id, TBSTATE_ENABLED, enable); }
-    BOOL Indeterminate(UINT id, BOOL on = TRUE) { return SetState(id, TBSTATE_INDETERMINATE, on); }
 
-    // The string table's text: what stands behind its line feed, or all of it.
+    /// The string table's text: what stands behind its line feed, or all of it.
     std::string TipText(UINT id) const;
     const CBitmap& Bitmap() const { return bitmap; }
     const CBitmap& LargeBitmap() const { return largeBitmap; }
-    // Sends the command of a button to the parent.
+    /// Sends the command of a button to the parent.
     void Press(UINT id);
     const std::string& Title() const { return title; }
 

@@ -17,9 +17,9 @@ using UINT_PTR = std::uintptr_t;
 using WPARAM = std::uintptr_t;
 using LPARAM = std::intptr_t;
 using LRESULT = std::intptr_t;
-// 0x00BBGGRR: 0x0000FF is pure red.
+/// 0x00BBGGRR: 0x0000FF is pure red.
 using COLORREF = std::uint32_t;
-// Handles are the objects behind the wrappers; null is "no window", "no surface", "no module".
+/// Handles are the objects behind the wrappers; null is "no window", "no surface", "no module".
 using HWND = NativeWindow*;
 using HDC = CDC*;
 using HINSTANCE = const ResourceModule*;
@@ -51,7 +51,7 @@ constexpr WORD HIWORD(std::uintptr_t v) {
 constexpr WPARAM MAKEWPARAM(UINT low, UINT high) {
     return (low & 0xFFFFU) | ((high & 0xFFFFU) << 16);
 }
-// Two signed 16-bit numbers in one word, as points and sizes travel in messages.
+/// Two signed 16-bit numbers in one word, as points and sizes travel in messages.
 constexpr LPARAM MAKELPARAM(int low, int high) {
     return static_cast<LPARAM>((static_cast<UINT>(low) & 0xFFFFU) |
                                ((static_cast<UINT>(high) & 0xFFFFU) << 16));
@@ -86,7 +86,7 @@ struct CPoint {
     bool operator==(const CPoint&) const = default;
 };
 
-// Left and top belong to the rect, right and bottom do not.
+/// Left and top belong to the rect, right and bottom do not.
 struct CRect {
     int left = 0;
     int top = 0;
@@ -104,12 +104,10 @@ struct CRect {
     constexpr CPoint TopLeft() const { return {left, top}; }
     constexpr CPoint BottomRight() const { return {right, bottom}; }
     constexpr bool IsRectEmpty() const { return right <= left || bottom <= top; }
-    constexpr bool IsRectNull() const { return left == 0 && top == 0 && right == 0 && bottom == 0; }
     constexpr bool PtInRect(CPoint p) const {
         return p.x >= left && p.x < right && p.y >= top && p.y < bottom;
     }
 
-    constexpr void SetRect(int l, int t, int r, int b) { *this = CRect(l, t, r, b); }
     constexpr void SetRectEmpty() { *this = CRect(); }
     constexpr void OffsetRect(int dx, int dy) { *this = CRect(left + dx, top + dy, right + dx, bottom + dy); }
     constexpr void InflateRect(int dx, int dy) {
@@ -120,7 +118,7 @@ struct CRect {
         *this =
             CRect(std::min(left, right), std::min(top, bottom), std::max(left, right), std::max(top, bottom));
     }
-    // False, and an empty rect, when the two have no pixel in common.
+    /// False, and an empty rect, when the two have no pixel in common.
     constexpr bool IntersectRect(const CRect& a, const CRect& b) {
         *this = CRect(std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
                       std::min(a.bottom, b.bottom));
@@ -129,10 +127,6 @@ struct CRect {
             return false;
         }
         return true;
-    }
-    constexpr void UnionRect(const CRect& a, const CRect& b) {
-        *this = CRect(std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
-                      std::max(a.bottom, b.bottom));
     }
     bool operator==(const CRect&) const = default;
 };

@@ -170,14 +170,6 @@ CWnd* CWnd::GetParent() const {
     return parent ? parent->wnd : nullptr;
 }
 
-CWnd* CWnd::GetTopLevelParent() {
-    CWnd* top = this;
-    while (top->native && !top->native->IsTopLevel() && top->GetParent()) {
-        top = top->GetParent();
-    }
-    return top;
-}
-
 CWnd* CWnd::GetDlgItem(int id) const {
     if (native) {
         for (NativeWindow* child : native->Children()) {
@@ -222,12 +214,6 @@ int CWnd::GetDlgCtrlID() const {
     return native ? static_cast<int>(native->id) : 0;
 }
 
-void CWnd::SetDlgCtrlID(int id) {
-    if (native) {
-        native->id = static_cast<UINT>(id);
-    }
-}
-
 bool CWnd::IsChild(const CWnd* other) const {
     return native && other && other->native && native != other->native &&
            native->widget->isAncestorOf(other->native->widget);
@@ -248,11 +234,6 @@ BOOL CWnd::PostMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT CWnd::SendDlgItemMessage(int id, UINT message, WPARAM wParam, LPARAM lParam) {
     CWnd* item = GetDlgItem(id);
     return item ? item->SendMessage(message, wParam, lParam) : 0;
-}
-
-const MSG* CWnd::GetCurrentMessage() {
-    const MessageFrame* frame = messages::Top();
-    return frame ? &frame->message : nullptr;
 }
 
 BOOL CWnd::PreTranslateMessage(MSG* /*message*/) {
