@@ -1,5 +1,6 @@
 #include "helpers/CameraHelpersController.h"
 
+#include "keys/NewKey.h"
 #include "plugin/PluginImpl.h"
 
 namespace {
@@ -30,15 +31,13 @@ bool TakesHandle(EditorObject& handle, const CFilmLinkedKey* key, std::int32_t C
 
 /// Required: the new key is left without methods and links. True if the factory made one.
 bool AddPointKey(CFilmTrack& track, IKeyFactory& factory, int kind, float time, const EditorObject& object) {
-    IFilmKey* key = factory.CreateKey(kind);
-    if (key == nullptr) {
+    NewKey key(&factory, kind);
+    if (!key) {
         return false;
     }
     key->SetValue(object.GetPosition(0));
     key->SetTime(time);
-    if (!track.AddKey(key)) {
-        factory.DestroyKey(key);
-    }
+    key.AddTo(track);
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "files/Log.h"
 #include "framework/MessageBox.h"
 #include "helpers/MatrixMath.h"
+#include "keys/NewKey.h"
 
 #include <algorithm>
 #include <memory>
@@ -171,21 +172,16 @@ void IPluginImpl::AddActor(EditorObject* object) {
 
 /// A key with the value given (none for null), or null if the host makes none.
 IFilmKey* IPluginImpl::AddKey(CFilmTrack* track, int kind, float time, const void* value) {
-    IFilmManager* manager = GetFilmManager();
-    IFilmKey* key =
-        manager != nullptr && manager->keyFactory != nullptr ? manager->keyFactory->CreateKey(kind) : nullptr;
-    if (key == nullptr) {
+    const IFilmManager* manager = GetFilmManager();
+    NewKey key(manager != nullptr ? manager->keyFactory : nullptr, kind);
+    if (!key) {
         return nullptr;
     }
     key->SetTime(time);
     if (value != nullptr) {
         key->SetValue(value);
     }
-    if (!track->AddKey(key)) {
-        manager->keyFactory->DestroyKey(key);
-        return nullptr;
-    }
-    return key;
+    return key.AddTo(*track) ? key.Get() : nullptr;
 }
 
 void IPluginImpl::RemoveActors(IFilm* film, const ObjectList* objects, bool lightsOnly) {

@@ -1,5 +1,7 @@
 #include "plugin/PluginImpl.h"
 
+#include "keys/NewKey.h"
+
 #include <cmath>
 
 namespace {
@@ -33,16 +35,15 @@ KeysAround FindKeysAround(const CFilmTrack& track, int kind, float time) {
 
 void AddCameraKey(CFilmTrack& track, IKeyFactory& factory, int kind, float time, const Vector3& value,
                   const CFilmLinkedKey* before) {
-    IFilmKey* key = factory.CreateKey(kind);
-    if (key == nullptr) {
+    NewKey key(&factory, kind);
+    if (!key) {
         return;
     }
     key->SetValue(value.Data());
     key->SetInMethod(BezierMethod::Smooth);
     key->SetOutMethod(BezierMethod::Smooth);
     key->SetTime(time);
-    if (!track.AddKey(key)) {
-        factory.DestroyKey(key);
+    if (!key.AddTo(track)) {
         return;
     }
     key->SetLinkObject(before != nullptr ? before->linkObject : nullptr);

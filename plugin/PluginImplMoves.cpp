@@ -2,6 +2,7 @@
 
 #include "files/Log.h"
 #include "helpers/MatrixMath.h"
+#include "keys/NewKey.h"
 
 #include <algorithm>
 #include <cmath>
@@ -89,21 +90,17 @@ void MoveExistingKey(CFilmVectorKey& key, const TransformChange& change) {
 }
 
 void AddMovedKey(CFilmTrack& track, IKeyFactory& factory, const TransformChange& change, float time) {
-    IFilmKey* key = factory.CreateKey(change.kind);
-    if (key == nullptr) {
+    NewKey key(&factory, change.kind);
+    if (!key) {
         return;
     }
     key->SetTime(time);
-    const bool added = track.AddKey(key);
-    if (!added) {
+    if (!key.AddTo(track)) {
         DebugPrint("%s", change.refused);
     }
     key->SetValue(change.newValue.Data()); // Required: a refused key is filled in all the same.
     key->SetInHandle(change.newValue.Data());
     key->SetOutHandle(change.newValue.Data());
-    if (!added) {
-        factory.DestroyKey(key);
-    }
 }
 
 /// Keeps a move in the list of those that are told of objects' ends.

@@ -1,5 +1,6 @@
 // "Add camera": a camera track that begins as the active 3D view stands.
 #include "files/AddCameraDlg.h"
+#include "keys/NewKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 
@@ -55,8 +56,8 @@ CameraStart TakeStart(const IView& view, const float* matrix, ILevelData& data) 
 
 /// A key at time 0, smooth on both sides.
 void AddFirstKey(CFilmTrack& track, IKeyFactory& factory, int kind, const void* value) {
-    IFilmKey* key = factory.CreateKey(kind);
-    if (key == nullptr) {
+    NewKey key(&factory, kind);
+    if (!key) {
         return;
     }
     key->SetValue(value);
@@ -67,9 +68,7 @@ void AddFirstKey(CFilmTrack& track, IKeyFactory& factory, int kind, const void* 
         key->SetLinkObject(nullptr);
         key->SetLinkElement(std::string());
     }
-    if (!track.AddKey(key)) {
-        factory.DestroyKey(key);
-    }
+    key.AddTo(track);
 }
 
 void AddFirstKeys(CFilmTrack& track, IKeyFactory& factory, const CameraStart& start) {
