@@ -49,9 +49,8 @@ EditorObject* LightOf(CFilmTrack* track) {
 }
 
 bool IsSelected(EditorObject& object) {
-    constexpr std::uint32_t kSelected = 1;
     const EditorObjectInfo* info = object.GetInfo();
-    return info != nullptr && (info->flags & kSelected) != 0;
+    return info != nullptr && info->IsSelected();
 }
 
 /// The list that the row of a track belongs to; null for a broken track, after a word about it.

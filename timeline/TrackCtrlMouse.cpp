@@ -106,7 +106,6 @@ void CTrackCtrl::PressEmpty(TimelineContext& timeline, int x) {
 /// A press on the name selects the object in the level, with Ctrl it takes it into the selection or out of
 /// it. The host answers with events that may rebuild the rows.
 void CTrackCtrl::PressObject(EditorObject& object) const {
-    constexpr std::uint32_t kSelectedInLevel = 1;
     const IPluginImpl& plugin = GetPlugin();
     if (plugin.editor == nullptr) {
         return;
@@ -114,7 +113,7 @@ void CTrackCtrl::PressObject(EditorObject& object) const {
     const EditorObjectInfo* info = object.GetInfo();
     if (!IsCtrlDown()) {
         plugin.editor->SelectObject(&object, 1, 0);
-    } else if (info != nullptr && (info->flags & kSelectedInLevel) != 0) {
+    } else if (info != nullptr && info->IsSelected()) {
         plugin.editor->DeselectObject(&object, 0, 0);
     } else {
         plugin.editor->AddToSelection(&object, 1, 0);

@@ -206,11 +206,10 @@ void CTrackCtrl::PaintName(CDC& dc, const CRect& cell) const {
 }
 
 COLORREF CTrackCtrl::GetNameColor() const {
-    constexpr std::uint32_t kSelectedInLevel = 1;
     const IPluginImpl& plugin = GetPlugin();
     if (EditorObject* object = plugin.FindObjectByTrack(track)) {
         const EditorObjectInfo* info = object->GetInfo();
-        return info != nullptr && (info->flags & kSelectedInLevel) != 0 ? kSelectedActor : kBlack;
+        return info != nullptr && info->IsSelected() ? kSelectedActor : kBlack;
     }
     const bool visualized = AsCameraTrack(track) != nullptr && plugin.trackVisualizer.renderTrack == track;
     return visualized ? kVisualizedCamera : kBlack;

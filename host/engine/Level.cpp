@@ -128,7 +128,7 @@ void Level::CollectObjects(ObjectList& objects) const {
 void Level::ClearSelection() {
     for (EditorObject* object : selection) {
         if (object != nullptr) {
-            object->GetInfo()->flags &= ~SceneObjectInfo::kSelected;
+            object->GetInfo()->flags &= ~EditorObjectInfo::kSelected;
         }
     }
     selection.clear();
@@ -139,13 +139,13 @@ void Level::AddToSelection(EditorObject* object) {
         return;
     }
     selection.push_back(object);
-    object->GetInfo()->flags |= SceneObjectInfo::kSelected;
+    object->GetInfo()->flags |= EditorObjectInfo::kSelected;
 }
 
 void Level::Deselect(EditorObject* object) {
     if (object != nullptr && IsSelected(object)) {
         selection.remove(object);
-        object->GetInfo()->flags &= ~SceneObjectInfo::kSelected;
+        object->GetInfo()->flags &= ~EditorObjectInfo::kSelected;
     }
 }
 
@@ -156,7 +156,7 @@ void Level::SetSelection(const ObjectList& objects) {
     for (EditorObject* object : wanted) {
         if (object != nullptr && known.insert(object).second) {
             selection.push_back(object);
-            object->GetInfo()->flags |= SceneObjectInfo::kSelected;
+            object->GetInfo()->flags |= EditorObjectInfo::kSelected;
         }
     }
 }

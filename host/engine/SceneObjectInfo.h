@@ -9,8 +9,6 @@ namespace engine {
 /// The editor's record of a scene object, or of the film manager.
 class SceneObjectInfo : public EditorObjectInfo {
 public:
-    static constexpr std::uint32_t kSelected = 1;
-
     bool IsA(int) const override { return false; }
     void Update(int) override { active = true; }
     bool IsPlaced() const override { return hidden; }

@@ -21,9 +21,12 @@ public:
     virtual void SetPluginData(int pluginKind, void* data) = 0;
     virtual void* GetPluginData(int pluginKind) const = 0;
 
+    static constexpr std::uint32_t kSelected = 1;
+    bool IsSelected() const { return (flags & kSelected) != 0; }
+
     std::string className;
     std::string saveClassName; ///< the class under which the object is written
-    std::uint32_t flags = 0;   ///< bit 0 while the object is selected
+    std::uint32_t flags = 0;   ///< kSelected while the object is selected
 };
 
 /// A named part of an object's mesh: a bone or a node. Owned by the host.

@@ -69,7 +69,7 @@ RenderItem Body(const engine::SceneObject& object, const std::shared_ptr<const M
     item.mesh = mesh;
     item.world = world;
     item.castsShadow = false;
-    item.outline = (object.Info().flags & engine::SceneObjectInfo::kSelected) != 0;
+    item.outline = object.Info().IsSelected();
     return item;
 }
 

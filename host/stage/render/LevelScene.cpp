@@ -45,10 +45,6 @@ float LargestScale(const glm::mat4& world) {
                      glm::length(glm::vec3(world[2]))});
 }
 
-bool IsSelected(const engine::SceneObject& object) {
-    return (object.Info().flags & engine::SceneObjectInfo::kSelected) != 0;
-}
-
 RenderLight ToLight(const engine::SceneObject& object) {
     const engine::LightProperties& light = *object.light;
     const glm::mat4 world = ToGlm(object.World());
@@ -152,7 +148,7 @@ void LevelScene::AddObject(const engine::SceneObject& object, const LevelSceneOp
     if (object.transient && !options.editor) {
         return;
     }
-    item.outline = options.editor && IsSelected(object);
+    item.outline = options.editor && object.Info().IsSelected();
     scene.items.push_back(std::move(item));
 }
 
@@ -173,7 +169,7 @@ void LevelScene::AddLight(const engine::SceneObject& object, const LevelSceneOpt
     item.mesh = lightBody;
     item.tint = object.light->on ? Limited(ToGlm(object.light->color)) : glm::vec3(0.25f);
     item.castsShadow = false;
-    item.outline = IsSelected(object);
+    item.outline = object.Info().IsSelected();
     if (!isSun) {
         HelperShapes::AddPointLight(scene.lines, light, item.outline);
     }
