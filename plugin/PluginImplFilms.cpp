@@ -1,6 +1,7 @@
 #include "plugin/PluginImpl.h"
 
-#include <cmath>
+#include "keys/FrameTimes.h"
+
 #include <memory>
 
 namespace {
@@ -114,12 +115,7 @@ void IPluginImpl::SetTime(float time, bool fromWindow) {
 }
 
 double IPluginImpl::SnapToFrame(float time) const {
-    const double rate = framesPerSecond;
-    const double interval = framesPerSecond != 0 ? 1.0 / rate : 0.0;
-    const double fraction = time - std::trunc(static_cast<double>(time));
-    const double remainder = fraction - std::floor(rate * fraction) * interval;
-    const double snapped = time - remainder;
-    return remainder > interval / 2.0 && interval > 0.0 ? snapped + interval : snapped;
+    return NearestFrameFromBelow(time, framesPerSecond);
 }
 
 void IPluginImpl::GetCameraNameAtTime(std::string& name, float time, IFilmKey** key) const {

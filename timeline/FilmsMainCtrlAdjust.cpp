@@ -4,7 +4,7 @@
 #include "keys/Pixels.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/AdjustTimeDlg.h"
-#include "timeline/CursorFrame.h"
+#include "keys/FrameTimes.h"
 #include "timeline/FilmsMainCtrl.h"
 
 #include <cmath>

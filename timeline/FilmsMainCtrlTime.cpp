@@ -3,7 +3,7 @@
 #include "keys/KeyWatch.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
-#include "timeline/CursorFrame.h"
+#include "keys/FrameTimes.h"
 
 #include <algorithm>
 #include <cmath>

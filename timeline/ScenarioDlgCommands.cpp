@@ -1,9 +1,9 @@
 #include "files/ValidateMovie.h"
+#include "keys/FrameTimes.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "resources/resource.h"
 #include "timeline/CommandNotes.h"
-#include "timeline/FrameSteps.h"
 #include "timeline/ScenarioDlg.h"
 
 #include <algorithm>

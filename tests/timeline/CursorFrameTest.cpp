@@ -1,4 +1,4 @@
-#include "timeline/CursorFrame.h"
+#include "keys/FrameTimes.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "timeline/FrameSteps.h"
+#include "keys/FrameTimes.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

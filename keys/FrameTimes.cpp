@@ -1,4 +1,4 @@
-#include "timeline/FrameSteps.h"
+#include "keys/FrameTimes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,7 +18,25 @@ double Fraction(double time) {
     return std::modf(time, &whole);
 }
 
+/// The frame nearest to a time, half a frame going back. `whole` cuts a count of frames to those that have
+/// begun.
+double Nearest(double time, int framesPerSecond, double (*whole)(double)) {
+    const double frame = FrameLength(framesPerSecond);
+    const double fraction = time - std::trunc(time); // no number for an endless time
+    const double remainder = fraction - whole(framesPerSecond * fraction) * frame;
+    const bool goesBack = remainder <= frame / 2.0 || framesPerSecond == 0;
+    return goesBack ? time - remainder : time - remainder + frame;
+}
+
 } // namespace
+
+double NearestFrame(double time, int framesPerSecond) {
+    return Nearest(time, framesPerSecond, [](double frames) { return std::trunc(frames); });
+}
+
+double NearestFrameFromBelow(double time, int framesPerSecond) {
+    return Nearest(time, framesPerSecond, [](double frames) { return std::floor(frames); });
+}
 
 float FrameBack(float time, int framesPerSecond) {
     const double t = static_cast<double>(time);
