@@ -1,6 +1,7 @@
 #include "plugin/PluginImpl.h"
 
 #include "framework/Resource.h"
+#include "plugin/LocalCommands.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
 #include "timeline/FilmsView.h"
@@ -9,20 +10,6 @@
 
 namespace {
 
-/// Local numbers of the plug-in's commands.
-namespace Command {
-constexpr std::uint32_t Movies = 1;
-constexpr std::uint32_t AnimateObject = 50;
-constexpr std::uint32_t CreateCameraFrame = 51;
-constexpr std::uint32_t ToVirtualObject = 52;
-constexpr std::uint32_t ToNormalObject = 53;
-constexpr std::uint32_t AttachMovie = 60;
-constexpr std::uint32_t DetachMovie = 61;
-constexpr std::uint32_t SetLinkObject = 62;
-constexpr std::uint32_t AttachObject = 63;
-constexpr std::uint32_t Last = 63;
-} // namespace Command
-
 struct CommandResource {
     std::uint32_t resource;
     std::uint32_t local;
@@ -30,15 +17,15 @@ struct CommandResource {
 };
 
 constexpr CommandResource kCommandResources[] = {
-    {IDC_MOVIES, Command::Movies, true},
-    {IDC_ANIMATE_OBJECT, Command::AnimateObject, true},
-    {IDC_CREATE_CAMERA_FRAME, Command::CreateCameraFrame, true},
-    {IDC_TO_VIRTUAL_OBJECT, Command::ToVirtualObject, true},
-    {IDC_TO_NORMAL_OBJECT, Command::ToNormalObject, true},
-    {IDC_ATTACH_MOVIE, Command::AttachMovie, false},
-    {IDC_DETACH_MOVIE, Command::DetachMovie, false},
-    {IDC_SET_LINK_OBJECT, Command::SetLinkObject, false},
-    {IDC_ATTACH_TO_OBJECT, Command::AttachObject, false},
+    {IDC_MOVIES, LocalCommand::Movies, true},
+    {IDC_ANIMATE_OBJECT, LocalCommand::AnimateObject, true},
+    {IDC_CREATE_CAMERA_FRAME, LocalCommand::CreateCameraFrame, true},
+    {IDC_TO_VIRTUAL_OBJECT, LocalCommand::ToVirtualObject, true},
+    {IDC_TO_NORMAL_OBJECT, LocalCommand::ToNormalObject, true},
+    {IDC_ATTACH_MOVIE, LocalCommand::AttachMovie, false},
+    {IDC_DETACH_MOVIE, LocalCommand::DetachMovie, false},
+    {IDC_SET_LINK_OBJECT, LocalCommand::SetLinkObject, false},
+    {IDC_ATTACH_TO_OBJECT, LocalCommand::AttachObject, false},
 };
 
 constexpr int kEnterKey = 13;
@@ -102,53 +89,53 @@ void IPluginImpl::GetCommandText(Word pluginNumber, Word localCommand, char* tex
 
 void IPluginImpl::OnActivate(bool active) {
     if (active) {
-        OnCommand(pluginId.PluginNumber(), Command::Movies);
+        OnCommand(pluginId.PluginNumber(), LocalCommand::Movies);
     }
 }
 
 void IPluginImpl::OnCommand(Word pluginNumber, Word localCommand) {
-    if (pluginNumber != pluginId.PluginNumber() || localCommand < Command::Movies ||
-        localCommand > Command::Last) {
+    if (pluginNumber != pluginId.PluginNumber() || localCommand < LocalCommand::Movies ||
+        localCommand > LocalCommand::Last) {
         return;
     }
     const ResourceScope resources(PluginResources());
-    if (localCommand != Command::SetLinkObject) { // which is an edit of that window itself
+    if (localCommand != LocalCommand::SetLinkObject) { // which is an edit of that window itself
         ApplyPendingEdits();
     }
     switch (localCommand) {
-    case Command::Movies:
+    case LocalCommand::Movies:
         ShowPanel(CFilmsView::GetPanel() == nullptr);
         break;
-    case Command::AnimateObject:
+    case LocalCommand::AnimateObject:
         SetAnimateObjects(currentFilm != nullptr && animateObjects == 0);
         break;
-    case Command::CreateCameraFrame:
+    case LocalCommand::CreateCameraFrame:
         if (editor != nullptr) {
             CreateCameraFrame(trackVisualizer.renderTrack, currentTime, editor->GetActiveView());
         }
         break;
-    case Command::ToVirtualObject:
+    case LocalCommand::ToVirtualObject:
         ConvertToVirtualObjects(view != nullptr ? view->GetSelectedObjects() : nullptr);
         break;
-    case Command::ToNormalObject:
+    case LocalCommand::ToNormalObject:
         ConvertToNormalObjects(view != nullptr ? view->GetSelectedObjects() : nullptr);
         break;
-    case Command::AttachMovie:
+    case LocalCommand::AttachMovie:
         if (editor != nullptr) {
             AttachView(editor->GetActiveView());
         }
         break;
-    case Command::DetachMovie:
+    case LocalCommand::DetachMovie:
         if (editor != nullptr) {
             DetachView(editor->GetActiveView());
         }
         break;
-    case Command::SetLinkObject:
+    case LocalCommand::SetLinkObject:
         if (keyAttributesDlg) {
             keyAttributesDlg->SetLinkObject(contextObject);
         }
         break;
-    case Command::AttachObject:
+    case LocalCommand::AttachObject:
         AttachContextObject();
         break;
     default:
@@ -157,7 +144,7 @@ void IPluginImpl::OnCommand(Word pluginNumber, Word localCommand) {
 }
 
 void IPluginImpl::ShowPanel(bool show) {
-    SetCommandCheck(Command::Movies, show);
+    SetCommandCheck(LocalCommand::Movies, show);
     if (editor == nullptr) {
         return;
     }
@@ -177,7 +164,7 @@ void IPluginImpl::RefreshMoviesPanel() {
 
 void IPluginImpl::SetAnimateObjects(bool animate) {
     animateObjects = animate ? 1 : 0;
-    SetCommandCheck(Command::AnimateObject, animate);
+    SetCommandCheck(LocalCommand::AnimateObject, animate);
     if (scenarioDlg != nullptr && scenarioDlg->IsEnabled()) {
         scenarioDlg->PressButton(IDC_ANIMATE_OBJECT, animate);
     }
@@ -200,7 +187,7 @@ void IPluginImpl::EnableCommandRange(Word first, Word last, bool enabled) {
 void IPluginImpl::SetVisualizedTrack(CFilmTrack* track) {
     trackVisualizer.SetRenderTrack(track);
     cameraHelpers.UpdateObjects(track, currentTime);
-    EnableCommandRange(Command::CreateCameraFrame, Command::CreateCameraFrame, track != nullptr);
+    EnableCommandRange(LocalCommand::CreateCameraFrame, LocalCommand::CreateCameraFrame, track != nullptr);
 }
 
 IKeyAttributesDlg* IPluginImpl::GetKeyAttributesDlg() {

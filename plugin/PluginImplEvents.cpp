@@ -1,5 +1,7 @@
 #include "plugin/PluginImpl.h"
 
+#include "plugin/LocalCommands.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -17,7 +19,7 @@ int ViewNumber(const void* data) {
 void IPluginImpl::OnEvent(int code, void* data) {
     switch (code) {
     case EventCode::PanelTaken:
-        SetCommandCheck(1, false);
+        SetCommandCheck(LocalCommand::Movies, false);
         break;
     case EventCode::SelectionChanged:
         OnSelectionChanged();

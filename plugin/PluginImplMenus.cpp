@@ -1,6 +1,7 @@
 #include "plugin/PluginImpl.h"
 
 #include "framework/Resource.h"
+#include "plugin/LocalCommands.h"
 #include "plugin/PluginResources.h"
 
 #include <algorithm>
@@ -14,7 +15,6 @@ constexpr int AttachToObject = 1;
 constexpr int FirstOfView = 2;
 } // namespace PopupItem
 
-constexpr std::uint32_t kDetachMovie = 61;
 /// More parents than any film has; ends the walk in a film whose attachments form a ring.
 constexpr int kMaxParents = 10000;
 
@@ -35,7 +35,7 @@ bool IPluginImpl::OnViewMenu(CMenu* menu) {
         menu->AppendMenu(MF_STRING, popup->GetMenuItemID(item), text.c_str());
     }
     if (std::ranges::find(attachedViews, active) == attachedViews.end()) {
-        menu->EnableMenuItem(pluginId.WithLocal(kDetachMovie).word, MF_BYCOMMAND | MF_GRAYED);
+        menu->EnableMenuItem(pluginId.WithLocal(LocalCommand::DetachMovie).word, MF_BYCOMMAND | MF_GRAYED);
     }
     return true;
 }

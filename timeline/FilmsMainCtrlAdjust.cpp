@@ -1,10 +1,10 @@
 // Time that is put in, taken out and stretched, and the frame by its number.
 #include "files/MovieFrameDlg.h"
+#include "keys/FrameTimes.h"
 #include "keys/NumberText.h"
 #include "keys/Pixels.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/AdjustTimeDlg.h"
-#include "keys/FrameTimes.h"
 #include "timeline/FilmsMainCtrl.h"
 
 #include <cmath>

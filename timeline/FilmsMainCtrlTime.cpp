@@ -1,9 +1,9 @@
 #include "timeline/FilmsMainCtrl.h"
 
+#include "keys/FrameTimes.h"
 #include "keys/KeyWatch.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
-#include "keys/FrameTimes.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,7 @@
 #include "files/ValidateMovie.h"
 #include "keys/FrameTimes.h"
 #include "keys/TrackKey.h"
+#include "plugin/LocalCommands.h"
 #include "plugin/PluginImpl.h"
 #include "resources/resource.h"
 #include "timeline/CommandNotes.h"
@@ -9,11 +10,6 @@
 #include <algorithm>
 
 namespace {
-
-/// Local numbers of the plug-in object's own commands.
-constexpr std::uint32_t kAnimateObject = 50;
-constexpr std::uint32_t kCreateCameraFrame = 51;
-constexpr std::uint32_t kToVirtualObject = 52;
 
 void RunPluginCommand(std::uint32_t local) {
     IPluginImpl& plugin = GetPlugin();
@@ -85,7 +81,7 @@ void CScenarioDlg::OnValidate() {
 /// set the command's own button already.
 void CScenarioDlg::OnAnimate() {
     const HWND self = GetSafeHwnd();
-    RunPluginCommand(kAnimateObject);
+    RunPluginCommand(LocalCommand::AnimateObject);
     if (!IsWindow(self)) {
         return;
     }
@@ -164,11 +160,11 @@ void CScenarioDlg::OnFrameForward() {
 }
 
 void CScenarioDlg::OnCreateCameraFrame() {
-    RunPluginCommand(kCreateCameraFrame);
+    RunPluginCommand(LocalCommand::CreateCameraFrame);
 }
 
 void CScenarioDlg::OnToVirtualObject() {
-    RunPluginCommand(kToVirtualObject);
+    RunPluginCommand(LocalCommand::ToVirtualObject);
 }
 
 void CScenarioDlg::OnDeselectKeys() {
