@@ -99,6 +99,29 @@ TEST_F(VirtualObjectsTest, TracksOfAllFilmsAreMarkedAndFreed) {
     EXPECT_EQ(AsObjectTrack(first->FindObjectTrack(crate))->actor, crate);
 }
 
+TEST_F(VirtualObjectsTest, TheFilmInTheLastSlotIsMarkedToo) {
+    EditorObject* crate = editor.Create("Crate");
+    while (plugin.GetFilmByIndex(198) == nullptr) {
+        NewFilm();
+    }
+    IFilm* last = OpenFilmWith({crate});
+    ASSERT_EQ(last->index, 199);
+    ToVirtual({crate});
+    EXPECT_TRUE(IsMarked(last, crate));
+}
+
+TEST_F(VirtualObjectsTest, WhatIsNoEditorObjectIsLeftAloneBothWays) {
+    EditorObject& root = Data().Root();
+    const std::string before = root.GetInfo()->className;
+    ToVirtual({&root});
+    EXPECT_EQ(root.GetInfo()->className, before);
+    EXPECT_THAT(plugin.virtualObjects, IsEmpty());
+    root.GetInfo()->SetClassName("VirtualObjEditorObject");
+    ToNormal({&root});
+    EXPECT_EQ(root.GetInfo()->className, "VirtualObjEditorObject");
+    EXPECT_THAT(editor.broadcasts, IsEmpty());
+}
+
 TEST_F(VirtualObjectsTest, TheQuestionComesEvenWithNothingToConvertOrNoLevel) {
     ToVirtual({});
     EXPECT_EQ(boxes.size(), 1u);
