@@ -178,6 +178,10 @@ void MainWindow::RedrawView(int view) {
 }
 
 void MainWindow::AttachmentChanged(int view) {
+    const StageView* changed = host.views.At(view);
+    if (changed != nullptr && changed->attachedTo != 0 && !closing) {
+        Report(tr("The view shows the film's camera. Click its badge to take it back.").toStdString());
+    }
     RedrawView(view);
 }
 
