@@ -120,7 +120,8 @@ void CAttachMovieObjectDlg::OnBrowse() {
     }
     const EditorObject* browsed = object;
     const std::weak_ptr<int> window = life;
-    const std::string name = editor->BrowseMeshElement(object, element);
+    const std::string present = element; // the host's own while it asks, whatever becomes of the dialog
+    const std::string name = editor->BrowseMeshElement(object, present);
     if (window.expired() || object != browsed || name == element) {
         return;
     }
