@@ -81,7 +81,7 @@ template <class Base> bool KeyRecord<Base>::Equals(const IFilmKey& other, bool c
     if (compareTime && !(std::fabs(other.time - this->time) < kSameTime)) {
         return false;
     }
-    return SameContent(static_cast<const Base&>(other));
+    return SameFields<Base>(*this, static_cast<const Base&>(other));
 }
 
 void CameraKey::SetValue(const void* value) {
@@ -89,15 +89,6 @@ void CameraKey::SetValue(const void* value) {
         cameraName = *TextOf(value);
         Changed();
     }
-}
-
-void CameraKey::CopyContent(const CFilmCameraKey& other) {
-    cameraName = other.cameraName;
-    delayTime = other.delayTime;
-}
-
-bool CameraKey::SameContent(const CFilmCameraKey& other) const {
-    return cameraName == other.cameraName && delayTime == other.delayTime;
 }
 
 std::string CameraKey::DescribeContent() const {
@@ -126,19 +117,6 @@ void AnimationKey::SetInHandle(const void* value) {
         animationName = *TextOf(value);
         Changed();
     }
-}
-
-void AnimationKey::CopyContent(const CFilmAnimationKey& other) {
-    meshElement = other.meshElement;
-    animationName = other.animationName;
-    frequency = other.frequency;
-    repeats = other.repeats;
-    startFrame = other.startFrame;
-}
-
-bool AnimationKey::SameContent(const CFilmAnimationKey& other) const {
-    return meshElement == other.meshElement && animationName == other.animationName &&
-           frequency == other.frequency && repeats == other.repeats && startFrame == other.startFrame;
 }
 
 std::string AnimationKey::DescribeContent() const {
@@ -172,22 +150,6 @@ void FxKey::SetLinkObject(EditorObject* object) {
     Changed();
 }
 
-void FxKey::CopyContent(const CFilmFxKey& other) {
-    fxName = other.fxName;
-    deleteFlag = other.deleteFlag;
-    objectId = other.objectId;
-    linkElement = other.linkElement;
-    position = other.position;
-    normal = other.normal;
-    forward = other.forward;
-}
-
-bool FxKey::SameContent(const CFilmFxKey& other) const {
-    return fxName == other.fxName && deleteFlag == other.deleteFlag && objectId == other.objectId &&
-           linkElement == other.linkElement && position == other.position && normal == other.normal &&
-           forward == other.forward;
-}
-
 std::string FxKey::DescribeContent() const {
     std::string text = Line("FX: %s", fxName.c_str());
     if (kind != KeyKind::FxRain && kind != KeyKind::FxBlind) {
@@ -210,15 +172,6 @@ void SpeechKey::SetValue(const void* value) {
     }
 }
 
-void SpeechKey::CopyContent(const CFilmSpeechKey& other) {
-    speechPath = other.speechPath;
-    speechText = other.speechText;
-}
-
-bool SpeechKey::SameContent(const CFilmSpeechKey& other) const {
-    return speechPath == other.speechPath && speechText == other.speechText;
-}
-
 std::string SpeechKey::DescribeContent() const {
     return Line("Speech: %s", speechPath.c_str()) + Line("Text: %s", speechText.c_str());
 }
@@ -234,18 +187,6 @@ void SoundKey::SetValue(const void* value) {
     }
 }
 
-void SoundKey::CopyContent(const CFilmSoundKey& other) {
-    wavPath = other.wavPath;
-    soundPosition = other.soundPosition;
-    followObject = other.followObject;
-    looped = other.looped;
-}
-
-bool SoundKey::SameContent(const CFilmSoundKey& other) const {
-    return wavPath == other.wavPath && soundPosition == other.soundPosition &&
-           followObject == other.followObject && looped == other.looped;
-}
-
 std::string SoundKey::DescribeContent() const {
     return Line("Sound: %s", wavPath.c_str()) + (looped != 0 ? "Looped\n" : "");
 }
@@ -255,20 +196,6 @@ template <class Base> void VectorRecord<Base>::Store(const void* source, Vector3
         std::copy_n(static_cast<const float*>(source), 3, target.Data());
         this->Changed();
     }
-}
-
-template <class Base> void VectorRecord<Base>::CopyContent(const Base& other) {
-    this->value = other.value;
-    this->inHandle = other.inHandle;
-    this->outHandle = other.outHandle;
-    this->inMethod = other.inMethod;
-    this->outMethod = other.outMethod;
-}
-
-template <class Base> bool VectorRecord<Base>::SameContent(const Base& other) const {
-    return this->value == other.value && this->inHandle == other.inHandle &&
-           this->outHandle == other.outHandle && this->inMethod == other.inMethod &&
-           this->outMethod == other.outMethod;
 }
 
 template <class Base> std::string VectorRecord<Base>::DescribeContent() const {
@@ -344,13 +271,6 @@ void LinkedKey::GetOutPoint(Vector3& point) const {
 void LinkedKey::CopyContent(const CFilmLinkedKey& other) {
     VectorRecord::CopyContent(other);
     linkObject = other.linkObject;
-    linkObjectId = other.linkObjectId;
-    linkElement = other.linkElement;
-}
-
-bool LinkedKey::SameContent(const CFilmLinkedKey& other) const {
-    return VectorRecord::SameContent(other) && linkObjectId == other.linkObjectId &&
-           linkElement == other.linkElement;
 }
 
 std::string LinkedKey::DescribeContent() const {
@@ -366,15 +286,6 @@ void JavaKey::SetValue(const void* value) {
         methodName = *TextOf(value);
         Changed();
     }
-}
-
-void JavaKey::CopyContent(const CFilmJavaKey& other) {
-    methodName = other.methodName;
-    callAfterStop = other.callAfterStop;
-}
-
-bool JavaKey::SameContent(const CFilmJavaKey& other) const {
-    return methodName == other.methodName && callAfterStop == other.callAfterStop;
 }
 
 std::string JavaKey::DescribeContent() const {
@@ -393,14 +304,6 @@ const char* FlagsKey::GetFlagName(int index) const {
         return "Black bars";
     }
     return AsObjectTrack(track) != nullptr ? "Hidden" : "Light on";
-}
-
-void FlagsKey::CopyContent(const CFilmFlagsKey& other) {
-    keyFlags = other.keyFlags;
-}
-
-bool FlagsKey::SameContent(const CFilmFlagsKey& other) const {
-    return keyFlags == other.keyFlags;
 }
 
 std::string FlagsKey::DescribeContent() const {
@@ -438,19 +341,6 @@ void ScalarKey::SetInMethod(int method) {
 void ScalarKey::SetOutMethod(int method) {
     outMethod = method;
     Changed();
-}
-
-void ScalarKey::CopyContent(const CFilmScalarKey& other) {
-    value = other.value;
-    inValue = other.inValue;
-    outValue = other.outValue;
-    inMethod = other.inMethod;
-    outMethod = other.outMethod;
-}
-
-bool ScalarKey::SameContent(const CFilmScalarKey& other) const {
-    return value == other.value && inValue == other.inValue && outValue == other.outValue &&
-           inMethod == other.inMethod && outMethod == other.outMethod;
 }
 
 std::string ScalarKey::DescribeContent() const {

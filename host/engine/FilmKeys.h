@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/engine/KeyChannel.h"
+#include "host/engine/KeyFields.h"
 #include "host/engine/Math.h"
 #include "plugin/contract/FilmKey.h"
 
@@ -37,8 +38,7 @@ public:
 
 protected:
     /// `other` is of the same kind.
-    virtual void CopyContent(const Base& other) = 0;
-    virtual bool SameContent(const Base& other) const = 0;
+    virtual void CopyContent(const Base& other) { CopyFields<Base>(other, *this); }
     /// One or more lines, each with its end.
     virtual std::string DescribeContent() const = 0;
     void Changed() { MarkChannelDirty(*this); }
@@ -49,9 +49,6 @@ public:
     void SetValue(const void* value) override;
 
 private:
-    /// Required: the priority is the key's row and stays.
-    void CopyContent(const CFilmCameraKey& other) override;
-    bool SameContent(const CFilmCameraKey& other) const override;
     std::string DescribeContent() const override;
 };
 
@@ -63,8 +60,6 @@ public:
     void SetInHandle(const void* value) override;
 
 private:
-    void CopyContent(const CFilmAnimationKey& other) override;
-    bool SameContent(const CFilmAnimationKey& other) const override;
     std::string DescribeContent() const override;
 };
 
@@ -76,8 +71,6 @@ public:
     void SetLinkObject(EditorObject* object) override;
 
 private:
-    void CopyContent(const CFilmFxKey& other) override;
-    bool SameContent(const CFilmFxKey& other) const override;
     std::string DescribeContent() const override;
 };
 
@@ -90,8 +83,6 @@ public:
     void SetValue(const void* value) override;
 
 private:
-    void CopyContent(const CFilmSpeechKey& other) override;
-    bool SameContent(const CFilmSpeechKey& other) const override;
     std::string DescribeContent() const override;
 
     const FilmManager* manager;
@@ -105,8 +96,6 @@ public:
     void SetValue(const void* value) override;
 
 private:
-    void CopyContent(const CFilmSoundKey& other) override;
-    bool SameContent(const CFilmSoundKey& other) const override;
     std::string DescribeContent() const override;
 
     const FilmManager* manager;
@@ -127,8 +116,6 @@ public:
     }
 
 protected:
-    void CopyContent(const Base& other) override;
-    bool SameContent(const Base& other) const override;
     std::string DescribeContent() const override;
     void Store(const void* source, Vector3& target);
 };
@@ -149,7 +136,6 @@ public:
 
 private:
     void CopyContent(const CFilmLinkedKey& other) override;
-    bool SameContent(const CFilmLinkedKey& other) const override;
     std::string DescribeContent() const override;
     Matrix4 LinkSpace() const;
     void StoreWorld(const void* source, Vector3& target);
@@ -161,8 +147,6 @@ public:
     void SetValue(const void* value) override;
 
 private:
-    void CopyContent(const CFilmJavaKey& other) override;
-    bool SameContent(const CFilmJavaKey& other) const override;
     std::string DescribeContent() const override;
 };
 
@@ -173,8 +157,6 @@ public:
     const char* GetFlagName(int index) const override;
 
 private:
-    void CopyContent(const CFilmFlagsKey& other) override;
-    bool SameContent(const CFilmFlagsKey& other) const override;
     std::string DescribeContent() const override;
 };
 
@@ -187,8 +169,6 @@ public:
     void SetOutMethod(int method) override;
 
 private:
-    void CopyContent(const CFilmScalarKey& other) override;
-    bool SameContent(const CFilmScalarKey& other) const override;
     std::string DescribeContent() const override;
     void Store(const void* source, float& target);
 };

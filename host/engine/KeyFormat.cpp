@@ -2,6 +2,7 @@
 
 #include "host/engine/ByteStream.h"
 #include "host/engine/FilmManager.h"
+#include "host/engine/KeyFields.h"
 
 #include <cmath>
 #include <cstddef>
@@ -32,113 +33,79 @@ std::int32_t ReadMethod(ByteReader& in) {
     return method == kWideMethod ? in.I32() : method;
 }
 
-/// Visits a record's fields in the file's order, for writing and for reading alike.
-struct Writing {
+/// Visitors of KeyFields.
+template <class Record> struct Writing {
     ByteWriter& out;
-    void operator()(const std::string& text) { out.Text(text); }
-    void operator()(const Vector3& vector) { out.Floats(vector.Data(), 3); }
-    void operator()(float number) { out.F32(number); }
-    void operator()(std::int32_t number) { out.I32(number); }
-    void operator()(std::uint32_t number) { out.U32(number); }
-    void operator()(std::uint8_t number) { out.U8(number); }
-    void Method(std::int32_t method) { WriteMethod(out, method); }
+    const Record& record;
+    void operator()(auto field) { Put(record.*field); }
+    void Place(auto field) { Put(record.*field); }
+    void Method(auto field) { WriteMethod(out, record.*field); }
+    void Put(const std::string& text) { out.Text(text); }
+    void Put(const Vector3& vector) { out.Floats(vector.Data(), 3); }
+    void Put(float number) { out.F32(number); }
+    void Put(std::int32_t number) { out.I32(number); }
+    void Put(std::uint32_t number) { out.U32(number); }
+    void Put(std::uint8_t number) { out.U8(number); }
 };
 
-struct Reading {
+template <class Record> struct Reading {
     ByteReader& in;
-    void operator()(std::string& text) { text = in.Text(); }
-    void operator()(Vector3& vector) { in.Floats(vector.Data(), 3); }
-    void operator()(float& number) { number = in.F32(); }
-    void operator()(std::int32_t& number) { number = in.I32(); }
-    void operator()(std::uint32_t& number) { number = in.U32(); }
-    void operator()(std::uint8_t& number) { number = in.U8(); }
-    void Method(std::int32_t& method) { method = ReadMethod(in); }
+    Record& record;
+    void operator()(auto field) { Get(record.*field); }
+    void Place(auto field) { Get(record.*field); }
+    void Method(auto field) { record.*field = ReadMethod(in); }
+    void Get(std::string& text) { text = in.Text(); }
+    void Get(Vector3& vector) { in.Floats(vector.Data(), 3); }
+    void Get(float& number) { number = in.F32(); }
+    void Get(std::int32_t& number) { number = in.I32(); }
+    void Get(std::uint32_t& number) { number = in.U32(); }
+    void Get(std::uint8_t& number) { number = in.U8(); }
 };
 
-template <class Visit, class Key> void VisitVector(Visit& visit, Key& key) {
-    visit(key.value);
-    visit(key.inHandle);
-    visit(key.outHandle);
-    visit.Method(key.inMethod);
-    visit.Method(key.outMethod);
-}
-
-template <class To, class From> auto& As(From& key) {
-    using Target = std::conditional_t<std::is_const_v<From>, const To, To>;
-    return static_cast<Target&>(key);
-}
-
-template <class Visit, class Key> void VisitTimed(Visit& visit, Key& key) {
-    if (key.kind == KeyKind::Camera) {
-        auto& record = As<CFilmCameraKey>(key);
-        visit(record.cameraName);
-        visit(record.priority);
-        visit(record.delayTime);
-    } else if (key.kind == KeyKind::Animation) {
-        auto& record = As<CFilmAnimationKey>(key);
-        visit(record.meshElement);
-        visit(record.animationName);
-        visit(record.frequency);
-        visit(record.repeats);
-        visit(record.startFrame);
-    } else if (key.kind == KeyKind::Speech) {
-        auto& record = As<CFilmSpeechKey>(key);
-        visit(record.speechPath);
-        visit(record.speechText);
-    } else if (key.kind == KeyKind::Sound) {
-        auto& record = As<CFilmSoundKey>(key);
-        visit(record.wavPath);
-        visit(record.soundPosition);
-        visit(record.followObject);
-        visit(record.looped);
-    } else {
-        auto& record = As<CFilmFxKey>(key);
-        visit(record.fxName);
-        visit(record.deleteFlag);
-        visit(record.objectId);
-        visit(record.linkElement);
-        visit(record.position);
-        visit(record.normal);
-        visit(record.forward);
-    }
-}
-
-template <class Visit, class Key> void VisitContent(Visit& visit, Key& key) {
+/// Calls `with` with the record as what its kind says it is.
+template <class Key, class With> void AsRecord(Key& key, With&& with) {
+    const auto as = [&key, &with]<class Record>(std::type_identity<Record>) {
+        with(static_cast<std::conditional_t<std::is_const_v<Key>, const Record, Record>&>(key));
+    };
     switch (key.kind) {
+    case KeyKind::Camera:
+        return as(std::type_identity<CFilmCameraKey>());
+    case KeyKind::Animation:
+        return as(std::type_identity<CFilmAnimationKey>());
+    case KeyKind::Speech:
+        return as(std::type_identity<CFilmSpeechKey>());
+    case KeyKind::Sound:
+        return as(std::type_identity<CFilmSoundKey>());
     case KeyKind::Position:
     case KeyKind::Rotation:
     case KeyKind::Scale:
     case KeyKind::Color:
-        return VisitVector(visit, As<CFilmVectorKey>(key));
+        return as(std::type_identity<CFilmVectorKey>());
     case KeyKind::CameraPosition:
-    case KeyKind::CameraTarget: {
-        auto& record = As<CFilmLinkedKey>(key);
-        VisitVector(visit, record);
-        visit(record.linkObjectId);
-        visit(record.linkElement);
-        return;
-    }
-    case KeyKind::JavaMethod: {
-        auto& record = As<CFilmJavaKey>(key);
-        visit(record.methodName);
-        visit(record.callAfterStop);
-        return;
-    }
+    case KeyKind::CameraTarget:
+        return as(std::type_identity<CFilmLinkedKey>());
+    case KeyKind::JavaMethod:
+        return as(std::type_identity<CFilmJavaKey>());
     case KeyKind::Flags:
-        return visit(As<CFilmFlagsKey>(key).keyFlags);
+        return as(std::type_identity<CFilmFlagsKey>());
     case KeyKind::Roll:
-    case KeyKind::FieldOfView: {
-        auto& record = As<CFilmScalarKey>(key);
-        visit(record.value);
-        visit(record.inValue);
-        visit(record.outValue);
-        visit.Method(record.inMethod);
-        visit.Method(record.outMethod);
-        return;
-    }
+    case KeyKind::FieldOfView:
+        return as(std::type_identity<CFilmScalarKey>());
     default:
-        return VisitTimed(visit, key);
+        return as(std::type_identity<CFilmFxKey>());
     }
+}
+
+void WriteContent(ByteWriter& out, const IFilmKey& key) {
+    AsRecord(key, [&out]<class Record>(const Record& record) {
+        KeyFields<Record>::Visit(Writing<Record>{out, record});
+    });
+}
+
+void ReadContent(ByteReader& in, IFilmKey& key) {
+    AsRecord(key, [&in]<class Record>(Record& record) {
+        KeyFields<Record>::Visit(Reading<Record>{in, record});
+    });
 }
 
 std::uint32_t OwnFlags(int kind) {
@@ -219,29 +186,27 @@ bool IsVectorKind(int kind) {
 void WriteKeys(std::span<IFilmKey* const> keys, int kind, std::string& bytes) {
     ByteWriter out(bytes);
     out.U32(static_cast<std::uint32_t>(keys.size()));
-    Writing visit{out};
     const bool vectors = IsVectorKind(kind);
     for (const IFilmKey* key : keys) {
         if (!vectors || !WritePlainVector(bytes, static_cast<const CFilmVectorKey&>(*key), kind)) {
             WriteMarks(out, *key, kind);
-            VisitContent(visit, *key);
+            WriteContent(out, *key);
         }
     }
 }
 
 namespace {
 
-void ReadKey(ByteReader& in, Reading& visit, IFilmKey& key) {
+void ReadKey(ByteReader& in, IFilmKey& key) {
     const std::uint8_t marks = in.U8();
     key.time = in.F32();
     key.endTime = (marks & kHasEndTime) != 0 ? in.F32() : 0.0f;
     key.flags = (marks & kHasFlags) != 0 ? in.U32() : OwnFlags(key.kind);
-    VisitContent(visit, key);
+    ReadContent(in, key);
 }
 
 bool ReadAll(ByteReader& in, int kind, FilmManager& manager, CFilmTrack& track, bool listed,
              std::vector<IFilmKey*>& keys) {
-    Reading visit{in};
     const std::uint32_t count = in.U32();
     if (count > in.Left() / kSmallestKey) {
         return false;
@@ -259,7 +224,7 @@ bool ReadAll(ByteReader& in, int kind, FilmManager& manager, CFilmTrack& track, 
             track.keys.push_back(key);
         }
         if (!vectors || !ReadPlainVector(in, static_cast<CFilmVectorKey&>(*key), kind)) {
-            ReadKey(in, visit, *key);
+            ReadKey(in, *key);
         }
     }
     return in.Good() && in.Left() == 0;
