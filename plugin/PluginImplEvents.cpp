@@ -101,8 +101,9 @@ void IPluginImpl::OnObjectsCreated() {
         return;
     }
     const ObjectList created = level->selection; // the host's list may change while tracks are made
+    bool asked = false;                          // a light's rows may ask, and behind a box anything may go
     for (EditorObject* object : created) {
-        if (object == nullptr || !object->IsA(ClassId::LevelObject)) {
+        if (object == nullptr || (asked && !IsInLevel(object)) || !object->IsA(ClassId::LevelObject)) {
             continue;
         }
         AddObjectMatrix(object);
@@ -111,6 +112,7 @@ void IPluginImpl::OnObjectsCreated() {
         }
         if (ObjectDerivesFrom(object, ClassName::DynLight) || ObjectDerivesFrom(object, ClassName::GLLight)) {
             AddLightTrack(object);
+            asked = true;
         }
     }
 }

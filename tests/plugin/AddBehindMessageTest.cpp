@@ -2,6 +2,7 @@
 #include "tests/plugin/PluginFixture.h"
 
 #include <functional>
+#include <utility>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -83,4 +84,30 @@ TEST_F(AddBehindMessageTest, LightDeletedBehindTheMessageLeavesNoTrack) {
     meanwhile = [&] { editor.DeleteObjects({lamp}); };
     EXPECT_FALSE(plugin.AddLightTrack(lamp));
     EXPECT_EQ(film->tracks.size(), 1U); // the level's
+}
+
+TEST_F(AddBehindMessageTest, FurtherLightsThatWentWhileRowsAskedBecomeNone) {
+    /// Its rows ask the user.
+    class AskingWindow : public LoggingWindow {
+    public:
+        using LoggingWindow::LoggingWindow;
+        void ShowFilm(IFilm* /*film*/, bool /*flag*/) override {
+            if (const auto action = std::exchange(whileAsked, nullptr)) {
+                action();
+            }
+        }
+        std::function<void()> whileAsked;
+    };
+    std::vector<std::string> calls;
+    AskingWindow asking(calls);
+    engine::SceneObject* lamp = editor.CreateOfClass("GLLightEditorObject", "Lamp");
+    engine::SceneObject* torch = editor.CreateOfClass("FilmsDynLightEditorObject", "Torch");
+    const IFilm* film = OpenNewFilm();
+    editor.Select({lamp, torch});
+    asking.whileAsked = [&] { editor.DeleteObjects({torch}); };
+    plugin.scenarioDlg = &asking;
+    plugin.OnEvent(EventCode::ObjectsCreated, nullptr);
+    plugin.scenarioDlg = nullptr;
+    EXPECT_EQ(film->tracks.size(), 2U); // beside the level's, the lamp's
+    EXPECT_EQ(plugin.lightHelpers.helpers.size(), 1U);
 }
