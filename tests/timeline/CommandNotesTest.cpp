@@ -24,7 +24,6 @@ TEST_F(CommandNotesTest, WithoutAFilmItIsTheFilmThatIsMissing) {
 }
 
 TEST_F(CommandNotesTest, ActorsComeAndGoByTheSelection) {
-    EditorObject* crate = plugin.FindObjectByTrack(track);
     EditorObject* barrel = editor.Create("Barrel");
     EXPECT_EQ(Why(IDC_ADD_ACTORS), "No object is selected.");
     EXPECT_EQ(Why(IDC_REMOVE_ACTORS), "No actor of the film is selected.");
@@ -38,6 +37,7 @@ TEST_F(CommandNotesTest, ActorsComeAndGoByTheSelection) {
     EXPECT_EQ(Why(IDC_ADD_ACTORS), "");
     EXPECT_EQ(Why(IDC_REMOVE_ACTORS), "");
     const ObjectList made = {crate};
+    boxAnswer = IDYES;
     plugin.ConvertToVirtualObjects(&made);
     editor.Select({plugin.FindObjectByTrack(track)});
     EXPECT_EQ(Why(IDC_REMOVE_ACTORS), "A virtual object stays in its film.");

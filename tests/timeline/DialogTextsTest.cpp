@@ -46,11 +46,14 @@ class DialogTextsTest : public testing::TestWithParam<UINT> {};
 
 TEST_P(DialogTextsTest, NoneIsCut) {
     const ResourceScope resources(PluginResources());
+    CDialog frame; // of the page that is a child window
+    ASSERT_TRUE(frame.Create(IDD_EMPTY));
     CDialog dialog;
-    ASSERT_TRUE(dialog.Create(GetParam()));
+    ASSERT_TRUE(dialog.Create(GetParam(), &frame));
     const QWidget& window = *NativeWidget(dialog);
     EXPECT_EQ(CutTexts(window), std::vector<std::string>());
     dialog.DestroyWindow();
+    frame.DestroyWindow();
 }
 
 INSTANTIATE_TEST_SUITE_P(All, DialogTextsTest,
