@@ -288,11 +288,16 @@ std::set<std::string> NoDeadItemInStageTest::DeadInMenu(const Prepare& prepare,
                                                         const std::function<void()>& rightClick) {
     std::vector<std::string> offered;
     const auto open = [&](const std::function<void(QMenu&)>& choose) {
+        constexpr int kMostTries = 100; // then the menu would wait for ever
+        int tries = 0;
         QTimer poll;
         QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
-            if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
-                poll.stop();
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            if (menu != nullptr && ++tries <= kMostTries) {
                 choose(*menu);
+            } else if (menu != nullptr) {
+                ADD_FAILURE() << "the menu takes no choice";
+                menu->close();
             }
         });
         poll.start(1);
@@ -301,6 +306,7 @@ std::set<std::string> NoDeadItemInStageTest::DeadInMenu(const Prepare& prepare,
     };
     prepare();
     open([&](QMenu& menu) {
+        offered.clear();
         for (const QAction* action : menu.actions()) {
             if (CanBeChosen(*action)) {
                 offered.push_back(action->text().toStdString());
