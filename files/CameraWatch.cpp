@@ -5,12 +5,13 @@
 void CameraWatch::Begin(CFilmTrack* track) {
     const CFilmCameraTrack* camera = AsCameraTrack(track);
     watched = camera;
+    level = LevelWatch();
     name = camera != nullptr ? camera->cameraName : std::string();
 }
 
 CFilmCameraTrack* CameraWatch::Find() const {
     const IFilm* film = GetPlugin().GetCurrentFilm();
-    if (film == nullptr || watched == nullptr) {
+    if (film == nullptr || watched == nullptr || !level.IsSameLevel()) {
         return nullptr;
     }
     for (CFilmTrack* track : film->tracks) {

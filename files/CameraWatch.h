@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plugin/contract/FilmTrack.h"
+#include "plugin/LevelWatch.h"
 
 #include <string>
 
@@ -16,4 +17,5 @@ public:
 private:
     const CFilmTrack* watched = nullptr;
     std::string name;
+    LevelWatch level;
 };

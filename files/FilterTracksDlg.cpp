@@ -48,6 +48,7 @@ BOOL CFilterTracksDlg::OnInitDialog() {
 
 void CFilterTracksDlg::FillList() {
     film = GetPlugin().GetCurrentFilm();
+    level = LevelWatch();
     list.SetRedraw(FALSE);
     list.ResetContent();
     if (const CFilmsMainCtrl* control = GetFilmsMainCtrl()) {
@@ -83,7 +84,7 @@ void CFilterTracksDlg::OnOK() {
 
 void CFilterTracksDlg::ShowRows() {
     CFilmsMainCtrl* control = GetFilmsMainCtrl();
-    if (control == nullptr || film != GetPlugin().GetCurrentFilm()) {
+    if (control == nullptr || film != GetPlugin().GetCurrentFilm() || !level.IsSameLevel()) {
         return;
     }
     TrackSet listed;

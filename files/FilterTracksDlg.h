@@ -2,6 +2,7 @@
 
 #include "framework/Dialog.h"
 #include "framework/ListBox.h"
+#include "plugin/LevelWatch.h"
 
 class IFilm;
 
@@ -29,4 +30,5 @@ private:
     void ShowRows();
 
     const IFilm* film = nullptr; ///< whose rows are listed; compared only
+    LevelWatch level;            ///< of that film
 };

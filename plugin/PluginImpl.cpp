@@ -1,6 +1,7 @@
 #include "plugin/PluginImpl.h"
 
 #include "files/Log.h"
+#include "plugin/LevelWatch.h"
 
 #include <algorithm>
 
@@ -69,6 +70,7 @@ void IPluginImpl::OnEditorClosing() {
 }
 
 void IPluginImpl::ClearLevelState() {
+    LevelWatch::LevelChanges();
     objectMatrices.clear();
     attachedViews.clear();
     levelParams.Clear();
@@ -101,6 +103,7 @@ void IPluginImpl::OnNew() {
 }
 
 void IPluginImpl::OnLevelLoaded() {
+    LevelWatch::LevelChanges();
     if (keyAttributesDlg) {
         keyAttributesDlg->Reset(); // before the rows look for its record, which went with the old level
     }

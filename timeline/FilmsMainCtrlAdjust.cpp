@@ -3,6 +3,7 @@
 #include "keys/FrameTimes.h"
 #include "keys/NumberText.h"
 #include "keys/Pixels.h"
+#include "plugin/LevelWatch.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/AdjustTimeDlg.h"
 #include "timeline/FilmsMainCtrl.h"
@@ -39,8 +40,9 @@ void CFilmsMainCtrl::OnMenuSetMovieFrame() {
     CMovieFrameDlg dialog(this);
     dialog.text = std::to_string(oldFrame);
     const std::weak_ptr<int> window = life;
+    const LevelWatch level;
     const bool isTaken = dialog.DoModal() == IDOK;
-    if (window.expired() || film != plugin.GetCurrentFilm()) {
+    if (window.expired() || film != plugin.GetCurrentFilm() || !level.IsSameLevel()) {
         return;
     }
     // Required: Cancel goes to the old frame too, which takes a cursor between two frames onto one.
@@ -90,8 +92,10 @@ void CFilmsMainCtrl::InsertTime(float time, float length) {
     }
     const std::weak_ptr<int> window = life;
     const bool forOneRow = menuRow != nullptr;
+    const LevelWatch level;
     const IFilmKey* shownRecord = LeaveAttributesDialog(film);
-    if (window.expired() || film != plugin.GetCurrentFilm() || forOneRow != (menuRow != nullptr)) {
+    if (window.expired() || film != plugin.GetCurrentFilm() || !level.IsSameLevel() ||
+        forOneRow != (menuRow != nullptr)) {
         return; // the user was asked, and something else went on
     }
     if (std::isfinite(time) && std::isfinite(film->length + length)) {

@@ -1,6 +1,7 @@
 // "Add camera": a camera track that begins as the active 3D view stands.
 #include "files/AddCameraDlg.h"
 #include "keys/NewKey.h"
+#include "plugin/LevelWatch.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 
@@ -98,7 +99,9 @@ void CFilmsMainCtrl::OnMenuAddCamera() {
     CAddCameraDlg dialog(this);
     film->NewCameraName(dialog.name);
     const std::weak_ptr<int> window = life;
-    if (dialog.DoModal() != IDOK || window.expired() || film != plugin.GetCurrentFilm()) {
+    const LevelWatch level;
+    if (dialog.DoModal() != IDOK || window.expired() || film != plugin.GetCurrentFilm() ||
+        !level.IsSameLevel()) {
         return;
     }
     ILevelData* data = plugin.GetLevelData();

@@ -2,6 +2,7 @@
 #include "files/FilterTracksDlg.h"
 #include "files/KeysFilterDlg.h"
 #include "keys/TrackKey.h"
+#include "plugin/LevelWatch.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 #include "timeline/TrackCtrlStore.h"
@@ -69,12 +70,14 @@ void CFilmsMainCtrl::OnMenuFilterKeys() {
     dialog.SetTrack(track);
     dialog.SetParams(records);
     const std::weak_ptr<int> window = life;
+    const LevelWatch level;
     if (dialog.DoModal() != IDOK || window.expired()) {
         return;
     }
     dialog.GetParams(records);
     TakeKeyLooks(records);
-    CTrackCtrl* row = film == GetPlugin().GetCurrentFilm() ? RootRowOf(track) : nullptr;
+    const bool isSameFilm = film == GetPlugin().GetCurrentFilm() && level.IsSameLevel();
+    CTrackCtrl* row = isSameFilm ? RootRowOf(track) : nullptr;
     if (row != nullptr) {
         TakeKeyFilter(FilterOf(records), dialog.applyToAll != 0 ? nullptr : row);
     }

@@ -1,0 +1,3 @@
+#include "plugin/LevelWatch.h"
+
+unsigned LevelWatch::levelNumber = 0;
