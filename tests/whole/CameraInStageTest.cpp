@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <fstream>
+#include <functional>
 #include <QMessageBox>
 #include <QTest>
 
@@ -91,14 +92,21 @@ TEST_F(CameraInStageTest, AnotherLevelTakesTheCameraAway) {
 }
 
 TEST_F(CameraInStageTest, PointsFollowThePlayingFilm) {
+    constexpr int kMostLooks = 50;
     float farthest = 0.0f;
+    int looks = 0;
     const Vector3 start = eye->World().Translation();
-    InsidePump([&] {
+    const std::function<void()> look = [&] {
         const Vector3 place = eye->World().Translation();
         farthest = std::abs(place.x - start.x);
         EXPECT_GT(Lines(), 0u);
-        PressKey(Qt::Key_Space);
-    });
+        if (farthest == 0.0f && ++looks < kMostLooks) {
+            InsidePump(look); // the clock has been read, and no frame posed yet
+        } else {
+            PressKey(Qt::Key_Space);
+        }
+    };
+    InsidePump(look);
     PlayWithShortcut(100);
     EXPECT_GT(farthest, 0.0f);
 }
