@@ -9,6 +9,7 @@
 #include "keys/KeyAttributesDlg.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginResources.h"
+#include "tests/support/ElementMesh.h"
 #include "tests/support/TempFolder.h"
 #include "tests/timeline/ControlFixture.h"
 
@@ -49,24 +50,6 @@ private:
     }
 };
 
-/// Bones as modelling tools name those of bipeds.
-class Biped final : public engine::IMesh, public engine::IMeshLibrary {
-public:
-    const engine::IMesh* FindMesh(const std::string&) override { return this; }
-    const std::vector<MeshElement>& Elements() const override { return elements; }
-    const std::vector<engine::Matrix4>& RestLocals() const override { return rest; }
-    const std::vector<engine::MeshClip>& Clips() const override { return clips; }
-    void Bounds(Vector3& low, Vector3& high) const override { low = high = {}; }
-    void SampleClip(int, float, engine::Matrix4*) const override {}
-    bool RayCast(const Vector3&, const Vector3&, const engine::Matrix4*, float&) const override {
-        return false;
-    }
-
-    std::vector<MeshElement> elements{{"Bip01", -1, 1}, {"Bip01 Spine", 0, 1}, {"Bip01 Head", 1, 1}};
-    std::vector<engine::Matrix4> rest{3};
-    std::vector<engine::MeshClip> clips;
-};
-
 /// A film with the robot, which has one animation key on its spine, in a real main control.
 class AttrBrowsersTest : public ControlTest {
 protected:
@@ -100,7 +83,8 @@ protected:
 
     ResourceScope resources{PluginResources()};
     std::filesystem::path folderBefore;
-    Biped biped;
+    /// Bones as modelling tools name those of bipeds.
+    ElementMesh biped{{{"Bip01", -1, 1}, {"Bip01 Spine", 0, 1}, {"Bip01 Head", 1, 1}}};
     BrowsingEditor browser;
     engine::SceneObject* robot = nullptr;
     IFilm* film = nullptr;

@@ -4,7 +4,9 @@
 #include "host/engine/MeshLibrary.h"
 #include "host/engine/ObjectTrack.h"
 #include "resources/resource.h"
+#include "tests/support/ElementMesh.h"
 #include "tests/support/Golden.h"
+#include "tests/support/PickingEditor.h"
 #include "tests/timeline/CommandFixture.h"
 
 #include <functional>
@@ -20,41 +22,6 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 namespace {
-
-/// Every mesh has a deck and a mast on it.
-class Boat final : public engine::IMesh, public engine::IMeshLibrary {
-public:
-    const engine::IMesh* FindMesh(const std::string&) override { return this; }
-    const std::vector<MeshElement>& Elements() const override { return elements; }
-    const std::vector<engine::Matrix4>& RestLocals() const override { return rest; }
-    const std::vector<engine::MeshClip>& Clips() const override { return clips; }
-    void Bounds(Vector3& low, Vector3& high) const override { low = high = {}; }
-    void SampleClip(int, float, engine::Matrix4*) const override {}
-    bool RayCast(const Vector3&, const Vector3&, const engine::Matrix4*, float&) const override {
-        return false;
-    }
-
-private:
-    std::vector<MeshElement> elements{{"Deck", -1, 1}, {"Mast", 0, 1}};
-    std::vector<engine::Matrix4> rest{2};
-    std::vector<engine::MeshClip> clips;
-};
-
-/// An editor whose user picks a mesh element. It lives beside the one with the level.
-class PickingEditor final : public TestEditor {
-public:
-    std::string BrowseMeshElement(EditorObject* object, const std::string& present) override {
-        asked.push_back(object->name + "/" + present);
-        if (onBrowse) {
-            onBrowse();
-        }
-        return answer;
-    }
-
-    std::vector<std::string> asked;
-    std::string answer;
-    std::function<void()> onBrowse;
-};
 
 /// The window "Attach movie object" on the track of the actor "Crate", which is attached to nothing.
 class AttachMovieObjectDlgTest : public CommandTest {
@@ -102,7 +69,7 @@ protected:
         Settle();
     }
 
-    Boat meshes;
+    ElementMesh meshes{{{"Deck", -1, 1}, {"Mast", 0, 1}}};
     PickingEditor picker;
     engine::SceneObject* ship;
 };

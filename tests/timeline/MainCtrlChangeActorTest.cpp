@@ -3,6 +3,7 @@
 #include "host/engine/MeshLibrary.h"
 #include "host/engine/ObjectTrack.h"
 #include "resources/resource.h"
+#include "tests/support/ElementMesh.h"
 #include "tests/timeline/CommandFixture.h"
 
 #include <algorithm>
@@ -12,25 +13,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace {
-
-/// Every mesh file has a mast and can sail.
-class Boats final : public engine::IMesh, public engine::IMeshLibrary {
-public:
-    const engine::IMesh* FindMesh(const std::string&) override { return this; }
-    const std::vector<MeshElement>& Elements() const override { return elements; }
-    const std::vector<engine::Matrix4>& RestLocals() const override { return rest; }
-    const std::vector<engine::MeshClip>& Clips() const override { return clips; }
-    void Bounds(Vector3& low, Vector3& high) const override { low = high = {}; }
-    void SampleClip(int, float, engine::Matrix4*) const override {}
-    bool RayCast(const Vector3&, const Vector3&, const engine::Matrix4*, float&) const override {
-        return false;
-    }
-
-private:
-    std::vector<MeshElement> elements{{"Mast", -1, 1}};
-    std::vector<engine::Matrix4> rest{1};
-    std::vector<engine::MeshClip> clips{{"Sail", 2.0f}};
-};
 
 /// The user has asked to change the actor "Crate"; "Ship" has a mesh.
 class ChangeActorTest : public CommandTest {
@@ -69,7 +51,7 @@ protected:
         boxes.clear();
     }
 
-    Boats boats;
+    ElementMesh boats{{{"Mast", -1, 1}}, {{"Sail", 2.0f}}}; ///< every file: a mast, and it can sail
     engine::SceneObject* ship;
 };
 

@@ -1,4 +1,6 @@
 #include "host/engine/MeshLibrary.h"
+#include "tests/support/ElementMesh.h"
+#include "tests/support/PickingEditor.h"
 #include "tests/timeline/TrackCtrlFixture.h"
 
 #include <functional>
@@ -30,43 +32,6 @@ protected:
     }
 };
 
-/// The bones Hips - Spine - Arm - Hand, and Flag, which hangs on a node of another type below Hips.
-class Skeleton final : public engine::IMesh, public engine::IMeshLibrary {
-public:
-    const engine::IMesh* FindMesh(const std::string& name) override {
-        return name == "robot.glb" ? this : nullptr;
-    }
-    const std::vector<MeshElement>& Elements() const override { return elements; }
-    const std::vector<engine::Matrix4>& RestLocals() const override { return rest; }
-    const std::vector<engine::MeshClip>& Clips() const override { return clips; }
-    void Bounds(Vector3& low, Vector3& high) const override { low = high = {}; }
-    void SampleClip(int, float, engine::Matrix4*) const override {}
-    bool RayCast(const Vector3&, const Vector3&, const engine::Matrix4*, float&) const override {
-        return false;
-    }
-
-    std::vector<MeshElement> elements{{"Hips", -1, 1}, {"Spine", 0, 1}, {"Arm", 1, 1},
-                                      {"Hand", 2, 1},  {"Group", 0, 2}, {"Flag", 4, 1}};
-    std::vector<engine::Matrix4> rest{6};
-    std::vector<engine::MeshClip> clips;
-};
-
-/// An editor whose user picks a mesh element.
-class PickingEditor : public TestEditor {
-public:
-    std::string BrowseMeshElement(EditorObject* object, const std::string& present) override {
-        asked.push_back(object->name + "/" + present);
-        if (onBrowse) {
-            onBrowse();
-        }
-        return answer;
-    }
-
-    std::vector<std::string> asked;
-    std::string answer;
-    std::function<void()> onBrowse;
-};
-
 class TrackCtrlAnimationRowsTest : public TrackCtrlTreeTest {
 protected:
     TrackCtrlAnimationRowsTest() {
@@ -96,7 +61,11 @@ protected:
         return names;
     }
 
-    Skeleton skeleton;
+    /// The bones Hips - Spine - Arm - Hand, and Flag, which hangs on a node of another type below Hips.
+    ElementMesh skeleton{
+        {{"Hips", -1, 1}, {"Spine", 0, 1}, {"Arm", 1, 1}, {"Hand", 2, 1}, {"Group", 0, 2}, {"Flag", 4, 1}},
+        {},
+        "robot.glb"};
     PickingEditor picker;
     engine::SceneObject* robot = nullptr;
     CFilmTrack* robotTrack = nullptr;
