@@ -22,8 +22,8 @@ class OpenWindow {
 public:
     /// So many actors with so many keys a channel, the first one with `ownKeys`.
     OpenWindow(int actors, int keys, int ownKeys) : timeline({"attributes", actors, keys}) {
-        timeline.plugin.makeKeyAttributesDlg = []() -> std::unique_ptr<IKeyAttributesDlg> {
-            return std::make_unique<CFilmKeyAttributesDlg>();
+        timeline.plugin.makeKeyAttributesDlg = [](IPluginImpl& owner) -> std::unique_ptr<IKeyAttributesDlg> {
+            return std::make_unique<CFilmKeyAttributesDlg>(owner);
         };
         if (ownKeys != keys) {
             GiveOwnKeys(ownKeys);

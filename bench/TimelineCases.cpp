@@ -14,7 +14,7 @@ TimelineFilm::TimelineFilm(const Case& size) : film(size), host(film.level) {
     plugin.filmViewSettings[0].movieEnd = film.film->length;
     plugin.filmViewSettings[0].viewEnd = film.film->length;
     plugin.currentFilm = film.film;
-    control = std::make_unique<CFilmsMainCtrl>();
+    control = std::make_unique<CFilmsMainCtrl>(plugin);
     frame.Create(nullptr, "", WS_POPUP | WS_VISIBLE, CRect(0, 0, kWidth, kHeight), nullptr, 0);
     control->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, kWidth, kHeight), &frame, 1);
     control->RecalcLayout();

@@ -16,8 +16,8 @@
 namespace {
 
 /// Whether a film of the level has the record still; pointers are only compared.
-bool IsInAFilm(const IFilmKey* record) {
-    const IFilmManager* manager = GetPlugin().GetFilmManager();
+bool IsInAFilm(const FilmSession& plugin, const IFilmKey* record) {
+    const IFilmManager* manager = plugin.GetFilmManager();
     const auto hasRecord = [record](const CFilmTrack* track) {
         return std::ranges::find(track->keys, record) != track->keys.end();
     };
@@ -35,7 +35,8 @@ ON_BN_CLICKED(IDC_ATTR_NEXT, &CFilmKeyAttributesDlg::OnNext)
 ON_BN_CLICKED(IDC_ATTR_PREV, &CFilmKeyAttributesDlg::OnPrev)
 END_MESSAGE_MAP()
 
-CFilmKeyAttributesDlg::CFilmKeyAttributesDlg() : CDialog(IDD_KEY_ATTRIBUTES) {
+CFilmKeyAttributesDlg::CFilmKeyAttributesDlg(IPluginImpl& newPlugin)
+    : CDialog(IDD_KEY_ATTRIBUTES), plugin(newPlugin) {
     const ResourceScope resources(PluginResources());
     Create(IDD_KEY_ATTRIBUTES, nullptr);
 }
@@ -129,7 +130,7 @@ void CFilmKeyAttributesDlg::ApplyChanges() {
     hasPending = false;
     IFilmKey* written = record;
     attributes->apply(rows, *written, [alive = std::weak_ptr<int>(life), written, this] {
-        return (!alive.expired() && record == written) || IsInAFilm(written);
+        return (!alive.expired() && record == written) || IsInAFilm(plugin, written);
     });
 }
 
@@ -203,7 +204,7 @@ void CFilmKeyAttributesDlg::MakeKeyCurrent() {
 
 void CFilmKeyAttributesDlg::PoseFilm() {
     if (const TimelineContext* timeline = GetTimeline()) {
-        GetPlugin().SetFrame(timeline->currentTime, IPluginImpl::kNoPrevious);
+        plugin.SetFrame(timeline->currentTime, IPluginImpl::kNoPrevious);
     }
 }
 

@@ -8,6 +8,8 @@
 #include <memory>
 #include <string>
 
+class IPluginImpl;
+
 /// The window "Key attributes": what one key says, row by row. Modeless, made hidden with the first film that
 /// is shown, owned by the plug-in object. A value goes from the editor to its row's member when the editor
 /// loses the focus, and from the members to the record when another key is shown, at Enter, at closing, at a
@@ -21,7 +23,7 @@ public:
     static constexpr int kHide = 0;
 
     /// Makes the window at once; without an application there is none.
-    CFilmKeyAttributesDlg();
+    explicit CFilmKeyAttributesDlg(IPluginImpl& newPlugin);
     ~CFilmKeyAttributesDlg() override;
 
     void SetKey(CTrackKey* newKey, bool refresh) override;
@@ -68,6 +70,7 @@ protected:
     void OnPrev() { GoToNeighbour(/*forward*/ false); }
 
 private:
+    IPluginImpl& plugin; ///< outlives the window
     AttrRow* FindObjectIdRow() const override { return rows.FindObjectIdRow(); }
     void Refresh() override { SetKey(nullptr, /*refresh*/ true); }
     void RowEdited() override { hasPending = true; }

@@ -11,8 +11,8 @@ namespace {
 IPluginImpl thePlugin;
 
 /// Null where no window can be made, as in a host without a screen.
-IScenarioWindow* MakeScenarioWindow() {
-    auto* window = new CScenarioDlg;
+IScenarioWindow* MakeScenarioWindow(IPluginImpl& plugin) {
+    auto* window = new CScenarioDlg(plugin);
     if (window->GetSafeHwnd() == nullptr) {
         delete window;
         return nullptr;
@@ -21,8 +21,8 @@ IScenarioWindow* MakeScenarioWindow() {
 }
 
 /// Null where no window can be made.
-std::unique_ptr<IKeyAttributesDlg> MakeKeyAttributesDlg() {
-    auto window = std::make_unique<CFilmKeyAttributesDlg>();
+std::unique_ptr<IKeyAttributesDlg> MakeKeyAttributesDlg(IPluginImpl& plugin) {
+    auto window = std::make_unique<CFilmKeyAttributesDlg>(plugin);
     return window->GetSafeHwnd() != nullptr ? std::move(window) : nullptr;
 }
 

@@ -5,14 +5,10 @@
 #include "helpers/CameraHelpersController.h"
 #include "helpers/FilmsLightHelperMgr.h"
 #include "helpers/TrackVisualizator.h"
-#include "plugin/contract/Editor.h"
-#include "plugin/contract/EditorView.h"
 #include "plugin/contract/EventCodes.h"
 #include "plugin/contract/Plugin.h"
-#include "plugin/FilmViewSettings.h"
+#include "plugin/FilmSession.h"
 #include "plugin/ObjectMatrixRecords.h"
-#include "plugin/PluginFilmsParams.h"
-#include "timeline/ScenarioWindow.h"
 
 #include <array>
 #include <list>
@@ -45,13 +41,8 @@ using MovedObjects = std::vector<MovedObject>;
 ///
 /// Everything runs on the host's user-interface thread. `Play` pumps messages, so any operation can run
 /// inside a playing film; state is read anew after each pump.
-class IPluginImpl final : public IPlugin {
+class IPluginImpl final : public IPlugin, public FilmSession {
 public:
-    static constexpr int kPluginKind = 6;
-    static constexpr int kFramesPerSecond = 30;
-    /// A previous time that fires no keys.
-    static constexpr float kNoPrevious = -1.0f;
-
     IPluginImpl();
     ~IPluginImpl() override;
     IPluginImpl(const IPluginImpl&) = delete;
@@ -90,21 +81,8 @@ public:
 
     // Host access.
     void Initialize(IEditor* newEditor, std::uint32_t pluginNumber, IEditorView* newView);
-    ILevelData* GetLevelData() const { return level != nullptr ? level->GetLevelData() : nullptr; }
-    IFilmManager* GetFilmManager() const;
-    /// The film of a slot number that may be anything; null outside 0 to 199.
-    IFilm* GetFilmByIndex(int index) const;
-    /// Whether one of the slots still holds this film.
-    bool FilmExists(const IFilm* film) const;
-    /// Whether one of the slots still holds the film, and the film the track. The pointers are only compared.
-    bool FilmHas(const IFilm* film, const CFilmTrack* track) const;
-    /// Whether the level has the object; the pointer is only compared.
-    bool IsInLevel(const EditorObject* object) const;
-    /// Whether the object's class derives from a class name, by the host's class database.
-    bool ObjectDerivesFrom(EditorObject* object, const char* className) const;
 
     // Films and time.
-    IFilm* GetCurrentFilm() const { return currentFilm; }
     void SetCurrentFilm(IFilm* film);
     void SelectFilmByIndex(int index);
     /// Index of the new film, -1 without level data or a free slot.
@@ -112,10 +90,7 @@ public:
     void DeleteFilm(IFilm* film);
     /// Seconds; negative and NaN give 0. Tells the scenario window unless the call comes from it.
     void SetTime(float time, bool fromWindow);
-    /// Poses the film and the views; does not touch currentTime.
-    void SetFrame(float time, float previous);
-    /// Seconds, rounded to a frame. With a rate of 0, cut to whole seconds.
-    double SnapToFrame(float time) const;
+    void SetFrame(float time, float previous) override;
     /// Name of the camera that the film shows at a time, empty if none; `key` may be null.
     void GetCameraNameAtTime(std::string& name, float time, IFilmKey** key) const;
     /// Blocks until the film stops. The argument plays no part: playing starts at currentTime.
@@ -132,15 +107,10 @@ public:
     void EnableCommandRange(Word first, Word last, bool enabled);
     void ShowPanel(bool show);
     void SetAnimateObjects(bool animate);
-    void SetVisualizedTrack(CFilmTrack* track);
+    CFilmTrack* GetVisualizedTrack() const override { return trackVisualizer.renderTrack; }
+    void SetVisualizedTrack(CFilmTrack* track) override;
     /// Made on first call; null while no maker is installed.
     IKeyAttributesDlg* GetKeyAttributesDlg();
-    /// A key's record was written elsewhere: a window that shows it, seen or hidden, reads it anew.
-    void TellKeyWritten(const IFilmKey* record) const;
-    /// Before a command that may make the rows anew: what was typed in the attributes window is kept. May ask
-    /// the user.
-    void ApplyPendingEdits() const;
-    IMainCtrl* GetMainCtrl() const { return scenarioDlg != nullptr ? scenarioDlg->GetMainCtrl() : nullptr; }
     void AttachView(int viewNumber);
     void DetachView(int viewNumber);
     void AttachContextObject();
@@ -157,9 +127,11 @@ public:
     void RecordTransformKeys(EditorObject* object, IFilm* film, float time, const float* newMatrix,
                              const float* oldMatrix);
     void CreateCameraFrame(CFilmTrack* track, float time, int viewNumber);
-    EditorObject* FindObjectByTrack(CFilmTrack* track) const;
+    EditorObject* FindObjectByTrack(CFilmTrack* track) const override;
+    const CFilmsLightHelper* FindLightByTrack(CFilmTrack* track) const override {
+        return lightHelpers.FindByTrack(track);
+    }
     CFilmTrack* FindTrackOfObject(IFilm* film, EditorObject* object) const;
-    static CPluginFilmsParams* GetParams(EditorObject* object);
 
     // Matrices outside of films.
     void AddObjectMatrix(EditorObject* object);
@@ -181,43 +153,26 @@ public:
     void AddCameraParams(const CPluginFilmsParams& params);
     void DeleteMovieParams(IFilm* film);
 
-    IScenarioWindow* scenarioDlg = nullptr; ///< may be null; destroys itself
-    IEditor* editor = nullptr;              ///< the three host pointers are null after event 11
-    IEditorView* view = nullptr;
-    ILevel* level = nullptr;
-    PluginCommandId pluginId; ///< local number 0
     CToolBarReg toolbar;
     CFilmsLightHelperMgr lightHelpers;
-    const EditorClassDescriptor* glLightClass = nullptr;
-    const EditorClassDescriptor* dynLightClass = nullptr;
     IFilm* suspendedFilm = nullptr; ///< the three are kept by event 19 for event 13
     float suspendedTime = 0.0f;
     std::uint8_t suspendedPlaying = 0;
-    IFilm* currentFilm = nullptr;
-    std::uint8_t isPlaying = 0; ///< 1 while the timing loop runs
-    float currentTime = 0.0f;   ///< seconds, never negative
-    float playOrigin = 0.0f;    ///< clock milliseconds at film time 0; float32 by design of the timing loop
-    std::array<FilmViewSettings, IFilmManager::kFilms> filmViewSettings;
+    float playOrigin = 0.0f; ///< clock milliseconds at film time 0; float32 by design of the timing loop
     std::uint8_t animateObjects = 0;
-    int framesPerSecond = 0; ///< 0 until the first new level, then 30
     EditorObject* contextObject = nullptr;
-    std::unique_ptr<IKeyAttributesDlg> keyAttributesDlg;
     ObjectMatrixRecords objectMatrices;
     CMenu filmsMenu;
     std::list<int> attachedViews;
-    CPluginFilmsParams levelParams;
-    std::list<CPluginFilmsParams> cameraParams;
     std::list<VirtualObjectRecord> virtualObjects;
     CTrackVisualizator trackVisualizer;
     CCameraHelpersController cameraHelpers;
 
     /// Makers of windows that are made on first use; null where there is no such window.
-    IScenarioWindow* (*makeScenarioWindow)() = nullptr;
-    std::unique_ptr<IKeyAttributesDlg> (*makeKeyAttributesDlg)() = nullptr;
+    IScenarioWindow* (*makeScenarioWindow)(IPluginImpl& plugin) = nullptr;
+    std::unique_ptr<IKeyAttributesDlg> (*makeKeyAttributesDlg)(IPluginImpl& plugin) = nullptr;
 
 private:
-    friend class PluginImplTest;
-
     using ObjectSet = std::unordered_set<const EditorObject*>;
 
     std::vector<MovedObjects*> movesUnderWay; ///< one inside the other

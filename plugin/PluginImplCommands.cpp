@@ -193,21 +193,9 @@ void IPluginImpl::SetVisualizedTrack(CFilmTrack* track) {
 IKeyAttributesDlg* IPluginImpl::GetKeyAttributesDlg() {
     if (!keyAttributesDlg && makeKeyAttributesDlg != nullptr) {
         const ResourceScope resources(PluginResources());
-        keyAttributesDlg = makeKeyAttributesDlg();
+        keyAttributesDlg = makeKeyAttributesDlg(*this);
     }
     return keyAttributesDlg.get();
-}
-
-void IPluginImpl::TellKeyWritten(const IFilmKey* record) const {
-    if (keyAttributesDlg && record != nullptr && keyAttributesDlg->GetRecord() == record) {
-        keyAttributesDlg->SetKey(nullptr, /*refresh*/ true);
-    }
-}
-
-void IPluginImpl::ApplyPendingEdits() const {
-    if (keyAttributesDlg) {
-        keyAttributesDlg->ApplyPending();
-    }
 }
 
 void IPluginImpl::OnRender() {

@@ -114,10 +114,6 @@ void IPluginImpl::SetTime(float time, bool fromWindow) {
     SetFrame(currentTime, previous);
 }
 
-double IPluginImpl::SnapToFrame(float time) const {
-    return NearestFrameFromBelow(time, framesPerSecond);
-}
-
 void IPluginImpl::GetCameraNameAtTime(std::string& name, float time, IFilmKey** key) const {
     const CFilmCameraKey* winner = nullptr;
     if (currentFilm != nullptr && currentFilm->mainTrack != nullptr) {

@@ -38,7 +38,8 @@ ON_WM_MOUSEMOVE()
 ON_WM_KEYDOWN()
 END_MESSAGE_MAP()
 
-CFilmsMainCtrl::CFilmsMainCtrl() : adjustTimeDlg(std::make_unique<CAdjustTimeDlg>(this)) {
+CFilmsMainCtrl::CFilmsMainCtrl(IPluginImpl& newPlugin)
+    : TimelineContext(newPlugin), plugin(newPlugin), adjustTimeDlg(std::make_unique<CAdjustTimeDlg>(this)) {
     LoadDefaultKeysParams(&keyParams);
 }
 
@@ -187,7 +188,7 @@ void CFilmsMainCtrl::ForgetView(CTrackKey* view) {
     if (keyDuplicator.sourceKey == view) {
         keyDuplicator.ClearSource();
     }
-    IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
+    IKeyAttributesDlg* dialog = plugin.keyAttributesDlg.get();
     if (dialog != nullptr && dialog->GetKey() == view) {
         dialog->Reset();
     }
@@ -232,7 +233,7 @@ void CFilmsMainCtrl::ForgetTrack(const CFilmTrack* track) {
     if (attachDlg != nullptr) {
         attachDlg->ForgetTrack(track);
     }
-    IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
+    IKeyAttributesDlg* dialog = plugin.keyAttributesDlg.get();
     const IFilmKey* shown = dialog != nullptr ? dialog->GetRecord() : nullptr;
     if (shown != nullptr && shown->track == track) {
         dialog->Reset();
@@ -252,7 +253,7 @@ void CFilmsMainCtrl::ForgetAllRows() {
     for (CTrackCtrl* row : tracks) {
         row->DropGesture();
     }
-    IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
+    IKeyAttributesDlg* dialog = plugin.keyAttributesDlg.get();
     if (dialog != nullptr && dialog->GetKey() != nullptr) {
         dialog->Reset();
     }

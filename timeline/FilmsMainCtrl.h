@@ -22,6 +22,7 @@
 class CAdjustTimeDlg;
 class CAttachMovieObjectDlg;
 class CMainCtrlSettingsDlg;
+class IPluginImpl;
 
 /// The control in which a film is edited: ruler, rows, scroll bars, info window and key popup. Made and
 /// destroyed by the scenario window; owns everything that it shows. Times are seconds, rects pixels.
@@ -37,7 +38,7 @@ public:
     static constexpr int kMaxStoredRowHeight = 200;
     static constexpr int kMaxStoredLeftWidth = 2000;
 
-    CFilmsMainCtrl();
+    explicit CFilmsMainCtrl(IPluginImpl& newPlugin);
     ~CFilmsMainCtrl() override;
 
     /// FALSE, and nothing is made, for a rect less than 60 wide or 70 high.
@@ -132,6 +133,7 @@ public:
     void Invalidate() override { CadvWnd::Invalidate(FALSE); }
     TimelineContext* GetTimeline() override { return this; }
 
+    IPluginImpl& plugin;               ///< outlives the control
     CTimeScrollbar* hScroll = nullptr; ///< owned, like the other windows
     CTimeScrollbar* vScroll = nullptr;
     std::list<CTrackCtrl*> tracks;          ///< every row in display order; owned
@@ -176,7 +178,7 @@ private:
     void ShowTopRowInBar(bool newRange);
     std::unique_ptr<CTrackCtrl> MakeRow();
     void GrowRowBar(bool redraw);
-    static void RemoveCameraHelpers(CFilmTrack* track);
+    void RemoveCameraHelpers(CFilmTrack* track);
     void LeaveTrackOf(CTrackCtrl* row);
 
     void TakeStoredSettings(const IFilm& film);
@@ -239,7 +241,7 @@ private:
     void OnMenuAdjustTime();
     void ShiftRows(float time, float length);
     void OnMenuAddCameraTrack();
-    static void MoveCameraRow(CTrackCtrl& row, int index);
+    void MoveCameraRow(CTrackCtrl& row, int index);
     void OnMenuCameraParameters();
     void OnMenuTrackParameters();
     void OnMenuExportTrack();

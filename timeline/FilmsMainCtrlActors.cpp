@@ -11,14 +11,13 @@ namespace {
 constexpr const char* kWrongTrack = "Cannot perform action for track this type!";
 
 /// The one object that is selected, or null.
-EditorObject* OnlySelectedObject() {
-    IEditorView* view = GetPlugin().view;
+EditorObject* OnlySelectedObject(const FilmSession& plugin) {
+    IEditorView* view = plugin.view;
     const ObjectList* selected = view != nullptr ? view->GetSelectedObjects() : nullptr;
     return selected != nullptr && selected->size() == 1 ? selected->front() : nullptr;
 }
 
-bool CanAct(EditorObject* object) {
-    const IPluginImpl& plugin = GetPlugin();
+bool CanAct(const FilmSession& plugin, EditorObject* object) {
     return object->IsA(ClassId::EditorObject) && (!plugin.ObjectDerivesFrom(object, ClassName::Helper) ||
                                                   plugin.ObjectDerivesFrom(object, ClassName::VirtualObject));
 }
@@ -45,14 +44,14 @@ std::string FaultOfKey(const IFilmKey& key, const EditorObject& object) {
     return {};
 }
 
-std::string FaultOfActor(CFilmTrack* track, EditorObject* object) {
+std::string FaultOfActor(const FilmSession& plugin, CFilmTrack* track, EditorObject* object) {
     if (AsObjectTrack(track) == nullptr) {
         return kWrongTrack;
     }
     if (object == nullptr) {
         return "Cannot perform action for such selection!";
     }
-    if (!CanAct(object)) {
+    if (!CanAct(plugin, object)) {
         return "Cannot change actor to that object!";
     }
     for (const IFilmKey* key : track->keys) {
@@ -68,13 +67,12 @@ std::string FaultOfActor(CFilmTrack* track, EditorObject* object) {
 bool CFilmsMainCtrl::ChangeActor() {
     actorPick.End();
     CFilmTrack* track = menuRow != nullptr ? menuRow->track : nullptr;
-    EditorObject* object = OnlySelectedObject();
-    const std::string fault = FaultOfActor(track, object);
+    EditorObject* object = OnlySelectedObject(plugin);
+    const std::string fault = FaultOfActor(plugin, track, object);
     if (!fault.empty()) {
         AfxMessageBox(fault);
         return false;
     }
-    IPluginImpl& plugin = GetPlugin();
     AsObjectTrack(track)->SetActor(object, plugin.ObjectDerivesFrom(object, ClassName::VirtualObject));
     menuRow->name = object->name;
     ShowFilm(plugin.GetCurrentFilm(), /*flag*/ true);

@@ -13,14 +13,14 @@
 namespace {
 
 /// The film ends there, and the axis with it, now and when the film is shown again.
-void SetFilmEnd(CFilmsMainCtrl& control, IFilm& film, float seconds) {
+void SetFilmEnd(IPluginImpl& plugin, CFilmsMainCtrl& control, IFilm& film, float seconds) {
     film.length = seconds;
     control.movieEnd = seconds;
     FilmViewSettings update;
     update.mask = FilmViewSettings::kMovie;
     update.movieStart = control.movieStart;
     update.movieEnd = control.movieEnd;
-    GetPlugin().SetFilmViewSettings(film.index, update);
+    plugin.SetFilmViewSettings(film.index, update);
 }
 
 /// Number of the frame at a time, half a frame going back.
@@ -33,7 +33,6 @@ int FrameNumber(double time, int framesPerSecond) {
 } // namespace
 
 void CFilmsMainCtrl::OnMenuSetMovieFrame() {
-    const IPluginImpl& plugin = GetPlugin();
     const IFilm* film = plugin.GetCurrentFilm();
     const int rate = plugin.framesPerSecond;
     const int oldFrame = FrameNumber(NearestFrame(currentTime, rate), rate);
@@ -57,19 +56,19 @@ void CFilmsMainCtrl::OnMenuSetMovieFrame() {
 
 void CFilmsMainCtrl::OnMenuAdjustTime() {
     const bool isOpen = adjustTimeDlg->GetSafeHwnd() != nullptr;
-    if (!isOpen && GetPlugin().GetCurrentFilm() != nullptr) {
+    if (!isOpen && plugin.GetCurrentFilm() != nullptr) {
         adjustTimeDlg->DoModal(); // does all itself; the control may be gone afterwards
     }
 }
 
 void CFilmsMainCtrl::StretchTime(float time, float from, float to) {
-    IFilm* film = GetPlugin().GetCurrentFilm();
+    IFilm* film = plugin.GetCurrentFilm();
     const float longer = to - from;
     if (film == nullptr || !std::isfinite(time) || !std::isfinite(film->length + longer)) {
         return;
     }
     if (longer > 0.0f) { // Required: a film that is squeezed keeps its length
-        SetFilmEnd(*this, *film, film->length + longer);
+        SetFilmEnd(plugin, *this, *film, film->length + longer);
     }
     if (menuRow != nullptr) {
         adjustRow = menuRow;
@@ -85,7 +84,6 @@ void CFilmsMainCtrl::StretchTime(float time, float from, float to) {
 
 /// The attributes window lets go of its key meanwhile, so that nothing asks the user while keys move.
 void CFilmsMainCtrl::InsertTime(float time, float length) {
-    const IPluginImpl& plugin = GetPlugin();
     IFilm* film = plugin.GetCurrentFilm();
     if (film == nullptr) {
         return;
@@ -99,7 +97,7 @@ void CFilmsMainCtrl::InsertTime(float time, float length) {
         return; // the user was asked, and something else went on
     }
     if (std::isfinite(time) && std::isfinite(film->length + length)) {
-        SetFilmEnd(*this, *film, film->length + length); // Required: it may end before it begins
+        SetFilmEnd(plugin, *this, *film, film->length + length); // Required: it may end before it begins
         ShiftRows(time, length);
     }
     if (shownRecord != nullptr && shownRecord->track != nullptr) { // it hasn't fallen out of the film

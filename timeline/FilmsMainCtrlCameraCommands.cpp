@@ -22,8 +22,7 @@ struct CameraStart {
     Vector3 target;
 };
 
-IView* ActiveView() {
-    const IPluginImpl& plugin = GetPlugin();
+IView* ActiveView(const FilmSession& plugin) {
     if (plugin.editor == nullptr || plugin.level == nullptr) {
         return nullptr;
     }
@@ -32,8 +31,7 @@ IView* ActiveView() {
     return view != nullptr && view->camera != nullptr ? view : nullptr;
 }
 
-const float* ActiveViewMatrix() {
-    const IPluginImpl& plugin = GetPlugin();
+const float* ActiveViewMatrix(const FilmSession& plugin) {
     return plugin.view != nullptr && plugin.editor != nullptr
                ? plugin.view->GetViewMatrix(plugin.editor->GetActiveView())
                : nullptr;
@@ -81,19 +79,18 @@ void AddFirstKeys(CFilmTrack& track, IKeyFactory& factory, const CameraStart& st
 }
 
 /// The new row shows its kinds at once.
-void StoreUnfolded(const IFilm& film, const std::string& camera) {
+void StoreUnfolded(IPluginImpl& plugin, const IFilm& film, const std::string& camera) {
     CPluginFilmsParams params;
     params.Set(film.name, nullptr, /*expanded*/ 1,
                CPluginFilmsParams::kFilter | CPluginFilmsParams::kExpanded, camera);
-    GetPlugin().AddCameraParams(params);
+    plugin.AddCameraParams(params);
 }
 
 } // namespace
 
 void CFilmsMainCtrl::OnMenuAddCamera() {
-    IPluginImpl& plugin = GetPlugin();
     IFilm* film = plugin.GetCurrentFilm();
-    if (film == nullptr || plugin.GetFilmManager() == nullptr || ActiveView() == nullptr) {
+    if (film == nullptr || plugin.GetFilmManager() == nullptr || ActiveView(plugin) == nullptr) {
         return;
     }
     CAddCameraDlg dialog(this);
@@ -105,8 +102,8 @@ void CFilmsMainCtrl::OnMenuAddCamera() {
         return;
     }
     ILevelData* data = plugin.GetLevelData();
-    const IView* view = ActiveView();
-    const float* matrix = ActiveViewMatrix();
+    const IView* view = ActiveView(plugin);
+    const float* matrix = ActiveViewMatrix(plugin);
     if (data == nullptr || view == nullptr || matrix == nullptr) {
         return;
     }
@@ -119,6 +116,6 @@ void CFilmsMainCtrl::OnMenuAddCamera() {
     track->cameraName = dialog.name;
     AddFirstKeys(*track, *data->filmManager->keyFactory, start);
     track->RefreshTrack();
-    StoreUnfolded(*film, track->cameraName);
+    StoreUnfolded(plugin, *film, track->cameraName);
     ShowFilm(film, /*flag*/ true);
 }

@@ -31,7 +31,7 @@ void CFilmsMainCtrl::MoveCameraRow(CTrackCtrl& row, int index) {
     row.SetCameraIndex(index);
     row.NameAfterKind();
     for (const CTrackKey* view : row.keys) {
-        GetPlugin().TellKeyWritten(view->record);
+        plugin.TellKeyWritten(view->record);
     }
     if (row.track != nullptr) {
         row.track->NotifyKeysChanged(KeyKind::Camera);
@@ -59,7 +59,6 @@ void CFilmsMainCtrl::OnMenuTrackParameters() {
     if (dialog.DoModal() != IDOK) {
         return;
     }
-    IPluginImpl& plugin = GetPlugin();
     if (plugin.GetCurrentFilm() != nullptr) { // the camera may stand elsewhere now
         plugin.SetFrame(plugin.currentTime, IPluginImpl::kNoPrevious);
     }

@@ -55,7 +55,7 @@ void CFilmsMainCtrl::RunCommand(UINT id) {
     const ResourceScope resources(PluginResources());
     if (id != IDC_ADD_KEY) { // Required: a new key takes the pose as the film has it
         const std::weak_ptr<int> window = life;
-        GetPlugin().ApplyPendingEdits();
+        plugin.ApplyPendingEdits();
         if (window.expired()) {
             return;
         }
@@ -77,13 +77,13 @@ void CFilmsMainCtrl::OnMenuSettings() {
     dialog.end = movieEnd;
     dialog.interval = viewEnd - viewStart;
     // Float32, since a tic of so many frames comes back as that many.
-    dialog.ticsDistance = CutToInt(static_cast<float>(GetPlugin().framesPerSecond) * grid->ticDistance);
+    dialog.ticsDistance = CutToInt(static_cast<float>(plugin.framesPerSecond) * grid->ticDistance);
     dialog.bigTics = grid->bigTics;
     dialog.labelDistance = grid->labelDistance;
     const std::weak_ptr<int> window = life;
-    const IFilm* film = GetPlugin().GetCurrentFilm();
+    const IFilm* film = plugin.GetCurrentFilm();
     // What was shown and edited is that film's.
-    if (dialog.DoModal() != IDOK || window.expired() || film != GetPlugin().GetCurrentFilm()) {
+    if (dialog.DoModal() != IDOK || window.expired() || film != plugin.GetCurrentFilm()) {
         return;
     }
     if (std::isfinite(dialog.begin) && std::isfinite(dialog.end) && std::isfinite(dialog.interval)) {
@@ -92,7 +92,6 @@ void CFilmsMainCtrl::OnMenuSettings() {
 }
 
 void CFilmsMainCtrl::TakeSettings(const CMainCtrlSettingsDlg& dialog) {
-    IPluginImpl& plugin = GetPlugin();
     SetMovieRange(dialog.begin, dialog.end);
     SetBigTics(dialog.bigTics, /*redraw*/ false);
     const auto rate = static_cast<float>(plugin.framesPerSecond);
@@ -119,11 +118,10 @@ void CFilmsMainCtrl::TakeSettings(const CMainCtrlSettingsDlg& dialog) {
 }
 
 void CFilmsMainCtrl::OnMenuAddActors() {
-    GetPlugin().AddSelectedActors();
+    plugin.AddSelectedActors();
 }
 
 void CFilmsMainCtrl::OnMenuRemoveActors() {
-    IPluginImpl& plugin = GetPlugin();
     IFilm* film = plugin.GetCurrentFilm();
     if (film == nullptr || plugin.view == nullptr) {
         return;
@@ -140,7 +138,6 @@ void CFilmsMainCtrl::OnMenuRemoveActor() {
     if (track == nullptr || isLevel) { // a film's level track can't be removed
         return;
     }
-    IPluginImpl& plugin = GetPlugin();
     if (AsGLLightTrack(track) != nullptr || AsDynLightTrack(track) != nullptr) {
         plugin.DeleteLightOfTrack(track);
         return;
@@ -159,21 +156,19 @@ void CFilmsMainCtrl::OnMenuHideTrack() {
 }
 
 void CFilmsMainCtrl::OnMenuPlay() {
-    IPluginImpl& plugin = GetPlugin();
     if (plugin.GetCurrentFilm() != nullptr) {
         plugin.Play(0.0f);
     }
 }
 
 void CFilmsMainCtrl::OnMenuStop() {
-    IPluginImpl& plugin = GetPlugin();
     if (plugin.GetCurrentFilm() != nullptr) {
         plugin.StopPlaying();
     }
 }
 
 void CFilmsMainCtrl::OnMenuValidate() {
-    ValidateMovie(GetPlugin().GetCurrentFilm());
+    ValidateMovie(plugin.GetCurrentFilm());
 }
 
 void CFilmsMainCtrl::OnMenuChangeActor() {

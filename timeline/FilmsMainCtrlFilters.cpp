@@ -61,7 +61,7 @@ void CFilmsMainCtrl::OnMenuFilterKeys() {
         return;
     }
     CFilmTrack* track = menuRow->track;
-    const IFilm* film = GetPlugin().GetCurrentFilm();
+    const IFilm* film = plugin.GetCurrentFilm();
     KeyKindParamsTable records = keyParams;
     for (std::size_t kind = 0; kind < records.size(); ++kind) {
         records[kind].visible = menuRow->kindFlags[kind] != 0;
@@ -76,7 +76,7 @@ void CFilmsMainCtrl::OnMenuFilterKeys() {
     }
     dialog.GetParams(records);
     TakeKeyLooks(records);
-    const bool isSameFilm = film == GetPlugin().GetCurrentFilm() && level.IsSameLevel();
+    const bool isSameFilm = film == plugin.GetCurrentFilm() && level.IsSameLevel();
     CTrackCtrl* row = isSameFilm ? RootRowOf(track) : nullptr;
     if (row != nullptr) {
         TakeKeyFilter(FilterOf(records), dialog.applyToAll != 0 ? nullptr : row);
@@ -84,7 +84,7 @@ void CFilmsMainCtrl::OnMenuFilterKeys() {
 }
 
 void CFilmsMainCtrl::TakeKeyFilter(const KeyFilter& filter, CTrackCtrl* only) {
-    const IFilm* film = GetPlugin().GetCurrentFilm();
+    const IFilm* film = plugin.GetCurrentFilm();
     const char* filmName = film != nullptr ? film->name : nullptr;
     if (only != nullptr) {
         FilterRow(*only, filter, filmName, /*oneOfAll*/ false);

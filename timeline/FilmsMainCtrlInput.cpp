@@ -25,8 +25,7 @@ bool IsShown(const CWnd* window) {
 }
 
 /// What a position key of an actor adds: how far the actor is from it now, and how fast it must go.
-std::string DistanceText(CFilmTrack* track, const CFilmVectorKey& key) {
-    const float now = GetPlugin().currentTime;
+std::string DistanceText(float now, CFilmTrack* track, const CFilmVectorKey& key) {
     const Vector3 place = track->GetPositionAt(now);
     const double x = static_cast<double>(key.value.x) - place.x;
     const double y = static_cast<double>(key.value.y) - place.y;
@@ -67,7 +66,7 @@ void CFilmsMainCtrl::ToggleMarkOfFirstKey() {
     }
     CTrackKey* key = selectedKeys.front();
     key->marked = !key->marked;
-    if (IScenarioWindow* window = GetPlugin().scenarioDlg) {
+    if (IScenarioWindow* window = plugin.scenarioDlg) {
         window->PressButton(IDC_DESELECT_KEYS, key->marked);
     }
     RepaintRows();
@@ -130,11 +129,12 @@ void CFilmsMainCtrl::ShowKeyDescription(CTrackKey* key) {
 void CFilmsMainCtrl::DescribeKey(CTrackKey* key) {
     const IFilmKey& record = *key->record;
     std::array<char, kDescriptionBytes> text{};
-    record.Describe(text.data(), GetPlugin().framesPerSecond);
+    record.Describe(text.data(), plugin.framesPerSecond);
     auto* popup = static_cast<CFilmsKeyDescrWnd*>(keyDescrWnd);
     popup->text = text.data();
     if (record.kind == KeyKind::Position && AsObjectTrack(record.track) != nullptr) {
-        popup->text += DistanceText(record.track, static_cast<const CFilmVectorKey&>(record));
+        popup->text +=
+            DistanceText(plugin.currentTime, record.track, static_cast<const CFilmVectorKey&>(record));
     }
     if (IsShown(popup)) {
         popup->Invalidate(FALSE);
@@ -222,7 +222,7 @@ void CFilmsMainCtrl::ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* k
 
 void CFilmsMainCtrl::FillMainMenu() {
     CTrackKey::CopyMenuItems(&popupMenu, &mainMenu);
-    const UINT impossible = GetPlugin().isPlaying != 0 ? IDC_PLAY_MOVIE : IDC_STOP_MOVIE;
+    const UINT impossible = plugin.isPlaying != 0 ? IDC_PLAY_MOVIE : IDC_STOP_MOVIE;
     popupMenu.EnableMenuItem(impossible, MF_BYCOMMAND | MF_DISABLED | MF_GRAYED);
 }
 

@@ -14,7 +14,7 @@ CTrackKey* CFilmsMainCtrl::KeyOfMenuRow() const {
 
 /// False on cancel, for what is no number, and when the key of the menu went while the user was asked.
 bool CFilmsMainCtrl::AskForSeconds(float& seconds, const char* title, const char* prompt) {
-    IEditor* editor = GetPlugin().editor;
+    IEditor* editor = plugin.editor;
     const CTrackKey* key = KeyOfMenuRow();
     const std::weak_ptr<int> window = life;
     return key != nullptr && editor != nullptr && editor->InputNumber(&seconds, title, prompt) &&
@@ -37,7 +37,7 @@ void CFilmsMainCtrl::OnMenuSetPosition() {
     if (menuRow->CanPlaceKey(key, time)) {
         key->SetPosition(time, /*viewOnly*/ false);
     }
-    GetPlugin().TellKeyWritten(key->record);
+    plugin.TellKeyWritten(key->record);
     menuRow->Invalidate(FALSE);
 }
 
@@ -49,7 +49,7 @@ void CFilmsMainCtrl::OnMenuSetDuration() {
     }
     key->SetDuration(duration, /*viewOnly*/ false);
     menuRow->CanPlaceKey(key, key->time); // only cuts it back to the next key
-    GetPlugin().TellKeyWritten(key->record);
+    plugin.TellKeyWritten(key->record);
     menuRow->Invalidate(FALSE);
 }
 
@@ -65,7 +65,7 @@ void CFilmsMainCtrl::OnMenuCalcKeyDuration() {
         if (!menuRow->CanPlaceKey(key, key->time)) {
             key->SetDuration(oldDuration, /*viewOnly*/ false);
         }
-        GetPlugin().TellKeyWritten(key->record);
+        plugin.TellKeyWritten(key->record);
     }
     menuRow->Invalidate(FALSE);
 }
@@ -96,7 +96,6 @@ void CFilmsMainCtrl::OnMenuChangeBezierMethod(bool in, int method) {
     } else {
         record->SetOutMethod(method);
     }
-    const IPluginImpl& plugin = GetPlugin();
     plugin.TellKeyWritten(record);
     if (plugin.editor != nullptr) {
         plugin.editor->RedrawViews();

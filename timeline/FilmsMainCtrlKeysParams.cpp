@@ -11,7 +11,7 @@ bool CFilmsMainCtrl::SaveKeysParams(const std::string& path) {
 }
 
 void CFilmsMainCtrl::LoadDefaultKeysParams(KeyKindParamsTable* records) {
-    LoadDefaultKeyParams(GetPlugin().editor, records, keyParams);
+    LoadDefaultKeyParams(plugin.editor, records, keyParams);
 }
 
 bool CFilmsMainCtrl::ImportKeysParams(const char* path) {

@@ -16,8 +16,7 @@ constexpr float kLightDistance = 100.0f;
 constexpr int kHelperType = 2;
 
 /// Null without an active view, and where it looks nowhere.
-std::optional<Vector3> PlaceBeforeView() {
-    const IPluginImpl& plugin = GetPlugin();
+std::optional<Vector3> PlaceBeforeView(const FilmSession& plugin) {
     const int view = plugin.editor->GetActiveView();
     const float* matrix = plugin.view != nullptr && view >= 0 ? plugin.view->GetViewMatrix(view) : nullptr;
     if (matrix == nullptr) {
@@ -33,8 +32,7 @@ std::optional<Vector3> PlaceBeforeView() {
                    matrix[14] + ahead.z * factor};
 }
 
-bool CanMakeLights() {
-    const IPluginImpl& plugin = GetPlugin();
+bool CanMakeLights(const FilmSession& plugin) {
     return plugin.editor != nullptr && plugin.editor->HasObjectClass("Control") && plugin.level != nullptr &&
            plugin.glLightClass != nullptr && plugin.dynLightClass != nullptr &&
            plugin.GetFilmManager() != nullptr && plugin.GetCurrentFilm() != nullptr;
@@ -43,11 +41,10 @@ bool CanMakeLights() {
 } // namespace
 
 void CFilmsMainCtrl::OnMenuAddLight(bool gl) {
-    const std::optional<Vector3> place = CanMakeLights() ? PlaceBeforeView() : std::nullopt;
+    const std::optional<Vector3> place = CanMakeLights(plugin) ? PlaceBeforeView(plugin) : std::nullopt;
     if (!place) {
         return;
     }
-    IPluginImpl& plugin = GetPlugin();
     const EditorClassDescriptor& entry = gl ? *plugin.glLightClass : *plugin.dynLightClass;
     HelperObjectParams params;
     params.position = *place;

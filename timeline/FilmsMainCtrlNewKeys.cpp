@@ -31,8 +31,7 @@ void FillFromRow(IFilmKey& record, const CTrackCtrl& row) {
 
 /// A position, rotation or scale key takes what the film makes of the object at the time, which is brought
 /// into the film. False without a film or an object.
-bool FillFromPose(IFilmKey& record, CFilmTrack* track, float& time) {
-    const IPluginImpl& plugin = GetPlugin();
+bool FillFromPose(const FilmSession& plugin, IFilmKey& record, CFilmTrack* track, float& time) {
     const IFilm* film = plugin.GetCurrentFilm();
     const EditorObject* object = plugin.FindObjectByTrack(track);
     if (film == nullptr || object == nullptr) {
@@ -70,7 +69,7 @@ bool IsPosed(int kind) {
 } // namespace
 
 CTrackKey* CFilmsMainCtrl::CreateKeyView(int kind) {
-    IFilmManager* manager = GetPlugin().GetFilmManager();
+    IFilmManager* manager = plugin.GetFilmManager();
     IFilmKey* record = manager != nullptr && kind >= 0 && kind < KeyKind::FilterCount
                            ? manager->keyFactory->CreateKey(kind)
                            : nullptr;
@@ -112,12 +111,12 @@ void CFilmsMainCtrl::OnMenuAddKey() {
     const float mouse = mouseTime;
     float time = NotBeforeFilm(mouse);
     FillFromRow(*key->record, *row);
-    if (IsPosed(row->kind) && !FillFromPose(*key->record, row->track, time)) {
+    if (IsPosed(row->kind) && !FillFromPose(plugin, *key->record, row->track, time)) {
         return;
     }
     const std::weak_ptr<int> window = life;
     ClearSelection();
-    if (IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get()) {
+    if (IKeyAttributesDlg* dialog = plugin.keyAttributesDlg.get()) {
         dialog->SetKey(nullptr, /*refresh*/ false); // may ask the user about what was edited there
     }
     if (window.expired() || menuRow != row) {
@@ -180,7 +179,7 @@ void CFilmsMainCtrl::OnMenuPasteKey() {
 /// A key that the attributes window shows already is only read anew: taken in once more, the window would
 /// first write its old values over what was changed.
 void CFilmsMainCtrl::ShowInAttributes(CTrackKey* view) {
-    IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
+    IKeyAttributesDlg* dialog = plugin.keyAttributesDlg.get();
     if (dialog == nullptr) {
         return;
     }

@@ -270,7 +270,6 @@ void CFilmsMainCtrl::RemoveTrackCtrl(CTrackCtrl* row, bool redraw) {
 
 /// The path and the objects of a camera that is about to go.
 void CFilmsMainCtrl::RemoveCameraHelpers(CFilmTrack* track) {
-    IPluginImpl& plugin = GetPlugin();
     if (AsCameraTrack(track) == nullptr) {
         return;
     }
@@ -290,7 +289,6 @@ void CFilmsMainCtrl::LeaveTrackOf(CTrackCtrl* row) {
         }
         return;
     }
-    const IPluginImpl& plugin = GetPlugin();
     IFilm* film = plugin.GetCurrentFilm();
     CFilmTrack* track = row->track;
     if (row->IsRoot() && film != nullptr && track != nullptr) {
@@ -339,8 +337,8 @@ CTrackCtrl* CFilmsMainCtrl::FindRowOfObject(const EditorObject* object) const {
     if (object == nullptr) {
         return nullptr;
     }
-    const auto row = std::ranges::find_if(tracks, [object](const CTrackCtrl* r) {
-        return r->track != nullptr && GetPlugin().FindObjectByTrack(r->track) == object;
+    const auto row = std::ranges::find_if(tracks, [this, object](const CTrackCtrl* r) {
+        return r->track != nullptr && plugin.FindObjectByTrack(r->track) == object;
     });
     return row != tracks.end() ? *row : nullptr;
 }

@@ -78,7 +78,6 @@ private:
 } // namespace
 
 void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
-    IPluginImpl& plugin = GetPlugin();
     if (film != shownFilm) {
         adjustTimeDlg->LeaveFilm();
     }
@@ -133,7 +132,7 @@ void CFilmsMainCtrl::TakeStoredSettings(const IFilm& film) {
     if (film.index < 0 || film.index >= IFilmManager::kFilms) {
         return;
     }
-    FilmViewSettings stored = GetPlugin().filmViewSettings[static_cast<std::size_t>(film.index)];
+    FilmViewSettings stored = plugin.filmViewSettings[static_cast<std::size_t>(film.index)];
     const FilmViewSettings before = shownSettings;
     const bool isShown = shownFilm == &film;
     shownFilm = &film;
@@ -151,7 +150,7 @@ void CFilmsMainCtrl::TakeStoredSettings(const IFilm& film) {
 /// The dialog lets go of a view that is about to be deleted. When the film stays, only what the user has
 /// edited is written to its key, and the answer is the record to come back to.
 IFilmKey* CFilmsMainCtrl::LeaveAttributesDialog(const IFilm* film) {
-    IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
+    IKeyAttributesDlg* dialog = plugin.keyAttributesDlg.get();
     IFilmKey* record = dialog != nullptr ? dialog->GetRecord() : nullptr;
     if (record == nullptr) {
         return nullptr;
@@ -175,7 +174,7 @@ void CFilmsMainCtrl::ReturnToAttributesDialog(const IFilmKey* record) {
          row->parent != nullptr ? row->parent->children : std::list<CTrackCtrl*>{}) {
         for (CTrackKey* view : sibling->keys) {
             if (view->record == record) {
-                GetPlugin().keyAttributesDlg->SetKey(view, /*refresh*/ false);
+                plugin.keyAttributesDlg->SetKey(view, /*refresh*/ false);
                 return;
             }
         }

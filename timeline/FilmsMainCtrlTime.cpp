@@ -165,7 +165,6 @@ void CFilmsMainCtrl::SetCurrentTime(float time, bool redraw) {
 }
 
 void CFilmsMainCtrl::SetCurrentFrame(float time, bool redraw) {
-    IPluginImpl& plugin = GetPlugin();
     const auto frame = static_cast<float>(NearestFrame(time, plugin.framesPerSecond));
     IFilm* film = plugin.GetCurrentFilm();
     // Written so that a time that is no number is refused too.
@@ -202,7 +201,7 @@ void CFilmsMainCtrl::SaveKeyTimes() {
     }
     // The attributes window reads its key anew when the drag is over, which must not cost what was typed
     // there. Last, since it may ask the user.
-    GetPlugin().ApplyPendingEdits();
+    plugin.ApplyPendingEdits();
 }
 
 void CFilmsMainCtrl::RestoreKeyTimes(bool keep) {

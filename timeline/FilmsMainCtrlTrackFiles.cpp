@@ -117,7 +117,7 @@ void CFilmsMainCtrl::OnMenuImportTrack() {
         DebugPrint("[CFilmsMainCtrl::OnMenuImportTrack] no proper MKTrack\n");
         return;
     }
-    IFilm* film = GetPlugin().GetCurrentFilm();
+    IFilm* film = plugin.GetCurrentFilm();
     try {
         ReplaceKeys(*menuRow, source.file);
     } catch (...) {

@@ -50,7 +50,7 @@ void CFilmsView::CreatePages() {
     tabCtrl.InsertItem(kMoviesTab, "Movies");
     IPluginImpl& plugin = GetPlugin();
     if (plugin.scenarioDlg == nullptr && plugin.makeScenarioWindow != nullptr) {
-        plugin.scenarioDlg = plugin.makeScenarioWindow();
+        plugin.scenarioDlg = plugin.makeScenarioWindow(plugin);
     }
     firstUpdate = false;
     if (currentTab != kMoviesTab) {

@@ -53,8 +53,9 @@ ON_WM_MOUSEWHEEL()
 ON_NOTIFY_EX_RANGE(TTN_NEEDTEXT, 0, kEverything, &CScenarioDlg::OnToolTipText)
 END_MESSAGE_MAP()
 
-CScenarioDlg::CScenarioDlg(CWnd* parentWnd) : CDialog(IDD_SCENARIO, parentWnd) {
-    GetPlugin().scenarioDlg = this;
+CScenarioDlg::CScenarioDlg(IPluginImpl& newPlugin, CWnd* parentWnd)
+    : CDialog(IDD_SCENARIO, parentWnd), plugin(newPlugin) {
+    plugin.scenarioDlg = this;
     const ResourceScope resources(PluginResources());
     Create(IDD_SCENARIO, parentWnd);
     SetWindowPos(nullptr, 0, 0, kFirstWidth, kFirstHeight, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -63,8 +64,8 @@ CScenarioDlg::CScenarioDlg(CWnd* parentWnd) : CDialog(IDD_SCENARIO, parentWnd) {
 CScenarioDlg::~CScenarioDlg() {
     dying = true;
     DestroyWindow();
-    if (GetPlugin().scenarioDlg == this) {
-        GetPlugin().scenarioDlg = nullptr;
+    if (plugin.scenarioDlg == this) {
+        plugin.scenarioDlg = nullptr;
     }
 }
 
@@ -94,7 +95,7 @@ void CScenarioDlg::MakeToolbar() {
 }
 
 void CScenarioDlg::MakeMainCtrl(const CRect& rect) {
-    mainCtrl = new CFilmsMainCtrl;
+    mainCtrl = new CFilmsMainCtrl(plugin);
     if (!mainCtrl->Create(nullptr, "", WS_CHILD | WS_VISIBLE, CRect(0, rect.top, rect.Width(), rect.bottom),
                           this, kMainCtrlId)) {
         delete mainCtrl;
@@ -131,7 +132,7 @@ void CScenarioDlg::Show() {
 
 void CScenarioDlg::ShowCurrentFilm() {
     if (mainCtrl != nullptr) {
-        mainCtrl->ShowFilm(GetPlugin().GetCurrentFilm(), true);
+        mainCtrl->ShowFilm(plugin.GetCurrentFilm(), true);
     }
 }
 
@@ -146,7 +147,6 @@ void CScenarioDlg::PressButton(unsigned id, bool pressed) {
 }
 
 void CScenarioDlg::UpdateAttachButton() {
-    const IPluginImpl& plugin = GetPlugin();
     const int number = plugin.editor != nullptr ? plugin.editor->GetActiveView() : -1;
     const auto& attached = plugin.attachedViews;
     PressButton(IDC_ATTACH_MOVIE,
@@ -169,7 +169,7 @@ void CScenarioDlg::RecalcLayout() {
 
 /// The axis is only moved when the window narrows: widening at the end of the axis stretches the picture.
 void CScenarioDlg::KeepScale(int grown) {
-    const IFilm* film = GetPlugin().GetCurrentFilm();
+    const IFilm* film = plugin.GetCurrentFilm();
     const float start = mainCtrl->viewStart;
     const float end = mainCtrl->viewEnd;
     const float newEnd = end + static_cast<float>(grown) * mainCtrl->secondsPerPixel;
@@ -229,7 +229,7 @@ void CScenarioDlg::OnSizing(UINT side, CRect* rect) {
 }
 
 void CScenarioDlg::OnClose() {
-    IKeyAttributesDlg* attributes = GetPlugin().keyAttributesDlg.get();
+    IKeyAttributesDlg* attributes = plugin.keyAttributesDlg.get();
     if (attributes != nullptr && attributes->IsVisible()) {
         attributes->Hide();
     }
@@ -247,7 +247,6 @@ void CScenarioDlg::OnDestroy() {
 
 /// The film stops in the playing loop, which keeps the space bar to itself.
 BOOL CScenarioDlg::PreTranslateMessage(MSG* message) {
-    IPluginImpl& plugin = GetPlugin();
     if (plugin.GetCurrentFilm() != nullptr && message->message == WM_KEYDOWN &&
         message->wParam == static_cast<WPARAM>(VK_SPACE)) {
         const HWND self = GetSafeHwnd();

@@ -34,7 +34,7 @@ public:
     static constexpr int kFirstHeight = 300;
 
     /// Makes the window at once; it stays hidden.
-    explicit CScenarioDlg(CWnd* parentWnd = nullptr);
+    explicit CScenarioDlg(IPluginImpl& newPlugin, CWnd* parentWnd = nullptr);
     ~CScenarioDlg() override;
 
     bool IsEnabled() const override;
@@ -96,6 +96,7 @@ private:
     void OnDeselectKeys();
     void OnSelectKey();
 
+    IPluginImpl& plugin; ///< outlives the window
     bool dying = false;
     std::array<char, 256> tipText{}; ///< the tip that was asked for last
 };

@@ -11,8 +11,7 @@
 
 namespace {
 
-void RunPluginCommand(std::uint32_t local) {
-    IPluginImpl& plugin = GetPlugin();
+void RunPluginCommand(IPluginImpl& plugin, std::uint32_t local) {
     plugin.OnCommand(plugin.pluginId.PluginNumber(), local);
 }
 
@@ -54,7 +53,7 @@ BOOL CScenarioDlg::OnCommand(WPARAM wParam, LPARAM lParam) {
     if (command == std::end(kCommands)) {
         return CDialog::OnCommand(wParam, lParam);
     }
-    GetPlugin().ApplyPendingEdits();
+    plugin.ApplyPendingEdits();
     if (!IsWindow(self)) {
         return TRUE;
     }
@@ -66,26 +65,26 @@ BOOL CScenarioDlg::OnCommand(WPARAM wParam, LPARAM lParam) {
 }
 
 void CScenarioDlg::OnPlay() {
-    GetPlugin().Play(GetPlugin().currentTime);
+    plugin.Play(plugin.currentTime);
 }
 
 void CScenarioDlg::OnStop() {
-    GetPlugin().StopPlaying();
+    plugin.StopPlaying();
 }
 
 void CScenarioDlg::OnValidate() {
-    ValidateMovie(GetPlugin().GetCurrentFilm());
+    ValidateMovie(plugin.GetCurrentFilm());
 }
 
 /// Required: with animating off it is the button "Deselect keys" that is released. The plug-in object has
 /// set the command's own button already.
 void CScenarioDlg::OnAnimate() {
     const HWND self = GetSafeHwnd();
-    RunPluginCommand(LocalCommand::AnimateObject);
+    RunPluginCommand(plugin, LocalCommand::AnimateObject);
     if (!IsWindow(self)) {
         return;
     }
-    if (GetPlugin().animateObjects != 1) {
+    if (plugin.animateObjects != 1) {
         PressButton(IDC_DESELECT_KEYS, false);
     } else {
         PressButton(IDC_ANIMATE_OBJECT, true);
@@ -93,7 +92,6 @@ void CScenarioDlg::OnAnimate() {
 }
 
 void CScenarioDlg::OnAttach() {
-    IPluginImpl& plugin = GetPlugin();
     const int number = plugin.editor != nullptr ? plugin.editor->GetActiveView() : -1;
     const auto& views = plugin.attachedViews;
     const bool attach = number >= 0 && std::find(views.begin(), views.end(), number) == views.end();
@@ -109,7 +107,6 @@ void CScenarioDlg::OnAttach() {
 }
 
 void CScenarioDlg::StepTo(float time) {
-    IPluginImpl& plugin = GetPlugin();
     const bool wasPlaying = plugin.isPlaying != 0;
     if (wasPlaying) {
         plugin.StopPlaying();
@@ -122,14 +119,13 @@ void CScenarioDlg::StepTo(float time) {
 }
 
 void CScenarioDlg::OnMoveToBegin() {
-    if (GetPlugin().GetCurrentFilm() != nullptr) {
+    if (plugin.GetCurrentFilm() != nullptr) {
         StepTo(0.0f);
     }
 }
 
 /// A film that played stays stopped.
 void CScenarioDlg::OnMoveToEnd() {
-    IPluginImpl& plugin = GetPlugin();
     if (const IFilm* film = plugin.GetCurrentFilm()) {
         plugin.StopPlaying();
         const float end = film->length;
@@ -146,25 +142,23 @@ void CScenarioDlg::OnUndo() {
 }
 
 void CScenarioDlg::OnFrameBack() {
-    const IPluginImpl& plugin = GetPlugin();
     if (plugin.GetCurrentFilm() != nullptr) {
         StepTo(FrameBack(plugin.currentTime, plugin.framesPerSecond));
     }
 }
 
 void CScenarioDlg::OnFrameForward() {
-    const IPluginImpl& plugin = GetPlugin();
     if (const IFilm* film = plugin.GetCurrentFilm()) {
         StepTo(FrameForward(plugin.currentTime, plugin.framesPerSecond, film->length));
     }
 }
 
 void CScenarioDlg::OnCreateCameraFrame() {
-    RunPluginCommand(LocalCommand::CreateCameraFrame);
+    RunPluginCommand(plugin, LocalCommand::CreateCameraFrame);
 }
 
 void CScenarioDlg::OnToVirtualObject() {
-    RunPluginCommand(LocalCommand::ToVirtualObject);
+    RunPluginCommand(plugin, LocalCommand::ToVirtualObject);
 }
 
 void CScenarioDlg::OnDeselectKeys() {

@@ -23,8 +23,8 @@ struct JumpRows {
     RowList otherCameras;
 };
 
-const CFilmCameraTrack* ActiveCamera() {
-    const IFilm* film = GetPlugin().GetCurrentFilm();
+const CFilmCameraTrack* ActiveCamera(const FilmSession& plugin) {
+    const IFilm* film = plugin.GetCurrentFilm();
     const CFilmLevelTrack* main = film != nullptr ? AsLevelTrack(film->mainTrack) : nullptr;
     return main != nullptr && main->cameraHolder != nullptr ? main->cameraHolder->activeCamera : nullptr;
 }
@@ -36,8 +36,8 @@ EditorObject* ActorOf(const CFilmObjectTrack& track) {
     return track.actor;
 }
 
-EditorObject* LightOf(CFilmTrack* track) {
-    const CFilmsLightHelper* helper = GetPlugin().lightHelpers.FindByTrack(track);
+EditorObject* LightOf(const FilmSession& plugin, CFilmTrack* track) {
+    const CFilmsLightHelper* helper = plugin.FindLightByTrack(track);
     if (helper == nullptr) {
         DebugPrint("No helper connected with gl- or dyn- light track\n");
         return nullptr;
@@ -54,25 +54,25 @@ bool IsSelected(EditorObject& object) {
 }
 
 /// The list that the row of a track belongs to; null for a broken track, after a word about it.
-RowList* ListFor(CFilmTrack* track, JumpRows& rows) {
+RowList* ListFor(const FilmSession& plugin, CFilmTrack* track, JumpRows& rows) {
     if (track->IsA(ClassId::LevelTrack)) {
         return &rows.level;
     }
     if (track->IsA(ClassId::CameraTrack)) {
-        return track == ActiveCamera() ? &rows.activeCamera : &rows.otherCameras;
+        return track == ActiveCamera(plugin) ? &rows.activeCamera : &rows.otherCameras;
     }
     const CFilmObjectTrack* objectTrack = AsObjectTrack(track);
     if (objectTrack == nullptr && AsGLLightTrack(track) == nullptr && AsDynLightTrack(track) == nullptr) {
         return nullptr;
     }
-    EditorObject* object = objectTrack != nullptr ? ActorOf(*objectTrack) : LightOf(track);
+    EditorObject* object = objectTrack != nullptr ? ActorOf(*objectTrack) : LightOf(plugin, track);
     if (object == nullptr) {
         return nullptr;
     }
     return IsSelected(*object) ? &rows.selectedObjects : &rows.otherObjects;
 }
 
-JumpRows SortRows(const std::list<CTrackCtrl*>& tracks) {
+JumpRows SortRows(const FilmSession& plugin, const std::list<CTrackCtrl*>& tracks) {
     JumpRows rows;
     for (CTrackCtrl* row : tracks) {
         if (row == nullptr) {
@@ -80,7 +80,7 @@ JumpRows SortRows(const std::list<CTrackCtrl*>& tracks) {
         } else if (row->track == nullptr) {
             DebugPrint("CTrackCtrl with NULL pointer to CFilmTrack\n");
         } else if (row->visible && !row->IsRoot()) {
-            if (RowList* list = ListFor(row->track, rows)) {
+            if (RowList* list = ListFor(plugin, row->track, rows)) {
                 list->push_back(row);
             }
         }
@@ -128,11 +128,10 @@ CTrackKey* FindJumpKey(const JumpRows& rows, float time, bool forward) {
 } // namespace
 
 void CScenarioDlg::JumpToKey(bool forward) {
-    IPluginImpl& plugin = GetPlugin();
     if (plugin.GetCurrentFilm() == nullptr || mainCtrl == nullptr) {
         return;
     }
-    CTrackKey* key = FindJumpKey(SortRows(mainCtrl->tracks), plugin.currentTime, forward);
+    CTrackKey* key = FindJumpKey(SortRows(plugin, mainCtrl->tracks), plugin.currentTime, forward);
     if (key == nullptr) {
         return;
     }

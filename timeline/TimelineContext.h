@@ -13,12 +13,16 @@ class CMarkedGridCtrl;
 class CTimeScrollbar;
 class CTrackCtrl;
 class CTrackKey;
+class FilmSession;
 
 /// The face of the main control that its child windows and the key views see. A child reaches it as its
 /// parent window (`TimelineOf`) and does nothing without one.
 class TimelineContext {
 public:
+    explicit TimelineContext(FilmSession& shown) : session(shown) {}
     virtual ~TimelineContext() = default;
+    TimelineContext(const TimelineContext&) = delete;
+    TimelineContext& operator=(const TimelineContext&) = delete;
 
     /// Every selected key is told, then none is selected.
     virtual void ClearSelection() = 0;
@@ -73,6 +77,7 @@ public:
         }
     }
 
+    FilmSession& session;     ///< whose film is shown; outlives the control
     int leftWidth = 150;      ///< pixels of the name column
     float currentTime = 0.0f; ///< seconds, of the cursor
     float mouseTime = 0.0f;   ///< seconds; written by whoever has the mouse; where a new key goes

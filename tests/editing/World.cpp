@@ -57,8 +57,8 @@ World::World() {
     editor.level.SetChunkClient(&chunks);
     editor.level.New(folder.Path());
     chunks.plugins = {&plugin};
-    plugin.makeKeyAttributesDlg = []() -> std::unique_ptr<IKeyAttributesDlg> {
-        return std::make_unique<CFilmKeyAttributesDlg>();
+    plugin.makeKeyAttributesDlg = [](IPluginImpl& owner) -> std::unique_ptr<IKeyAttributesDlg> {
+        return std::make_unique<CFilmKeyAttributesDlg>(owner);
     };
     for (const char* name :
          {ClassName::CameraPosition, ClassName::CameraTarget, ClassName::CameraControlPoint}) {
@@ -90,7 +90,7 @@ World::~World() {
 
 void World::OpenWindow() {
     opening = true; // the panel makes the window before a film can be open: nothing goes on behind a box
-    window = new CScenarioDlg;
+    window = new CScenarioDlg(plugin);
     opening = false;
     window->Show();
     window->SetWindowPos(nullptr, 0, 0, kWindowWidth, kWindowHeight, SWP_NOZORDER);

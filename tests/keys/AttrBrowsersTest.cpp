@@ -131,7 +131,7 @@ TEST_F(AttrBrowsersTest, KeyOnShowTakesTheElementInEveryVisit) {
     auto* other =
         static_cast<CFilmAnimationKey*>(AddKey(film->FindObjectTrack(robot), KeyKind::Animation, 4.0f));
     control->ShowFilm(film, true);
-    plugin.keyAttributesDlg = std::make_unique<CFilmKeyAttributesDlg>();
+    plugin.keyAttributesDlg = std::make_unique<CFilmKeyAttributesDlg>(plugin);
     auto& dialog = static_cast<CFilmKeyAttributesDlg&>(*plugin.keyAttributesDlg);
     dialog.SetKey(ViewOf(record), /*refresh*/ false);
     for (const char* element : {"Bip01 Head", "Bip01 Spine"}) {

@@ -11,8 +11,8 @@
 #include <QWindow>
 
 AttributesWindowTest::AttributesWindowTest() {
-    plugin.makeKeyAttributesDlg = []() -> std::unique_ptr<IKeyAttributesDlg> {
-        return std::make_unique<CFilmKeyAttributesDlg>();
+    plugin.makeKeyAttributesDlg = [](IPluginImpl& owner) -> std::unique_ptr<IKeyAttributesDlg> {
+        return std::make_unique<CFilmKeyAttributesDlg>(owner);
     };
     crate = editor.Create("Crate");
     film = OpenFilmWith({crate});

@@ -53,7 +53,7 @@ protected:
                                           const CRect* clip = nullptr, bool outline = false);
 
     std::vector<std::string> calls; ///< of the attributes window and of what shows it
-    FakeTimeline timeline;
+    FakeTimeline timeline{plugin};
     std::vector<IFilmKey*> records; ///< made by NewRecord
 
 private:

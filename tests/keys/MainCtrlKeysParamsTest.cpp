@@ -28,7 +28,7 @@ protected:
 };
 
 TEST_F(MainCtrlKeysParamsTest, ControlStartsWithTheFileOfTheDataFolder) {
-    const CFilmsMainCtrl control;
+    const CFilmsMainCtrl control(plugin);
     EXPECT_THAT(boxes, IsEmpty());
     EXPECT_EQ(control.GetKeyParams(0)->name, "Camera keys");
     EXPECT_EQ(control.GetKeyParams(0)->normalColor, RGB(106, 168, 222));
@@ -39,7 +39,7 @@ TEST_F(MainCtrlKeysParamsTest, ControlStartsWithTheFileOfTheDataFolder) {
 
 TEST_F(MainCtrlKeysParamsTest, ControlStartsWithBuiltInValuesAfterOneMessage) {
     std::filesystem::remove(kDefaults);
-    const CFilmsMainCtrl control;
+    const CFilmsMainCtrl control(plugin);
     EXPECT_THAT(boxes, ElementsAre("File DefaultKeysParams.fkd is corrupt or was deleted"));
     for (int kind = 0; kind < KeyKind::FilterCount; ++kind) {
         EXPECT_EQ(control.GetKeyParams(kind)->rectHeight, 15);
@@ -51,11 +51,11 @@ TEST_F(MainCtrlKeysParamsTest, ControlStartsWithBuiltInValuesAfterOneMessage) {
 }
 
 TEST_F(MainCtrlKeysParamsTest, SavedParametersComeBackByImport) {
-    CFilmsMainCtrl control;
+    CFilmsMainCtrl control(plugin);
     control.keyParams[4].rectHeight = 7;
     control.keyParams[4].visible = false;
     ASSERT_TRUE(control.SaveKeysParams("own.fkd"));
-    CFilmsMainCtrl other;
+    CFilmsMainCtrl other(plugin);
     ASSERT_TRUE(other.ImportKeysParams("own.fkd"));
     EXPECT_EQ(other.keyParams[4].rectHeight, 7);
     EXPECT_FALSE(other.keyParams[4].visible);
@@ -65,7 +65,7 @@ TEST_F(MainCtrlKeysParamsTest, SavedParametersComeBackByImport) {
 }
 
 TEST_F(MainCtrlKeysParamsTest, ReloadGoesBackToTheDataFolder) {
-    CFilmsMainCtrl control;
+    CFilmsMainCtrl control(plugin);
     control.keyParams[4].rectHeight = 7;
     control.Reset();
     EXPECT_EQ(control.keyParams[4].rectHeight, 15);
@@ -73,7 +73,7 @@ TEST_F(MainCtrlKeysParamsTest, ReloadGoesBackToTheDataFolder) {
 }
 
 TEST_F(MainCtrlKeysParamsTest, ControlMayGoWhileTheUserIsToldOfTheMissingFile) {
-    auto control = std::make_unique<CFilmsMainCtrl>();
+    auto control = std::make_unique<CFilmsMainCtrl>(plugin);
     std::filesystem::remove(kDefaults);
     Hooks().messageBox = [&](const std::string& text, UINT) {
         boxes.push_back(text);
@@ -86,7 +86,7 @@ TEST_F(MainCtrlKeysParamsTest, ControlMayGoWhileTheUserIsToldOfTheMissingFile) {
 }
 
 TEST_F(MainCtrlKeysParamsTest, LoadingElsewhereLeavesTheControl) {
-    CFilmsMainCtrl control;
+    CFilmsMainCtrl control(plugin);
     control.keyParams[4].rectHeight = 7;
     KeyKindParamsTable asked;
     ASSERT_TRUE(control.LoadKeysParams(kDefaults, &asked));

@@ -63,7 +63,7 @@ TEST_F(TrackKeyTest, AttributesWindowIsNotToldWhileRowsAreRebuilt) {
 }
 
 TEST_F(TrackKeyTest, SelectionMakesNoAttributesWindow) {
-    plugin.makeKeyAttributesDlg = []() -> std::unique_ptr<IKeyAttributesDlg> {
+    plugin.makeKeyAttributesDlg = [](IPluginImpl&) -> std::unique_ptr<IKeyAttributesDlg> {
         ADD_FAILURE() << "made";
         return nullptr;
     };

@@ -212,7 +212,7 @@ TEST_F(MenusTest, AttributesForgetTheirKeyAtANewLevelAndGoWithThePlugin) {
 TEST_F(MenusTest, AttributesAreMadeOnceOnFirstUse) {
     EXPECT_EQ(plugin.GetKeyAttributesDlg(), nullptr);
     static std::vector<std::string> log;
-    plugin.makeKeyAttributesDlg = []() -> std::unique_ptr<IKeyAttributesDlg> {
+    plugin.makeKeyAttributesDlg = [](IPluginImpl&) -> std::unique_ptr<IKeyAttributesDlg> {
         return std::make_unique<FakeAttributes>(log);
     };
     IKeyAttributesDlg* made = plugin.GetKeyAttributesDlg();

@@ -105,7 +105,7 @@ TEST_F(PanelTest, ScenarioWindowIsMadeOnceForAllPanels) {
     static LoggingWindow window(calls);
     static int made = 0;
     made = 0;
-    plugin.makeScenarioWindow = []() -> IScenarioWindow* {
+    plugin.makeScenarioWindow = [](IPluginImpl&) -> IScenarioWindow* {
         ++made;
         return &window;
     };

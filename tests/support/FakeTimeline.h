@@ -9,6 +9,7 @@
 /// Create and give it to them as their parent.
 class FakeTimeline : public CWnd, public TimelineContext {
 public:
+    using TimelineContext::TimelineContext;
     ~FakeTimeline() override { undoMgr.Clear(); }
     void ClearSelection() override;
     void SelectOnly(CTrackKey* key) override;

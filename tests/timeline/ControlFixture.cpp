@@ -28,7 +28,7 @@ void ControlHolder::PressButton(unsigned id, bool down) {
 }
 
 ControlTest::ControlTest() {
-    control = std::make_unique<CFilmsMainCtrl>();
+    control = std::make_unique<CFilmsMainCtrl>(plugin);
     boxes.clear(); // this editor has no data folder
     frame.Create(nullptr, "frame", WS_POPUP | WS_VISIBLE, CRect(0, 0, kWidth, kHeight), nullptr, 0);
     control->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, kWidth, kHeight), &frame,

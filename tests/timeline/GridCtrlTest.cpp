@@ -1,5 +1,6 @@
 #include "timeline/GridCtrl.h"
 
+#include "plugin/PluginImpl.h"
 #include "tests/support/DrawRecorder.h"
 #include "tests/support/FakeTimeline.h"
 #include "tests/support/MouseScript.h"
@@ -328,7 +329,8 @@ TEST_F(GridCtrlTest, DrawingPutsThePenBackAndLeavesTextTransparent) {
 }
 
 TEST_F(GridCtrlTest, WindowPaintsTheGridOnItsClientAreaWithoutLabels) {
-    FakeTimeline main;
+    IPluginImpl plugin;
+    FakeTimeline main{plugin};
     main.Create(nullptr, "", WS_POPUP | WS_CAPTION, {0, 0, 200, 100}, nullptr, 0);
     grid.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, {10, 10, 112, 42}, &main, 1);
     EXPECT_EQ(grid.SendMessage(WM_ERASEBKGND), 0);

@@ -38,7 +38,7 @@ protected:
         return dc.GetTextExtent("Film").cy + 2;
     }
 
-    FakeTimeline main;
+    FakeTimeline main{plugin};
     CFilmsInfoWnd info;
     DrawRecorder recorder;
 };
@@ -50,7 +50,8 @@ protected:
         popup.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, {0, 0, 200, 150}, &main, 1);
     }
 
-    FakeTimeline main;
+    IPluginImpl plugin;
+    FakeTimeline main{plugin};
     CFilmsKeyDescrWnd popup;
     DrawRecorder recorder;
 };

@@ -15,17 +15,17 @@ bool IsAt(const CRect& rect, int left, int top, int right, int bottom) {
 } // namespace
 
 TEST_F(MainCtrlLayoutTest, RefusesARectTooNarrowOrTooLow) {
-    CFilmsMainCtrl narrow;
+    CFilmsMainCtrl narrow(plugin);
     EXPECT_FALSE(narrow.Create(nullptr, nullptr, WS_CHILD, CRect(0, 0, 59, 400), &frame, 1));
     EXPECT_EQ(narrow.GetSafeHwnd(), nullptr);
-    CFilmsMainCtrl low;
+    CFilmsMainCtrl low(plugin);
     EXPECT_FALSE(low.Create(nullptr, nullptr, WS_CHILD, CRect(0, 0, 400, 69), &frame, 1));
     EXPECT_EQ(low.GetSafeHwnd(), nullptr);
     EXPECT_EQ(low.grid, nullptr);
 }
 
 TEST_F(MainCtrlLayoutTest, IsMadeAtTheSmallestSize) {
-    CFilmsMainCtrl small;
+    CFilmsMainCtrl small(plugin);
     EXPECT_TRUE(small.Create(nullptr, nullptr, WS_CHILD, CRect(0, 0, 60, 70), &frame, 1));
     EXPECT_NE(small.keyDescrWnd, nullptr);
 }

@@ -1,5 +1,6 @@
 #include "timeline/MarkedGridCtrl.h"
 
+#include "plugin/PluginImpl.h"
 #include "tests/support/DrawRecorder.h"
 #include "tests/support/FakeTimeline.h"
 #include "tests/support/Golden.h"
@@ -21,6 +22,7 @@ namespace {
 /// A main control in which more happens while the cursor moves, as in a film that plays.
 class BusyTimeline : public FakeTimeline {
 public:
+    using FakeTimeline::FakeTimeline;
     void SetCurrentFrame(float time, bool redraw) override {
         FakeTimeline::SetCurrentFrame(time, redraw);
         if (during) {
@@ -75,7 +77,8 @@ protected:
     /// Makes the ruler 100 pixels wide: 0.1 s a pixel.
     void UseTenthsPerPixel() { ruler->MoveWindow(20, 30, 100, 32); }
 
-    BusyTimeline main;
+    IPluginImpl plugin;
+    BusyTimeline main{plugin};
     CWnd info;
     std::unique_ptr<CMarkedGridCtrl> ruler;
     DrawRecorder recorder;

@@ -73,8 +73,8 @@ LRESULT PostedWork::OnRun(WPARAM, LPARAM) {
 
 OpenDialogFixture::OpenDialogFixture() {
     posted.Create(nullptr, "", WS_POPUP, CRect(0, 0, 10, 10), nullptr, 0);
-    plugin.makeKeyAttributesDlg = []() -> std::unique_ptr<IKeyAttributesDlg> {
-        return std::make_unique<CFilmKeyAttributesDlg>();
+    plugin.makeKeyAttributesDlg = [](IPluginImpl& owner) -> std::unique_ptr<IKeyAttributesDlg> {
+        return std::make_unique<CFilmKeyAttributesDlg>(owner);
     };
     editor.onInputNumber = [this](float& value, const std::string&, const std::string&) {
         const bool taken = AnswerHost();
@@ -286,7 +286,7 @@ void OpenDialogFixture::TakeAway(Away what) {
         break;
     case Away::WindowReopened:
         window->DestroyWindow();
-        window = new ObservedScenarioDlg;
+        window = new ObservedScenarioDlg(plugin);
         window->ShowWindow(SW_SHOWNA);
         ShowRows();
         break;

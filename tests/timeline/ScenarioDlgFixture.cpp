@@ -10,7 +10,7 @@ BEGIN_MESSAGE_MAP(ObservedScenarioDlg, CScenarioDlg)
 ON_COMMAND_RANGE(36797, 36877, &ObservedScenarioDlg::OnBaseCommand)
 END_MESSAGE_MAP()
 
-ScenarioDlgTest::ScenarioDlgTest() : window(new ObservedScenarioDlg) {
+ScenarioDlgTest::ScenarioDlgTest() : window(new ObservedScenarioDlg(plugin)) {
     boxes.clear(); // this editor has no data folder
     editor.onBroadcast = [this](int code, void*) {
         if (code == EventCode::ObjectsMoved) {

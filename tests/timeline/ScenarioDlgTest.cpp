@@ -112,7 +112,7 @@ TEST_F(ScenarioWindowTest, WindowMadeWhileAFilmIsOpenShowsItAtItsTime) {
     OpenNewFilm();
     GoTo(3.0f);
     delete window;
-    window = new ObservedScenarioDlg;
+    window = new ObservedScenarioDlg(plugin);
     EXPECT_THAT(Control().tracks, Not(IsEmpty()));
     EXPECT_EQ(Control().currentTime, 3.0f);
     EXPECT_EQ(plugin.currentTime, 3.0f);
@@ -281,7 +281,7 @@ TEST_F(ScenarioWindowTest, DestroyedWindowIsForgotten) {
 TEST_F(ScenarioWindowTest, GoesWithTheHostsMainWindow) {
     delete window;
     auto main = std::make_unique<QWidget>();
-    window = new ObservedScenarioDlg(WrapWidget(main.get()));
+    window = new ObservedScenarioDlg(plugin, WrapWidget(main.get()));
     EXPECT_EQ(NativeWidget(*window)->parentWidget(), main.get());
     OpenNewFilm();
     main.reset();

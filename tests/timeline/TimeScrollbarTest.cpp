@@ -1,5 +1,6 @@
 #include "timeline/TimeScrollbar.h"
 
+#include "plugin/PluginImpl.h"
 #include "tests/support/DrawRecorder.h"
 #include "tests/support/FakeTimeline.h"
 #include "tests/support/Golden.h"
@@ -57,7 +58,8 @@ protected:
         return held ? "thumb" : main.log.empty() ? "nothing" : main.log.front();
     }
 
-    FakeTimeline main;
+    IPluginImpl plugin;
+    FakeTimeline main{plugin};
     CTimeScrollbar bar;
     DrawRecorder recorder;
 };

@@ -16,6 +16,7 @@
 /// A main control that makes real rows.
 class RowTimeline : public FakeTimeline {
 public:
+    using FakeTimeline::FakeTimeline;
     CTrackCtrl* AddTrackCtrl(bool redraw) override;
     CTrackCtrl* AddAnimationRow(CTrackCtrl* parentRow, const std::string& name) override;
     /// A row of 650 x 20 pixels over 0 to 100 seconds that shows 0 to 10: with the name column of 150 there
@@ -76,7 +77,7 @@ protected:
     void SettleAll();
     static std::vector<std::string> ChildNames(const CTrackCtrl& root);
 
-    RowTimeline timeline;
+    RowTimeline timeline{plugin};
     CMarkedGridCtrl ruler;
     std::vector<std::string> windowLog;
     LoggingWindow window{windowLog};
