@@ -129,8 +129,9 @@ void CFilmKeyAttributesDlg::ApplyChanges() {
     }
     hasPending = false;
     IFilmKey* written = record;
-    attributes->apply(rows, *written, [alive = std::weak_ptr<int>(life), written, this] {
-        return (!alive.expired() && record == written) || IsInAFilm(plugin, written);
+    const FilmSession& session = plugin; // also asked when the window has gone
+    attributes->apply(rows, *written, [alive = std::weak_ptr<int>(life), written, this, &session] {
+        return (!alive.expired() && record == written) || IsInAFilm(session, written);
     });
 }
 

@@ -56,10 +56,11 @@ void CFilmsMainCtrl::OnMenuTrackParameters() {
     CCameraSubtrackParamsDlg dialog(this);
     dialog.track = menuRow->track;
     dialog.kind = menuRow->kind;
+    FilmSession& shown = session; // the control may go while the dialog is open
     if (dialog.DoModal() != IDOK) {
         return;
     }
-    if (plugin.GetCurrentFilm() != nullptr) { // the camera may stand elsewhere now
-        plugin.SetFrame(plugin.currentTime, IPluginImpl::kNoPrevious);
+    if (shown.GetCurrentFilm() != nullptr) { // the camera may stand elsewhere now
+        shown.SetFrame(shown.currentTime, FilmSession::kNoPrevious);
     }
 }

@@ -45,6 +45,7 @@ void CFilmsMainCtrl::OnMenuAddLight(bool gl) {
     if (!place) {
         return;
     }
+    IPluginImpl& owner = plugin; // the control may go when rows are shown
     const EditorClassDescriptor& entry = gl ? *plugin.glLightClass : *plugin.dynLightClass;
     HelperObjectParams params;
     params.position = *place;
@@ -55,14 +56,14 @@ void CFilmsMainCtrl::OnMenuAddLight(bool gl) {
     if (object == nullptr) {
         return;
     }
-    if (plugin.AddLightTrack(object)) {
+    if (owner.AddLightTrack(object)) {
         // Compared only: rows that were shown may have asked, and the level may be another one now.
         const auto isOfIt = [object](const CFilmsLightHelper* helper) { return helper->object == object; };
-        if (std::ranges::any_of(plugin.lightHelpers.helpers, isOfIt)) {
+        if (std::ranges::any_of(owner.lightHelpers.helpers, isOfIt)) {
             NoteForUser("\"" + object->name +
                         "\" stands 1 m before the view. A click on its name selects it.");
         }
-    } else if (plugin.editor != nullptr && plugin.IsInLevel(object)) {
-        plugin.editor->DeleteObjects({object}); // the film was closed in the host's call
+    } else if (owner.editor != nullptr && owner.IsInLevel(object)) {
+        owner.editor->DeleteObjects({object}); // the film was closed in the host's call
     }
 }

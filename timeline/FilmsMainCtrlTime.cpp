@@ -170,14 +170,15 @@ void CFilmsMainCtrl::SetCurrentFrame(float time, bool redraw) {
     // Written so that a time that is no number is refused too.
     if (film != nullptr && frame <= film->length) {
         currentTime = frame;
-        const bool wasPlaying = plugin.isPlaying != 0;
+        IPluginImpl& owner = plugin; // the pump may let the control go
+        const bool wasPlaying = owner.isPlaying != 0;
         if (wasPlaying) {
-            plugin.StopPlaying();
+            owner.StopPlaying();
         }
-        plugin.SetTime(frame, /*fromWindow*/ true);
+        owner.SetTime(frame, /*fromWindow*/ true);
         if (wasPlaying) {
             const std::weak_ptr<int> window = life;
-            plugin.Play(frame);
+            owner.Play(frame);
             redraw = redraw && !window.expired(); // the pump may have let the window go
         }
     } else if (grid != nullptr && grid->cursorMark != nullptr) {

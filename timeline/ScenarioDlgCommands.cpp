@@ -107,14 +107,15 @@ void CScenarioDlg::OnAttach() {
 }
 
 void CScenarioDlg::StepTo(float time) {
-    const bool wasPlaying = plugin.isPlaying != 0;
+    IPluginImpl& films = plugin; // this window may go in what follows
+    const bool wasPlaying = films.isPlaying != 0;
     if (wasPlaying) {
-        plugin.StopPlaying();
+        films.StopPlaying();
     }
     SetTime(time);
-    plugin.SetTime(time, /*fromWindow*/ true);
+    films.SetTime(time, /*fromWindow*/ true);
     if (wasPlaying) {
-        plugin.Play(time);
+        films.Play(time);
     }
 }
 
