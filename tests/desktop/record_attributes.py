@@ -155,14 +155,10 @@ def height_of(desktop):
 
 
 def taller_window(desktop):
-    """Pulls up the scenario window's upper edge, which the layout lets go in bits."""
-    for _ in range(5):
-        left, top, width, _ = scenario(desktop.look())["frame"]
-        if top < 365:
-            return
-        desktop.drag((left + width / 2, top - 3), (left + width / 2, 330))
-        time.sleep(0.5)
-    raise Failure("the scenario window grows no taller")
+    """Pulls up the scenario window's upper edge."""
+    left, top, width, _ = scenario(desktop.look())["frame"]
+    desktop.drag((left + width / 2, top - 3), (left + width / 2, 330))
+    desktop.until("the scenario window is taller", lambda s: scenario(s)["frame"][1] < 365)
 
 
 # A new film

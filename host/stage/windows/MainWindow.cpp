@@ -14,6 +14,7 @@
 #include "host/stage/windows/PickModeSign.h"
 #include "host/stage/windows/PluginPanel.h"
 #include "host/stage/windows/QuietMoments.h"
+#include "host/stage/windows/SeparatorDrag.h"
 #include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
 #include "host/stage/windows/WorkKeeper.h"
@@ -86,6 +87,7 @@ MainWindow::MainWindow(HostFolders folders)
     SetFilePreview(SoundPreview::Maker([this] { return QString::fromStdString(host.level.Folder()); }));
     session.New();
     UpdateActions();
+    new SeparatorDrag(*this);
     SetExceptionReport(ExceptionReport(*this));
     SetUserNoteSink([this](const std::string& text) { Report(text); });
 }
