@@ -24,7 +24,7 @@ void SurfaceState::WriteDirectly(const QRegion& visible) {
 }
 
 BitmapData::BitmapData(QImage made, bool alpha)
-    : size(made.width(), made.height()), hasAlpha(alpha), image(std::move(made)) {
+    : size{made.width(), made.height()}, hasAlpha(alpha), image(std::move(made)) {
 }
 
 QImage& BitmapData::Image() {
