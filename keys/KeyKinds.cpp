@@ -8,36 +8,6 @@
 
 namespace {
 
-struct KindRow {
-    const char* name;
-    bool bezier;
-};
-
-constexpr std::array<KindRow, KeyKind::Count> kKinds = {{
-    {"Camera keys", false},
-    {"Animation keys", false},
-    {"FX sequence keys", false},
-    {"FX particle keys", false},
-    {"FX trace keys", false},
-    {"FX rain keys", false},
-    {"FX blind keys", false},
-    {"FX flare keys", false},
-    {"Speech keys", false},
-    {"Sound keys", false},
-    {"Position keys", true},
-    {"Rotation keys", true},
-    {"Scale keys", true},
-    {"Java method keys", false},
-    {"Color keys", true},
-    {"Flags keys", false},
-    {"Camera position keys", true},
-    {"Target position keys", true},
-    {"Roll keys", true},
-    {"FOV keys", true},
-    {"", false},
-    {"No keys", false},
-}};
-
 struct MethodCommands {
     int in;
     int out;
@@ -53,22 +23,18 @@ constexpr std::array<MethodCommands, 6> kMethods = {{
     {IDC_IN_INVERSE, IDC_OUT_INVERSE},
 }};
 
-template <class Table> bool IsIn(const Table& table, int index) {
-    return index >= 0 && static_cast<std::size_t>(index) < table.size();
-}
-
 } // namespace
 
 const char* GetKeyKindName(int kind) {
-    return IsIn(kKinds, kind) ? kKinds[static_cast<std::size_t>(kind)].name : "";
-}
-
-bool IsBezierKind(int kind) {
-    return IsIn(kKinds, kind) && kKinds[static_cast<std::size_t>(kind)].bezier;
+    if (kind == KeyKind::None) {
+        return "No keys";
+    }
+    const KeyKindInfo* info = FindKeyKind(kind);
+    return info != nullptr ? info->rowName : "";
 }
 
 int GetIDByMethod(int method, bool in) {
-    if (!IsIn(kMethods, method)) {
+    if (method < 0 || static_cast<std::size_t>(method) >= kMethods.size()) {
         DebugPrint("[CTrackKey::GetIDByMethod] unknown method\n");
         return -1;
     }

@@ -225,22 +225,22 @@ bool LinkedChannel::EvaluateWorld(float time, const ILinkSpace& links, float* ou
     return found;
 }
 
+namespace {
+
+/// The channel that evaluates keys of a record class; for those without curves the plain one.
+template <class Record> struct ChannelOf { using Type = KeyChannel; };
+template <> struct ChannelOf<CFilmVectorKey> { using Type = VectorChannel; };
+template <> struct ChannelOf<CFilmLinkedKey> { using Type = LinkedChannel; };
+template <> struct ChannelOf<CFilmScalarKey> { using Type = ScalarChannel; };
+
+} // namespace
+
 std::unique_ptr<KeyChannel> MakeChannel(CFilmTrack& track, int kind, FilmManager& manager) {
-    switch (kind) {
-    case KeyKind::Position:
-    case KeyKind::Rotation:
-    case KeyKind::Scale:
-    case KeyKind::Color:
-        return std::make_unique<VectorChannel>(track, kind, manager);
-    case KeyKind::CameraPosition:
-    case KeyKind::CameraTarget:
-        return std::make_unique<LinkedChannel>(track, kind, manager);
-    case KeyKind::Roll:
-    case KeyKind::FieldOfView:
-        return std::make_unique<ScalarChannel>(track, kind, manager);
-    default:
-        return std::make_unique<KeyChannel>(track, kind, manager);
-    }
+    std::unique_ptr<KeyChannel> channel;
+    WithKeyRecord(kind, [&]<class Record>(std::type_identity<Record>) {
+        channel = std::make_unique<typename ChannelOf<Record>::Type>(track, kind, manager);
+    });
+    return channel != nullptr ? std::move(channel) : std::make_unique<KeyChannel>(track, kind, manager);
 }
 
 } // namespace engine

@@ -16,12 +16,6 @@ namespace {
 constexpr std::size_t kDescriptionBytes = 512;
 constexpr float kSameTime = 0.000001f; ///< seconds; two keys nearer than this stand at one time
 
-constexpr const char* kTitles[] = {
-    "Camera key",   "Animation key",       "FX sequence key",     "FX particle key", "FX trace key",
-    "FX rain key",  "FX blind key",        "FX flare key",        "Speech key",      "Sound key",
-    "Position key", "Rotation key",        "Scale key",           "Java method key", "Color key",
-    "Flags key",    "Camera position key", "Target position key", "Roll key",        "FOV key"};
-
 constexpr const char* kMethods[] = {"Smooth", "Linear", "Slowdown", "Speedup", "User", "Inverse"};
 
 const char* MethodName(int method) {
@@ -53,15 +47,12 @@ const std::string* TextOf(const void* value) {
 
 } // namespace
 
-const char* KeyKindTitle(int kind) {
-    return kind >= 0 && kind < KeyKind::FilterCount ? kTitles[kind] : "";
-}
-
 template <class Base> void KeyRecord<Base>::Describe(char* buffer, int framesPerSecond) const {
     if (buffer == nullptr) {
         return;
     }
-    std::string text = std::string(KeyKindTitle(this->kind)) + '\n';
+    const KeyKindInfo* info = FindKeyKind(this->kind);
+    std::string text = std::string(info != nullptr ? info->title : "") + '\n';
     // Required elsewhere too: a frame number is cut, not rounded; half a frame in 1000 hides float errors.
     const double frame = std::floor(static_cast<double>(this->time) * framesPerSecond + 0.0005);
     text += Line("Time: %.3f s (frame %.0f)", this->time, frame);

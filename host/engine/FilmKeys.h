@@ -3,7 +3,7 @@
 #include "host/engine/KeyChannel.h"
 #include "host/engine/KeyFields.h"
 #include "host/engine/Math.h"
-#include "plugin/contract/FilmKey.h"
+#include "plugin/contract/KeyKindTable.h"
 
 namespace engine {
 
@@ -173,8 +173,19 @@ private:
     void Store(const void* source, float& target);
 };
 
-/// A kind's name as the user reads it; "" for a kind without a record.
-const char* KeyKindTitle(int kind);
+/// The engine's class of a record class of the contract.
+template <class Base> struct EngineKeyOf;
+template <> struct EngineKeyOf<CFilmCameraKey> { using Type = CameraKey; };
+template <> struct EngineKeyOf<CFilmAnimationKey> { using Type = AnimationKey; };
+template <> struct EngineKeyOf<CFilmFxKey> { using Type = FxKey; };
+template <> struct EngineKeyOf<CFilmSpeechKey> { using Type = SpeechKey; };
+template <> struct EngineKeyOf<CFilmSoundKey> { using Type = SoundKey; };
+template <> struct EngineKeyOf<CFilmVectorKey> { using Type = VectorKey; };
+template <> struct EngineKeyOf<CFilmLinkedKey> { using Type = LinkedKey; };
+template <> struct EngineKeyOf<CFilmJavaKey> { using Type = JavaKey; };
+template <> struct EngineKeyOf<CFilmFlagsKey> { using Type = FlagsKey; };
+template <> struct EngineKeyOf<CFilmScalarKey> { using Type = ScalarKey; };
+template <class Base> using EngineKey = typename EngineKeyOf<Base>::Type;
 
 /// Bits of CFilmFlagsKey::keyFlags by track class.
 namespace TrackFlag {

@@ -17,8 +17,7 @@ constexpr int kMostMoves = 8;
 /// Whether a key from a file of its own may come among those of a film.
 bool CanStandInARow(const IFilmKey* key) {
     const bool hasNoDuration = (key->flags & KeyFlag::NoDuration) != 0;
-    return std::isfinite(key->time) && std::isfinite(key->endTime) &&
-           hasNoDuration == (key->kind >= KeyKind::Position);
+    return std::isfinite(key->time) && std::isfinite(key->endTime) && hasNoDuration != IsTimedKind(key->kind);
 }
 
 float SortTime(const IFilmKey* key) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/engine/Changes.h"
-#include "plugin/contract/FilmKey.h"
 #include "plugin/contract/FilmTrack.h"
+#include "plugin/contract/KeyKindTable.h"
 
 #include <optional>
 #include <span>

@@ -4,13 +4,25 @@
 #include "host/engine/FilmManager.h"
 
 #include <new>
+#include <type_traits>
 
 namespace engine {
 
-template <class Record, class... Arguments> IFilmKey* KeyFactory::Make(const Arguments&... arguments) {
+namespace {
+
+template <class Record> constexpr bool kNeedsManager = std::is_constructible_v<Record, const FilmManager&>;
+
+} // namespace
+
+template <class Record> IFilmKey* KeyFactory::Make() {
     ++count;
     static_assert(sizeof(Record) <= SlabPool::kLargest && alignof(Record) <= 8);
-    return new (manager.Pool().Take(sizeof(Record))) Record(arguments...);
+    void* place = manager.Pool().Take(sizeof(Record));
+    if constexpr (kNeedsManager<Record>) {
+        return new (place) Record(manager);
+    } else {
+        return new (place) Record();
+    }
 }
 
 template <class Record> void KeyFactory::Unmake(IFilmKey* key) {
@@ -22,72 +34,17 @@ template <class Record> void KeyFactory::Unmake(IFilmKey* key) {
 
 IFilmKey* KeyFactory::CreateKey(int kind) {
     IFilmKey* key = nullptr;
-    switch (kind) {
-    case KeyKind::Camera:
-        key = Make<CameraKey>();
-        break;
-    case KeyKind::Animation:
-        key = Make<AnimationKey>();
-        break;
-    case KeyKind::Speech:
-        key = Make<SpeechKey>(manager);
-        break;
-    case KeyKind::Sound:
-        key = Make<SoundKey>(manager);
-        break;
-    case KeyKind::JavaMethod:
-        key = Make<JavaKey>();
-        break;
-    case KeyKind::Flags:
-        key = Make<FlagsKey>();
-        break;
-    case KeyKind::CameraPosition:
-    case KeyKind::CameraTarget:
-        key = Make<LinkedKey>();
-        break;
-    case KeyKind::Roll:
-    case KeyKind::FieldOfView:
-        key = Make<ScalarKey>();
-        break;
-    default:
-        if (kind >= KeyKind::FxSequence && kind <= KeyKind::FxFlare) {
-            key = Make<FxKey>();
-        } else if (kind >= KeyKind::Position && kind <= KeyKind::Color) {
-            key = Make<VectorKey>();
-        } else {
-            return nullptr;
-        }
+    WithKeyRecord(kind, [&]<class Base>(std::type_identity<Base>) { key = Make<EngineKey<Base>>(); });
+    if (key != nullptr) {
+        key->kind = kind;
+        key->flags = OwnKeyFlags(kind);
     }
-    key->kind = kind;
-    key->flags = kind >= KeyKind::Position ? KeyFlag::NoDuration : 0u;
     return key;
 }
 
 void KeyFactory::DestroyKey(IFilmKey* key) {
-    if (key == nullptr) {
-        return;
-    }
-    switch (key->kind) {
-    case KeyKind::Camera:
-        return Unmake<CameraKey>(key);
-    case KeyKind::Animation:
-        return Unmake<AnimationKey>(key);
-    case KeyKind::Speech:
-        return Unmake<SpeechKey>(key);
-    case KeyKind::Sound:
-        return Unmake<SoundKey>(key);
-    case KeyKind::JavaMethod:
-        return Unmake<JavaKey>(key);
-    case KeyKind::Flags:
-        return Unmake<FlagsKey>(key);
-    case KeyKind::CameraPosition:
-    case KeyKind::CameraTarget:
-        return Unmake<LinkedKey>(key);
-    case KeyKind::Roll:
-    case KeyKind::FieldOfView:
-        return Unmake<ScalarKey>(key);
-    default:
-        return key->kind < KeyKind::Position ? Unmake<FxKey>(key) : Unmake<VectorKey>(key);
+    if (key != nullptr) {
+        WithKeyRecord(key->kind, [&]<class Base>(std::type_identity<Base>) { Unmake<EngineKey<Base>>(key); });
     }
 }
 

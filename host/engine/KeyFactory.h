@@ -20,7 +20,7 @@ public:
     std::size_t Count() const { return count; }
 
 private:
-    template <class Record, class... Arguments> IFilmKey* Make(const Arguments&... arguments);
+    template <class Record> IFilmKey* Make();
     template <class Record> void Unmake(IFilmKey* key);
 
     FilmManager& manager;

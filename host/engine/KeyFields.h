@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/contract/FilmKey.h"
+#include "plugin/contract/KeyKindTable.h"
 
 namespace engine {
 
@@ -98,6 +98,11 @@ template <> struct KeyFields<CFilmScalarKey> {
         visit.Method(&CFilmScalarKey::outMethod);
     }
 };
+
+/// The flags of a new key of a kind.
+constexpr std::uint32_t OwnKeyFlags(int kind) {
+    return IsTimedKind(kind) ? 0u : KeyFlag::NoDuration;
+}
 
 /// Visitors of one record beside another of its kind.
 template <class Record> struct CopyingFields {

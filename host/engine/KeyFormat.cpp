@@ -64,36 +64,9 @@ template <class Record> struct Reading {
 
 /// Calls `with` with the record as what its kind says it is.
 template <class Key, class With> void AsRecord(Key& key, With&& with) {
-    const auto as = [&key, &with]<class Record>(std::type_identity<Record>) {
+    WithKeyRecord(key.kind, [&]<class Record>(std::type_identity<Record>) {
         with(static_cast<std::conditional_t<std::is_const_v<Key>, const Record, Record>&>(key));
-    };
-    switch (key.kind) {
-    case KeyKind::Camera:
-        return as(std::type_identity<CFilmCameraKey>());
-    case KeyKind::Animation:
-        return as(std::type_identity<CFilmAnimationKey>());
-    case KeyKind::Speech:
-        return as(std::type_identity<CFilmSpeechKey>());
-    case KeyKind::Sound:
-        return as(std::type_identity<CFilmSoundKey>());
-    case KeyKind::Position:
-    case KeyKind::Rotation:
-    case KeyKind::Scale:
-    case KeyKind::Color:
-        return as(std::type_identity<CFilmVectorKey>());
-    case KeyKind::CameraPosition:
-    case KeyKind::CameraTarget:
-        return as(std::type_identity<CFilmLinkedKey>());
-    case KeyKind::JavaMethod:
-        return as(std::type_identity<CFilmJavaKey>());
-    case KeyKind::Flags:
-        return as(std::type_identity<CFilmFlagsKey>());
-    case KeyKind::Roll:
-    case KeyKind::FieldOfView:
-        return as(std::type_identity<CFilmScalarKey>());
-    default:
-        return as(std::type_identity<CFilmFxKey>());
-    }
+    });
 }
 
 void WriteContent(ByteWriter& out, const IFilmKey& key) {
@@ -108,10 +81,6 @@ void ReadContent(ByteReader& in, IFilmKey& key) {
     });
 }
 
-std::uint32_t OwnFlags(int kind) {
-    return kind >= KeyKind::Position ? KeyFlag::NoDuration : 0u;
-}
-
 } // namespace
 
 namespace {
@@ -121,7 +90,7 @@ constexpr std::size_t kPlainVectorBytes = 1 + sizeof(float) + 3 * sizeof(Vector3
 void WriteMarks(ByteWriter& out, const IFilmKey& key, int kind) {
     // Compared by bits, so that a negative zero and not-a-number come back as they were.
     const bool hasEnd = !(key.endTime == 0.0f) || std::signbit(key.endTime);
-    const bool hasFlags = key.flags != OwnFlags(kind);
+    const bool hasFlags = key.flags != OwnKeyFlags(kind);
     out.U8(static_cast<std::uint8_t>((hasEnd ? kHasEndTime : 0) | (hasFlags ? kHasFlags : 0)));
     out.F32(key.time);
     if (hasEnd) {
@@ -134,7 +103,7 @@ void WriteMarks(ByteWriter& out, const IFilmKey& key, int kind) {
 
 bool IsPlainVector(const CFilmVectorKey& key, int kind) {
     const auto small = [](std::int32_t method) { return method >= 0 && method < kWideMethod; };
-    return key.endTime == 0.0f && !std::signbit(key.endTime) && key.flags == OwnFlags(kind) &&
+    return key.endTime == 0.0f && !std::signbit(key.endTime) && key.flags == OwnKeyFlags(kind) &&
            small(key.inMethod) && small(key.outMethod);
 }
 
@@ -173,12 +142,16 @@ bool ReadPlainVector(ByteReader& in, CFilmVectorKey& key, int kind) {
     key.inMethod = inMethod;
     key.outMethod = outMethod;
     key.endTime = 0.0f;
-    key.flags = OwnFlags(kind);
+    key.flags = OwnKeyFlags(kind);
     return true;
 }
 
 bool IsVectorKind(int kind) {
-    return (kind >= KeyKind::Position && kind <= KeyKind::Scale) || kind == KeyKind::Color;
+    bool isVector = false;
+    WithKeyRecord(kind, [&]<class Record>(std::type_identity<Record>) {
+        isVector = std::is_same_v<Record, CFilmVectorKey>;
+    });
+    return isVector;
 }
 
 } // namespace
@@ -201,7 +174,7 @@ void ReadKey(ByteReader& in, IFilmKey& key) {
     const std::uint8_t marks = in.U8();
     key.time = in.F32();
     key.endTime = (marks & kHasEndTime) != 0 ? in.F32() : 0.0f;
-    key.flags = (marks & kHasFlags) != 0 ? in.U32() : OwnFlags(key.kind);
+    key.flags = (marks & kHasFlags) != 0 ? in.U32() : OwnKeyFlags(key.kind);
     ReadContent(in, key);
 }
 

@@ -16,34 +16,19 @@ constexpr std::uint32_t Bit(int kind) {
     return 1u << kind;
 }
 
-constexpr std::uint32_t kFiredKinds = 0x3FCu | Bit(KeyKind::JavaMethod); ///< 2 to 9 and 13
-constexpr std::uint32_t kSharedFx =
-    Bit(KeyKind::FxSequence) | Bit(KeyKind::FxParticle) | Bit(KeyKind::FxTrace) | Bit(KeyKind::FxFlare);
-constexpr std::uint32_t kTransform = Bit(KeyKind::Position) | Bit(KeyKind::Rotation) | Bit(KeyKind::Scale);
+/// The kinds that fit, a bit each.
+template <class Fits> constexpr std::uint32_t KindsThat(Fits&& fits) {
+    std::uint32_t kinds = 0;
+    for (std::size_t kind = 0; kind < kKeyKinds.size(); ++kind) {
+        kinds |= fits(kKeyKinds[kind]) ? Bit(static_cast<int>(kind)) : 0u;
+    }
+    return kinds;
+}
 
-struct ClassKinds {
-    int classId;
-    std::uint32_t kinds;
-};
-
-constexpr ClassKinds kClassKinds[] = {
-    {ClassId::LevelTrack, Bit(KeyKind::Camera) | kSharedFx | Bit(KeyKind::FxRain) | Bit(KeyKind::FxBlind) |
-                              Bit(KeyKind::Sound) | Bit(KeyKind::JavaMethod) | Bit(KeyKind::Flags)},
-    {ClassId::ObjectTrack, Bit(KeyKind::Animation) | kSharedFx | Bit(KeyKind::Speech) | Bit(KeyKind::Sound) |
-                               kTransform | Bit(KeyKind::JavaMethod) | Bit(KeyKind::Flags)},
-    {ClassId::GLLightTrack, Bit(KeyKind::Position) | Bit(KeyKind::Color) | Bit(KeyKind::Flags)},
-    {ClassId::DynLightTrack, kTransform | Bit(KeyKind::Color) | Bit(KeyKind::Flags)},
-    {ClassId::CameraTrack, Bit(KeyKind::CameraPosition) | Bit(KeyKind::CameraTarget) | Bit(KeyKind::Roll) |
-                               Bit(KeyKind::FieldOfView)},
-};
+constexpr std::uint32_t kFiredKinds = KindsThat([](const KeyKindInfo& info) { return info.isFired; });
 
 std::uint32_t KindsOf(int classId) {
-    for (const ClassKinds& entry : kClassKinds) {
-        if (entry.classId == classId) {
-            return entry.kinds;
-        }
-    }
-    return 0;
+    return KindsThat([=](const KeyKindInfo& info) { return (info.tracks & TrackBitOf(classId)) != 0; });
 }
 
 /// A key and the time that it is sorted by: not-a-number counts as the end of time.

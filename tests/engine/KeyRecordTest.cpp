@@ -250,8 +250,13 @@ TEST_F(KeyRecordTest, DescribeTellsKindTimeAndContent) {
 }
 
 TEST_F(KeyRecordTest, DescribeOfEveryKindStaysWithinItsBuffer) {
+    constexpr const char* kTitles[KeyKind::FilterCount] = {
+        "Camera key",   "Animation key",       "FX sequence key",     "FX particle key", "FX trace key",
+        "FX rain key",  "FX blind key",        "FX flare key",        "Speech key",      "Sound key",
+        "Position key", "Rotation key",        "Scale key",           "Java method key", "Color key",
+        "Flags key",    "Camera position key", "Target position key", "Roll key",        "FOV key"};
     for (int kind = 0; kind < KeyKind::FilterCount; ++kind) {
-        EXPECT_EQ(Description(Loose(kind)).find(engine::KeyKindTitle(kind)), 0u);
+        EXPECT_EQ(Description(Loose(kind)).find(std::string(kTitles[kind]) + '\n'), 0u) << kind;
     }
     auto& speech = Loose<CFilmSpeechKey>(KeyKind::Speech);
     speech.speechPath.assign(4000, 'p');
