@@ -1,6 +1,7 @@
 #include "host/stage/render/CameraMath.h"
 
 #include <glm/gtc/matrix_transform.hpp>
+#include <glm/gtc/type_ptr.hpp>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -24,6 +25,44 @@ TEST(CameraMathTest, TheUpperEdgeLooksUpByHalfTheAngle) {
     const ViewRay ray = RayThroughPixel(Straight(), 200, 100, 100, 0);
     EXPECT_NEAR(ray.direction.y, 0.70710678f, 1e-4f);
     EXPECT_NEAR(ray.direction.z, -0.70710678f, 1e-4f);
+}
+
+// A quarter from the right and from above: half the angle's tangent, 1, makes that 1 to the right, as the
+// picture is twice as wide as high, and 0.5 up, 1 ahead. That is 1.5 long.
+
+TEST(CameraMathTest, ARayFromTheEyeStartsAtTheEye) {
+    const float matrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 10, 1};
+    const ViewRay ray = RayFromEye(glm::make_mat4(matrix), glm::radians(90.0f), 200, 100, 150, 25);
+    EXPECT_EQ(ray.origin, glm::vec3(0, 0, 10));
+    EXPECT_NEAR(ray.direction.x, 2.0f / 3.0f, 1e-6f);
+    EXPECT_NEAR(ray.direction.y, 1.0f / 3.0f, 1e-6f);
+    EXPECT_NEAR(ray.direction.z, -2.0f / 3.0f, 1e-6f);
+}
+
+TEST(CameraMathTest, ARayFromTheEyeTurnsWithTheCamera) {
+    // To the left: right is -z, ahead -x.
+    const float matrix[16] = {0, 0, -1, 0, 0, 1, 0, 0, 1, 0, 0, 0, 5, 6, 7, 1};
+    const ViewRay ray = RayFromEye(glm::make_mat4(matrix), glm::radians(90.0f), 200, 100, 150, 25);
+    EXPECT_EQ(ray.origin, glm::vec3(5, 6, 7));
+    EXPECT_NEAR(ray.direction.x, -2.0f / 3.0f, 1e-6f);
+    EXPECT_NEAR(ray.direction.y, 1.0f / 3.0f, 1e-6f);
+    EXPECT_NEAR(ray.direction.z, -2.0f / 3.0f, 1e-6f);
+}
+
+TEST(CameraMathTest, ARayThroughAPixelIsTheEyesFromTheNearPlaneOn) {
+    const ViewRay ray = RayThroughPixel(Straight(), 200, 100, 150, 25);
+    EXPECT_NEAR(ray.origin.x, 0.1f, 1e-4f);
+    EXPECT_NEAR(ray.origin.y, 0.05f, 1e-4f);
+    EXPECT_NEAR(ray.origin.z, 9.9f, 1e-4f);
+    EXPECT_NEAR(ray.direction.x, 2.0f / 3.0f, 1e-5f);
+    EXPECT_NEAR(ray.direction.y, 1.0f / 3.0f, 1e-5f);
+    EXPECT_NEAR(ray.direction.z, -2.0f / 3.0f, 1e-5f);
+}
+
+TEST(CameraMathTest, APixelCoversMoreFartherAway) {
+    EXPECT_NEAR(UnitsPerPixel(10.0f, glm::radians(90.0f), 100), 0.2f, 1e-6f); // 20 units high
+    EXPECT_NEAR(UnitsPerPixel(50.0f, glm::radians(90.0f), 100), 1.0f, 1e-6f);
+    EXPECT_EQ(UnitsPerPixel(-10.0f, glm::radians(90.0f), 100), 0.0f);
 }
 
 TEST(CameraMathTest, ProjectionIsTheWayBack) {

@@ -27,11 +27,10 @@ std::optional<QPoint> GizmoHand::Grip(GizmoMode mode, GizmoPart part, const Vect
     gizmo.SetMode(mode);
     gizmo.Show(glm::translate(glm::mat4(1.0f), glm::vec3(place.x, place.y, place.z)));
     const stage::StageView& view = *window.host.views.At(0);
-    const RenderCamera camera{view.ViewMatrix(), view.ProjectionMatrix()};
+    const RenderCamera camera = view.Camera();
     for (int y = 0; y < View()->height(); y += 2) {
         for (int x = 0; x < View()->width(); x += 2) {
-            const stage::ViewRay ray = view.RayAt(static_cast<float>(x), static_cast<float>(y));
-            if (gizmo.HitTest({ray.origin, ray.direction}, camera) == part) {
+            if (gizmo.HitTest(view.RayAt(static_cast<float>(x), static_cast<float>(y)), camera) == part) {
                 return QPoint(x, y);
             }
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/stage/gizmo/Gizmo.h"
+#include "host/stage/render/RenderScene.h"
 
 /// Appends the gizmo as a camera sees it; the handle `hot` (under the mouse or gripped) is bright. During a
 /// drag the handles stand where the drag has brought them.

@@ -61,21 +61,15 @@ glm::mat4 StageView::ProjectionMatrix() const {
 }
 
 ViewRay StageView::RayAt(float x, float y) const {
-    const glm::mat4 camera = CameraMatrix();
-    const float tangent = std::tan(FieldOfView() * 0.5f);
-    const float across = (2.0f * x / static_cast<float>(width) - 1.0f) * tangent * Aspect();
-    const float upwards = (1.0f - 2.0f * y / static_cast<float>(height)) * tangent;
-    const glm::vec3 way = glm::vec3(camera * glm::vec4(across, upwards, -1.0f, 0.0f));
-    return {glm::vec3(camera[3]), glm::normalize(way)};
+    return RayFromEye(CameraMatrix(), FieldOfView(), width, height, x, y);
 }
 
 bool StageView::Project(const glm::vec3& point, glm::vec2& pixel) const {
-    const glm::vec4 clip = ProjectionMatrix() * ViewMatrix() * glm::vec4(point, 1.0f);
-    if (!(clip.w > 1e-6f)) {
+    glm::vec3 place;
+    if (!ProjectToPixel(Camera(), width, height, point, place)) {
         return false;
     }
-    pixel = {(clip.x / clip.w * 0.5f + 0.5f) * static_cast<float>(width),
-             (0.5f - clip.y / clip.w * 0.5f) * static_cast<float>(height)};
+    pixel = glm::vec2(place);
     return true;
 }
 

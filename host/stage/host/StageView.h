@@ -2,18 +2,13 @@
 
 #include "host/engine/ViewManager.h"
 #include "host/stage/host/ViewNavigation.h"
+#include "host/stage/render/CameraMath.h"
 
 #include <glm/glm.hpp>
 #include <memory>
 #include <vector>
 
 namespace stage {
-
-/// A point on the way from the eye into the scene.
-struct ViewRay {
-    glm::vec3 origin{0.0f};
-    glm::vec3 direction{0.0f, 0.0f, -1.0f}; ///< length 1
-};
 
 /// A 3D view without its window, over the engine's view that plug-ins write to. The user's own camera is
 /// kept while a plug-in holds the view.
@@ -30,7 +25,9 @@ public:
     glm::mat4 ViewMatrix() const;
     /// With the view's own proportions, whatever camera it follows.
     glm::mat4 ProjectionMatrix() const;
+    RenderCamera Camera() const { return {ViewMatrix(), ProjectionMatrix()}; }
     float FieldOfView() const; ///< radians, vertical
+    /// The line of sight through a pixel, from the eye.
     ViewRay RayAt(float x, float y) const;
     /// Pixels of a world point; false behind the camera.
     bool Project(const glm::vec3& point, glm::vec2& pixel) const;

@@ -1,5 +1,7 @@
 #include "host/stage/host/ViewNavigation.h"
 
+#include "host/stage/render/CameraMath.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -56,9 +58,7 @@ void ViewNavigation::Pan(float dx, float dy, int viewHeight) {
     if (viewHeight <= 0) {
         return;
     }
-    const float unitsPerPixel =
-        2.0f * distance * std::tan(fieldOfView * 0.5f) / static_cast<float>(viewHeight);
-    pivot += (Up() * dy - Right() * dx) * unitsPerPixel;
+    pivot += (Up() * dy - Right() * dx) * UnitsPerPixel(distance, fieldOfView, viewHeight);
 }
 
 void ViewNavigation::Zoom(float steps) {

@@ -21,6 +21,18 @@ float Limited(float value, float low, float high, float missing) {
     return std::isfinite(value) ? std::clamp(value, low, high) : missing;
 }
 
+/// -1 to 1 from left to right and from bottom to top.
+glm::vec2 PlaceInPicture(int width, int height, float x, float y) {
+    return {2.0f * x / static_cast<float>(std::max(width, 1)) - 1.0f,
+            1.0f - 2.0f * y / static_cast<float>(std::max(height, 1))};
+}
+
+/// The way from the eye through a place in the picture, as far as one unit ahead, in the camera's own space.
+/// `tangent` is that of half the vertical angle.
+glm::vec3 WayThrough(float tangent, float aspect, const glm::vec2& place) {
+    return {place.x * tangent * aspect, place.y * tangent, -1.0f};
+}
+
 } // namespace
 
 RenderCamera MakeCamera(const float* cameraMatrix, float fieldOfView, float aspect, float nearPlane,
@@ -36,16 +48,22 @@ RenderCamera MakeCamera(const float* cameraMatrix, float fieldOfView, float aspe
     return camera;
 }
 
+ViewRay RayFromEye(const glm::mat4& cameraMatrix, float fieldOfView, int width, int height, float x,
+                   float y) {
+    const float aspect = static_cast<float>(width) / static_cast<float>(std::max(height, 1));
+    const glm::vec3 way =
+        WayThrough(std::tan(fieldOfView * 0.5f), aspect, PlaceInPicture(width, height, x, y));
+    return {glm::vec3(cameraMatrix[3]), glm::normalize(glm::vec3(cameraMatrix * glm::vec4(way, 0.0f)))};
+}
+
 ViewRay RayThroughPixel(const RenderCamera& camera, int width, int height, float x, float y) {
-    const float u = x / static_cast<float>(std::max(width, 1)) * 2.0f - 1.0f;
-    const float v = 1.0f - y / static_cast<float>(std::max(height, 1)) * 2.0f;
-    const glm::mat4 inverse = glm::inverse(camera.projection * camera.view);
-    const glm::vec4 closest = inverse * glm::vec4(u, v, -1.0f, 1.0f);
-    const glm::vec4 farthest = inverse * glm::vec4(u, v, 1.0f, 1.0f);
-    ViewRay ray;
-    ray.origin = glm::vec3(closest) / closest.w;
-    ray.direction = glm::normalize(glm::vec3(farthest) / farthest.w - ray.origin);
-    return ray;
+    const glm::mat4& lens = camera.projection;
+    const glm::vec3 way =
+        WayThrough(1.0f / lens[1][1], lens[1][1] / lens[0][0], PlaceInPicture(width, height, x, y));
+    const float nearPlane = lens[3][2] / (lens[2][2] - 1.0f);
+    const glm::mat4 world = glm::inverse(camera.view);
+    const glm::vec3 sight(world * glm::vec4(way, 0.0f));
+    return {glm::vec3(world[3]) + sight * nearPlane, glm::normalize(sight)};
 }
 
 bool ProjectToPixel(const RenderCamera& camera, int width, int height, const glm::vec3& point,
@@ -58,4 +76,9 @@ bool ProjectToPixel(const RenderCamera& camera, int width, int height, const glm
     pixel = {(place.x * 0.5f + 0.5f) * static_cast<float>(width),
              (0.5f - place.y * 0.5f) * static_cast<float>(height), place.z};
     return true;
+}
+
+float UnitsPerPixel(float depth, float fieldOfView, int height) {
+    return 2.0f * std::max(depth, 0.0f) * std::tan(fieldOfView * 0.5f) /
+           static_cast<float>(std::max(height, 1));
 }

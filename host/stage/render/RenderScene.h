@@ -63,12 +63,6 @@ struct RenderScene {
     float exposure = 1.0f;
 };
 
-/// A camera with GL clip space: right-handed view space that looks along its negative z.
-struct RenderCamera {
-    glm::mat4 view{1.0f};
-    glm::mat4 projection{1.0f};
-};
-
 /// A picture, rows from top to bottom, 0xffRRGGBB each (QImage::Format_RGB32).
 struct RenderImage {
     int width = 0;

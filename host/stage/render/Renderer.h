@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/stage/render/CameraMath.h"
 #include "host/stage/render/RenderScene.h"
 
 #include <memory>

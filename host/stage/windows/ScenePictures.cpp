@@ -73,8 +73,7 @@ const QImage& ScenePictures::Draw(int view, const QSize& size, bool fine) {
     level.Update(area.host.level, options);
     AddLines(view, lines);
     renderer->BeginFrame(level.scene);
-    const RenderCamera camera{stageView->ViewMatrix(), stageView->ProjectionMatrix()};
-    if (renderer->DrawView(camera, size.width(), size.height(), image, fine ? 2 : 1)) {
+    if (renderer->DrawView(stageView->Camera(), size.width(), size.height(), image, fine ? 2 : 1)) {
         picture = QImage(reinterpret_cast<const uchar*>(image.pixels.data()), image.width, image.height,
                          image.width * 4, QImage::Format_RGB32);
     } else {

@@ -24,13 +24,8 @@ GizmoMode GizmoModeOf(ToolMode mode) {
     }
 }
 
-::ViewRay RayAt(const StageView& view, const QPointF& place) {
-    const ViewRay ray = view.RayAt(static_cast<float>(place.x()), static_cast<float>(place.y()));
-    return {ray.origin, ray.direction};
-}
-
-RenderCamera CameraOf(const StageView& view) {
-    return {view.ViewMatrix(), view.ProjectionMatrix()};
+ViewRay RayAt(const StageView& view, const QPointF& place) {
+    return view.RayAt(static_cast<float>(place.x()), static_cast<float>(place.y()));
 }
 
 glm::mat4 ToGlm(const engine::Matrix4& matrix) {
@@ -88,13 +83,13 @@ void ViewTool::Place() {
 void ViewTool::AppendLines(const StageView& view, std::vector<RenderLine>& lines) {
     Place();
     if (gizmo.IsShown()) {
-        GizmoLines::Append(gizmo, CameraOf(view), gizmo.IsDragging() ? gizmo.Dragged() : hot, lines);
+        GizmoLines::Append(gizmo, view.Camera(), gizmo.IsDragging() ? gizmo.Dragged() : hot, lines);
     }
 }
 
 bool ViewTool::Hover(const StageView& view, const QPointF& place) {
     Place();
-    const GizmoPart met = gizmo.HitTest(RayAt(view, place), CameraOf(view));
+    const GizmoPart met = gizmo.HitTest(RayAt(view, place), view.Camera());
     const bool changed = met != hot;
     hot = met;
     return changed;
@@ -108,8 +103,8 @@ bool ViewTool::Leave() {
 
 bool ViewTool::Press(const StageView& view, const QPointF& place) {
     Place();
-    const ::ViewRay ray = RayAt(view, place);
-    const RenderCamera camera = CameraOf(view);
+    const ViewRay ray = RayAt(view, place);
+    const RenderCamera camera = view.Camera();
     const GizmoPart part = gizmo.HitTest(ray, camera);
     if (part == GizmoPart::None || !gizmo.BeginDrag(part, ray, camera)) {
         return false;

@@ -2,6 +2,7 @@
 
 #include "host/engine/Math.h"
 #include "host/stage/gizmo/Gizmo.h"
+#include "host/stage/render/RenderScene.h"
 #include "plugin/contract/Types.h"
 
 #include <QPointF>

@@ -1,7 +1,6 @@
 #include "host/stage/windows/browse/ModelScene.h"
 
 #include "host/engine/Units.h"
-#include "host/stage/render/CameraMath.h"
 #include "host/stage/render/FrameItems.h"
 #include "host/stage/render/HelperShapes.h"
 #include "host/stage/windows/browse/ElementTint.h"
@@ -49,10 +48,9 @@ void SetBackdrop(RenderScene& scene) {
 }
 
 /// World units that a pixel covers at a place.
-float UnitsPerPixel(const glm::vec3& place, const ViewNavigation& navigation, int height) {
+float PixelAt(const glm::vec3& place, const ViewNavigation& navigation, int height) {
     const float depth = glm::dot(place - navigation.Eye(), navigation.Forward());
-    return 2.0f * std::max(depth, 0.0f) * std::tan(navigation.fieldOfView * 0.5f) /
-           static_cast<float>(std::max(height, 1));
+    return UnitsPerPixel(depth, navigation.fieldOfView, height);
 }
 
 } // namespace
@@ -195,7 +193,7 @@ int ModelScene::ElementAt(const ViewNavigation& navigation, int width, int heigh
 
 void ModelScene::AddDot(const glm::vec3& place, float pixels, const glm::vec4& color,
                         const ViewNavigation& navigation, int height) {
-    const float radius = UnitsPerPixel(place, navigation, height) * pixels * 0.5f;
+    const float radius = PixelAt(place, navigation, height) * pixels * 0.5f;
     HelperShapes::AddCircle(scene.overlay, place, -navigation.Forward(), radius, color, pixels);
 }
 
@@ -209,7 +207,7 @@ void ModelScene::AddSkeleton(const ViewNavigation& navigation, int height) {
             scene.overlay.push_back(
                 {PlaceOf(static_cast<std::size_t>(parent)), PlaceOf(i), kBoneColor, 1.2f});
         }
-        const float arm = UnitsPerPixel(PlaceOf(i), navigation, height) * 2.0f;
+        const float arm = PixelAt(PlaceOf(i), navigation, height) * 2.0f;
         const glm::vec3 across = navigation.Right() * arm;
         scene.overlay.push_back({PlaceOf(i) - across, PlaceOf(i) + across, kBoneColor, 4.0f});
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/stage/host/ViewNavigation.h"
+#include "host/stage/render/CameraMath.h"
 #include "host/stage/render/RenderScene.h"
 
 #include <memory>
