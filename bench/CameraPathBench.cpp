@@ -91,7 +91,7 @@ public:
     IFilmKey* moved = nullptr; ///< a target key of the camera on show
 
 private:
-    GltfMeshLibrary meshes;
+    mesh::GltfMeshLibrary meshes;
     engine::Level level;
     FrameHost host;
     LevelScene scene;

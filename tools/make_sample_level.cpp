@@ -11,7 +11,7 @@ namespace {
 
 int Make(const std::string& path) {
     const std::string folder = std::filesystem::path(path).parent_path().string();
-    GltfMeshLibrary meshes;
+    mesh::GltfMeshLibrary meshes;
     meshes.SetFolder(folder);
     LightChunks lights;
     engine::Level level;

@@ -53,7 +53,7 @@ protected:
         return kinds;
     }
 
-    GltfMeshLibrary meshes;
+    mesh::GltfMeshLibrary meshes;
     LightChunks lights;
     engine::Level level;
 };

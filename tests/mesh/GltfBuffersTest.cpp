@@ -42,7 +42,7 @@ protected:
 
     const stdfs::path before = stdfs::current_path();
     TempFolder folder;
-    MeshStore store;
+    mesh::MeshStore store;
 };
 
 TEST_F(GltfBuffersTest, BuffersBesideTheModelAndElsewhereInTheLevelsFolderAreRead) {

@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
+using mesh::LoadGltf;
+using mesh::MeshError;
+
 namespace {
 
 /// A triangle (0,0,0) (1,0,0) (0,2,0), in metres, on a node that a clip may move.
@@ -123,7 +126,7 @@ TEST(GltfLoaderTest, ClipsMoveByCentimetres) {
     TriangleFile file;
     file.animations = kMoveLeaf;
     const auto mesh = LoadGltf("a.glb", file.Bytes());
-    const MeshChannel& channel = mesh->clips[0].channels[0];
+    const mesh::MeshChannel& channel = mesh->clips[0].channels[0];
     ASSERT_EQ(channel.values.size(), 3u);
     EXPECT_EQ(channel.values[1], glm::vec4(400, 0, 300, 0));
     file.animations.replace(file.animations.find("translation"), 11, "scale");

@@ -21,7 +21,7 @@ protected:
         return -1;
     }
 
-    GltfMeshLibrary library;
+    mesh::GltfMeshLibrary library;
     const engine::IMesh* sailor = nullptr;
 };
 

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+using mesh::MeshBvh;
+
 namespace {
 
 constexpr float kFar = 1000.0f;

@@ -5,6 +5,12 @@
 #include <glm/gtc/matrix_transform.hpp>
 #include <gtest/gtest.h>
 
+using mesh::MeshChannel;
+using mesh::MeshCurve;
+using mesh::MeshLayer;
+using mesh::MeshPath;
+using mesh::SampleChannel;
+
 namespace {
 
 MeshChannel Channel(int node, MeshPath path, std::vector<float> times, std::vector<glm::vec4> values,
@@ -36,7 +42,7 @@ protected:
             {"Bend", 2.0f, {Channel(1, MeshPath::Rotation, {0, 2}, {kNoTurn, kQuarterTurn})}});
         mesh.clips.push_back(
             {"Rise", 1.0f, {Channel(0, MeshPath::Translation, {0, 1}, {{0, 0, 0, 0}, {0, 4, 0, 0}})}});
-        MeshVertex vertex{};
+        mesh::MeshVertex vertex{};
         vertex.position = {0, 3, 0};
         vertex.normal = {0, 1, 0};
         mesh.vertices = {vertex, vertex};
@@ -45,7 +51,7 @@ protected:
         mesh.weights.resize(2);
         mesh.weights[0] = {{1, 0, 0, 0}, {1, 0, 0, 0}};
         mesh.weights[1] = {{0, 1, 0, 0}, {0.5f, 0.5f, 0, 0}};
-        MeshPart part;
+        mesh::MeshPart part;
         part.skin = 0;
         part.vertexCount = 2;
         mesh.parts.push_back(part);
@@ -57,8 +63,8 @@ protected:
         EXPECT_NEAR(actual.z, expected.z, 1e-5f);
     }
 
-    Mesh mesh;
-    MeshPose pose;
+    mesh::Mesh mesh;
+    mesh::MeshPose pose;
 };
 
 TEST_F(MeshPoseTest, WithoutLayersNodesRest) {
@@ -121,11 +127,11 @@ TEST_F(MeshPoseTest, ModelPositionsAreThoseOfTheSkin) {
 
 TEST_F(MeshPoseTest, SampleLocalsGivesParentSpace) {
     float locals[32];
-    SampleLocals(mesh, 0, 2.0f, locals);
+    mesh::SampleLocals(mesh, 0, 2.0f, locals);
     EXPECT_NEAR(locals[16 + 13], 2.0f, 1e-6f) << "translation of the lower node";
     EXPECT_NEAR(locals[16 + 0], 0.0f, 1e-6f);
     EXPECT_NEAR(locals[16 + 1], 1.0f, 1e-6f) << "its x axis points along y";
-    SampleLocals(mesh, 99, 2.0f, locals);
+    mesh::SampleLocals(mesh, 99, 2.0f, locals);
     EXPECT_EQ(locals[16 + 0], 1.0f) << "an unknown clip is the rest pose";
 }
 

@@ -8,7 +8,7 @@ namespace {
 class MeshStoreTest : public testing::Test {
 protected:
     MeshStoreTest() { store.SetFolder(SampleFolder()); }
-    MeshStore store;
+    mesh::MeshStore store;
 };
 
 TEST_F(MeshStoreTest, AMeshIsLoadedOnce) {

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+using mesh::MeshBox;
+
 namespace {
 
 TEST(FrameItemsTest, ABoxIsTurnedAndBoxedAnew) {
@@ -24,7 +26,7 @@ TEST(FrameItemsTest, OnlyDrawableItemsAreCollected) {
     good.mesh = MakeBoxMesh({0, 0, 0}, {2, 2, 2}, 1, 1, 1);
     RenderItem bare;
     RenderItem empty;
-    empty.mesh = std::make_shared<Mesh>();
+    empty.mesh = std::make_shared<mesh::Mesh>();
     RenderItem broken = good;
     broken.world[0][0] = std::numeric_limits<float>::infinity();
     scene.items = {bare, good, empty, broken, good};

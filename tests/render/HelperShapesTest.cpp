@@ -42,7 +42,7 @@ TEST(HelperShapesTest, ACamerasPyramidOpensAlongItsView) {
     EXPECT_NEAR(lines[0].to.x, -6.0f, 1e-5f);
     EXPECT_NEAR(lines[0].to.y, -3.0f, 1e-5f);
     EXPECT_NEAR(lines[0].to.z, -3.0f, 1e-5f);
-    MeshBox body; // what lies behind the eye
+    mesh::MeshBox body; // what lies behind the eye
     for (const RenderLine& line : lines) {
         for (const glm::vec3& point : {line.from, line.to}) {
             if (point.z > 0.0f) {
@@ -56,7 +56,7 @@ TEST(HelperShapesTest, ACamerasPyramidOpensAlongItsView) {
 }
 
 TEST(HelperShapesTest, ABoxHasTwelveEdges) {
-    MeshBox box;
+    mesh::MeshBox box;
     box.Add({0, 0, 0});
     box.Add({1, 2, 3});
     std::vector<RenderLine> lines;

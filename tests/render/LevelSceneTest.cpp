@@ -35,7 +35,7 @@ protected:
         return levelScene.scene;
     }
 
-    GltfMeshLibrary meshes;
+    mesh::GltfMeshLibrary meshes;
     engine::Level level;
     LevelScene levelScene;
 };

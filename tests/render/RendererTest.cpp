@@ -279,9 +279,9 @@ TEST_F(RendererTest, FogBeginsSixMetresAwayAndThickensOverTensOfMetres) {
 TEST_F(RendererTest, WaterRipplesOverMetres) {
     // Seen from 4 m above, a pixel is 4 cm and the shortest wave 88 cm: neighbours hardly differ.
     RenderItem& water = AddBox({-20, -1, -20}, {20, 0, 20}, 60, 60, 60);
-    auto mesh = std::const_pointer_cast<Mesh>(water.mesh);
+    auto mesh = std::const_pointer_cast<mesh::Mesh>(water.mesh);
     mesh->parts[0].glossy = true;
-    for (MeshVertex& vertex : mesh->vertices) {
+    for (mesh::MeshVertex& vertex : mesh->vertices) {
         vertex.surface[0] = 255; // dull, so that the slope alone tells
         vertex.surface[3] = 255;
     }
@@ -303,7 +303,7 @@ TEST_F(RendererTest, WaterRipplesOverMetres) {
 }
 
 TEST(ShadowProjectionTest, KeepsTheSunsDirectionFarFromTheOrigin) {
-    MeshBox box;
+    mesh::MeshBox box;
     box.Add({30000, 0, 50000});
     box.Add({46000, 2000, 66000});
     const glm::vec3 toSun = glm::normalize(glm::vec3(0.4f, 0.8f, 0.45f));
@@ -382,15 +382,15 @@ TEST_F(RendererTest, SizesOutOfRangeAreRefused) {
 
 TEST_F(RendererTest, ASkinnedItemShowsItsPose) {
     RenderItem& item = AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20);
-    auto mesh = std::const_pointer_cast<Mesh>(item.mesh);
+    auto mesh = std::const_pointer_cast<mesh::Mesh>(item.mesh);
     mesh->nodes.resize(1);
     mesh->skins.push_back({{0}, {glm::mat4(1.0f)}});
     mesh->weights.resize(mesh->vertices.size());
-    for (MeshWeights& weights : mesh->weights) {
+    for (mesh::MeshWeights& weights : mesh->weights) {
         weights.weights[0] = 1.0f;
     }
     mesh->parts[0].skin = 0;
-    MeshPose pose;
+    mesh::MeshPose pose;
     pose.nodes = {Moved({0, -50, 0})};
     pose.SkinVertices(*mesh);
     const RenderImage rest = Draw();

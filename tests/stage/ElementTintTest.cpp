@@ -9,21 +9,21 @@ namespace {
 
 /// Three nodes in a row, root, arm and hand, and a lamp beside them, each with a box of its own, the root's
 /// baked. A fifth box hangs on the lamp and is bent by the lamp, three quarters, and the hand.
-std::shared_ptr<Mesh> MakeRobot() {
+std::shared_ptr<mesh::Mesh> MakeRobot() {
     const auto mesh = MakeBoxMesh(glm::vec3(-1.0f), glm::vec3(1.0f), 100, 100, 100);
-    const std::vector<MeshVertex> box = mesh->vertices;
+    const std::vector<mesh::MeshVertex> box = mesh->vertices;
     const std::vector<std::uint32_t> triangles = mesh->indices;
     mesh->vertices.clear();
     mesh->indices.clear();
     mesh->parts.clear();
     for (const auto& [name, parent] : {std::pair{"root", -1}, {"arm", 0}, {"hand", 1}, {"lamp", -1}}) {
-        MeshNode node;
+        mesh::MeshNode node;
         node.name = name;
         node.parent = parent;
         mesh->nodes.push_back(node);
     }
     for (int i = 0; i < 5; ++i) {
-        MeshPart part;
+        mesh::MeshPart part;
         part.node = i > 0 && i < 4 ? i : -1;
         part.skin = i < 4 ? -1 : 0;
         part.firstVertex = static_cast<std::uint32_t>(mesh->vertices.size());

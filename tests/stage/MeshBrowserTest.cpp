@@ -82,9 +82,9 @@ void MoveMouse(const MeshBrowser& browser, const QPoint& place) {
 
 /// A plain box of nodes that have no triangles: `count` of them, ten below each.
 BrowsedObject ManyElements(int count) {
-    const auto mesh = std::make_shared<Mesh>();
+    const auto mesh = std::make_shared<mesh::Mesh>();
     for (int i = 0; i < count; ++i) {
-        MeshNode node;
+        mesh::MeshNode node;
         node.name = "element " + std::to_string(i);
         node.parent = i == 0 ? -1 : (i - 1) / 10;
         mesh->nodes.push_back(node);

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <tiny_gltf.h>
 
+namespace mesh {
+
 namespace {
 
 /// Bound on what one accessor may unfold to: elements may overlap in the file, so its size is no bound.
@@ -170,3 +172,5 @@ std::vector<glm::mat4> ReadMatrices(const tinygltf::Model& model, int index) {
     }
     return values;
 }
+
+} // namespace mesh

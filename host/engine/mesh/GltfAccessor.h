@@ -8,6 +8,8 @@ namespace tinygltf {
 class Model;
 }
 
+namespace mesh {
+
 /// Reads the numbers behind accessor `index`, one vec4 an element with missing parts 0 (w of a vec3
 /// included); integers that the file marks as normalised come as 0 to 1. Every offset is checked against
 /// the buffers. `components` is the least number of components that the caller can use.
@@ -22,3 +24,5 @@ std::vector<std::uint32_t> ReadIndices(const tinygltf::Model& model, int index, 
 
 /// Reads 4 by 4 matrices.
 std::vector<glm::mat4> ReadMatrices(const tinygltf::Model& model, int index);
+
+} // namespace mesh

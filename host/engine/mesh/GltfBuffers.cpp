@@ -5,6 +5,8 @@
 #include <charconv>
 #include <nlohmann/json.hpp>
 
+namespace mesh {
+
 namespace {
 
 constexpr std::uint64_t kMaxBufferBytes = 256 * OutsideFile::kMiB;
@@ -93,3 +95,5 @@ bool GltfBuffers::Read(std::vector<unsigned char>* bytes, std::string* why, cons
     buffers.bytesLeft -= bytes->size();
     return true;
 }
+
+} // namespace mesh

@@ -7,6 +7,8 @@
 #include <tiny_gltf.h>
 #include <vector>
 
+namespace mesh {
+
 /// Opens the files with buffers that a model names, for the parser, and no others: pictures are drawn by
 /// nobody. The files must lie in the model's folder or the level's, or below, and may have 256 MiB in all.
 /// Lives as long as the parsing.
@@ -34,3 +36,5 @@ private:
     std::uint64_t bytesLeft;
     std::string error;
 };
+
+} // namespace mesh

@@ -10,6 +10,8 @@
 #include <cmath>
 #include <tiny_gltf.h>
 
+namespace mesh {
+
 namespace {
 
 constexpr std::size_t kMaxVertices = 4'000'000;
@@ -243,3 +245,5 @@ private:
 void BuildMesh(const tinygltf::Model& model, Mesh& mesh) {
     Builder(model, mesh).Build();
 }
+
+} // namespace mesh

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <tiny_gltf.h>
 
+namespace mesh {
+
 namespace {
 
 constexpr std::uint64_t kMaxFileBytes = 256 * OutsideFile::kMiB;
@@ -114,3 +116,5 @@ std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::string&
     }
     return LoadGltf(path, bytes, levelFolder);
 }
+
+} // namespace mesh

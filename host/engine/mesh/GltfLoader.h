@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace mesh {
+
 /// Loads a .glb or .gltf file. Throws MeshError with the path and the reason for a file that is missing,
 /// broken or beyond the limits of this loader (256 MiB, buffers included, 65,536 nodes, 4 million vertices).
 /// Triangles, base colours (material and vertex), roughness, metallic and emission, node animation and
@@ -17,3 +19,5 @@ std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::string&
 /// The same from memory; `path` serves messages and the search for files beside it.
 std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::vector<unsigned char>& bytes,
                                      const std::string& levelFolder = "");
+
+} // namespace mesh

@@ -4,6 +4,8 @@
 
 #include <cstring>
 
+namespace mesh {
+
 namespace {
 
 static_assert(sizeof(engine::Matrix4) == sizeof(glm::mat4), "the floats of both stand in the same order");
@@ -93,3 +95,5 @@ void GltfMeshLibrary::SetFolder(const std::string& path) {
         store.SetFolder(path);
     }
 }
+
+} // namespace mesh

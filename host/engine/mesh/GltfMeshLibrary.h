@@ -6,6 +6,8 @@
 #include <map>
 #include <memory>
 
+namespace mesh {
+
 /// The engine's meshes from glTF files. One serves a level; the host installs it at the level and keeps it
 /// longer than the level. SetFolder when the level's folder changes: meshes given out before are dropped.
 class GltfMeshLibrary : public engine::IMeshLibrary {
@@ -25,3 +27,5 @@ private:
     MeshStore store;
     std::map<std::string, std::unique_ptr<Entry>> entries;
 };
+
+} // namespace mesh

@@ -8,6 +8,8 @@
 #include <cmath>
 #include <tiny_gltf.h>
 
+namespace mesh {
+
 namespace {
 
 constexpr std::size_t kMaxNodes = 65536;
@@ -255,3 +257,5 @@ std::vector<bool> MovedNodes(const Mesh& mesh) {
     }
     return moved;
 }
+
+} // namespace mesh

@@ -2,10 +2,13 @@
 
 #include <vector>
 
-class Mesh;
 namespace tinygltf {
 class Model;
 }
+
+namespace mesh {
+
+class Mesh;
 
 /// Makes the nodes, parents first, and returns the new index of each node of the file.
 /// Throws MeshError for cycles, nodes with two parents and numbers out of range.
@@ -15,3 +18,5 @@ void BuildClips(const tinygltf::Model& model, const std::vector<int>& order, Mes
 
 /// For each node whether some clip moves it or a node above it.
 std::vector<bool> MovedNodes(const Mesh& mesh);
+
+} // namespace mesh

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace mesh {
+
 namespace {
 
 template <class List> int FindByName(const List& list, const std::string& name) {
@@ -34,3 +36,5 @@ void Mesh::Finish() {
     }
     bvh.Build(positions, indices);
 }
+
+} // namespace mesh

@@ -5,6 +5,8 @@
 
 #include <stdexcept>
 
+namespace mesh {
+
 /// A mesh file could not be used; `what` names the file and the reason.
 class MeshError : public std::runtime_error {
 public:
@@ -33,3 +35,5 @@ public:
     MeshBox box;                      ///< model space, rest pose
     MeshBvh bvh;                      ///< model space, rest pose; over `indices`
 };
+
+} // namespace mesh

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace mesh {
+
 namespace {
 
 constexpr std::uint32_t kLeafTriangles = 4;
@@ -186,3 +188,5 @@ bool MeshBvh::TouchesConvex(std::span<const glm::vec4> planes) const {
     }
     return false;
 }
+
+} // namespace mesh

@@ -6,6 +6,8 @@
 #include <optional>
 #include <span>
 
+namespace mesh {
+
 struct MeshHit {
     float distance = 0.0f; ///< in lengths of the ray's direction
     std::uint32_t triangle = 0;
@@ -39,3 +41,5 @@ private:
     std::vector<Triangle> triangles;
     std::vector<Node> tree; ///< a left child follows its parent
 };
+
+} // namespace mesh

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+namespace mesh {
+
 /// An axis-aligned box. Empty until a point was added.
 struct MeshBox {
     glm::vec3 min{std::numeric_limits<float>::max()};
@@ -90,3 +92,5 @@ struct MeshClip {
     float duration = 0.0f; ///< seconds
     std::vector<MeshChannel> channels;
 };
+
+} // namespace mesh

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <glm/gtc/matrix_transform.hpp>
 
+namespace mesh {
+
 namespace {
 
 /// A node's place without its name, so that copying it allocates nothing.
@@ -200,3 +202,5 @@ std::vector<glm::vec3> MeshPose::ModelPositions(const Mesh& mesh) const {
     }
     return positions;
 }
+
+} // namespace mesh

@@ -4,6 +4,8 @@
 
 #include <span>
 
+namespace mesh {
+
 class Mesh;
 
 /// One clip laid over the nodes; layers are laid in order, later ones over earlier ones.
@@ -41,3 +43,5 @@ void SampleLocals(const Mesh& mesh, int clip, float seconds, float* locals);
 
 /// Value of a channel at a time: xyz for translation and scale, xyzw of a unit quaternion for rotation.
 glm::vec4 SampleChannel(const MeshChannel& channel, float seconds);
+
+} // namespace mesh

@@ -4,6 +4,8 @@
 
 #include <filesystem>
 
+namespace mesh {
+
 namespace {
 
 std::string PathOf(const std::string& folder, const std::string& name) {
@@ -43,3 +45,5 @@ std::string MeshStore::ErrorOf(const std::string& name) const {
     const auto found = entries.find(name);
     return found == entries.end() ? std::string() : found->second.error;
 }
+
+} // namespace mesh

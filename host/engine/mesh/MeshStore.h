@@ -5,6 +5,8 @@
 #include <map>
 #include <memory>
 
+namespace mesh {
+
 /// Meshes by the name that objects hold: a path relative to one folder, the level's own. A file is
 /// loaded at its first use and kept; a file that failed is not tried again until Clear.
 class MeshStore {
@@ -28,3 +30,5 @@ private:
     std::string folder;
     std::map<std::string, Entry> entries;
 };
+
+} // namespace mesh

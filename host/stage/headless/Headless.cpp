@@ -158,7 +158,7 @@ private:
 } // namespace
 
 struct HeadlessHost::Own {
-    GltfMeshLibrary meshes;
+    mesh::GltfMeshLibrary meshes;
     engine::Level level;
 };
 
@@ -177,7 +177,7 @@ engine::Level& HeadlessHost::Level() {
     return Mine().level;
 }
 
-GltfMeshLibrary& HeadlessHost::Meshes() {
+mesh::GltfMeshLibrary& HeadlessHost::Meshes() {
     return Mine().meshes;
 }
 

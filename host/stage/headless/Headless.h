@@ -6,8 +6,10 @@
 #include <cstdio>
 #include <memory>
 
-class GltfMeshLibrary;
 class IFilm;
+namespace mesh {
+class GltfMeshLibrary;
+} // namespace mesh
 namespace engine {
 class Level;
 }
@@ -32,7 +34,7 @@ public:
 
     /// The level that the film is in, with its mesh library installed. Both must live until the end.
     virtual engine::Level& Level();
-    virtual GltfMeshLibrary& Meshes();
+    virtual mesh::GltfMeshLibrary& Meshes();
     /// Opens the level file; throws engine::LevelFileError.
     virtual engine::LevelMessages Open(const std::string& path);
     /// What the host lacked or could not do so far, one sentence each; each is given out once.

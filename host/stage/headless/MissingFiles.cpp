@@ -30,7 +30,7 @@ std::string Quoted(const std::string& name) {
     return "\"" + name + "\"";
 }
 
-void CheckModels(engine::Level& level, GltfMeshLibrary& meshes, Sentences& missing) {
+void CheckModels(engine::Level& level, mesh::GltfMeshLibrary& meshes, Sentences& missing) {
     for (const auto& object : level.Data()->Objects()) {
         if (!object->meshName.empty() && meshes.FindMesh(object->meshName) == nullptr) {
             missing.Say("object " + Quoted(object->name) +
@@ -67,7 +67,8 @@ void CheckKey(const std::string& folder, CFilmTrack& track, const IFilmKey& key,
 
 } // namespace
 
-std::vector<std::string> MissingFiles(engine::Level& level, GltfMeshLibrary& meshes, const IFilm& film) {
+std::vector<std::string> MissingFiles(engine::Level& level, mesh::GltfMeshLibrary& meshes,
+                                      const IFilm& film) {
     Sentences missing;
     CheckModels(level, meshes, missing);
     for (CFilmTrack* track : film.tracks) {

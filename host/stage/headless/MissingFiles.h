@@ -3,12 +3,14 @@
 #include <string>
 #include <vector>
 
-class GltfMeshLibrary;
 class IFilm;
+namespace mesh {
+class GltfMeshLibrary;
+} // namespace mesh
 namespace engine {
 class Level;
 }
 
 /// What a film of a level names and what is not there or can't be used: models of the level's objects, the
 /// film's animations, sounds and speech. One sentence each, each once.
-std::vector<std::string> MissingFiles(engine::Level& level, GltfMeshLibrary& meshes, const IFilm& film);
+std::vector<std::string> MissingFiles(engine::Level& level, mesh::GltfMeshLibrary& meshes, const IFilm& film);

@@ -125,7 +125,7 @@ public:
     void DestroyObjects(const ObjectList& objects);
 
     /// Longer than the level, whose objects hold its meshes.
-    GltfMeshLibrary meshes;
+    mesh::GltfMeshLibrary meshes;
     engine::Level level;
     PluginRegistry plugins;
     StageViews views;

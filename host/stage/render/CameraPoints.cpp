@@ -62,7 +62,7 @@ glm::mat4 LookingAt(const glm::vec3& place, const glm::vec3& target, float scale
             glm::vec4(back * scale, 0), glm::vec4(place, 1)};
 }
 
-RenderItem Body(const engine::SceneObject& object, const std::shared_ptr<const Mesh>& mesh,
+RenderItem Body(const engine::SceneObject& object, const std::shared_ptr<const mesh::Mesh>& mesh,
                 const glm::mat4& world) {
     RenderItem item;
     item.objectId = object.id;

@@ -22,8 +22,8 @@ public:
                 RenderScene& scene) const;
 
 private:
-    std::shared_ptr<const Mesh> camera;
-    std::shared_ptr<const Mesh> target;
-    std::shared_ptr<const Mesh> inHandle;
-    std::shared_ptr<const Mesh> outHandle;
+    std::shared_ptr<const mesh::Mesh> camera;
+    std::shared_ptr<const mesh::Mesh> target;
+    std::shared_ptr<const mesh::Mesh> inHandle;
+    std::shared_ptr<const mesh::Mesh> outHandle;
 };

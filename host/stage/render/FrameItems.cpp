@@ -16,15 +16,15 @@ bool IsFinite(const glm::mat4& matrix) {
     return true;
 }
 
-MeshBox TransformBox(const MeshBox& box, const glm::mat4& matrix) {
-    MeshBox result;
+mesh::MeshBox TransformBox(const mesh::MeshBox& box, const glm::mat4& matrix) {
+    mesh::MeshBox result;
     for (int corner = 0; corner < 8; ++corner) {
         result.Add(glm::vec3(matrix * glm::vec4(box.Corner(corner), 1.0f)));
     }
     return result;
 }
 
-void AddScreenBox(const MeshBox& box, const glm::mat4& viewProjection, MeshBox& seen) {
+void AddScreenBox(const mesh::MeshBox& box, const glm::mat4& viewProjection, mesh::MeshBox& seen) {
     constexpr float kAtTheEye = engine::Metres(1e-4f);
     for (int corner = 0; corner < 8; ++corner) {
         const glm::vec4 point = viewProjection * glm::vec4(box.Corner(corner), 1.0f);
@@ -43,8 +43,8 @@ namespace {
 constexpr float kFaintest = 0.002f;
 
 /// A pose may reach beyond the rest pose's box by about a limb's length.
-MeshBox PosedBox(const RenderItem& item) {
-    MeshBox box = item.mesh->box;
+mesh::MeshBox PosedBox(const RenderItem& item) {
+    mesh::MeshBox box = item.mesh->box;
     if (item.pose != nullptr && item.mesh->IsPosable()) {
         const glm::vec3 reach(glm::length(box.Extent()) * 0.5f);
         box.min -= reach;
@@ -91,7 +91,7 @@ std::array<glm::vec4, 6> FrustumPlanes(const glm::mat4& viewProjection) {
             rows[3] - rows[1], rows[3] + rows[2], rows[3] - rows[2]};
 }
 
-glm::mat4 PartMatrix(const RenderItem& item, const MeshPart& part) {
+glm::mat4 PartMatrix(const RenderItem& item, const mesh::MeshPart& part) {
     if (part.node < 0) {
         return item.world;
     }

@@ -81,13 +81,13 @@ void AddCamera(std::vector<RenderLine>& lines, const glm::mat4& world, float fie
     const glm::vec3 middle = (corners[2] + corners[3]) * 0.5f;
     lines.push_back({glm::mix(corners[3], middle, 0.4f), middle + up, color});
     lines.push_back({glm::mix(corners[2], middle, 0.4f), middle + up, color});
-    MeshBox body;
+    mesh::MeshBox body;
     body.Add({Metres(-0.12f), Metres(-0.14f), 0.0f});
     body.Add({Metres(0.12f), Metres(0.14f), Metres(0.5f)});
     AddBox(lines, body, world, color);
 }
 
-void AddBox(std::vector<RenderLine>& lines, const MeshBox& box, const glm::mat4& world,
+void AddBox(std::vector<RenderLine>& lines, const mesh::MeshBox& box, const glm::mat4& world,
             const glm::vec4& color) {
     for (int corner = 0; corner < 8; ++corner) {
         for (int axis = 1; axis < 8; axis <<= 1) {

@@ -15,7 +15,7 @@ void AddPointLight(std::vector<RenderLine>& lines, const RenderLight& light, boo
 void AddCamera(std::vector<RenderLine>& lines, const glm::mat4& world, float fieldOfView, float aspect,
                float depth, const glm::vec4& color);
 /// The twelve edges of a box under a matrix.
-void AddBox(std::vector<RenderLine>& lines, const MeshBox& box, const glm::mat4& world,
+void AddBox(std::vector<RenderLine>& lines, const mesh::MeshBox& box, const glm::mat4& world,
             const glm::vec4& color);
 
 } // namespace HelperShapes

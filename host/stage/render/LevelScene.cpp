@@ -54,7 +54,7 @@ RenderLight ToLight(const engine::SceneObject& object) {
 
 } // namespace
 
-LevelScene::LevelScene(GltfMeshLibrary& library)
+LevelScene::LevelScene(mesh::GltfMeshLibrary& library)
     : meshes(library), lightBody(ShapeMeshes::MakeOctahedron(engine::Metres(0.12f), glm::vec3(1.0f), 1.0f)),
       plainBody(ShapeMeshes::MakeBox(engine::Metres(0.25f), {0.35f, 0.55f, 0.80f}, 0.1f)),
       missingBody(ShapeMeshes::MakeBox(engine::Metres(0.6f), {0.80f, 0.10f, 0.55f}, 0.1f)) {
@@ -111,14 +111,14 @@ void LevelScene::TakeSun(const engine::LevelData& data) {
     scene.sky = SkyForSun(ToGlm(sun->direction), color);
 }
 
-const MeshPose* LevelScene::PoseFor(const engine::SceneObject& object, const Mesh& mesh) {
+const mesh::MeshPose* LevelScene::PoseFor(const engine::SceneObject& object, const mesh::Mesh& mesh) {
     const engine::Matrix4* matrices = object.Pose();
     if (!mesh.IsPosable() || mesh.nodes.empty()) {
         return nullptr;
     }
-    std::unique_ptr<MeshPose>& pose = poses[object.id];
+    std::unique_ptr<mesh::MeshPose>& pose = poses[object.id];
     if (pose == nullptr) {
-        pose = std::make_unique<MeshPose>();
+        pose = std::make_unique<mesh::MeshPose>();
     }
     pose->nodes = mesh.restNodes;
     if (matrices != nullptr) {

@@ -21,7 +21,7 @@ struct LevelSceneOptions {
 /// next Update. Neither level nor library is owned.
 class LevelScene {
 public:
-    explicit LevelScene(GltfMeshLibrary& library);
+    explicit LevelScene(mesh::GltfMeshLibrary& library);
 
     /// Rebuilds `scene`. Without a level the scene is empty. Lines that views add come after it.
     void Update(const engine::Level& level, const LevelSceneOptions& options);
@@ -31,16 +31,16 @@ public:
 private:
     void AddObject(const engine::SceneObject& object, const LevelSceneOptions& options);
     void AddLight(const engine::SceneObject& object, const LevelSceneOptions& options);
-    const MeshPose* PoseFor(const engine::SceneObject& object, const Mesh& mesh);
+    const mesh::MeshPose* PoseFor(const engine::SceneObject& object, const mesh::Mesh& mesh);
     void TakeSun(const engine::LevelData& data);
     void DropOldPoses(const engine::LevelData& data);
     void FindSunHelpers(const engine::LevelData& data);
 
-    GltfMeshLibrary& meshes;
-    std::map<int, std::unique_ptr<MeshPose>> poses; ///< by object id
-    std::set<const EditorObject*> sunHelpers;       ///< of the level at this Update
+    mesh::GltfMeshLibrary& meshes;
+    std::map<int, std::unique_ptr<mesh::MeshPose>> poses; ///< by object id
+    std::set<const EditorObject*> sunHelpers;             ///< of the level at this Update
     CameraPoints cameraPoints;
-    std::shared_ptr<const Mesh> lightBody;
-    std::shared_ptr<const Mesh> plainBody;
-    std::shared_ptr<const Mesh> missingBody;
+    std::shared_ptr<const mesh::Mesh> lightBody;
+    std::shared_ptr<const mesh::Mesh> plainBody;
+    std::shared_ptr<const mesh::Mesh> missingBody;
 };

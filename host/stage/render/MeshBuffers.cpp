@@ -6,12 +6,12 @@
 namespace {
 
 void DescribeVertices() {
-    constexpr auto kStride = static_cast<GLsizei>(sizeof(MeshVertex));
+    constexpr auto kStride = static_cast<GLsizei>(sizeof(mesh::MeshVertex));
     const auto at = [](std::size_t offset) { return reinterpret_cast<const void*>(offset); };
-    glVertexAttribPointer(0, 3, GL_FLOAT, GL_FALSE, kStride, at(offsetof(MeshVertex, position)));
-    glVertexAttribPointer(1, 3, GL_FLOAT, GL_FALSE, kStride, at(offsetof(MeshVertex, normal)));
-    glVertexAttribPointer(2, 4, GL_UNSIGNED_BYTE, GL_TRUE, kStride, at(offsetof(MeshVertex, color)));
-    glVertexAttribPointer(3, 4, GL_UNSIGNED_BYTE, GL_TRUE, kStride, at(offsetof(MeshVertex, surface)));
+    glVertexAttribPointer(0, 3, GL_FLOAT, GL_FALSE, kStride, at(offsetof(mesh::MeshVertex, position)));
+    glVertexAttribPointer(1, 3, GL_FLOAT, GL_FALSE, kStride, at(offsetof(mesh::MeshVertex, normal)));
+    glVertexAttribPointer(2, 4, GL_UNSIGNED_BYTE, GL_TRUE, kStride, at(offsetof(mesh::MeshVertex, color)));
+    glVertexAttribPointer(3, 4, GL_UNSIGNED_BYTE, GL_TRUE, kStride, at(offsetof(mesh::MeshVertex, surface)));
     for (GLuint i = 0; i < 4; ++i) {
         glEnableVertexAttribArray(i);
     }
@@ -51,7 +51,7 @@ void MeshBuffers::DropExpired() {
     }
 }
 
-const MeshBuffers::Still& MeshBuffers::Upload(const std::shared_ptr<const Mesh>& mesh) {
+const MeshBuffers::Still& MeshBuffers::Upload(const std::shared_ptr<const mesh::Mesh>& mesh) {
     const auto [entry, isNew] = meshes.try_emplace(mesh.get());
     Still& still = entry->second;
     if (isNew) {
@@ -69,7 +69,7 @@ const MeshBuffers::Still& MeshBuffers::Upload(const std::shared_ptr<const Mesh>&
     return still;
 }
 
-unsigned MeshBuffers::UploadBent(std::size_t slot, const MeshPose& pose, unsigned indices) {
+unsigned MeshBuffers::UploadBent(std::size_t slot, const mesh::MeshPose& pose, unsigned indices) {
     if (slot == bent.size()) {
         Bent& fresh = bent.emplace_back();
         glGenVertexArrays(1, &fresh.array);
@@ -104,7 +104,7 @@ void MeshBuffers::Prepare(const std::vector<const RenderItem*>& items) {
     glBindVertexArray(0);
 }
 
-void MeshBuffers::Draw(std::size_t item, const MeshPart& part) const {
+void MeshBuffers::Draw(std::size_t item, const mesh::MeshPart& part) const {
     glBindVertexArray(part.skin >= 0 ? drawn[item].bentArray : drawn[item].stillArray);
     const auto offset = static_cast<std::size_t>(part.firstIndex) * sizeof(std::uint32_t);
     glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(part.indexCount), GL_UNSIGNED_INT,

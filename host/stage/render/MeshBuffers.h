@@ -17,11 +17,11 @@ public:
     /// Drops what no mesh stands behind any more and uploads what is new.
     void Prepare(const std::vector<const RenderItem*>& items);
     /// Draws one part of the item at this place of the list given to Prepare.
-    void Draw(std::size_t item, const MeshPart& part) const;
+    void Draw(std::size_t item, const mesh::MeshPart& part) const;
 
 private:
     struct Still {
-        std::weak_ptr<const Mesh> mesh;
+        std::weak_ptr<const mesh::Mesh> mesh;
         unsigned array = 0;
         unsigned vertices = 0;
         unsigned indices = 0;
@@ -37,10 +37,10 @@ private:
     };
 
     void DropExpired();
-    const Still& Upload(const std::shared_ptr<const Mesh>& mesh);
-    unsigned UploadBent(std::size_t slot, const MeshPose& pose, unsigned indices);
+    const Still& Upload(const std::shared_ptr<const mesh::Mesh>& mesh);
+    unsigned UploadBent(std::size_t slot, const mesh::MeshPose& pose, unsigned indices);
 
-    std::map<const Mesh*, Still> meshes;
+    std::map<const mesh::Mesh*, Still> meshes;
     std::vector<Bent> bent;
     std::vector<Drawn> drawn;
 };

@@ -72,7 +72,7 @@ void MeshPass::Prepare(const std::vector<FrameItem>& items) {
     buffers.Prepare(sources);
 }
 
-void MeshPass::DrawLitPart(const GlProgram& program, const FrameItem& entry, const MeshPart& part,
+void MeshPass::DrawLitPart(const GlProgram& program, const FrameItem& entry, const mesh::MeshPart& part,
                            const View& view) {
     const glm::mat4 matrix = PartMatrix(*entry.item, part);
     const glm::mat3 normalMatrix = glm::transpose(glm::inverse(glm::mat3(matrix)));
@@ -84,9 +84,9 @@ void MeshPass::DrawLitPart(const GlProgram& program, const FrameItem& entry, con
 }
 
 void MeshPass::DrawLitItem(const FrameItem& entry, const RenderScene& scene, const View& view, bool glossy) {
-    const std::vector<MeshPart>& meshParts = entry.item->mesh->parts;
+    const std::vector<mesh::MeshPart>& meshParts = entry.item->mesh->parts;
     if (std::none_of(meshParts.begin(), meshParts.end(),
-                     [&](const MeshPart& part) { return part.glossy == glossy; })) {
+                     [&](const mesh::MeshPart& part) { return part.glossy == glossy; })) {
         return;
     }
     const ItemLights lights = LightsReaching(scene, entry.center, entry.radius);
@@ -95,7 +95,7 @@ void MeshPass::DrawLitItem(const FrameItem& entry, const RenderScene& scene, con
     glUniform1i(program.Location("shadowMap"), 0);
     glUniform3fv(program.Location("tint"), 1, &entry.item->tint.x);
     SetLights(program, scene, lights);
-    for (const MeshPart& part : meshParts) {
+    for (const mesh::MeshPart& part : meshParts) {
         if (part.glossy == glossy) {
             DrawLitPart(program, entry, part, view);
         }
@@ -136,7 +136,7 @@ void MeshPass::DrawLit(const std::vector<FrameItem>& items, const RenderScene& s
 }
 
 void MeshPass::DrawFlat(const GlProgram& program, const FrameItem& entry, const glm::mat4& projection) {
-    for (const MeshPart& part : entry.item->mesh->parts) {
+    for (const mesh::MeshPart& part : entry.item->mesh->parts) {
         SetMatrix(program, "clip", projection * PartMatrix(*entry.item, part));
         buffers.Draw(entry.index, part);
     }

@@ -42,7 +42,7 @@ private:
     void SelectSeen(const std::vector<FrameItem>& items, const View& view);
     const GlProgram& Program(const Variant& variant);
     void DrawLitItem(const FrameItem& entry, const RenderScene& scene, const View& view, bool glossy);
-    void DrawLitPart(const GlProgram& program, const FrameItem& entry, const MeshPart& part,
+    void DrawLitPart(const GlProgram& program, const FrameItem& entry, const mesh::MeshPart& part,
                      const View& view);
     void DrawFlat(const GlProgram& program, const FrameItem& entry, const glm::mat4& projection);
 

@@ -10,10 +10,10 @@
 /// A mesh to draw. Colours are linear r, g, b.
 struct RenderItem {
     int objectId = 0;
-    std::shared_ptr<const Mesh> mesh;
+    std::shared_ptr<const mesh::Mesh> mesh;
     /// Null for the rest pose. Owned by the caller and left alone until the frame's views are drawn.
     /// Skinned parts need MeshPose::SkinVertices.
-    const MeshPose* pose = nullptr;
+    const mesh::MeshPose* pose = nullptr;
     glm::mat4 world{1.0f}; ///< items with a matrix that is not finite are left out
     glm::vec3 tint{1.0f};
     bool outline = false;

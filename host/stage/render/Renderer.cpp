@@ -41,8 +41,8 @@ FrameBlock MakeBlock(const RenderScene& scene, const RenderCamera& camera) {
     return block;
 }
 
-MeshBox CasterBox(const std::vector<FrameItem>& items) {
-    MeshBox box;
+mesh::MeshBox CasterBox(const std::vector<FrameItem>& items) {
+    mesh::MeshBox box;
     for (const FrameItem& entry : items) {
         if (entry.item->castsShadow) {
             box.Add(entry.box.min);
@@ -89,7 +89,7 @@ struct Renderer::Parts {
 
     /// The pixels that the rims can reach; empty when nothing is outlined.
     OutlinePass::Area OutlineArea(const glm::mat4& viewProjection, int margin) const {
-        MeshBox seen;
+        mesh::MeshBox seen;
         for (const FrameItem& entry : items) {
             if (entry.item->outline) {
                 AddScreenBox(entry.box, viewProjection, seen);
@@ -177,7 +177,7 @@ void Renderer::BeginFrame(const RenderScene& scene) {
         return;
     }
     parts->passes->meshes.Prepare(parts->items);
-    const MeshBox box = CasterBox(parts->items);
+    const mesh::MeshBox box = CasterBox(parts->items);
     parts->passes->shadow.Begin(box, SunDirection(scene.sun));
     parts->passes->meshes.DrawDepth(parts->items, parts->passes->shadow.Projection());
     ShadowMap::End();

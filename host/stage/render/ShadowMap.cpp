@@ -5,13 +5,13 @@
 #include <epoxy/gl.h>
 #include <glm/gtc/matrix_transform.hpp>
 
-glm::mat4 ShadowProjection(const MeshBox& world, const glm::vec3& toSun) {
+glm::mat4 ShadowProjection(const mesh::MeshBox& world, const glm::vec3& toSun) {
     const glm::vec3 up =
         std::abs(toSun.y) > 0.95f ? glm::vec3(0.0f, 0.0f, 1.0f) : glm::vec3(0.0f, 1.0f, 0.0f);
     const glm::vec3 center = world.Center();
     // One unit away the direction would be lost in the digits of the centre.
     const glm::mat4 view = glm::lookAt(center + toSun * engine::Metres(1.0f), center, up);
-    MeshBox seen;
+    mesh::MeshBox seen;
     for (int corner = 0; corner < 8; ++corner) {
         seen.Add(glm::vec3(view * glm::vec4(world.Corner(corner), 1.0f)));
     }
@@ -47,7 +47,7 @@ ShadowMap::~ShadowMap() {
     glDeleteTextures(1, &texture);
 }
 
-void ShadowMap::Begin(const MeshBox& world, const glm::vec3& toSun) {
+void ShadowMap::Begin(const mesh::MeshBox& world, const glm::vec3& toSun) {
     projection = ShadowProjection(world, toSun);
     glBindFramebuffer(GL_FRAMEBUFFER, frame);
     glViewport(0, 0, kSize, kSize);

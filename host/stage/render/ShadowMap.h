@@ -13,7 +13,7 @@ public:
     ShadowMap& operator=(const ShadowMap&) = delete;
 
     /// Starts a map of this box under a unit direction towards the sun; `Projection` holds from then on.
-    void Begin(const MeshBox& world, const glm::vec3& toSun);
+    void Begin(const mesh::MeshBox& world, const glm::vec3& toSun);
     static void End();
     /// World to the map's clip space.
     const glm::mat4& Projection() const { return projection; }
@@ -28,4 +28,4 @@ private:
 };
 
 /// Orthographic world to clip matrix of a light that shines on the box; depth -1 to 1.
-glm::mat4 ShadowProjection(const MeshBox& world, const glm::vec3& toSun);
+glm::mat4 ShadowProjection(const mesh::MeshBox& world, const glm::vec3& toSun);

@@ -13,7 +13,7 @@ std::uint8_t ToByte(float value) {
 
 class FlatMesh {
 public:
-    FlatMesh(const glm::vec3& color, float emission) : mesh(std::make_shared<Mesh>()) {
+    FlatMesh(const glm::vec3& color, float emission) : mesh(std::make_shared<mesh::Mesh>()) {
         for (int i = 0; i < 3; ++i) {
             look.color[i] = ToByte(color[i]);
         }
@@ -31,8 +31,8 @@ public:
         }
     }
 
-    std::shared_ptr<const Mesh> Finish() {
-        MeshPart part;
+    std::shared_ptr<const mesh::Mesh> Finish() {
+        mesh::MeshPart part;
         part.vertexCount = static_cast<std::uint32_t>(mesh->vertices.size());
         part.indexCount = static_cast<std::uint32_t>(mesh->indices.size());
         mesh->parts.push_back(part);
@@ -41,13 +41,13 @@ public:
     }
 
 private:
-    std::shared_ptr<Mesh> mesh;
-    MeshVertex look{};
+    std::shared_ptr<mesh::Mesh> mesh;
+    mesh::MeshVertex look{};
 };
 
 } // namespace
 
-std::shared_ptr<const Mesh> MakeBox(float size, const glm::vec3& color, float emission) {
+std::shared_ptr<const mesh::Mesh> MakeBox(float size, const glm::vec3& color, float emission) {
     FlatMesh mesh(color, emission);
     const float h = size * 0.5f;
     for (int axis = 0; axis < 3; ++axis) {
@@ -68,7 +68,7 @@ std::shared_ptr<const Mesh> MakeBox(float size, const glm::vec3& color, float em
     return mesh.Finish();
 }
 
-std::shared_ptr<const Mesh> MakeOctahedron(float radius, const glm::vec3& color, float emission) {
+std::shared_ptr<const mesh::Mesh> MakeOctahedron(float radius, const glm::vec3& color, float emission) {
     FlatMesh mesh(color, emission);
     for (int corner = 0; corner < 8; ++corner) {
         const glm::vec3 x((corner & 1) != 0 ? radius : -radius, 0.0f, 0.0f);

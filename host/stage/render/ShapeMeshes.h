@@ -8,8 +8,8 @@
 namespace ShapeMeshes {
 
 /// A box around the origin; linear colour, emission 0 to 1.
-std::shared_ptr<const Mesh> MakeBox(float size, const glm::vec3& color, float emission);
+std::shared_ptr<const mesh::Mesh> MakeBox(float size, const glm::vec3& color, float emission);
 /// An octahedron around the origin.
-std::shared_ptr<const Mesh> MakeOctahedron(float radius, const glm::vec3& color, float emission);
+std::shared_ptr<const mesh::Mesh> MakeOctahedron(float radius, const glm::vec3& color, float emission);
 
 } // namespace ShapeMeshes

@@ -45,7 +45,7 @@ public:
     ~HeadlessStage() override;
 
     engine::Level& Level() override { return host.level; }
-    GltfMeshLibrary& Meshes() override { return host.meshes; }
+    mesh::GltfMeshLibrary& Meshes() override { return host.meshes; }
     engine::LevelMessages Open(const std::string& path) override;
     std::vector<std::string> TakeTroubles() override;
     void Begin(IFilm& film) override;

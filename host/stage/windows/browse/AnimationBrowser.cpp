@@ -34,7 +34,8 @@ void AnimationBrowser::Fill(const std::string& present) {
     list->headerItem()->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
     QTreeWidgetItem* found = nullptr;
     int index = 0;
-    for (const MeshClip& clip : object.mesh != nullptr ? object.mesh->clips : std::vector<MeshClip>()) {
+    for (const mesh::MeshClip& clip :
+         object.mesh != nullptr ? object.mesh->clips : std::vector<mesh::MeshClip>()) {
         QTreeWidgetItem* row = AddRow(nullptr, QString::fromStdString(clip.name), clip.name, index++);
         row->setText(1, QString::number(clip.duration, 'f', 2));
         row->setText(2, QString::number(std::lround(clip.duration * PlayBar::kFramesPerSecond)));

@@ -13,24 +13,25 @@ constexpr float kToned = 45.0f;
 constexpr float kTonedShare = 0.72f; ///< of what the element leaves alone
 constexpr float kGlow = 55.0f;       ///< emission, so that the lit part shows in shadow too
 
-bool IsElement(const Mesh& mesh, int element) {
+bool IsElement(const mesh::Mesh& mesh, int element) {
     return element >= 0 && element < static_cast<int>(mesh.nodes.size());
 }
 
 /// The node that a vertex hangs on in the file, -1 if none does.
-int SourceOf(const Mesh& mesh, std::size_t vertex) {
-    const auto behind = std::ranges::upper_bound(mesh.sources, vertex, {}, &MeshSource::firstVertex);
+int SourceOf(const mesh::Mesh& mesh, std::size_t vertex) {
+    const auto behind = std::ranges::upper_bound(mesh.sources, vertex, {}, &mesh::MeshSource::firstVertex);
     if (behind == mesh.sources.begin()) {
         return -1;
     }
-    const MeshSource& source = *std::prev(behind);
+    const mesh::MeshSource& source = *std::prev(behind);
     return vertex < source.firstVertex + std::size_t{source.vertexCount} ? source.node : -1;
 }
 
-float SkinShare(const Mesh& mesh, const MeshSkin& skin, std::size_t vertex, const std::vector<float>& nodes) {
+float SkinShare(const mesh::Mesh& mesh, const mesh::MeshSkin& skin, std::size_t vertex,
+                const std::vector<float>& nodes) {
     float share = 0.0f;
     for (int i = 0; i < 4; ++i) {
-        const MeshWeights& weights = mesh.weights[vertex];
+        const mesh::MeshWeights& weights = mesh.weights[vertex];
         share += weights.weights[i] * nodes[static_cast<std::size_t>(skin.joints[weights.joints[i]])];
     }
     return std::min(share, 1.0f);
@@ -40,7 +41,7 @@ std::uint8_t ToByte(float value) {
     return static_cast<std::uint8_t>(std::clamp(value + 0.5f, 0.0f, 255.0f));
 }
 
-void Light(MeshVertex& vertex, float share) {
+void Light(mesh::MeshVertex& vertex, float share) {
     for (int i = 0; i < 3; ++i) {
         const auto own = static_cast<float>(vertex.color[i]);
         const float quiet = own + (kToned - own) * kTonedShare;
@@ -51,7 +52,7 @@ void Light(MeshVertex& vertex, float share) {
 
 } // namespace
 
-std::vector<float> ElementShare::OfNodes(const Mesh& mesh, int element) {
+std::vector<float> ElementShare::OfNodes(const mesh::Mesh& mesh, int element) {
     std::vector<float> shares(mesh.nodes.size(), 0.0f);
     for (std::size_t i = 0; i < shares.size(); ++i) {
         const int parent = mesh.nodes[i].parent;
@@ -64,26 +65,26 @@ std::vector<float> ElementShare::OfNodes(const Mesh& mesh, int element) {
     return shares;
 }
 
-std::vector<float> ElementShare::OfVertices(const Mesh& mesh, int element) {
+std::vector<float> ElementShare::OfVertices(const mesh::Mesh& mesh, int element) {
     const std::vector<float> nodes = OfNodes(mesh, element);
     std::vector<float> shares(mesh.vertices.size(), 0.0f);
-    for (const MeshSource& source : mesh.sources) {
+    for (const mesh::MeshSource& source : mesh.sources) {
         std::fill_n(shares.begin() + source.firstVertex, source.vertexCount,
                     nodes[static_cast<std::size_t>(source.node)]);
     }
-    for (const MeshPart& part : mesh.parts) {
+    for (const mesh::MeshPart& part : mesh.parts) {
         const std::size_t end = part.skin >= 0 ? part.firstVertex + std::size_t{part.vertexCount} : 0;
         for (std::size_t i = part.firstVertex; i < end; ++i) {
-            const MeshSkin& skin = mesh.skins[static_cast<std::size_t>(part.skin)];
+            const mesh::MeshSkin& skin = mesh.skins[static_cast<std::size_t>(part.skin)];
             shares[i] = std::max(shares[i], SkinShare(mesh, skin, i, nodes));
         }
     }
     return shares;
 }
 
-int ElementShare::OfTriangle(const Mesh& mesh, std::uint32_t triangle) {
+int ElementShare::OfTriangle(const mesh::Mesh& mesh, std::uint32_t triangle) {
     const std::size_t first = std::size_t{triangle} * 3;
-    const auto part = std::ranges::find_if(mesh.parts, [&](const MeshPart& run) {
+    const auto part = std::ranges::find_if(mesh.parts, [&](const mesh::MeshPart& run) {
         return first >= run.firstIndex && first < run.firstIndex + std::size_t{run.indexCount};
     });
     if (part == mesh.parts.end()) {
@@ -92,10 +93,10 @@ int ElementShare::OfTriangle(const Mesh& mesh, std::uint32_t triangle) {
     if (part->skin < 0) {
         return SourceOf(mesh, mesh.indices[first]);
     }
-    const MeshSkin& skin = mesh.skins[static_cast<std::size_t>(part->skin)];
+    const mesh::MeshSkin& skin = mesh.skins[static_cast<std::size_t>(part->skin)];
     std::map<int, float> sums;
     for (std::size_t corner = first; corner < first + 3; ++corner) {
-        const MeshWeights& weights = mesh.weights[mesh.indices[corner]];
+        const mesh::MeshWeights& weights = mesh.weights[mesh.indices[corner]];
         for (int i = 0; i < 4; ++i) {
             sums[skin.joints[weights.joints[i]]] += weights.weights[i];
         }
@@ -103,8 +104,8 @@ int ElementShare::OfTriangle(const Mesh& mesh, std::uint32_t triangle) {
     return std::ranges::max_element(sums, {}, [](const auto& entry) { return entry.second; })->first;
 }
 
-std::shared_ptr<const Mesh> TintElement(const Mesh& mesh, int element) {
-    auto copy = std::make_shared<Mesh>();
+std::shared_ptr<const mesh::Mesh> TintElement(const mesh::Mesh& mesh, int element) {
+    auto copy = std::make_shared<mesh::Mesh>();
     copy->vertices = mesh.vertices;
     copy->weights = mesh.weights;
     copy->indices = mesh.indices;

@@ -8,12 +8,14 @@
 #include <string>
 #include <vector>
 
-class Mesh;
 class QLabel;
 class QLineEdit;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QVBoxLayout;
+namespace mesh {
+class Mesh;
+} // namespace mesh
 
 namespace stage {
 
@@ -24,9 +26,9 @@ struct BrowsedObject {
     bool exists = false;
     QString name;
     QString meshName;
-    QString meshError;                ///< why the mesh can't be used, empty if it can or there is none
-    std::shared_ptr<const Mesh> mesh; ///< null without a usable one
-    std::vector<glm::mat4> pose;      ///< mesh space, one a node; empty at rest
+    QString meshError;                      ///< why the mesh can't be used, empty if it can or there is none
+    std::shared_ptr<const mesh::Mesh> mesh; ///< null without a usable one
+    std::vector<glm::mat4> pose;            ///< mesh space, one a node; empty at rest
 };
 
 /// Chooses something that a mesh has by its name: a list with a search field on the left, a picture on the

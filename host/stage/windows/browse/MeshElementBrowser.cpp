@@ -23,14 +23,14 @@ bool IsShortFor(const std::string& text, const std::string& name) {
 }
 
 /// In a word, what each node of the mesh is.
-std::vector<QString> KindsOf(const Mesh& mesh) {
+std::vector<QString> KindsOf(const mesh::Mesh& mesh) {
     std::vector<QString> kinds(mesh.nodes.size(), MeshElementBrowser::tr("point"));
-    for (const MeshSkin& skin : mesh.skins) {
+    for (const mesh::MeshSkin& skin : mesh.skins) {
         for (const int joint : skin.joints) {
             kinds[static_cast<std::size_t>(joint)] = MeshElementBrowser::tr("bone");
         }
     }
-    for (const MeshSource& source : mesh.sources) {
+    for (const mesh::MeshSource& source : mesh.sources) {
         kinds[static_cast<std::size_t>(source.node)] = MeshElementBrowser::tr("part");
     }
     return kinds;
@@ -72,7 +72,7 @@ void MeshElementBrowser::Fill() {
     }
     const std::vector<QString> kinds = KindsOf(*object.mesh);
     const QBrush muted(QColor::fromRgb(Color::kMuted));
-    for (const MeshNode& node : object.mesh->nodes) {
+    for (const mesh::MeshNode& node : object.mesh->nodes) {
         QTreeWidgetItem* above = node.parent >= 0 ? rows[static_cast<std::size_t>(node.parent)] : nullptr;
         QTreeWidgetItem* row =
             AddRow(above, QString::fromStdString(node.name), node.name, static_cast<int>(rows.size()));

@@ -17,7 +17,7 @@ constexpr float kNotch = 120.0f; ///< eighths of a degree of the wheel
 const QColor kBackdrop(58, 66, 74);
 } // namespace
 
-ModelPicture::ModelPicture(std::shared_ptr<const Mesh> mesh, QWidget* parent)
+ModelPicture::ModelPicture(std::shared_ptr<const mesh::Mesh> mesh, QWidget* parent)
     : QWidget(parent), scene(std::move(mesh)) {
     setObjectName("ModelPicture");
     setAttribute(Qt::WA_OpaquePaintEvent);

@@ -15,7 +15,7 @@ class ModelPicture : public QWidget {
     Q_OBJECT
 public:
     /// The mesh may be null; then `message` stands in its place.
-    ModelPicture(std::shared_ptr<const Mesh> mesh, QWidget* parent);
+    ModelPicture(std::shared_ptr<const mesh::Mesh> mesh, QWidget* parent);
     ~ModelPicture() override;
 
     void SetMarks(ModelScene::Marks marks);

@@ -28,9 +28,9 @@ const glm::vec4 kBoneColor(0.93f, 0.96f, 1.0f, 0.45f);
 const glm::vec4 kElementColor(1.0f, 0.62f, 0.10f, 1.0f);
 const glm::vec4 kRimColor(0.12f, 0.15f, 0.18f, 0.9f);
 
-std::vector<bool> FindJoints(const Mesh& mesh) {
+std::vector<bool> FindJoints(const mesh::Mesh& mesh) {
     std::vector<bool> joints(mesh.nodes.size(), false);
-    for (const MeshSkin& skin : mesh.skins) {
+    for (const mesh::MeshSkin& skin : mesh.skins) {
         for (const int joint : skin.joints) {
             joints[static_cast<std::size_t>(joint)] = true;
         }
@@ -55,7 +55,7 @@ float PixelAt(const glm::vec3& place, const ViewNavigation& navigation, int heig
 
 } // namespace
 
-ModelScene::ModelScene(std::shared_ptr<const Mesh> shownMesh) : mesh(std::move(shownMesh)) {
+ModelScene::ModelScene(std::shared_ptr<const mesh::Mesh> shownMesh) : mesh(std::move(shownMesh)) {
     if (mesh != nullptr) {
         isJoint = FindJoints(*mesh);
         pose.nodes = mesh->restNodes;
@@ -79,7 +79,7 @@ void ModelScene::SetPose(std::vector<glm::mat4> nodes) {
 
 void ModelScene::SetClip(int clip, float seconds) {
     if (mesh != nullptr) {
-        pose.Evaluate(*mesh, std::array{MeshLayer{clip, seconds}});
+        pose.Evaluate(*mesh, std::array{mesh::MeshLayer{clip, seconds}});
     }
 }
 
@@ -121,8 +121,8 @@ RenderCamera ModelScene::Camera(const ViewNavigation& navigation, float aspect) 
                       reach);
 }
 
-MeshBox ModelScene::Extent(int clip) const {
-    MeshBox box;
+mesh::MeshBox ModelScene::Extent(int clip) const {
+    mesh::MeshBox box;
     if (mesh == nullptr) {
         return box;
     }
@@ -138,11 +138,11 @@ MeshBox ModelScene::Extent(int clip) const {
         addNodes(mesh->restNodes);
     }
     if (clip >= 0 && clip < static_cast<int>(mesh->clips.size())) {
-        MeshPose sample;
+        mesh::MeshPose sample;
         for (int i = 0; i <= kClipSamples; ++i) {
             const float seconds =
                 mesh->clips[static_cast<std::size_t>(clip)].duration * static_cast<float>(i) / kClipSamples;
-            sample.Evaluate(*mesh, std::array{MeshLayer{clip, seconds}});
+            sample.Evaluate(*mesh, std::array{mesh::MeshLayer{clip, seconds}});
             addNodes(sample.nodes);
         }
     }
@@ -150,7 +150,7 @@ MeshBox ModelScene::Extent(int clip) const {
 }
 
 void ModelScene::Frame(ViewNavigation& navigation, float aspect, int clip) const {
-    MeshBox box = Extent(clip);
+    mesh::MeshBox box = Extent(clip);
     if (box.IsEmpty()) {
         box.Add(glm::vec3(0.0f));
     }
@@ -184,10 +184,10 @@ int ModelScene::ElementAt(const ViewNavigation& navigation, int width, int heigh
     if (nearest >= 0) {
         return nearest;
     }
-    MeshBvh tree;
+    mesh::MeshBvh tree;
     tree.Build(pose.ModelPositions(*mesh), mesh->indices);
     const ViewRay ray = RayThroughPixel(camera, width, height, pixel.x, pixel.y);
-    const std::optional<MeshHit> hit = tree.RayCast(ray.origin, ray.direction, 1e9f);
+    const std::optional<mesh::MeshHit> hit = tree.RayCast(ray.origin, ray.direction, 1e9f);
     return hit ? ElementShare::OfTriangle(*mesh, hit->triangle) : -1;
 }
 

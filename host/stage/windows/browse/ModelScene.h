@@ -17,7 +17,7 @@ public:
     enum class Marks { None, Elements };
 
     /// The mesh may be null: then there is nothing to see.
-    explicit ModelScene(std::shared_ptr<const Mesh> shownMesh);
+    explicit ModelScene(std::shared_ptr<const mesh::Mesh> shownMesh);
 
     /// Lights an element up; -1 is the whole object. Seen with Marks::Elements.
     void SetElement(int index);
@@ -37,22 +37,22 @@ public:
     int ElementAt(const ViewNavigation& navigation, int width, int height, const glm::vec2& pixel);
 
     int Element() const { return element; }
-    const std::shared_ptr<const Mesh>& Shown() const { return mesh; }
+    const std::shared_ptr<const mesh::Mesh>& Shown() const { return mesh; }
 
     Marks marks = Marks::None;
 
 private:
-    MeshBox Extent(int clip) const;
+    mesh::MeshBox Extent(int clip) const;
     glm::vec3 PlaceOf(std::size_t node) const { return glm::vec3(pose.nodes[node][3]); }
     void AddSkeleton(const ViewNavigation& navigation, int height);
     void AddElement(const ViewNavigation& navigation, int height);
     void AddDot(const glm::vec3& place, float pixels, const glm::vec4& color,
                 const ViewNavigation& navigation, int height);
 
-    std::shared_ptr<const Mesh> mesh;
-    std::shared_ptr<const Mesh> tinted; ///< null until it is drawn
-    std::vector<bool> isJoint;          ///< one a node
-    MeshPose pose;
+    std::shared_ptr<const mesh::Mesh> mesh;
+    std::shared_ptr<const mesh::Mesh> tinted; ///< null until it is drawn
+    std::vector<bool> isJoint;                ///< one a node
+    mesh::MeshPose pose;
     RenderScene scene;
     int element = -1;
 };
