@@ -2,6 +2,8 @@
 
 #include "host/sound/SoundFile.h"
 
+namespace sound {
+
 namespace {
 /// Ten minutes of 48 kHz stereo in floats are 220 MiB.
 constexpr std::uint64_t kMaxFileBytes = 256 * OutsideFile::kMiB;
@@ -35,3 +37,5 @@ void OpenSound::Check(const std::string& path) const {
         throw SoundError(path + ": longer than ten minutes");
     }
 }
+
+} // namespace sound

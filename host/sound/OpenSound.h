@@ -5,6 +5,8 @@
 #include <sndfile.h>
 #include <string>
 
+namespace sound {
+
 /// A sound file open for decoding; closed with the object. Inside host/sound alone.
 class OpenSound {
 public:
@@ -27,3 +29,5 @@ public:
     OutsideFile outside;
     SNDFILE* file = nullptr;
 };
+
+} // namespace sound

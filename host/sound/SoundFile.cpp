@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace sound {
+
 namespace {
 
 std::vector<float> MixToOne(const std::vector<float>& samples, int channels) {
@@ -62,3 +64,5 @@ float SoundSeconds(const std::string& path) {
                                                 static_cast<double>(open.info.samplerate))
                            : -1.0f;
 }
+
+} // namespace sound

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace sound {
+
 /// A sound file could not be used; `what` names the file and the reason.
 class SoundError : public std::runtime_error {
 public:
@@ -26,3 +28,5 @@ std::shared_ptr<const SoundData> LoadSound(const std::string& path);
 
 /// Seconds of a sound file from its header, -1.0 if it can't be read. Never throws.
 float SoundSeconds(const std::string& path);
+
+} // namespace sound

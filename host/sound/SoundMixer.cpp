@@ -4,6 +4,8 @@
 #include <AL/alext.h>
 #include <algorithm>
 
+namespace sound {
+
 namespace {
 
 template <class Function> Function Find(const char* name) {
@@ -46,3 +48,5 @@ void SoundMixer::Render(int frames, std::vector<float>& samples) {
         render(space->Device(), samples.data() + first, frames);
     }
 }
+
+} // namespace sound

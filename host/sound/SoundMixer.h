@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace sound {
+
 /// Renders what would be heard into memory instead of to loudspeakers, as fast as the processor can. The
 /// sound library's loopback device does the work, so placed sounds come as in the editor.
 class SoundMixer {
@@ -21,3 +23,5 @@ private:
     int framesPerSecond;
     std::unique_ptr<SoundSpace> space;
 };
+
+} // namespace sound

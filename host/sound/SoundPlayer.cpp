@@ -3,6 +3,8 @@
 #include <AL/alc.h>
 #include <cstdlib>
 
+namespace sound {
+
 int SoundPlayer::Play(const SoundRequest& request) {
     if (space == nullptr) {
         // A machine without loudspeakers is no reason for messages on the console.
@@ -46,3 +48,5 @@ void SoundPlayer::SetListener(const float* cameraMatrix) {
         space->SetListener(cameraMatrix);
     }
 }
+
+} // namespace sound

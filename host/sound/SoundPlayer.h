@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace sound {
+
 /// Sounds on the machine's loudspeakers. The device is opened at the first sound; a machine without one is
 /// silent. What can't be played is told by `LastError` and is not an error of the caller.
 class SoundPlayer {
@@ -22,3 +24,5 @@ private:
     std::unique_ptr<SoundSpace> space;
     std::string lastError;
 };
+
+} // namespace sound

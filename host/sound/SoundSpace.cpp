@@ -7,6 +7,8 @@
 #include <cmath>
 #include <cstdint>
 
+namespace sound {
+
 namespace {
 
 /// Units at which a placed sound is as loud as its file.
@@ -165,3 +167,5 @@ void SoundSpace::Collect() {
         }
     }
 }
+
+} // namespace sound

@@ -11,6 +11,8 @@ struct ALCdevice_struct;
 using ALCcontext = ALCcontext_struct;
 using ALCdevice = ALCdevice_struct;
 
+namespace sound {
+
 /// How a sound is played.
 struct SoundRequest {
     std::string path;
@@ -60,3 +62,5 @@ private:
     std::map<int, unsigned> sources;
     int nextSound = 1;
 };
+
+} // namespace sound

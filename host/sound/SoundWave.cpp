@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace sound {
+
 SoundWave::SoundWave(const std::string& path, int pieces) : open(std::make_unique<OpenSound>(path)) {
     open->Check(path);
     rate = open->info.samplerate;
@@ -76,3 +78,5 @@ SoundWave::Range SoundWave::Between(float from, float to) const {
     }
     return whole;
 }
+
+} // namespace sound

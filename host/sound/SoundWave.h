@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace sound {
+
 class OpenSound;
 
 /// How loud a sound is along its time, for a drawing: the lowest and the highest sample of each of many equal
@@ -46,3 +48,5 @@ private:
     std::vector<Range> ranges;
     std::vector<bool> isSet; ///< a range without a sample yet takes the first as it is
 };
+
+} // namespace sound

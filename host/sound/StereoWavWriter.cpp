@@ -3,6 +3,8 @@
 #include <sndfile.h>
 #include <utility>
 
+namespace sound {
+
 StereoWavWriter::StereoWavWriter(int descriptor, std::string fileName, int rate)
     : name(std::move(fileName)), file(nullptr) {
     SF_INFO form{};
@@ -36,3 +38,5 @@ void StereoWavWriter::Finish() {
         throw SoundError(name + ": the sound can't be completed");
     }
 }
+
+} // namespace sound

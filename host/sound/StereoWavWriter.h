@@ -4,6 +4,8 @@
 
 struct sf_private_tag;
 
+namespace sound {
+
 /// Writes a 16-bit stereo wav file piece by piece, so that a long sound needs no more memory than a short
 /// one. Beyond 4 GiB the file becomes an RF64, which holds any length.
 class StereoWavWriter {
@@ -25,3 +27,5 @@ private:
     std::string name;
     sf_private_tag* file;
 };
+
+} // namespace sound

@@ -22,7 +22,7 @@ TEST_F(HeadlessTest, AVideoGetsRawFramesAndTheSound) {
         "--fps",    "10",   "--frames", "0:4",   "--draft"};
     ASSERT_EQ(Run(arguments, host), HeadlessExit::kDone) << told;
     EXPECT_EQ(Bytes("frames").size(), 5u * 64 * 36 * 4);
-    const std::shared_ptr<const SoundData> sound = LoadSound((folder / "sound.wav").string());
+    const std::shared_ptr<const sound::SoundData> sound = sound::LoadSound((folder / "sound.wav").string());
     EXPECT_EQ(sound->rate, 48000);
     EXPECT_EQ(sound->channels, 2);
     EXPECT_EQ(sound->samples.size(), 2u * 24000u) << "half a second";
@@ -38,7 +38,7 @@ TEST_F(HeadlessTest, TheSoundOfTheFilmIsHeard) {
                              "cd " + folder.string() + "\ncat > /dev/null\ncp /dev/fd/3 sound.wav\n");
     SampleHost host;
     ASSERT_EQ(Run(VideoArguments(folder / "a.mp4", "0:19"), host), HeadlessExit::kDone) << told;
-    const std::shared_ptr<const SoundData> sound = LoadSound((folder / "sound.wav").string());
+    const std::shared_ptr<const sound::SoundData> sound = sound::LoadSound((folder / "sound.wav").string());
     float loudest = 0.0f;
     for (const float sample : sound->samples) {
         loudest = std::max(loudest, std::abs(sample));

@@ -14,6 +14,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using sound::LoadSound;
+using sound::SoundError;
+using sound::SoundSeconds;
+
 namespace {
 
 constexpr int kRate = 48000;
@@ -38,7 +42,7 @@ protected:
     static void Write(const std::string& path, const std::vector<std::vector<float>>& pieces) {
         const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
         ASSERT_GE(descriptor, 0);
-        StereoWavWriter writer(descriptor, path, kRate);
+        sound::StereoWavWriter writer(descriptor, path, kRate);
         for (const std::vector<float>& piece : pieces) {
             writer.Write(piece);
         }
@@ -82,7 +86,7 @@ TEST_F(SoundTest, AFileThatCanNotBeWrittenIsToldByItsName) {
     const std::string path = Constant("a.wav", 0.0f, 0.0f, 0.01f);
     const int readOnly = open(path.c_str(), O_RDONLY | O_CLOEXEC);
     try {
-        StereoWavWriter writer(readOnly, "the sound of a.mp4", kRate);
+        sound::StereoWavWriter writer(readOnly, "the sound of a.mp4", kRate);
         writer.Write(std::vector<float>(100000, 0.5f));
         writer.Finish();
         ADD_FAILURE() << "a file that is open for reading was written";
@@ -137,7 +141,7 @@ TEST_F(SoundTest, AFileThatClaimsMoreThanItHasIsReadAsFarAsItGoes) {
 }
 
 TEST_F(SoundTest, APlayerWithoutLoudspeakersIsSilentAndSafe) {
-    SoundPlayer player;
+    sound::SoundPlayer player;
     const float listener[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
     player.SetListener(listener);
     player.StopAll();
@@ -156,7 +160,7 @@ protected:
     SoundMixerTest() : mixer(kRate) {}
     void SetUp() override { ASSERT_TRUE(mixer.IsReady()); }
 
-    SoundMixer mixer;
+    sound::SoundMixer mixer;
     std::vector<float> mix;
 };
 

@@ -9,6 +9,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using sound::SoundWave;
+
 namespace {
 
 constexpr int kRate = 8000;
@@ -21,7 +23,7 @@ protected:
     std::string Write(const std::vector<float>& samples) const {
         const std::string path = folder.File("a.wav");
         const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-        StereoWavWriter writer(descriptor, path, kRate);
+        sound::StereoWavWriter writer(descriptor, path, kRate);
         writer.Write(samples);
         writer.Finish();
         close(descriptor);
@@ -35,7 +37,7 @@ protected:
         try {
             SoundWave wave(path);
             return "";
-        } catch (const SoundError& error) {
+        } catch (const sound::SoundError& error) {
             return error.what();
         }
     }

@@ -27,7 +27,7 @@ constexpr int kRate = 8000;
 
 void WriteSound(const std::string& path, float seconds) {
     const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    StereoWavWriter writer(descriptor, path, kRate);
+    sound::StereoWavWriter writer(descriptor, path, kRate);
     std::vector<float> samples;
     for (int i = 0; i < static_cast<int>(seconds * kRate); ++i) {
         samples.insert(samples.end(), {0.5f, -0.5f});
@@ -198,14 +198,14 @@ TEST_F(SoundPreviewTest, TheDialogKeepsItsSize) {
 TEST_F(SoundPreviewTest, AWaveOnceReadIsThereAtOnceUntilTheFileChanges) {
     stage::WaveCache cache;
     const std::string path = folder.File("a.wav");
-    const std::shared_ptr<SoundWave> first = cache.Get(path);
+    const std::shared_ptr<sound::SoundWave> first = cache.Get(path);
     EXPECT_EQ(cache.Get(path), first);
     EXPECT_NE(cache.Get(folder.File("b.wav")), first);
     EXPECT_EQ(cache.Get(path), first);
     WriteSound(path, 1.0f);
     EXPECT_EQ(cache.Get(path)->Seconds(), 1.0f);
-    EXPECT_THROW(cache.Get(folder.File("broken.wav")), SoundError);
-    EXPECT_THROW(cache.Get(folder.File("broken.wav")), SoundError);
+    EXPECT_THROW(cache.Get(folder.File("broken.wav")), sound::SoundError);
+    EXPECT_THROW(cache.Get(folder.File("broken.wav")), sound::SoundError);
 }
 
 class SoundDialogTest : public WindowFixture {};

@@ -24,7 +24,7 @@ FilmSounds::FilmSounds(const std::string& levelFolder, int rate, Output samplesO
 void FilmSounds::OnKeyFired(IFilm&, CFilmTrack& track, const IFilmKey& key, float late) {
     CFilmObjectTrack* actorTrack = AsObjectTrack(&track);
     EditorObject* actor = actorTrack != nullptr ? actorTrack->actor : nullptr;
-    SoundRequest request;
+    sound::SoundRequest request;
     if (key.kind == KeyKind::Speech) {
         if (actor != nullptr) {
             request.position = PlaceOf(*actor);
@@ -43,7 +43,7 @@ void FilmSounds::OnKeyFired(IFilm&, CFilmTrack& track, const IFilmKey& key, floa
     }
 }
 
-void FilmSounds::Start(const std::string& path, const IFilmKey& key, SoundRequest request,
+void FilmSounds::Start(const std::string& path, const IFilmKey& key, sound::SoundRequest request,
                        EditorObject* follows, float late) {
     if (mixer.Space() == nullptr || path.empty()) {
         return;
@@ -55,7 +55,7 @@ void FilmSounds::Start(const std::string& path, const IFilmKey& key, SoundReques
         if (sound != 0) {
             playing.push_back({sound, key.endTime, follows});
         }
-    } catch (const SoundError& error) {
+    } catch (const sound::SoundError& error) {
         errors.insert(error.what());
     }
 }

@@ -33,12 +33,12 @@ private:
         EditorObject* follows = nullptr; ///< the sound moves with it
     };
 
-    void Start(const std::string& path, const IFilmKey& key, SoundRequest request, EditorObject* follows,
-               float late);
+    void Start(const std::string& path, const IFilmKey& key, sound::SoundRequest request,
+               EditorObject* follows, float late);
     void Update(float time);
 
     std::string folder;
-    SoundMixer mixer;
+    sound::SoundMixer mixer;
     Output output;
     std::vector<float> block;
     long long mixed = 0; ///< frames given out

@@ -36,7 +36,7 @@ public:
             return result;
         } catch (const OutputError& error) {
             Tell(messages, error.what());
-        } catch (const SoundError& error) {
+        } catch (const sound::SoundError& error) {
             Tell(messages, error.what());
         } catch (const Stopped& stopped) {
             Tell(messages, stopped.what());

@@ -41,7 +41,7 @@ void CheckModels(engine::Level& level, mesh::GltfMeshLibrary& meshes, Sentences&
 
 void CheckSound(const std::string& folder, const std::string& name, Sentences& missing) {
     const std::string path = engine::ReferencePath(folder, name);
-    if (!name.empty() && SoundSeconds(path) < 0.0f) {
+    if (!name.empty() && sound::SoundSeconds(path) < 0.0f) {
         missing.Say("sound " + path + " can't be played");
     }
 }

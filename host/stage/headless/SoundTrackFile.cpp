@@ -24,7 +24,7 @@ int OpenNameless(const std::string& beside) {
 
 SoundTrackFile::SoundTrackFile(const std::string& video, int rate) : descriptor(OpenNameless(video)) {
     try {
-        writer = std::make_unique<StereoWavWriter>(descriptor, "the sound of " + video, rate);
+        writer = std::make_unique<sound::StereoWavWriter>(descriptor, "the sound of " + video, rate);
     } catch (...) {
         close(descriptor);
         throw;

@@ -12,11 +12,11 @@ public:
     SoundTrackFile(const SoundTrackFile&) = delete;
     SoundTrackFile& operator=(const SoundTrackFile&) = delete;
 
-    StereoWavWriter& Writer() { return *writer; }
+    sound::StereoWavWriter& Writer() { return *writer; }
     /// Open for a program that is started.
     int Descriptor() const { return descriptor; }
 
 private:
     int descriptor;
-    std::unique_ptr<StereoWavWriter> writer;
+    std::unique_ptr<sound::StereoWavWriter> writer;
 };

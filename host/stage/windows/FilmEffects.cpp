@@ -26,7 +26,7 @@ std::string FilmEffects::PathOf(const std::string& name) const {
     return engine::ReferencePath(level.Folder(), name);
 }
 
-void FilmEffects::Play(const SoundRequest& request) {
+void FilmEffects::Play(const sound::SoundRequest& request) {
     // Told once: a machine without a sound device would tell it at each key.
     if (player.Play(request) == 0 && player.LastError() != toldError) {
         toldError = player.LastError();
@@ -38,7 +38,7 @@ void FilmEffects::PlaySound(const CFilmTrack& track, const CFilmSoundKey& key, f
     if (key.wavPath.empty()) {
         return;
     }
-    SoundRequest request;
+    sound::SoundRequest request;
     request.path = PathOf(key.wavPath);
     request.offset = late;
     request.looped = key.looped != 0;
@@ -56,7 +56,7 @@ void FilmEffects::PlaySpeech(const CFilmSpeechKey& key, float late) {
         report("\u201c" + key.speechText + "\u201d");
     }
     if (!key.speechPath.empty()) {
-        SoundRequest request;
+        sound::SoundRequest request;
         request.path = PathOf(key.speechPath);
         request.offset = late;
         Play(request);

@@ -18,13 +18,13 @@ public:
     void OnKeyFired(IFilm& film, CFilmTrack& track, const IFilmKey& key, float late) override;
     void OnFilmStopped(IFilm& film) override;
 
-    SoundPlayer player;
+    sound::SoundPlayer player;
     std::function<void()> onStopped; ///< called when a film has ended
 
 private:
     void PlaySound(const CFilmTrack& track, const CFilmSoundKey& key, float late);
     void PlaySpeech(const CFilmSpeechKey& key, float late);
-    void Play(const SoundRequest& request);
+    void Play(const sound::SoundRequest& request);
     std::string PathOf(const std::string& name) const;
 
     engine::Level& level;

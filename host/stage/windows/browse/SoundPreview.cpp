@@ -169,7 +169,7 @@ void SoundPreview::ShowFile(const QString& path) {
         wave->Show(nullptr, tr("Choose a sound to see and hear it."));
     } else {
         try {
-            const std::shared_ptr<SoundWave> shown = cache->Get(path.toStdString());
+            const std::shared_ptr<sound::SoundWave> shown = cache->Get(path.toStdString());
             wave->Show(shown);
             info->setText(tr("%1   %2 Hz   %3")
                               .arg(TimeText(shown->Seconds()))
@@ -179,7 +179,7 @@ void SoundPreview::ShowFile(const QString& path) {
             if (!shown->IsComplete()) {
                 readTimer.start();
             }
-        } catch (const SoundError& error) {
+        } catch (const sound::SoundError& error) {
             // The reason without the path, which the dialog shows.
             QString told = QString::fromStdString(error.what());
             told.remove(0, told.startsWith(path + ": ") ? path.size() + 2 : 0);
@@ -192,7 +192,7 @@ void SoundPreview::ShowFile(const QString& path) {
 void SoundPreview::ReadOn() {
     QElapsedTimer spent;
     spent.start();
-    const std::shared_ptr<SoundWave> shown = wave->Wave();
+    const std::shared_ptr<sound::SoundWave> shown = wave->Wave();
     bool more = shown != nullptr;
     while (more && spent.elapsed() < kReadMs) {
         more = shown->ReadOn(kReadSamples);
@@ -219,7 +219,7 @@ void SoundPreview::PlayFrom(float share) {
         return;
     }
     Stop();
-    SoundRequest request;
+    sound::SoundRequest request;
     request.path = file.toStdString();
     request.offset = wave->Wave()->Seconds() * share;
     sound = player.Play(request);

@@ -65,7 +65,7 @@ private:
     QFileDialog& dialog;
     std::shared_ptr<WaveCache> cache;
     QString file; ///< empty while no sound can be played
-    SoundPlayer player;
+    sound::SoundPlayer player;
     int sound = 0; ///< the player's number; 0 in silence
     bool playing = false;
     float position = 0.0f;

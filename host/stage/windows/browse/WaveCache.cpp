@@ -5,7 +5,7 @@
 
 namespace stage {
 
-std::shared_ptr<SoundWave> WaveCache::Get(const std::string& path) {
+std::shared_ptr<sound::SoundWave> WaveCache::Get(const std::string& path) {
     struct stat status = {};
     const bool exists = stat(path.c_str(), &status) == 0;
     const auto size = exists ? static_cast<std::int64_t>(status.st_size) : -1;
@@ -19,7 +19,7 @@ std::shared_ptr<SoundWave> WaveCache::Get(const std::string& path) {
     if (found != entries.end()) {
         entries.erase(found);
     }
-    auto wave = std::make_shared<SoundWave>(path);
+    auto wave = std::make_shared<sound::SoundWave>(path);
     entries.push_front({path, size, changed, wave});
     if (entries.size() > kMost) {
         entries.pop_back();

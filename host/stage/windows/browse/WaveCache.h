@@ -16,14 +16,14 @@ public:
     static constexpr std::size_t kMost = 32;
 
     /// The file's wave, which may not be read to its end yet. Throws SoundError.
-    std::shared_ptr<SoundWave> Get(const std::string& path);
+    std::shared_ptr<sound::SoundWave> Get(const std::string& path);
 
 private:
     struct Entry {
         std::string path;
         std::int64_t size;
         std::int64_t changed; ///< nanoseconds
-        std::shared_ptr<SoundWave> wave;
+        std::shared_ptr<sound::SoundWave> wave;
     };
     std::list<Entry> entries; ///< the last one asked for first
 };

@@ -22,7 +22,7 @@ WaveView::WaveView(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-void WaveView::Show(std::shared_ptr<SoundWave> shown, const QString& text) {
+void WaveView::Show(std::shared_ptr<sound::SoundWave> shown, const QString& text) {
     wave = std::move(shown);
     message = text;
     cursorShare = -1.0f;
@@ -50,7 +50,7 @@ void WaveView::PaintWave(QPainter& painter) {
     painter.drawLine(QPointF(0.0, middle), QPointF(width(), middle));
     const int read = static_cast<int>(wave->ShareRead() * columns);
     for (int x = 0; x < read; ++x) {
-        const SoundWave::Range range =
+        const sound::SoundWave::Range range =
             wave->Between(static_cast<float>(x) / columns, static_cast<float>(x + 1) / columns);
         const bool isPlayed = static_cast<float>(x) < cursorShare * columns;
         painter.setPen(QColor::fromRgb(isPlayed ? kPlayed : kWave));

@@ -15,12 +15,12 @@ public:
     explicit WaveView(QWidget* parent);
 
     /// Null shows the text in its place.
-    void Show(std::shared_ptr<SoundWave> shown, const QString& text = QString());
+    void Show(std::shared_ptr<sound::SoundWave> shown, const QString& text = QString());
     /// A share of the sound, 0 to 1; negative for none.
     void SetCursorAt(float share);
     float CursorShare() const { return cursorShare; }
     const QString& Text() const { return message; }
-    const std::shared_ptr<SoundWave>& Wave() const { return wave; }
+    const std::shared_ptr<sound::SoundWave>& Wave() const { return wave; }
 
     QSize sizeHint() const override { return {260, 140}; }
     QSize minimumSizeHint() const override { return {180, 90}; }
@@ -36,7 +36,7 @@ protected:
 private:
     void PaintWave(QPainter& painter);
 
-    std::shared_ptr<SoundWave> wave;
+    std::shared_ptr<sound::SoundWave> wave;
     QString message;
     float cursorShare = -1.0f;
 };
