@@ -76,12 +76,12 @@ public:
         }
         if (renderer == nullptr) {
             std::string error;
-            renderer = Renderer::Create(error);
+            renderer = render::Renderer::Create(error);
         }
         if (renderer == nullptr) {
             return false;
         }
-        const RenderCamera camera{
+        const render::RenderCamera camera{
             glm::lookAt(glm::vec3(-400, 600, 2400), glm::vec3(400, 140, 200), glm::vec3(0, 1, 0)),
             glm::perspective(0.9f, static_cast<float>(kWidth) / kHeight, ClipPlane::Near, ClipPlane::Far)};
         renderer->BeginFrame(scene.scene);
@@ -94,11 +94,11 @@ private:
     mesh::GltfMeshLibrary meshes;
     engine::Level level;
     FrameHost host;
-    LevelScene scene;
+    render::LevelScene scene;
     IPluginImpl plugin;
     IFilm* film = nullptr;
-    std::unique_ptr<Renderer> renderer;
-    RenderImage image;
+    std::unique_ptr<render::Renderer> renderer;
+    render::RenderImage image;
 };
 
 /// A frame of the sample level, with the path of a camera or, for null, without.

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+using render::ViewRay;
+
 namespace {
 
 /// The camera stands at (0, 0, 10) and looks along -z with an angle of 90 degrees, so the gizmo at the origin
@@ -32,7 +34,7 @@ protected:
         EXPECT_NEAR(actual.z, expected.z, 1e-4f);
     }
 
-    RenderCamera camera;
+    render::RenderCamera camera;
     Gizmo gizmo;
 };
 
@@ -221,12 +223,12 @@ TEST_F(GizmoTest, HidingEndsADrag) {
 }
 
 TEST_F(GizmoTest, ItIsDrawnInItsModeAndFollowsTheDrag) {
-    std::vector<RenderLine> lines;
+    std::vector<render::RenderLine> lines;
     GizmoLines::Append(gizmo, camera, GizmoPart::AxisX, lines);
     ASSERT_FALSE(lines.empty());
     EXPECT_NEAR(lines[0].to.x, 2.4f, 1e-4f) << "the x axis first";
     const glm::vec4 hot = lines[0].color;
-    std::vector<RenderLine> cold;
+    std::vector<render::RenderLine> cold;
     GizmoLines::Append(gizmo, camera, GizmoPart::None, cold);
     EXPECT_NE(cold[0].color, hot);
     ASSERT_TRUE(Begin(GizmoPart::AxisX, 1.5f, 0.0f));

@@ -121,7 +121,7 @@ TEST(FrameCountTest, OneFrameAtEachWholeStepBeforeTheEnd) {
 }
 
 TEST(BlackBarsTest, AWidePictureRemains) {
-    RenderImage image;
+    render::RenderImage image;
     image.width = 235;
     image.height = 120;
     image.pixels.assign(235 * 120, 0xffffffffu);
@@ -134,7 +134,7 @@ TEST(BlackBarsTest, AWidePictureRemains) {
 }
 
 TEST(BlackBarsTest, WiderPicturesAreLeftAlone) {
-    RenderImage image;
+    render::RenderImage image;
     image.width = 400;
     image.height = 100;
     image.pixels.assign(400 * 100, 0xffffffffu);

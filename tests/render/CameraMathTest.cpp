@@ -5,6 +5,13 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+using render::MakeCamera;
+using render::ProjectToPixel;
+using render::RayThroughPixel;
+using render::RenderCamera;
+using render::UnitsPerPixel;
+using render::ViewRay;
+
 namespace {
 
 /// At (0, 0, 10), looking along -z, 90 degrees high, twice as wide as high.
@@ -32,7 +39,7 @@ TEST(CameraMathTest, TheUpperEdgeLooksUpByHalfTheAngle) {
 
 TEST(CameraMathTest, ARayFromTheEyeStartsAtTheEye) {
     const float matrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 10, 1};
-    const ViewRay ray = RayFromEye(glm::make_mat4(matrix), glm::radians(90.0f), 200, 100, 150, 25);
+    const ViewRay ray = render::RayFromEye(glm::make_mat4(matrix), glm::radians(90.0f), 200, 100, 150, 25);
     EXPECT_EQ(ray.origin, glm::vec3(0, 0, 10));
     EXPECT_NEAR(ray.direction.x, 2.0f / 3.0f, 1e-6f);
     EXPECT_NEAR(ray.direction.y, 1.0f / 3.0f, 1e-6f);
@@ -42,7 +49,7 @@ TEST(CameraMathTest, ARayFromTheEyeStartsAtTheEye) {
 TEST(CameraMathTest, ARayFromTheEyeTurnsWithTheCamera) {
     // To the left: right is -z, ahead -x.
     const float matrix[16] = {0, 0, -1, 0, 0, 1, 0, 0, 1, 0, 0, 0, 5, 6, 7, 1};
-    const ViewRay ray = RayFromEye(glm::make_mat4(matrix), glm::radians(90.0f), 200, 100, 150, 25);
+    const ViewRay ray = render::RayFromEye(glm::make_mat4(matrix), glm::radians(90.0f), 200, 100, 150, 25);
     EXPECT_EQ(ray.origin, glm::vec3(5, 6, 7));
     EXPECT_NEAR(ray.direction.x, -2.0f / 3.0f, 1e-6f);
     EXPECT_NEAR(ray.direction.y, 1.0f / 3.0f, 1e-6f);

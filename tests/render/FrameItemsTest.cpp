@@ -7,6 +7,8 @@
 #include <limits>
 
 using mesh::MeshBox;
+using render::LightsReaching;
+using render::RenderItem;
 
 namespace {
 
@@ -15,13 +17,13 @@ TEST(FrameItemsTest, ABoxIsTurnedAndBoxedAnew) {
     box.Add({-1, 0, 0});
     box.Add({1, 0, 0});
     const MeshBox turned =
-        TransformBox(box, glm::rotate(glm::mat4(1.0f), glm::radians(90.0f), glm::vec3(0, 1, 0)));
+        render::TransformBox(box, glm::rotate(glm::mat4(1.0f), glm::radians(90.0f), glm::vec3(0, 1, 0)));
     EXPECT_NEAR(turned.max.z, 1.0f, 1e-6f);
     EXPECT_NEAR(turned.max.x, 0.0f, 1e-6f);
 }
 
 TEST(FrameItemsTest, OnlyDrawableItemsAreCollected) {
-    RenderScene scene;
+    render::RenderScene scene;
     RenderItem good;
     good.mesh = MakeBoxMesh({0, 0, 0}, {2, 2, 2}, 1, 1, 1);
     RenderItem bare;
@@ -30,7 +32,7 @@ TEST(FrameItemsTest, OnlyDrawableItemsAreCollected) {
     RenderItem broken = good;
     broken.world[0][0] = std::numeric_limits<float>::infinity();
     scene.items = {bare, good, empty, broken, good};
-    const std::vector<FrameItem> items = CollectItems(scene);
+    const std::vector<render::FrameItem> items = render::CollectItems(scene);
     ASSERT_EQ(items.size(), 2u);
     EXPECT_EQ(items[1].index, 1u);
     EXPECT_EQ(items[0].center, glm::vec3(1, 1, 1));
@@ -38,9 +40,9 @@ TEST(FrameItemsTest, OnlyDrawableItemsAreCollected) {
 }
 
 TEST(FrameItemsTest, LightsReachByRangeAndStrength) {
-    RenderScene scene;
+    render::RenderScene scene;
     scene.lights = {{{0, 0, 0}, {1, 1, 1}, 5}, {{20, 0, 0}, {1, 1, 1}, 5}, {{1, 0, 0}, {0, 0, 0}, 50}};
-    const ItemLights near = LightsReaching(scene, {6, 0, 0}, 2);
+    const render::ItemLights near = LightsReaching(scene, {6, 0, 0}, 2);
     ASSERT_EQ(near.count, 1);
     EXPECT_EQ(near.index[0], 0);
     EXPECT_EQ(LightsReaching(scene, {7, 0, 0}, 2).count, 0) << "touching is not reaching";
@@ -50,7 +52,7 @@ TEST(FrameItemsTest, LightsReachByRangeAndStrength) {
 TEST(FrameItemsTest, FrustumPlanesFaceInwards) {
     const glm::mat4 projection = glm::perspective(glm::radians(90.0f), 1.0f, 1.0f, 10.0f);
     const auto inside = [&](const glm::vec3& point) {
-        for (const glm::vec4& plane : FrustumPlanes(projection)) {
+        for (const glm::vec4& plane : render::FrustumPlanes(projection)) {
             if (glm::dot(glm::vec3(plane), point) + plane.w < 0.0f) {
                 return false;
             }
@@ -70,7 +72,7 @@ TEST(FrameItemsTest, ABoxBehindTheCameraFillsTheScreen) {
     box.Add({-1, -1, -1});
     box.Add({1, 1, 1});
     MeshBox seen;
-    AddScreenBox(box, glm::perspective(1.0f, 1.0f, 0.1f, 10.0f), seen);
+    render::AddScreenBox(box, glm::perspective(1.0f, 1.0f, 0.1f, 10.0f), seen);
     EXPECT_LE(seen.min.x, -1.0f);
     EXPECT_GE(seen.max.y, 1.0f);
 }

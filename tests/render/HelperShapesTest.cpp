@@ -6,6 +6,10 @@
 #include <cmath>
 #include <gtest/gtest.h>
 
+namespace HelperShapes = render::HelperShapes;
+using render::GroundGrid;
+using render::RenderLine;
+
 namespace {
 
 TEST(HelperShapesTest, ACircleKeepsItsDistanceAndItsPlane) {
@@ -20,7 +24,7 @@ TEST(HelperShapesTest, ACircleKeepsItsDistanceAndItsPlane) {
 }
 
 TEST(HelperShapesTest, ALightShowsItsRangeOnlyWhenAsked) {
-    const RenderLight light{{0, 0, 0}, {2, 1, 0}, 7.0f};
+    const render::RenderLight light{{0, 0, 0}, {2, 1, 0}, 7.0f};
     std::vector<RenderLine> plain;
     std::vector<RenderLine> ranged;
     HelperShapes::AddPointLight(plain, light, false);
@@ -104,8 +108,8 @@ TEST(GroundGridTest, FarAwayEyesAreNoTrouble) {
 }
 
 TEST(ShapeMeshesTest, AllFacesLookOutwards) {
-    for (const auto& mesh :
-         {ShapeMeshes::MakeBox(2.0f, glm::vec3(1), 0), ShapeMeshes::MakeOctahedron(1.0f, glm::vec3(1), 1)}) {
+    for (const auto& mesh : {render::ShapeMeshes::MakeBox(2.0f, glm::vec3(1), 0),
+                             render::ShapeMeshes::MakeOctahedron(1.0f, glm::vec3(1), 1)}) {
         for (std::size_t i = 0; i < mesh->indices.size(); i += 3) {
             const glm::vec3 a = mesh->vertices[mesh->indices[i]].position;
             const glm::vec3 b = mesh->vertices[mesh->indices[i + 1]].position;

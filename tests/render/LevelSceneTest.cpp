@@ -9,6 +9,9 @@
 #include <gtest/gtest.h>
 #include <optional>
 
+using render::RenderItem;
+using render::RenderScene;
+
 namespace {
 
 class LevelSceneTest : public testing::Test {
@@ -29,7 +32,7 @@ protected:
     }
 
     const RenderScene& Update(bool editor) {
-        LevelSceneOptions options;
+        render::LevelSceneOptions options;
         options.editor = editor;
         levelScene.Update(level, options);
         return levelScene.scene;
@@ -37,7 +40,7 @@ protected:
 
     mesh::GltfMeshLibrary meshes;
     engine::Level level;
-    LevelScene levelScene;
+    render::LevelScene levelScene;
 };
 
 TEST_F(LevelSceneTest, ObjectsBecomeItemsWithTheirMatrices) {
@@ -208,7 +211,7 @@ protected:
         return point;
     }
     const RenderScene& Look(const std::optional<glm::vec3>& viewer = std::nullopt) {
-        LevelSceneOptions options;
+        render::LevelSceneOptions options;
         options.viewer = viewer;
         levelScene.Update(level, options);
         return levelScene.scene;
@@ -237,7 +240,7 @@ TEST_F(CameraPointsTest, EyeIsACameraThatLooksAtItsTarget) {
     EXPECT_EQ(glm::vec3(ItemOf(target)->world[3]), glm::vec3(600, 200, 300));
     float farthest = 0.0f;
     float base = 0.0f; // of the pyramid, well before the target
-    for (const RenderLine& line : scene.lines) {
+    for (const render::RenderLine& line : scene.lines) {
         farthest = std::max({farthest, line.from.x, line.to.x});
         base = line.to.x < 400.0f ? std::max(base, line.to.x) : base;
     }
@@ -294,7 +297,7 @@ TEST_F(CameraPointsTest, PlacesThatCantBeDrawnAreHarmless) {
         for (const RenderItem& item : scene.items) {
             EXPECT_TRUE(std::isfinite(item.world[0][0] + item.world[2][2] + item.world[3][0]));
         }
-        for (const RenderLine& line : scene.lines) {
+        for (const render::RenderLine& line : scene.lines) {
             EXPECT_TRUE(std::isfinite(line.from.x + line.to.y));
         }
     };

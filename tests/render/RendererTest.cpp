@@ -9,6 +9,10 @@
 #include <limits>
 #include <set>
 
+using render::Renderer;
+using render::RenderImage;
+using render::RenderItem;
+
 namespace {
 
 constexpr int kWidth = 160;
@@ -52,7 +56,7 @@ protected:
         return glm::lookAt(eye * kMetre, target * kMetre, glm::vec3(0, 1, 0));
     }
     static glm::mat4 Moved(const glm::vec3& way) { return glm::translate(glm::mat4(1.0f), way * kMetre); }
-    static RenderLine YellowLine(const glm::vec3& from, const glm::vec3& to) {
+    static render::RenderLine YellowLine(const glm::vec3& from, const glm::vec3& to) {
         return {from * kMetre, to * kMetre, {1, 1, 0, 1}, 3.0f};
     }
     void AddLight(const glm::vec3& place, const glm::vec3& color, float range) {
@@ -81,8 +85,8 @@ protected:
     static std::uint32_t Middle(const RenderImage& image) { return At(image, kWidth / 2, kHeight / 2); }
 
     static Renderer* renderer;
-    RenderScene scene;
-    RenderCamera camera;
+    render::RenderScene scene;
+    render::RenderCamera camera;
 };
 
 Renderer* RendererTest::renderer = nullptr;
@@ -208,7 +212,7 @@ TEST_F(RendererTest, ALightWithoutColourChangesNothing) {
 
 TEST_F(RendererTest, MoreLightsThanTheRendererKnowsAreLeftOut) {
     AddBox({-1, 0, -1}, {1, 2, 1}, 150, 150, 150);
-    for (std::size_t i = 0; i < RenderScene::kMaxLights; ++i) {
+    for (std::size_t i = 0; i < render::RenderScene::kMaxLights; ++i) {
         AddLight({0, 1, 3}, {0.2f, 0.2f, 0.2f}, 6.0f);
     }
     const RenderImage eight = Draw();
@@ -307,7 +311,7 @@ TEST(ShadowProjectionTest, KeepsTheSunsDirectionFarFromTheOrigin) {
     box.Add({30000, 0, 50000});
     box.Add({46000, 2000, 66000});
     const glm::vec3 toSun = glm::normalize(glm::vec3(0.4f, 0.8f, 0.45f));
-    const glm::mat4 projection = ShadowProjection(box, toSun);
+    const glm::mat4 projection = render::ShadowProjection(box, toSun);
     const glm::vec4 low = projection * glm::vec4(box.Center(), 1.0f);
     const glm::vec4 high = projection * glm::vec4(box.Center() + toSun * 10000.0f, 1.0f);
     // Half a texel of the map of 2,048.
@@ -361,7 +365,7 @@ TEST_F(RendererTest, ManyViewsShareAFrame) {
     RenderImage front;
     RenderImage away;
     ASSERT_TRUE(renderer->DrawView(camera, 64, 64, front));
-    RenderCamera back = camera;
+    render::RenderCamera back = camera;
     back.view = LookAt({0, 1, 6}, {0, 1, 12});
     ASSERT_TRUE(renderer->DrawView(back, 32, 16, away));
     EXPECT_EQ(away.width, 32);

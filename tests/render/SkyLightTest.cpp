@@ -3,6 +3,10 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+using render::RenderSky;
+using render::SkyForSun;
+using render::SunLight;
+
 namespace {
 
 TEST(SkyLightTest, TheSkyDarkensAsTheSunSinks) {
@@ -22,7 +26,7 @@ TEST(SkyLightTest, ASunBelowTheHorizonGivesNoLight) {
 }
 
 TEST(SkyLightTest, TheSunKeepsItsColour) {
-    const RenderSun sun = SunLight({0, 1, 0}, {1.0f, 0.5f, 0.0f});
+    const render::RenderSun sun = SunLight({0, 1, 0}, {1.0f, 0.5f, 0.0f});
     EXPECT_FLOAT_EQ(sun.color.g, sun.color.r * 0.5f);
     EXPECT_EQ(sun.color.b, 0.0f);
 }

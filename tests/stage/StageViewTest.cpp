@@ -20,13 +20,13 @@ protected:
 };
 
 TEST_F(StageViewTest, TheRayThroughTheMiddleIsTheLineOfSight) {
-    const ViewRay ray = view.RayAt(100.0f, 50.0f);
+    const render::ViewRay ray = view.RayAt(100.0f, 50.0f);
     EXPECT_NEAR(ray.origin.z, 10.0f, 1e-4f);
     EXPECT_NEAR(ray.direction.z, -1.0f, 1e-4f);
 }
 
 TEST_F(StageViewTest, ProjectionAndRayAgree) {
-    const ViewRay ray = view.RayAt(30.0f, 20.0f);
+    const render::ViewRay ray = view.RayAt(30.0f, 20.0f);
     glm::vec2 pixel;
     ASSERT_TRUE(view.Project(ray.origin + ray.direction * 7.0f, pixel));
     EXPECT_NEAR(pixel.x, 30.0f, 1e-2f);

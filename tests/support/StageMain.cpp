@@ -28,7 +28,7 @@ int KeepLoaded(dl_phdr_info* library, std::size_t, void*) {
 /// could then not tell the driver's memory from ours.
 void KeepGlDriver() {
     std::string error;
-    const std::unique_ptr<Renderer> renderer = Renderer::Create(error);
+    const std::unique_ptr<render::Renderer> renderer = render::Renderer::Create(error);
     dl_iterate_phdr(KeepLoaded, nullptr);
 }
 

@@ -27,7 +27,7 @@ std::optional<QPoint> GizmoHand::Grip(GizmoMode mode, GizmoPart part, const Vect
     gizmo.SetMode(mode);
     gizmo.Show(glm::translate(glm::mat4(1.0f), glm::vec3(place.x, place.y, place.z)));
     const stage::StageView& view = *window.host.views.At(0);
-    const RenderCamera camera = view.Camera();
+    const render::RenderCamera camera = view.Camera();
     for (int y = 0; y < View()->height(); y += 2) {
         for (int x = 0; x < View()->width(); x += 2) {
             if (gizmo.HitTest(view.RayAt(static_cast<float>(x), static_cast<float>(y)), camera) == part) {

@@ -73,14 +73,14 @@ void Gizmo::Hide() {
     shown = false;
 }
 
-float Gizmo::Size(const RenderCamera& camera) const {
+float Gizmo::Size(const render::RenderCamera& camera) const {
     constexpr float kShareOfHeight = 0.24f;
     const glm::vec3 seen(camera.view * glm::vec4(Place(), 1.0f));
     const float slope = camera.projection[1][1] != 0.0f ? 1.0f / std::abs(camera.projection[1][1]) : 1.0f;
     return std::max(std::abs(seen.z), kLeastDepth) * slope * kShareOfHeight;
 }
 
-float Gizmo::DistanceTo(GizmoPart part, const ViewRay& ray, float size) const {
+float Gizmo::DistanceTo(GizmoPart part, const render::ViewRay& ray, float size) const {
     const int axis = GizmoGeometry::AxisOf(part);
     if (part == GizmoPart::Uniform) {
         return GizmoGeometry::DistanceToPoint(ray, Place()) - GizmoGeometry::kCenterSize * size;
@@ -111,7 +111,7 @@ float Gizmo::DistanceTo(GizmoPart part, const ViewRay& ray, float size) const {
     return nearest;
 }
 
-GizmoPart Gizmo::HitTest(const ViewRay& ray, const RenderCamera& camera) const {
+GizmoPart Gizmo::HitTest(const render::ViewRay& ray, const render::RenderCamera& camera) const {
     if (!shown || IsDragging()) {
         return GizmoPart::None;
     }
@@ -128,7 +128,7 @@ GizmoPart Gizmo::HitTest(const ViewRay& ray, const RenderCamera& camera) const {
     return best;
 }
 
-std::optional<float> Gizmo::AlongAxis(const ViewRay& ray, int axis) const {
+std::optional<float> Gizmo::AlongAxis(const render::ViewRay& ray, int axis) const {
     const glm::vec3 a = Axis(axis);
     const float along = glm::dot(a, ray.direction);
     const float square = 1.0f - along * along;
@@ -139,7 +139,7 @@ std::optional<float> Gizmo::AlongAxis(const ViewRay& ray, int axis) const {
     return (glm::dot(between, a) - along * glm::dot(between, ray.direction)) / square;
 }
 
-std::optional<glm::vec3> Gizmo::OnPlane(const ViewRay& ray, const glm::vec3& normal) const {
+std::optional<glm::vec3> Gizmo::OnPlane(const render::ViewRay& ray, const glm::vec3& normal) const {
     const float slope = glm::dot(ray.direction, normal);
     if (std::abs(slope) < kEdgeOn) {
         return std::nullopt;
@@ -148,7 +148,7 @@ std::optional<glm::vec3> Gizmo::OnPlane(const ViewRay& ray, const glm::vec3& nor
     return distance > 0.0f ? std::optional(ray.origin + ray.direction * distance) : std::nullopt;
 }
 
-std::optional<float> Gizmo::AngleAbout(const ViewRay& ray, int axis) const {
+std::optional<float> Gizmo::AngleAbout(const render::ViewRay& ray, int axis) const {
     const std::optional<glm::vec3> point = OnPlane(ray, Axis(axis));
     if (!point) {
         return std::nullopt;
@@ -157,7 +157,7 @@ std::optional<float> Gizmo::AngleAbout(const ViewRay& ray, int axis) const {
     return std::atan2(glm::dot(local, Axis((axis + 2) % 3)), glm::dot(local, Axis((axis + 1) % 3)));
 }
 
-bool Gizmo::BeginDrag(GizmoPart part, const ViewRay& ray, const RenderCamera& camera) {
+bool Gizmo::BeginDrag(GizmoPart part, const render::ViewRay& ray, const render::RenderCamera& camera) {
     if (!shown || IsDragging() || part == GizmoPart::None || !BelongsTo(part, mode)) {
         return false;
     }
@@ -187,7 +187,7 @@ bool Gizmo::BeginDrag(GizmoPart part, const ViewRay& ray, const RenderCamera& ca
     return true;
 }
 
-std::optional<glm::mat4> Gizmo::Moved(const ViewRay& ray, bool snap) const {
+std::optional<glm::mat4> Gizmo::Moved(const render::ViewRay& ray, bool snap) const {
     glm::vec3 way(0.0f);
     if (const int axis = GizmoGeometry::AxisOf(dragged); axis >= 0) {
         const std::optional<float> value = AlongAxis(ray, axis);
@@ -210,7 +210,7 @@ std::optional<glm::mat4> Gizmo::Moved(const ViewRay& ray, bool snap) const {
     return glm::translate(glm::mat4(1.0f), way);
 }
 
-std::optional<glm::mat4> Gizmo::Turned(const ViewRay& ray, bool snap) const {
+std::optional<glm::mat4> Gizmo::Turned(const render::ViewRay& ray, bool snap) const {
     const std::optional<float> value = AngleAbout(ray, GizmoGeometry::AxisOf(dragged));
     if (!value) {
         return std::nullopt;
@@ -222,7 +222,7 @@ std::optional<glm::mat4> Gizmo::Turned(const ViewRay& ray, bool snap) const {
            glm::translate(glm::mat4(1.0f), -Place());
 }
 
-std::optional<glm::mat4> Gizmo::Scaled(const ViewRay& ray, bool snap) const {
+std::optional<glm::mat4> Gizmo::Scaled(const render::ViewRay& ray, bool snap) const {
     constexpr float kSmallest = 0.01f;
     glm::vec3 factors(1.0f);
     if (const int axis = GizmoGeometry::AxisOf(dragged); axis >= 0) {
@@ -244,7 +244,7 @@ std::optional<glm::mat4> Gizmo::Scaled(const ViewRay& ray, bool snap) const {
     return frame * glm::scale(glm::mat4(1.0f), factors) * glm::inverse(frame);
 }
 
-const glm::mat4& Gizmo::UpdateDrag(const ViewRay& ray, bool snap) {
+const glm::mat4& Gizmo::UpdateDrag(const render::ViewRay& ray, bool snap) {
     if (IsDragging()) {
         const std::optional<glm::mat4> next = mode == GizmoMode::Translate ? Moved(ray, snap)
                                               : mode == GizmoMode::Rotate  ? Turned(ray, snap)

@@ -32,18 +32,18 @@ public:
     void Hide();
     bool IsShown() const { return shown; }
     /// How large the handles are for a camera, in units; the same on the screen at any distance.
-    float Size(const RenderCamera& camera) const;
+    float Size(const render::RenderCamera& camera) const;
 
     /// The handle under the line of sight; None during a drag or while hidden.
-    GizmoPart HitTest(const ViewRay& ray, const RenderCamera& camera) const;
+    GizmoPart HitTest(const render::ViewRay& ray, const render::RenderCamera& camera) const;
 
     /// Starts a drag; false, and no drag, if the handle can't be gripped from there.
-    bool BeginDrag(GizmoPart part, const ViewRay& ray, const RenderCamera& camera);
+    bool BeginDrag(GizmoPart part, const render::ViewRay& ray, const render::RenderCamera& camera);
     bool IsDragging() const { return dragged != GizmoPart::None; }
     GizmoPart Dragged() const { return dragged; }
     /// The matrix from start to now, in world space. A line of sight that tells nothing (along the axis, away
     /// from the plane) gives the last one again. Identity without a drag.
-    const glm::mat4& UpdateDrag(const ViewRay& ray, bool snap);
+    const glm::mat4& UpdateDrag(const render::ViewRay& ray, bool snap);
     /// Ends the drag and leaves the gizmo where the drag brought it.
     void EndDrag();
     /// Ends the drag and puts the gizmo back; the objects go back to their starting matrices.
@@ -56,13 +56,13 @@ private:
 
     glm::vec3 Axis(int index) const { return glm::vec3(frame[index]); }
     glm::vec3 Place() const { return glm::vec3(frame[3]); }
-    std::optional<float> AlongAxis(const ViewRay& ray, int axis) const;
-    std::optional<glm::vec3> OnPlane(const ViewRay& ray, const glm::vec3& normal) const;
-    std::optional<float> AngleAbout(const ViewRay& ray, int axis) const;
-    std::optional<glm::mat4> Moved(const ViewRay& ray, bool snap) const;
-    std::optional<glm::mat4> Turned(const ViewRay& ray, bool snap) const;
-    std::optional<glm::mat4> Scaled(const ViewRay& ray, bool snap) const;
-    float DistanceTo(GizmoPart part, const ViewRay& ray, float size) const;
+    std::optional<float> AlongAxis(const render::ViewRay& ray, int axis) const;
+    std::optional<glm::vec3> OnPlane(const render::ViewRay& ray, const glm::vec3& normal) const;
+    std::optional<float> AngleAbout(const render::ViewRay& ray, int axis) const;
+    std::optional<glm::mat4> Moved(const render::ViewRay& ray, bool snap) const;
+    std::optional<glm::mat4> Turned(const render::ViewRay& ray, bool snap) const;
+    std::optional<glm::mat4> Scaled(const render::ViewRay& ray, bool snap) const;
+    float DistanceTo(GizmoPart part, const render::ViewRay& ray, float size) const;
 
     GizmoMode mode = GizmoMode::Translate;
     glm::mat4 frame{1.0f};

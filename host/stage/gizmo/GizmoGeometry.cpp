@@ -40,12 +40,12 @@ glm::vec3 CirclePoint(const glm::mat4& frame, int axis, int step, float radius) 
     return glm::vec3(frame[3]) + (u * std::cos(angle) + v * std::sin(angle)) * radius;
 }
 
-float DistanceToPoint(const ViewRay& ray, const glm::vec3& point) {
+float DistanceToPoint(const render::ViewRay& ray, const glm::vec3& point) {
     const float along = std::max(glm::dot(point - ray.origin, ray.direction), 0.0f);
     return glm::distance(point, ray.origin + ray.direction * along);
 }
 
-float DistanceToSegment(const ViewRay& ray, const glm::vec3& a, const glm::vec3& b) {
+float DistanceToSegment(const render::ViewRay& ray, const glm::vec3& a, const glm::vec3& b) {
     const glm::vec3 edge = b - a;
     const glm::vec3 between = a - ray.origin;
     const float length = glm::dot(edge, edge);

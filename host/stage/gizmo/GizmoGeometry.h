@@ -20,7 +20,7 @@ int NormalOf(GizmoPart part);
 bool IsFinitePoint(const glm::vec3& point);
 /// Point `step` of the circle about an axis of a frame.
 glm::vec3 CirclePoint(const glm::mat4& frame, int axis, int step, float radius);
-float DistanceToPoint(const ViewRay& ray, const glm::vec3& point);
-float DistanceToSegment(const ViewRay& ray, const glm::vec3& a, const glm::vec3& b);
+float DistanceToPoint(const render::ViewRay& ray, const glm::vec3& point);
+float DistanceToSegment(const render::ViewRay& ray, const glm::vec3& a, const glm::vec3& b);
 
 } // namespace GizmoGeometry

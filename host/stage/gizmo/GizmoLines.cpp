@@ -14,7 +14,8 @@ constexpr float kWidth = 2.5f;
 
 class Pen {
 public:
-    Pen(const glm::mat4& gizmoFrame, float gizmoSize, GizmoPart hotPart, std::vector<RenderLine>& target)
+    Pen(const glm::mat4& gizmoFrame, float gizmoSize, GizmoPart hotPart,
+        std::vector<render::RenderLine>& target)
         : frame(gizmoFrame), size(gizmoSize), hot(hotPart), lines(target) {}
 
     void Axis(GizmoPart part, GizmoMode mode) {
@@ -76,13 +77,13 @@ private:
     glm::mat4 frame;
     float size;
     GizmoPart hot;
-    std::vector<RenderLine>& lines;
+    std::vector<render::RenderLine>& lines;
 };
 
 } // namespace
 
-void GizmoLines::Append(const Gizmo& gizmo, const RenderCamera& camera, GizmoPart hot,
-                        std::vector<RenderLine>& lines) {
+void GizmoLines::Append(const Gizmo& gizmo, const render::RenderCamera& camera, GizmoPart hot,
+                        std::vector<render::RenderLine>& lines) {
     if (!gizmo.shown) {
         return;
     }

@@ -7,6 +7,6 @@
 /// drag the handles stand where the drag has brought them.
 class GizmoLines {
 public:
-    static void Append(const Gizmo& gizmo, const RenderCamera& camera, GizmoPart hot,
-                       std::vector<RenderLine>& lines);
+    static void Append(const Gizmo& gizmo, const render::RenderCamera& camera, GizmoPart hot,
+                       std::vector<render::RenderLine>& lines);
 };

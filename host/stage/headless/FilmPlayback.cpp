@@ -50,7 +50,7 @@ private:
 
 } // namespace
 
-void DrawBlackBars(RenderImage& image) {
+void DrawBlackBars(render::RenderImage& image) {
     constexpr std::uint32_t kBlack = 0xff000000u;
     const int kept = static_cast<int>(image.width / kWideFormat + 0.5);
     const int bar = std::max((image.height - kept) / 2, 0);
@@ -65,7 +65,7 @@ FilmPlayback::FilmPlayback(HeadlessHost& filmHost, IFilm& playedFilm, const Head
 }
 
 bool FilmPlayback::Prepare(std::string& error) {
-    renderer = Renderer::Create(error);
+    renderer = render::Renderer::Create(error);
     return renderer != nullptr;
 }
 
@@ -84,11 +84,11 @@ void FilmPlayback::ForEachFrame(int first, int last, const std::function<void(in
     }
 }
 
-RenderCamera FilmPlayback::Camera() const {
+render::RenderCamera FilmPlayback::Camera() const {
     const float aspect = static_cast<float>(options.width) / static_cast<float>(options.height);
     if (const CFilmCameraTrack* camera = ActiveCamera(film)) {
-        return MakeCamera(camera->cameraData->data.matrices[0], glm::radians(camera->fieldOfView), aspect,
-                          camera->nearPlane, camera->farPlane);
+        return render::MakeCamera(camera->cameraData->data.matrices[0], glm::radians(camera->fieldOfView),
+                                  aspect, camera->nearPlane, camera->farPlane);
     }
     // Without a camera in force the level's own view shows the film.
     engine::ViewManager& views = host.Level().Views();
@@ -96,8 +96,8 @@ RenderCamera FilmPlayback::Camera() const {
         views.SetCount(1);
     }
     const engine::View& view = *views.At(0);
-    return MakeCamera(view.CameraMatrix(), view.GetFieldOfView(), aspect, view.camera->data.recordNear,
-                      view.camera->data.recordFar);
+    return render::MakeCamera(view.CameraMatrix(), view.GetFieldOfView(), aspect,
+                              view.camera->data.recordNear, view.camera->data.recordFar);
 }
 
 const float* FilmPlayback::ListenerMatrix() const {
@@ -110,10 +110,11 @@ bool FilmPlayback::HasBlackBars() const {
     return track != nullptr && static_cast<const engine::LevelTrack*>(track)->BlackBars();
 }
 
-void FilmPlayback::Play(int first, int last, const std::function<void(int, const RenderImage&)>& onFrame) {
-    RenderImage image;
+void FilmPlayback::Play(int first, int last,
+                        const std::function<void(int, const render::RenderImage&)>& onFrame) {
+    render::RenderImage image;
     ForEachFrame(first, last, [&](int frame, float time) {
-        LevelSceneOptions look;
+        render::LevelSceneOptions look;
         look.editor = false;
         look.seconds = time;
         scene.Update(host.Level(), look);

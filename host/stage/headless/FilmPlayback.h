@@ -18,13 +18,13 @@ public:
     /// False with a reason if the machine can't draw.
     bool Prepare(std::string& error);
     /// Draws frames `first` to `last`, both included. Throws Stopped between two frames.
-    void Play(int first, int last, const std::function<void(int frame, const RenderImage&)>& onFrame);
+    void Play(int first, int last, const std::function<void(int frame, const render::RenderImage&)>& onFrame);
     /// Plays the same frames for their sound alone.
     void PlaySound(int first, int last, FilmSounds& sounds);
 
 private:
     void ForEachFrame(int first, int last, const std::function<void(int frame, float time)>& onFrame);
-    RenderCamera Camera() const;
+    render::RenderCamera Camera() const;
     const float* ListenerMatrix() const;
     bool HasBlackBars() const;
 
@@ -32,9 +32,9 @@ private:
     IFilm& film;
     const HeadlessOptions& options;
     const StopSignals& signals;
-    LevelScene scene;
-    std::unique_ptr<Renderer> renderer;
+    render::LevelScene scene;
+    std::unique_ptr<render::Renderer> renderer;
 };
 
 /// Blackens the upper and lower edge so that a picture of 2.35 to 1 remains.
-void DrawBlackBars(RenderImage& image);
+void DrawBlackBars(render::RenderImage& image);

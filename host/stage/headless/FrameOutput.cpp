@@ -11,7 +11,7 @@ namespace {
 /// Of 100: files are small enough and written in a third of the time that the best take.
 constexpr int kPngQuality = 80;
 
-void SavePng(const std::string& path, const RenderImage& image) {
+void SavePng(const std::string& path, const render::RenderImage& image) {
     const QImage picture(reinterpret_cast<const uchar*>(image.pixels.data()), image.width, image.height,
                          image.width * 4, QImage::Format_RGB32);
     QSaveFile file(QString::fromStdString(path));
@@ -50,7 +50,7 @@ void FrameOutput::Start(int sound) {
     }
 }
 
-void FrameOutput::Write(int frame, const RenderImage& image) {
+void FrameOutput::Write(int frame, const render::RenderImage& image) {
     if (!options.folder.empty()) {
         SavePng((std::filesystem::path(options.folder) / FrameFileName(frame)).string(), image);
     }

@@ -12,7 +12,7 @@ public:
     /// Makes the folder and starts the video. `sound` is the descriptor of a file, or VideoPipe::kSilent.
     void Start(int sound);
     /// A picture has its name only when it is whole.
-    void Write(int frame, const RenderImage& image);
+    void Write(int frame, const render::RenderImage& image);
     void Finish();
 
 private:

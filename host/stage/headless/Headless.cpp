@@ -101,7 +101,7 @@ private:
         }
         output.Start(sound != nullptr ? sound->Descriptor() : VideoPipe::kSilent);
         Progress progress(messages, last - options.firstFrame + 1);
-        playback.Play(options.firstFrame, last, [&](int frame, const RenderImage& image) {
+        playback.Play(options.firstFrame, last, [&](int frame, const render::RenderImage& image) {
             output.Write(frame, image);
             progress.Show(frame - options.firstFrame + 1);
         });

@@ -132,7 +132,7 @@ int VideoPipe::Wait() {
     return status;
 }
 
-void VideoPipe::Write(const RenderImage& image) {
+void VideoPipe::Write(const render::RenderImage& image) {
     const char* bytes = reinterpret_cast<const char*>(image.pixels.data());
     std::size_t left = image.pixels.size() * sizeof(std::uint32_t);
     while (left > 0) {

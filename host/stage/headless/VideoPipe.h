@@ -21,7 +21,7 @@ public:
     VideoPipe(const VideoPipe&) = delete;
     VideoPipe& operator=(const VideoPipe&) = delete;
 
-    void Write(const RenderImage& image);
+    void Write(const render::RenderImage& image);
     /// Waits until the video is whole and gives it its name.
     void Close();
 

@@ -57,7 +57,7 @@ bool IsPickable(const engine::SceneObject& object, const StageView& view) {
 }
 } // namespace
 
-float ScenePicker::MeshDistance(const engine::SceneObject& object, const ViewRay& ray) const {
+float ScenePicker::MeshDistance(const engine::SceneObject& object, const render::ViewRay& ray) const {
     const engine::IMesh* mesh = object.Mesh();
     engine::Matrix4 inverse;
     float fraction = 0.0f;
@@ -73,7 +73,7 @@ engine::SceneObject* ScenePicker::At(const StageView& view, float x, float y) co
     if (level.Data() == nullptr) {
         return nullptr;
     }
-    const ViewRay ray = view.RayAt(x, y);
+    const render::ViewRay ray = view.RayAt(x, y);
     engine::SceneObject* nearest = nullptr;
     float nearestDistance = kNothing;
     for (const auto& object : level.Data()->Objects()) {
@@ -112,7 +112,7 @@ ObjectList ScenePicker::InRectangle(const StageView& view, float left, float top
     return found;
 }
 
-glm::vec3 ScenePicker::PlaceAt(const ViewRay& ray, float fallbackDistance) const {
+glm::vec3 ScenePicker::PlaceAt(const render::ViewRay& ray, float fallbackDistance) const {
     const glm::vec3 far = ray.origin + ray.direction * kReach;
     float to[3] = {far.x, far.y, far.z};
     if (level.Data() != nullptr && level.Data()->RayCast(glm::value_ptr(ray.origin), to, 0) != 0) {

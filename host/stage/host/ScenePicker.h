@@ -24,14 +24,14 @@ public:
     /// The objects whose middle lies in a rectangle of pixels, in level order.
     ObjectList InRectangle(const StageView& view, float left, float top, float right, float bottom) const;
     /// Where a ray meets a mesh, else the ground y = 0, else the point `fallbackDistance` units on.
-    glm::vec3 PlaceAt(const ViewRay& ray, float fallbackDistance) const;
+    glm::vec3 PlaceAt(const render::ViewRay& ray, float fallbackDistance) const;
     /// A ball around an object's mesh, or a small one around a place.
     Sphere BoundsOf(const engine::SceneObject& object) const;
     /// A ball around objects; for an empty list around the whole level, without its ground and background.
     Sphere BoundsOf(const ObjectList& objects) const;
 
 private:
-    float MeshDistance(const engine::SceneObject& object, const ViewRay& ray) const;
+    float MeshDistance(const engine::SceneObject& object, const render::ViewRay& ray) const;
 
     engine::Level& level;
 };

@@ -60,13 +60,13 @@ glm::mat4 StageView::ProjectionMatrix() const {
                             sane ? data.recordFar : ClipPlane::Far);
 }
 
-ViewRay StageView::RayAt(float x, float y) const {
-    return RayFromEye(CameraMatrix(), FieldOfView(), width, height, x, y);
+render::ViewRay StageView::RayAt(float x, float y) const {
+    return render::RayFromEye(CameraMatrix(), FieldOfView(), width, height, x, y);
 }
 
 bool StageView::Project(const glm::vec3& point, glm::vec2& pixel) const {
     glm::vec3 place;
-    if (!ProjectToPixel(Camera(), width, height, point, place)) {
+    if (!render::ProjectToPixel(Camera(), width, height, point, place)) {
         return false;
     }
     pixel = glm::vec2(place);

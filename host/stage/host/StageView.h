@@ -25,10 +25,10 @@ public:
     glm::mat4 ViewMatrix() const;
     /// With the view's own proportions, whatever camera it follows.
     glm::mat4 ProjectionMatrix() const;
-    RenderCamera Camera() const { return {ViewMatrix(), ProjectionMatrix()}; }
+    render::RenderCamera Camera() const { return {ViewMatrix(), ProjectionMatrix()}; }
     float FieldOfView() const; ///< radians, vertical
     /// The line of sight through a pixel, from the eye.
-    ViewRay RayAt(float x, float y) const;
+    render::ViewRay RayAt(float x, float y) const;
     /// Pixels of a world point; false behind the camera.
     bool Project(const glm::vec3& point, glm::vec2& pixel) const;
     engine::View& Engine() const { return *view; }

@@ -58,7 +58,7 @@ void ViewNavigation::Pan(float dx, float dy, int viewHeight) {
     if (viewHeight <= 0) {
         return;
     }
-    pivot += (Up() * dy - Right() * dx) * UnitsPerPixel(distance, fieldOfView, viewHeight);
+    pivot += (Up() * dy - Right() * dx) * render::UnitsPerPixel(distance, fieldOfView, viewHeight);
 }
 
 void ViewNavigation::Zoom(float steps) {

@@ -7,6 +7,8 @@
 #include <cstring>
 #include <glm/gtc/matrix_transform.hpp>
 
+namespace render {
+
 namespace {
 
 constexpr float kMinAngle = 0.01f;
@@ -82,3 +84,5 @@ float UnitsPerPixel(float depth, float fieldOfView, int height) {
     return 2.0f * std::max(depth, 0.0f) * std::tan(fieldOfView * 0.5f) /
            static_cast<float>(std::max(height, 1));
 }
+
+} // namespace render

@@ -2,6 +2,8 @@
 
 #include <glm/glm.hpp>
 
+namespace render {
+
 /// A camera with GL clip space: right-handed view space that looks along its negative z.
 struct RenderCamera {
     glm::mat4 view{1.0f};
@@ -35,3 +37,5 @@ bool ProjectToPixel(const RenderCamera& camera, int width, int height, const glm
 
 /// Units that a pixel covers at a depth in front of the eye, under a vertical angle in radians.
 float UnitsPerPixel(float depth, float fieldOfView, int height);
+
+} // namespace render

@@ -11,6 +11,8 @@
 #include <cmath>
 #include <glm/gtc/matrix_transform.hpp>
 
+namespace render {
+
 namespace {
 
 // Sizes are units for a viewer ten metres away.
@@ -125,3 +127,5 @@ void CameraPoints::Append(const engine::LevelData& data, const std::optional<glm
         }
     }
 }
+
+} // namespace render

@@ -9,6 +9,8 @@ class LevelData;
 class SceneObject;
 } // namespace engine
 
+namespace render {
+
 /// Draws the points of a film's camera that a plug-in keeps in the level while the camera is edited: a small
 /// camera that looks at its target, a cross at the target, diamonds for the handles of the path, green before
 /// a key and blue behind it.
@@ -27,3 +29,5 @@ private:
     std::shared_ptr<const mesh::Mesh> inHandle;
     std::shared_ptr<const mesh::Mesh> outHandle;
 };
+
+} // namespace render

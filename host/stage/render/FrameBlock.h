@@ -2,6 +2,8 @@
 
 #include "host/stage/render/RenderScene.h"
 
+namespace render {
+
 /// The uniform block that all shaders read (std140: vec4 and mat4 only).
 struct FrameBlock {
     glm::mat4 viewProjection;
@@ -15,3 +17,5 @@ struct FrameBlock {
     glm::vec4 ground;       ///< rgb
     glm::vec4 viewport;     ///< pixels: width, height, 1/width, 1/height
 };
+
+} // namespace render

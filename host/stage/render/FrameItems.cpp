@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace render {
+
 bool IsFinite(const glm::mat4& matrix) {
     for (int c = 0; c < 4; ++c) {
         for (int r = 0; r < 4; ++r) {
@@ -101,3 +103,5 @@ glm::mat4 PartMatrix(const RenderItem& item, const mesh::MeshPart& part) {
     }
     return item.world * item.mesh->restNodes[node];
 }
+
+} // namespace render

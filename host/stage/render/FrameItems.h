@@ -4,6 +4,8 @@
 
 #include <array>
 
+namespace render {
+
 /// An item of a frame with what the passes need of it.
 struct FrameItem {
     const RenderItem* item = nullptr;
@@ -38,3 +40,5 @@ void AddScreenBox(const mesh::MeshBox& box, const glm::mat4& viewProjection, mes
 
 /// World matrix of a part under its item's pose.
 glm::mat4 PartMatrix(const RenderItem& item, const mesh::MeshPart& part);
+
+} // namespace render

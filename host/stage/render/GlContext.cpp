@@ -3,6 +3,8 @@
 #include <epoxy/egl.h>
 #include <epoxy/gl.h>
 
+namespace render {
+
 namespace {
 
 EGLDisplay OpenDisplay() {
@@ -65,3 +67,5 @@ bool GlContext::MakeCurrent() const {
     }
     return eglBindAPI(EGL_OPENGL_API) && eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context);
 }
+
+} // namespace render

@@ -2,6 +2,8 @@
 
 #include <string>
 
+namespace render {
+
 /// A GL 3.3 core context without a window or a display server, through EGL.
 class GlContext {
 public:
@@ -18,3 +20,5 @@ private:
     void* display = nullptr;
     void* context = nullptr;
 };
+
+} // namespace render

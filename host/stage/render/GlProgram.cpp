@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <string>
 
+namespace render {
+
 namespace {
 
 GLuint Compile(GLenum stage, const char* define, const char* prelude, const char* source) {
@@ -61,3 +63,5 @@ void GlProgram::Use() const {
 int GlProgram::Location(const char* name) const {
     return glGetUniformLocation(program, name);
 }
+
+} // namespace render

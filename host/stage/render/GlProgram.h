@@ -2,6 +2,8 @@
 
 #include <glm/glm.hpp>
 
+namespace render {
+
 /// A linked shader program. Created and destroyed with its context current.
 class GlProgram {
 public:
@@ -21,3 +23,5 @@ public:
 private:
     unsigned program = 0;
 };
+
+} // namespace render

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace render {
+
 namespace {
 
 constexpr float kSquare = engine::Metres(1.0f);
@@ -50,3 +52,5 @@ std::vector<RenderLine> GroundGrid(const glm::vec3& eye) {
     }
     return lines;
 }
+
+} // namespace render

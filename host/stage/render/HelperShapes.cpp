@@ -5,7 +5,7 @@
 #include <cmath>
 #include <glm/gtc/constants.hpp>
 
-namespace HelperShapes {
+namespace render::HelperShapes {
 
 namespace {
 
@@ -99,4 +99,4 @@ void AddBox(std::vector<RenderLine>& lines, const mesh::MeshBox& box, const glm:
     }
 }
 
-} // namespace HelperShapes
+} // namespace render::HelperShapes

@@ -3,7 +3,7 @@
 #include "host/stage/render/RenderScene.h"
 
 /// Wire drawings for things that have no body of their own. All append world lines.
-namespace HelperShapes {
+namespace render::HelperShapes {
 
 /// A circle about an axis.
 void AddCircle(std::vector<RenderLine>& lines, const glm::vec3& center, const glm::vec3& axis, float radius,
@@ -18,4 +18,4 @@ void AddCamera(std::vector<RenderLine>& lines, const glm::mat4& world, float fie
 void AddBox(std::vector<RenderLine>& lines, const mesh::MeshBox& box, const glm::mat4& world,
             const glm::vec4& color);
 
-} // namespace HelperShapes
+} // namespace render::HelperShapes

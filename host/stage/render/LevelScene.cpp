@@ -12,6 +12,8 @@
 #include <cmath>
 #include <cstring>
 
+namespace render {
+
 namespace {
 
 /// Things larger than this are scenery: the shadow map would be too coarse if it covered them.
@@ -175,3 +177,5 @@ void LevelScene::AddLight(const engine::SceneObject& object, const LevelSceneOpt
     }
     scene.items.push_back(std::move(item));
 }
+
+} // namespace render

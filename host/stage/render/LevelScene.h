@@ -9,6 +9,8 @@
 #include <optional>
 #include <set>
 
+namespace render {
+
 /// What of a level its scene shows besides the objects with meshes.
 struct LevelSceneOptions {
     bool editor = true; ///< bodies of lights, helpers and objects without a mesh, rims of what is selected
@@ -44,3 +46,5 @@ private:
     std::shared_ptr<const mesh::Mesh> plainBody;
     std::shared_ptr<const mesh::Mesh> missingBody;
 };
+
+} // namespace render

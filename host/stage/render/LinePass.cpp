@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <epoxy/gl.h>
 
+namespace render {
+
 namespace {
 
 bool IsFinite(const RenderLine& line) {
@@ -65,3 +67,5 @@ void LinePass::Draw(const std::vector<RenderLine>& lines, float scale, bool dept
     glDepthMask(GL_TRUE);
     glBindVertexArray(0);
 }
+
+} // namespace render

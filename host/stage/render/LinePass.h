@@ -5,6 +5,8 @@
 
 #include <vector>
 
+namespace render {
+
 /// Draws lines of any width as quads. Used and destroyed with its context current.
 class LinePass {
 public:
@@ -22,3 +24,5 @@ private:
     unsigned buffer = 0;
     std::vector<RenderLine> kept;
 };
+
+} // namespace render

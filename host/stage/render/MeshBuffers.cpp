@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <epoxy/gl.h>
 
+namespace render {
+
 namespace {
 
 void DescribeVertices() {
@@ -110,3 +112,5 @@ void MeshBuffers::Draw(std::size_t item, const mesh::MeshPart& part) const {
     glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(part.indexCount), GL_UNSIGNED_INT,
                    reinterpret_cast<const void*>(offset));
 }
+
+} // namespace render

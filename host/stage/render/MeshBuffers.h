@@ -5,6 +5,8 @@
 #include <map>
 #include <vector>
 
+namespace render {
+
 /// The graphics card's copies of meshes: still vertices once a mesh, skinned vertices once an item and
 /// frame. Used and destroyed with its context current.
 class MeshBuffers {
@@ -44,3 +46,5 @@ private:
     std::vector<Bent> bent;
     std::vector<Drawn> drawn;
 };
+
+} // namespace render

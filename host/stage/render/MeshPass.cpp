@@ -7,6 +7,8 @@
 #include <epoxy/gl.h>
 #include <string>
 
+namespace render {
+
 namespace {
 
 bool IsSeen(const FrameItem& entry, const std::array<glm::vec4, 6>& planes) {
@@ -159,3 +161,5 @@ void MeshPass::DrawMask(const std::vector<FrameItem>& items, const glm::mat4& pr
         }
     }
 }
+
+} // namespace render

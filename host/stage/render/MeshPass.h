@@ -7,6 +7,8 @@
 #include <map>
 #include <memory>
 
+namespace render {
+
 /// Draws the meshes of a frame: lit, as depth alone, or as a mask. Used with its context current.
 class MeshPass {
 public:
@@ -52,3 +54,5 @@ private:
     MeshBuffers buffers;
     std::vector<const FrameItem*> order; ///< of the view being drawn
 };
+
+} // namespace render

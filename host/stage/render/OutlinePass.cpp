@@ -4,6 +4,8 @@
 
 #include <epoxy/gl.h>
 
+namespace render {
+
 OutlinePass::OutlinePass()
     : program(Shaders::kFramePrelude, Shaders::kScreenVertex, Shaders::kOutlineFragment) {
     glGenVertexArrays(1, &emptyArray);
@@ -55,3 +57,5 @@ void OutlinePass::Draw(const glm::vec3& color, float radius) const {
     glBindVertexArray(0);
     glActiveTexture(GL_TEXTURE0);
 }
+
+} // namespace render

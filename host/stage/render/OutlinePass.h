@@ -2,6 +2,8 @@
 
 #include "host/stage/render/GlProgram.h"
 
+namespace render {
+
 /// Draws a rim around what was drawn into its mask. Used and destroyed with its context current.
 class OutlinePass {
 public:
@@ -32,3 +34,5 @@ private:
     int maskWidth = 0;
     int maskHeight = 0;
 };
+
+} // namespace render

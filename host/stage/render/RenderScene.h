@@ -7,6 +7,8 @@
 #include <memory>
 #include <vector>
 
+namespace render {
+
 /// A mesh to draw. Colours are linear r, g, b.
 struct RenderItem {
     int objectId = 0;
@@ -69,3 +71,5 @@ struct RenderImage {
     int height = 0;
     std::vector<std::uint32_t> pixels;
 };
+
+} // namespace render

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <epoxy/gl.h>
 
+namespace render {
+
 namespace {
 
 unsigned MakeBuffer(GLenum format, int width, int height) {
@@ -89,3 +91,5 @@ void RenderTarget::Read(RenderImage& image) const {
                          image.pixels.begin() + static_cast<std::ptrdiff_t>(bottom * pitch));
     }
 }
+
+} // namespace render

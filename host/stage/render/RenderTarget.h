@@ -2,6 +2,8 @@
 
 #include "host/stage/render/RenderScene.h"
 
+namespace render {
+
 /// A colour and depth buffer off the screen, larger than the picture by a whole factor for smooth edges.
 /// Used and destroyed with its context current.
 class RenderTarget {
@@ -31,3 +33,5 @@ private:
     unsigned smallFrame = 0;
     unsigned smallColor = 0;
 };
+
+} // namespace render

@@ -17,6 +17,8 @@
 #include <epoxy/gl.h>
 #include <stdexcept>
 
+namespace render {
+
 namespace {
 
 constexpr glm::vec3 kOutlineColor(1.0f, 0.62f, 0.10f);
@@ -203,3 +205,5 @@ bool Renderer::DrawView(const RenderCamera& camera, int width, int height, Rende
     parts->passes->target.Read(image);
     return true;
 }
+
+} // namespace render

@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+namespace render {
+
 /// Draws scenes into pictures, without a window. One renderer serves all views: it owns one GL context,
 /// which it makes current in each operation. One thread. The same scene gives the same bytes.
 class Renderer {
@@ -30,3 +32,5 @@ private:
 
     std::unique_ptr<Parts> parts;
 };
+
+} // namespace render

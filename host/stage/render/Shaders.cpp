@@ -1,6 +1,6 @@
 #include "host/stage/render/Shaders.h"
 
-namespace Shaders {
+namespace render::Shaders {
 
 const char* const kFramePrelude = R"(
 layout(std140) uniform Frame {
@@ -303,4 +303,4 @@ void main() {
 }
 )";
 
-} // namespace Shaders
+} // namespace render::Shaders

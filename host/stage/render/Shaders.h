@@ -2,7 +2,7 @@
 
 /// Sources of the renderer's shaders. `kFramePrelude` declares the block of FrameBlock.h and the sky and
 /// tone functions; it stands in front of every shader.
-namespace Shaders {
+namespace render::Shaders {
 extern const char* const kFramePrelude;
 extern const char* const kMeshVertex;
 extern const char* const kMeshFragment;
@@ -15,4 +15,4 @@ extern const char* const kBackdropFragment;
 extern const char* const kOutlineFragment;
 extern const char* const kLineVertex;
 extern const char* const kLineFragment;
-} // namespace Shaders
+} // namespace render::Shaders

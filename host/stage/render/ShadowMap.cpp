@@ -5,6 +5,8 @@
 #include <epoxy/gl.h>
 #include <glm/gtc/matrix_transform.hpp>
 
+namespace render {
+
 glm::mat4 ShadowProjection(const mesh::MeshBox& world, const glm::vec3& toSun) {
     const glm::vec3 up =
         std::abs(toSun.y) > 0.95f ? glm::vec3(0.0f, 0.0f, 1.0f) : glm::vec3(0.0f, 1.0f, 0.0f);
@@ -66,3 +68,5 @@ glm::mat4 ShadowMap::TextureMatrix() const {
     const glm::mat4 half = glm::scale(glm::translate(glm::mat4(1.0f), glm::vec3(0.5f)), glm::vec3(0.5f));
     return half * projection;
 }
+
+} // namespace render

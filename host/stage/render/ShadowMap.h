@@ -2,6 +2,8 @@
 
 #include "host/engine/mesh/MeshData.h"
 
+namespace render {
+
 /// The sun's depth map. Used and destroyed with its context current.
 class ShadowMap {
 public:
@@ -29,3 +31,5 @@ private:
 
 /// Orthographic world to clip matrix of a light that shines on the box; depth -1 to 1.
 glm::mat4 ShadowProjection(const mesh::MeshBox& world, const glm::vec3& toSun);
+
+} // namespace render

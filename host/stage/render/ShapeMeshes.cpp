@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace ShapeMeshes {
+namespace render::ShapeMeshes {
 
 namespace {
 
@@ -80,4 +80,4 @@ std::shared_ptr<const mesh::Mesh> MakeOctahedron(float radius, const glm::vec3& 
     return mesh.Finish();
 }
 
-} // namespace ShapeMeshes
+} // namespace render::ShapeMeshes

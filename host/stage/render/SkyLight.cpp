@@ -3,6 +3,8 @@
 #include <array>
 #include <cmath>
 
+namespace render {
+
 namespace {
 
 struct Mood {
@@ -66,3 +68,5 @@ RenderSun SunLight(const glm::vec3& direction, const glm::vec3& color) {
     sun.color = glm::max(color, glm::vec3(0.0f)) * MoodAt(Height(direction)).strength;
     return sun;
 }
+
+} // namespace render

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <epoxy/gl.h>
 
+namespace render {
+
 namespace {
 
 constexpr int kReduction = 4;
@@ -61,3 +63,5 @@ void SkyPass::Draw() const {
     glDepthFunc(GL_LESS);
     glBindVertexArray(0);
 }
+
+} // namespace render

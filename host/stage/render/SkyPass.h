@@ -2,6 +2,8 @@
 
 #include "host/stage/render/GlProgram.h"
 
+namespace render {
+
 /// Draws the sky where nothing else was drawn. It is made at a quarter of the size, since the clouds' noise
 /// would be the dearest part of a picture. Used and destroyed with its context current.
 class SkyPass {
@@ -25,3 +27,5 @@ private:
     int skyWidth = 0;
     int skyHeight = 0;
 };
+
+} // namespace render

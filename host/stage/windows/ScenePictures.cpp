@@ -54,7 +54,7 @@ const QImage& ScenePictures::Draw(int view, const QSize& size, bool fine) {
     }
     if (renderer == nullptr && failure.isEmpty()) {
         std::string error;
-        renderer = Renderer::Create(error);
+        renderer = render::Renderer::Create(error);
         failure = renderer == nullptr ? QString::fromStdString(error) : QString();
     }
     if (renderer == nullptr) {
@@ -65,7 +65,7 @@ const QImage& ScenePictures::Draw(int view, const QSize& size, bool fine) {
     MoveClock();
     // The plug-ins first: they pose the film that is drawn.
     const std::vector<OverlayLine>& lines = area.host.RenderPlugins(view);
-    LevelSceneOptions options;
+    render::LevelSceneOptions options;
     options.grid = showGrid;
     options.editor = stageView->attachedTo == 0;
     options.seconds = seconds;

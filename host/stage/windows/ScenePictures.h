@@ -7,7 +7,9 @@
 #include <QImage>
 #include <QString>
 
+namespace render {
 class Renderer;
+} // namespace render
 
 namespace stage {
 
@@ -34,11 +36,11 @@ private:
     void MoveClock();
 
     ViewArea& area;
-    LevelScene level;
-    std::unique_ptr<Renderer> renderer;
+    render::LevelScene level;
+    std::unique_ptr<render::Renderer> renderer;
     QString failure; ///< why there is no renderer
     QImage picture;
-    RenderImage image;
+    render::RenderImage image;
     QElapsedTimer sinceLast;
     float seconds = 0.0f; ///< stands still while no film plays, so that the sky does not jump
     bool drawing = false;

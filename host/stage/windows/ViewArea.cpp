@@ -125,7 +125,7 @@ Vector3 ViewArea::PlaceForNew() const {
     if (view == nullptr) {
         return {};
     }
-    const ViewRay ray =
+    const render::ViewRay ray =
         view->RayAt(static_cast<float>(view->width) * 0.5f, static_cast<float>(view->height) * 0.5f);
     const glm::vec3 place = picker.PlaceAt(ray, view->navigation.distance);
     return {place.x, place.y, place.z};

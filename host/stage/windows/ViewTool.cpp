@@ -24,7 +24,7 @@ GizmoMode GizmoModeOf(ToolMode mode) {
     }
 }
 
-ViewRay RayAt(const StageView& view, const QPointF& place) {
+render::ViewRay RayAt(const StageView& view, const QPointF& place) {
     return view.RayAt(static_cast<float>(place.x()), static_cast<float>(place.y()));
 }
 
@@ -80,7 +80,7 @@ void ViewTool::Place() {
     gizmo.ShowAt(middle);
 }
 
-void ViewTool::AppendLines(const StageView& view, std::vector<RenderLine>& lines) {
+void ViewTool::AppendLines(const StageView& view, std::vector<render::RenderLine>& lines) {
     Place();
     if (gizmo.IsShown()) {
         GizmoLines::Append(gizmo, view.Camera(), gizmo.IsDragging() ? gizmo.Dragged() : hot, lines);
@@ -103,8 +103,8 @@ bool ViewTool::Leave() {
 
 bool ViewTool::Press(const StageView& view, const QPointF& place) {
     Place();
-    const ViewRay ray = RayAt(view, place);
-    const RenderCamera camera = view.Camera();
+    const render::ViewRay ray = RayAt(view, place);
+    const render::RenderCamera camera = view.Camera();
     const GizmoPart part = gizmo.HitTest(ray, camera);
     if (part == GizmoPart::None || !gizmo.BeginDrag(part, ray, camera)) {
         return false;

@@ -41,7 +41,7 @@ public:
     /// Puts the objects back where the drag began.
     void Cancel();
     /// Puts the gizmo where the selection is and appends its lines as this view sees it.
-    void AppendLines(const StageView& view, std::vector<RenderLine>& lines);
+    void AppendLines(const StageView& view, std::vector<render::RenderLine>& lines);
 
 private:
     /// An object of the drag and where it stood at its start. By id: it may go in mid-drag.

@@ -122,10 +122,10 @@ void ModelPicture::wheelEvent(QWheelEvent* event) {
 void ModelPicture::Draw() {
     if (renderer == nullptr && failure.isEmpty()) {
         std::string error;
-        renderer = Renderer::Create(error);
+        renderer = render::Renderer::Create(error);
         failure = renderer == nullptr ? QString::fromStdString(error) : QString();
     }
-    pixels = RenderImage();
+    pixels = render::RenderImage();
     if (renderer == nullptr) {
         return;
     }

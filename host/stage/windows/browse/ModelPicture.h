@@ -5,7 +5,9 @@
 #include <QImage>
 #include <QWidget>
 
+namespace render {
 class Renderer;
+} // namespace render
 
 namespace stage {
 
@@ -50,9 +52,9 @@ private:
 
     ModelScene scene;
     ViewNavigation navigation;
-    std::unique_ptr<Renderer> renderer; ///< made at the first picture
-    QString failure;                    ///< why there is none
-    RenderImage pixels;
+    std::unique_ptr<render::Renderer> renderer; ///< made at the first picture
+    QString failure;                            ///< why there is none
+    render::RenderImage pixels;
     QPointF pressed;
     QPointF last;
     float wholeDistance = 1.0f; ///< from where the model is seen whole

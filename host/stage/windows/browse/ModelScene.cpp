@@ -39,7 +39,7 @@ std::vector<bool> FindJoints(const mesh::Mesh& mesh) {
 }
 
 /// A calm backdrop: the sky's picture without sun, clouds and haze.
-void SetBackdrop(RenderScene& scene) {
+void SetBackdrop(render::RenderScene& scene) {
     scene.sky.zenith = glm::vec3(0.050f, 0.062f, 0.075f);
     scene.sky.horizon = glm::vec3(0.115f, 0.135f, 0.155f);
     scene.sky.ground = glm::vec3(0.09f, 0.09f, 0.09f);
@@ -50,7 +50,7 @@ void SetBackdrop(RenderScene& scene) {
 /// World units that a pixel covers at a place.
 float PixelAt(const glm::vec3& place, const ViewNavigation& navigation, int height) {
     const float depth = glm::dot(place - navigation.Eye(), navigation.Forward());
-    return UnitsPerPixel(depth, navigation.fieldOfView, height);
+    return render::UnitsPerPixel(depth, navigation.fieldOfView, height);
 }
 
 } // namespace
@@ -71,8 +71,9 @@ void ModelScene::SetElement(int index) {
 
 void ModelScene::SetPose(std::vector<glm::mat4> nodes) {
     if (mesh != nullptr) {
-        const bool usable = nodes.size() == mesh->nodes.size() &&
-                            std::ranges::all_of(nodes, [](const glm::mat4& node) { return IsFinite(node); });
+        const bool usable =
+            nodes.size() == mesh->nodes.size() &&
+            std::ranges::all_of(nodes, [](const glm::mat4& node) { return render::IsFinite(node); });
         pose.nodes = usable ? std::move(nodes) : mesh->restNodes;
     }
 }
@@ -83,9 +84,9 @@ void ModelScene::SetClip(int clip, float seconds) {
     }
 }
 
-const RenderScene& ModelScene::Update(const ViewNavigation& navigation, int height) {
+const render::RenderScene& ModelScene::Update(const ViewNavigation& navigation, int height) {
     processor::ClearUpperHalves(); // the mesh is bent on the way
-    scene = RenderScene();
+    scene = render::RenderScene();
     SetBackdrop(scene);
     scene.grid = true;
     scene.sun.direction = navigation.Up() * 0.75f - navigation.Forward() * 0.8f - navigation.Right() * 0.55f;
@@ -100,7 +101,7 @@ const RenderScene& ModelScene::Update(const ViewNavigation& navigation, int heig
         tinted = TintElement(*mesh, marks == Marks::Elements ? element : -1);
     }
     pose.SkinVertices(*tinted);
-    RenderItem item;
+    render::RenderItem item;
     item.mesh = tinted;
     item.pose = tinted->IsPosable() ? &pose : nullptr;
     item.outline = marks == Marks::Elements && element < 0;
@@ -112,13 +113,13 @@ const RenderScene& ModelScene::Update(const ViewNavigation& navigation, int heig
     return scene;
 }
 
-RenderCamera ModelScene::Camera(const ViewNavigation& navigation, float aspect) const {
+render::RenderCamera ModelScene::Camera(const ViewNavigation& navigation, float aspect) const {
     const glm::mat4 matrix = navigation.CameraMatrix();
     const float size =
         mesh != nullptr && !mesh->box.IsEmpty() ? glm::length(mesh->box.Extent()) : kLeastExtent;
     const float reach = navigation.distance + size * 4.0f + engine::Metres(20.0f);
-    return MakeCamera(glm::value_ptr(matrix), navigation.fieldOfView, aspect, navigation.distance * 0.02f,
-                      reach);
+    return render::MakeCamera(glm::value_ptr(matrix), navigation.fieldOfView, aspect,
+                              navigation.distance * 0.02f, reach);
 }
 
 mesh::MeshBox ModelScene::Extent(int clip) const {
@@ -128,7 +129,7 @@ mesh::MeshBox ModelScene::Extent(int clip) const {
     }
     const auto addNodes = [&box](const std::vector<glm::mat4>& nodes) {
         for (const glm::mat4& node : nodes) {
-            if (IsFinite(node)) {
+            if (render::IsFinite(node)) {
                 box.Add(glm::vec3(node[3]));
             }
         }
@@ -170,12 +171,13 @@ int ModelScene::ElementAt(const ViewNavigation& navigation, int width, int heigh
     if (mesh == nullptr || width <= 0 || height <= 0) {
         return -1;
     }
-    const RenderCamera camera = Camera(navigation, static_cast<float>(width) / static_cast<float>(height));
+    const render::RenderCamera camera =
+        Camera(navigation, static_cast<float>(width) / static_cast<float>(height));
     int nearest = -1;
     float distance = kJointPixels;
     for (std::size_t i = 0; i < isJoint.size(); ++i) {
         glm::vec3 place;
-        if (isJoint[i] && ProjectToPixel(camera, width, height, PlaceOf(i), place) &&
+        if (isJoint[i] && render::ProjectToPixel(camera, width, height, PlaceOf(i), place) &&
             glm::distance(glm::vec2(place), pixel) < distance) {
             nearest = static_cast<int>(i);
             distance = glm::distance(glm::vec2(place), pixel);
@@ -186,7 +188,7 @@ int ModelScene::ElementAt(const ViewNavigation& navigation, int width, int heigh
     }
     mesh::MeshBvh tree;
     tree.Build(pose.ModelPositions(*mesh), mesh->indices);
-    const ViewRay ray = RayThroughPixel(camera, width, height, pixel.x, pixel.y);
+    const render::ViewRay ray = render::RayThroughPixel(camera, width, height, pixel.x, pixel.y);
     const std::optional<mesh::MeshHit> hit = tree.RayCast(ray.origin, ray.direction, 1e9f);
     return hit ? ElementShare::OfTriangle(*mesh, hit->triangle) : -1;
 }
@@ -194,7 +196,7 @@ int ModelScene::ElementAt(const ViewNavigation& navigation, int width, int heigh
 void ModelScene::AddDot(const glm::vec3& place, float pixels, const glm::vec4& color,
                         const ViewNavigation& navigation, int height) {
     const float radius = PixelAt(place, navigation, height) * pixels * 0.5f;
-    HelperShapes::AddCircle(scene.overlay, place, -navigation.Forward(), radius, color, pixels);
+    render::HelperShapes::AddCircle(scene.overlay, place, -navigation.Forward(), radius, color, pixels);
 }
 
 void ModelScene::AddSkeleton(const ViewNavigation& navigation, int height) {

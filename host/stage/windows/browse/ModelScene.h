@@ -28,8 +28,8 @@ public:
     void SetClip(int clip, float seconds);
 
     /// The scene from where the camera stands; good until the next call of any function here.
-    const RenderScene& Update(const ViewNavigation& navigation, int height);
-    RenderCamera Camera(const ViewNavigation& navigation, float aspect) const;
+    const render::RenderScene& Update(const ViewNavigation& navigation, int height);
+    render::RenderCamera Camera(const ViewNavigation& navigation, float aspect) const;
     /// Turns the camera to the front and takes it so far away that the mesh is seen whole, at rest and, with
     /// an animation, on its way.
     void Frame(ViewNavigation& navigation, float aspect, int clip = -1) const;
@@ -53,7 +53,7 @@ private:
     std::shared_ptr<const mesh::Mesh> tinted; ///< null until it is drawn
     std::vector<bool> isJoint;                ///< one a node
     mesh::MeshPose pose;
-    RenderScene scene;
+    render::RenderScene scene;
     int element = -1;
 };
 
