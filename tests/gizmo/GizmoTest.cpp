@@ -7,6 +7,10 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+namespace GizmoGeometry = gizmo::GizmoGeometry;
+using gizmo::GizmoLines;
+using gizmo::GizmoMode;
+using gizmo::GizmoPart;
 using render::ViewRay;
 
 namespace {
@@ -35,7 +39,7 @@ protected:
     }
 
     render::RenderCamera camera;
-    Gizmo gizmo;
+    gizmo::Gizmo gizmo;
 };
 
 TEST_F(GizmoTest, ItsSizeOnTheScreenDoesNotDependOnDistance) {

@@ -20,7 +20,7 @@ protected:
     /// Pixel of the point of the gizmo's X arrow that is `share` of its length from the middle.
     QPoint OnAxisX(const Vector3& middle, float share) {
         const stage::StageView& view = *window.host.views.At(0);
-        Gizmo gizmo;
+        gizmo::Gizmo gizmo;
         gizmo.ShowAt({middle.x, middle.y, middle.z});
         const float size = gizmo.Size({view.ViewMatrix(), view.ProjectionMatrix()});
         return PixelOf(middle.x + size * share, middle.y, middle.z);

@@ -10,6 +10,8 @@
 
 #include <cmath>
 
+using gizmo::GizmoMode;
+using gizmo::GizmoPart;
 using ::testing::ElementsAre;
 
 namespace {

@@ -179,7 +179,8 @@ TEST_F(PickModeInStageTest, ADragWithTheGizmoIsTakenBackFirst) {
     Settle();
     ChooseOfRow("Change actor");
     GizmoHand hand(*window);
-    ASSERT_TRUE(hand.Press("ToolMove", GizmoMode::Translate, GizmoPart::AxisY, crate.World().Translation()));
+    ASSERT_TRUE(hand.Press("ToolMove", gizmo::GizmoMode::Translate, gizmo::GizmoPart::AxisY,
+                           crate.World().Translation()));
     hand.Move({0, -60});
     ASSERT_NE(crate.World().Translation(), (Vector3{500, 3000, 0}));
     ASSERT_NO_FATAL_FAILURE(Escape());

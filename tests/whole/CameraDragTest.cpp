@@ -21,7 +21,8 @@ protected:
     }
     /// Grips the eye's gizmo and drags it upwards for a while.
     void BeginDrag() {
-        ASSERT_TRUE(hand.Press("ToolMove", GizmoMode::Translate, GizmoPart::AxisY, PlaceOf(eye)));
+        ASSERT_TRUE(
+            hand.Press("ToolMove", gizmo::GizmoMode::Translate, gizmo::GizmoPart::AxisY, PlaceOf(eye)));
         hand.Move({0, -40});
     }
     void GoOnAndEnd() {
@@ -168,7 +169,8 @@ TEST_F(CameraDragTest, DragOfAnObjectDoesNotGoOnWithItsTwinOfAnotherLevel) {
     engine::SceneObject* barrel = Object("Barrel");
     ASSERT_NE(barrel, nullptr);
     LookAt(*barrel);
-    ASSERT_TRUE(hand.Press("ToolMove", GizmoMode::Translate, GizmoPart::AxisY, PlaceOf(barrel)));
+    ASSERT_TRUE(
+        hand.Press("ToolMove", gizmo::GizmoMode::Translate, gizmo::GizmoPart::AxisY, PlaceOf(barrel)));
     ASSERT_TRUE(window->OpenLevel(QString::fromStdString(levelPath)));
     Settle();
     const std::vector<std::vector<float>> before = Matrices();

@@ -22,8 +22,9 @@ std::optional<QPoint> GizmoHand::PixelOf(stage::MainWindow& mainWindow, const Ve
     return QPoint(static_cast<int>(std::lround(pixel.x)), static_cast<int>(std::lround(pixel.y)));
 }
 
-std::optional<QPoint> GizmoHand::Grip(GizmoMode mode, GizmoPart part, const Vector3& place) const {
-    Gizmo gizmo;
+std::optional<QPoint> GizmoHand::Grip(gizmo::GizmoMode mode, gizmo::GizmoPart part,
+                                      const Vector3& place) const {
+    gizmo::Gizmo gizmo;
     gizmo.SetMode(mode);
     gizmo.Show(glm::translate(glm::mat4(1.0f), glm::vec3(place.x, place.y, place.z)));
     const stage::StageView& view = *window.host.views.At(0);
@@ -38,7 +39,7 @@ std::optional<QPoint> GizmoHand::Grip(GizmoMode mode, GizmoPart part, const Vect
     return std::nullopt;
 }
 
-bool GizmoHand::Press(const char* tool, GizmoMode mode, GizmoPart part, const Vector3& place) {
+bool GizmoHand::Press(const char* tool, gizmo::GizmoMode mode, gizmo::GizmoPart part, const Vector3& place) {
     window.findChild<QAction*>(tool)->trigger();
     QApplication::processEvents();
     const std::optional<QPoint> from = Grip(mode, part, place);

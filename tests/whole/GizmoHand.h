@@ -13,7 +13,7 @@ public:
 
     /// Chooses a tool, by the name of its action, and presses on a part of the gizmo that stands at a place
     /// along the world's axes. False if no pixel shows the part.
-    bool Press(const char* tool, GizmoMode mode, GizmoPart part, const Vector3& place);
+    bool Press(const char* tool, gizmo::GizmoMode mode, gizmo::GizmoPart part, const Vector3& place);
     /// Goes so far from where it pressed, in pixels and several steps.
     void Move(const QPoint& way);
     void Release();
@@ -21,7 +21,7 @@ public:
     static std::optional<QPoint> PixelOf(stage::MainWindow& mainWindow, const Vector3& point);
 
 private:
-    std::optional<QPoint> Grip(GizmoMode mode, GizmoPart part, const Vector3& place) const;
+    std::optional<QPoint> Grip(gizmo::GizmoMode mode, gizmo::GizmoPart part, const Vector3& place) const;
     QWidget* View() const;
 
     stage::MainWindow& window;

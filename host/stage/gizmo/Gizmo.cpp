@@ -8,6 +8,8 @@
 #include <glm/gtc/constants.hpp>
 #include <glm/gtc/matrix_transform.hpp>
 
+namespace gizmo {
+
 namespace {
 
 constexpr std::array<GizmoPart, 7> kParts = {GizmoPart::Uniform, GizmoPart::PlaneXY, GizmoPart::PlaneYZ,
@@ -268,3 +270,5 @@ void Gizmo::CancelDrag() {
     dragged = GizmoPart::None;
     delta = glm::mat4(1.0f);
 }
+
+} // namespace gizmo

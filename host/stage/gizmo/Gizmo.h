@@ -5,6 +5,8 @@
 
 #include <optional>
 
+namespace gizmo {
+
 enum class GizmoMode { Translate, Rotate, Scale };
 
 /// What of the gizmo is gripped. A plane is named by the two axes that it moves along.
@@ -76,3 +78,5 @@ private:
     float startValue = 0.0f; ///< along the axis in units, or the angle in radians
     glm::mat4 delta{1.0f};
 };
+
+} // namespace gizmo

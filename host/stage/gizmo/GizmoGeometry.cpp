@@ -4,7 +4,7 @@
 #include <cmath>
 #include <glm/gtc/constants.hpp>
 
-namespace GizmoGeometry {
+namespace gizmo::GizmoGeometry {
 
 namespace {
 /// Square of the length, in units, below which a segment shows as a point.
@@ -59,4 +59,4 @@ float DistanceToSegment(const render::ViewRay& ray, const glm::vec3& a, const gl
     return DistanceToPoint(ray, a + edge * share);
 }
 
-} // namespace GizmoGeometry
+} // namespace gizmo::GizmoGeometry

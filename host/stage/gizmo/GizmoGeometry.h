@@ -3,7 +3,7 @@
 #include "host/stage/gizmo/Gizmo.h"
 
 /// Sizes of the handles as shares of the gizmo's size, and distances from a line of sight.
-namespace GizmoGeometry {
+namespace gizmo::GizmoGeometry {
 
 constexpr float kAxisStart = 0.12f;
 constexpr float kPlaneNear = 0.25f;
@@ -23,4 +23,4 @@ glm::vec3 CirclePoint(const glm::mat4& frame, int axis, int step, float radius);
 float DistanceToPoint(const render::ViewRay& ray, const glm::vec3& point);
 float DistanceToSegment(const render::ViewRay& ray, const glm::vec3& a, const glm::vec3& b);
 
-} // namespace GizmoGeometry
+} // namespace gizmo::GizmoGeometry

@@ -4,6 +4,8 @@
 
 #include <array>
 
+namespace gizmo {
+
 namespace {
 
 constexpr glm::vec4 kHot(1.0f, 0.85f, 0.25f, 1.0f);
@@ -101,3 +103,5 @@ void GizmoLines::Append(const Gizmo& gizmo, const render::RenderCamera& camera, 
         pen.Center();
     }
 }
+
+} // namespace gizmo

@@ -13,14 +13,14 @@ namespace stage {
 
 namespace {
 
-GizmoMode GizmoModeOf(ToolMode mode) {
+gizmo::GizmoMode GizmoModeOf(ToolMode mode) {
     switch (mode) {
     case ToolMode::Rotate:
-        return GizmoMode::Rotate;
+        return gizmo::GizmoMode::Rotate;
     case ToolMode::Scale:
-        return GizmoMode::Scale;
+        return gizmo::GizmoMode::Scale;
     default:
-        return GizmoMode::Translate;
+        return gizmo::GizmoMode::Translate;
     }
 }
 
@@ -37,7 +37,7 @@ glm::mat4 ToGlm(const engine::Matrix4& matrix) {
 void ViewTool::SetMode(ToolMode newMode) {
     mode = newMode;
     gizmo.SetMode(GizmoModeOf(mode));
-    hot = GizmoPart::None;
+    hot = gizmo::GizmoPart::None;
 }
 
 void ViewTool::Choose(const ObjectList& found, Qt::KeyboardModifiers modifiers) {
@@ -83,21 +83,21 @@ void ViewTool::Place() {
 void ViewTool::AppendLines(const StageView& view, std::vector<render::RenderLine>& lines) {
     Place();
     if (gizmo.IsShown()) {
-        GizmoLines::Append(gizmo, view.Camera(), gizmo.IsDragging() ? gizmo.Dragged() : hot, lines);
+        gizmo::GizmoLines::Append(gizmo, view.Camera(), gizmo.IsDragging() ? gizmo.Dragged() : hot, lines);
     }
 }
 
 bool ViewTool::Hover(const StageView& view, const QPointF& place) {
     Place();
-    const GizmoPart met = gizmo.HitTest(RayAt(view, place), view.Camera());
+    const gizmo::GizmoPart met = gizmo.HitTest(RayAt(view, place), view.Camera());
     const bool changed = met != hot;
     hot = met;
     return changed;
 }
 
 bool ViewTool::Leave() {
-    const bool changed = hot != GizmoPart::None;
-    hot = GizmoPart::None;
+    const bool changed = hot != gizmo::GizmoPart::None;
+    hot = gizmo::GizmoPart::None;
     return changed;
 }
 
@@ -105,8 +105,8 @@ bool ViewTool::Press(const StageView& view, const QPointF& place) {
     Place();
     const render::ViewRay ray = RayAt(view, place);
     const render::RenderCamera camera = view.Camera();
-    const GizmoPart part = gizmo.HitTest(ray, camera);
-    if (part == GizmoPart::None || !gizmo.BeginDrag(part, ray, camera)) {
+    const gizmo::GizmoPart part = gizmo.HitTest(ray, camera);
+    if (part == gizmo::GizmoPart::None || !gizmo.BeginDrag(part, ray, camera)) {
         return false;
     }
     starts.clear();

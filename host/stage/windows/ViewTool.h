@@ -55,8 +55,8 @@ private:
 
     ViewArea& area;
     ToolMode mode = ToolMode::Move;
-    Gizmo gizmo;
-    GizmoPart hot = GizmoPart::None;
+    gizmo::Gizmo gizmo;
+    gizmo::GizmoPart hot = gizmo::GizmoPart::None;
     std::vector<Start> starts;
 };
 
