@@ -10,7 +10,7 @@ constexpr int kRate = 48000;
 TEST(FilmSoundsTest, ALongFilmIsMixedInPiecesOfATenthOfASecond) {
     std::size_t samples = 0;
     std::size_t longest = 0;
-    FilmSounds sounds("", kRate, [&](const std::vector<float>& block) {
+    headless::FilmSounds sounds("", kRate, [&](const std::vector<float>& block) {
         samples += block.size();
         longest = std::max(longest, block.size());
     });
@@ -22,7 +22,7 @@ TEST(FilmSoundsTest, ALongFilmIsMixedInPiecesOfATenthOfASecond) {
 
 TEST(FilmSoundsTest, FramesThatAreNoWholeSamplesAddUpToTheFilm) {
     std::size_t samples = 0;
-    FilmSounds sounds("", kRate, [&](const std::vector<float>& block) { samples += block.size(); });
+    headless::FilmSounds sounds("", kRate, [&](const std::vector<float>& block) { samples += block.size(); });
     for (int frame = 1; frame <= 70; ++frame) {
         sounds.MixUpTo(0.0f, static_cast<float>(frame) / 7.0f, nullptr); // 6,857.14 samples a frame
     }

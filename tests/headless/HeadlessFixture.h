@@ -19,7 +19,7 @@
 inline const std::string kLevel = SampleFolder() + "/harbour.level";
 
 /// The engine's host with the film lights of the level's chunk, and a record of what was asked of it.
-class SampleHost : public HeadlessHost {
+class SampleHost : public headless::HeadlessHost {
 public:
     SampleHost() { Level().SetChunkClient(&lights); }
 
@@ -54,9 +54,9 @@ private:
 class HeadlessTest : public testing::Test {
 protected:
     /// Runs small drafts of the sample level; what is told goes to `told`.
-    int Run(std::vector<std::string> arguments, HeadlessHost& host) {
+    int Run(std::vector<std::string> arguments, headless::HeadlessHost& host) {
         std::FILE* stream = std::tmpfile();
-        const int status = RunHeadless(arguments, host, stream);
+        const int status = headless::RunHeadless(arguments, host, stream);
         std::rewind(stream);
         told.clear();
         for (int c = std::fgetc(stream); c != EOF; c = std::fgetc(stream)) {

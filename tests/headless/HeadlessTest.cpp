@@ -4,6 +4,9 @@
 #include "plugin/contract/Film.h"
 #include "tests/headless/HeadlessFixture.h"
 
+namespace HeadlessExit = headless::HeadlessExit;
+using headless::FrameCount;
+
 namespace {
 
 TEST_F(HeadlessTest, ALinkedLevelFindsItsMeshesBesideTheFileItself) {
@@ -125,7 +128,7 @@ TEST(BlackBarsTest, AWidePictureRemains) {
     image.width = 235;
     image.height = 120;
     image.pixels.assign(235 * 120, 0xffffffffu);
-    DrawBlackBars(image);
+    headless::DrawBlackBars(image);
     // 235 / 2.35 = 100 rows remain, 10 go above and below.
     EXPECT_EQ(image.pixels[9 * 235], 0xff000000u);
     EXPECT_EQ(image.pixels[10 * 235], 0xffffffffu);
@@ -138,7 +141,7 @@ TEST(BlackBarsTest, WiderPicturesAreLeftAlone) {
     image.width = 400;
     image.height = 100;
     image.pixels.assign(400 * 100, 0xffffffffu);
-    DrawBlackBars(image);
+    headless::DrawBlackBars(image);
     EXPECT_EQ(image.pixels.front(), 0xffffffffu);
     EXPECT_EQ(image.pixels.back(), 0xffffffffu);
 }

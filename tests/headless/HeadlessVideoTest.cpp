@@ -3,6 +3,8 @@
 
 #include <csignal>
 
+namespace HeadlessExit = headless::HeadlessExit;
+
 namespace {
 
 /// The options of a small video of the sample beside `name`.

@@ -4,6 +4,8 @@
 #include "plugin/contract/Film.h"
 #include "tests/headless/HeadlessFixture.h"
 
+namespace HeadlessExit = headless::HeadlessExit;
+
 namespace {
 
 /// The sample with one more object whose model is missing, and a row of it with keys of missing files.

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using headless::FormatProgress;
+
 namespace {
 
 TEST(ProgressTest, ShowsShareRateAndTimeLeft) {
@@ -32,7 +34,7 @@ TEST(ProgressTest, OddNumbersAreNoTrouble) {
 
 TEST(ProgressTest, AFileGetsALineEveryTenth) {
     std::FILE* file = std::tmpfile();
-    Progress progress(file, 100);
+    headless::Progress progress(file, 100);
     for (int i = 1; i <= 100; ++i) {
         progress.Show(i);
     }

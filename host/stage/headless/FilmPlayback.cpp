@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace headless {
+
 namespace {
 
 constexpr double kWideFormat = 2.35;
@@ -137,3 +139,5 @@ void FilmPlayback::PlaySound(int first, int last, FilmSounds& sounds) {
         sounds.MixUpTo(time, heard, ListenerMatrix());
     });
 }
+
+} // namespace headless

@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace headless {
+
 class FilmSounds;
 
 /// Plays one film frame by frame and shows what its cameras see.
@@ -38,3 +40,5 @@ private:
 
 /// Blackens the upper and lower edge so that a picture of 2.35 to 1 remains.
 void DrawBlackBars(render::RenderImage& image);
+
+} // namespace headless

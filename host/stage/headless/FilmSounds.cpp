@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace headless {
+
 namespace {
 
 constexpr int kBlocksPerSecond = 10;
@@ -96,3 +98,5 @@ void FilmSounds::MixUpTo(float time, float length, const float* camera) {
         output(block);
     }
 }
+
+} // namespace headless

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+namespace headless {
+
 /// Hears a film's sound and speech keys and mixes what they play.
 class FilmSounds : public engine::IFilmSink {
 public:
@@ -45,3 +47,5 @@ private:
     std::vector<Playing> playing;
     std::set<std::string> errors;
 };
+
+} // namespace headless

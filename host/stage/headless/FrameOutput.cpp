@@ -6,6 +6,8 @@
 #include <QImageWriter>
 #include <QSaveFile>
 
+namespace headless {
+
 namespace {
 
 /// Of 100: files are small enough and written in a third of the time that the best take.
@@ -64,3 +66,5 @@ void FrameOutput::Finish() {
         video->Close();
     }
 }
+
+} // namespace headless

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace headless {
+
 /// Where the frames go: numbered PNG files, a video, or both. All operations throw OutputError.
 class FrameOutput {
 public:
@@ -22,3 +24,5 @@ private:
 
 /// Name of a frame's file: frame_0000.png.
 std::string FrameFileName(int frame);
+
+} // namespace headless

@@ -14,6 +14,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace headless {
+
 namespace {
 
 /// Sound of videos, frames a second.
@@ -232,3 +234,5 @@ int RunHeadless(const std::vector<std::string>& arguments, HeadlessHost& host, s
     const std::optional<HeadlessOptions> options = ReadArguments(arguments, messages, status);
     return options ? RunHeadless(*options, host, messages) : status;
 }
+
+} // namespace headless

@@ -14,6 +14,8 @@ namespace engine {
 class Level;
 }
 
+namespace headless {
+
 namespace HeadlessExit {
 constexpr int kDone = 0;
 constexpr int kUsage = 1;
@@ -65,3 +67,5 @@ std::optional<HeadlessOptions> ReadArguments(const std::vector<std::string>& arg
                                              int& status);
 /// Both.
 int RunHeadless(const std::vector<std::string>& arguments, HeadlessHost& host, std::FILE* messages);
+
+} // namespace headless

@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 
+namespace headless {
+
 const char* const kHeadlessUsage =
     "usage: stage --render LEVEL --film NAME (--out FOLDER | --video FILE) [options]\n"
     "\n"
@@ -142,3 +144,5 @@ std::optional<HeadlessOptions> ParseHeadlessOptions(const std::vector<std::strin
     }
     return Check(options, error) ? std::optional(options) : std::nullopt;
 }
+
+} // namespace headless

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+namespace headless {
+
 /// What `stage --render` was asked for.
 struct HeadlessOptions {
     std::string level;
@@ -27,3 +29,5 @@ extern const char* const kHeadlessUsage;
 /// Options may be written "--fps 30" or "--fps=30". An argument "--help" asks for help wherever it stands.
 std::optional<HeadlessOptions> ParseHeadlessOptions(const std::vector<std::string>& arguments,
                                                     std::string& error);
+
+} // namespace headless

@@ -9,6 +9,8 @@
 
 #include <set>
 
+namespace headless {
+
 namespace {
 
 /// Sentences in the order in which they were first said.
@@ -78,3 +80,5 @@ std::vector<std::string> MissingFiles(engine::Level& level, mesh::GltfMeshLibrar
     }
     return missing.Take();
 }
+
+} // namespace headless

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <unistd.h>
 
+namespace headless {
+
 namespace {
 
 constexpr int kBarCells = 24;
@@ -61,3 +63,5 @@ void Progress::Finish() {
         std::fputc('\n', stream);
     }
 }
+
+} // namespace headless

@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <string>
 
+namespace headless {
+
 /// One line of progress: bar, share, count, rate and time left. "--" stands where nothing is known yet.
 std::string FormatProgress(int done, int total, double elapsedSeconds);
 
@@ -22,3 +24,5 @@ private:
     bool overwrites;
     std::chrono::steady_clock::time_point start;
 };
+
+} // namespace headless

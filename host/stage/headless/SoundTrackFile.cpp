@@ -8,6 +8,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace headless {
+
 namespace {
 
 /// Open under a name that is gone when this returns.
@@ -35,3 +37,5 @@ SoundTrackFile::~SoundTrackFile() {
     writer.reset();
     close(descriptor);
 }
+
+} // namespace headless

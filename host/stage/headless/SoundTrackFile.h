@@ -2,6 +2,8 @@
 
 #include "host/sound/StereoWavWriter.h"
 
+namespace headless {
+
 /// A video's sound on its way to the program that makes the video: a file without a name, so that nothing of
 /// it stays, however the program ends.
 class SoundTrackFile {
@@ -20,3 +22,5 @@ private:
     int descriptor;
     std::unique_ptr<sound::StereoWavWriter> writer;
 };
+
+} // namespace headless

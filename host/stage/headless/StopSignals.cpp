@@ -2,6 +2,8 @@
 
 #include <string>
 
+namespace headless {
+
 namespace {
 
 volatile std::sig_atomic_t caught = 0;
@@ -45,3 +47,5 @@ void StopSignals::Check() const {
         throw Stopped(caught);
     }
 }
+
+} // namespace headless

@@ -4,6 +4,8 @@
 #include <map>
 #include <stdexcept>
 
+namespace headless {
+
 /// The user or the system asked for the end: Ctrl+C, SIGTERM, SIGHUP.
 class Stopped : public std::runtime_error {
 public:
@@ -28,3 +30,5 @@ public:
 private:
     std::map<int, struct sigaction> before;
 };
+
+} // namespace headless

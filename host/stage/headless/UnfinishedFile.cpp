@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace headless {
+
 namespace {
 
 namespace stdfs = std::filesystem;
@@ -68,3 +70,5 @@ void UnfinishedFile::Publish() {
     }
     path.clear();
 }
+
+} // namespace headless

@@ -2,6 +2,8 @@
 
 #include <string>
 
+namespace headless {
+
 /// A file that another program writes and that gets its name only when it is whole. Until then it lies
 /// beside, under a name of its own with the same ending; it goes with this object unless it was published.
 class UnfinishedFile {
@@ -23,3 +25,5 @@ private:
     std::string wanted;
     std::string path; ///< empty once published
 };
+
+} // namespace headless

@@ -12,6 +12,8 @@
 
 extern char** environ;
 
+namespace headless {
+
 namespace {
 
 /// Where the started program finds the file with the sound.
@@ -156,3 +158,5 @@ void VideoPipe::Close() {
     }
     unfinished.Publish();
 }
+
+} // namespace headless

@@ -5,6 +5,8 @@
 #include "host/stage/headless/UnfinishedFile.h"
 #include "host/stage/render/RenderScene.h"
 
+namespace headless {
+
 /// Full path of a program on the PATH, empty if there is none.
 std::string FindProgram(const std::string& name);
 
@@ -34,3 +36,5 @@ private:
     int input = -1;
     int process = -1;
 };
+
+} // namespace headless

@@ -39,7 +39,7 @@ public:
 
 /// The whole editor host for films that are rendered without a window: the plug-ins read their chunks, so
 /// that a film's lights are there.
-class HeadlessStage : public HeadlessHost {
+class HeadlessStage : public headless::HeadlessHost {
 public:
     HeadlessStage(HostFolders folders, const std::vector<std::string>& plugins);
     ~HeadlessStage() override;

@@ -72,7 +72,8 @@ bool AsksForRender(const std::vector<std::string>& arguments) {
 /// `stage --render ...`: no display is asked for, not even when there is one.
 int RunRender(int argc, char** argv, const std::vector<std::string>& arguments) {
     int status = 0;
-    const std::optional<HeadlessOptions> options = ReadArguments(arguments, stderr, status);
+    const std::optional<headless::HeadlessOptions> options =
+        headless::ReadArguments(arguments, stderr, status);
     if (!options) {
         return status;
     }
@@ -83,7 +84,7 @@ int RunRender(int argc, char** argv, const std::vector<std::string>& arguments) 
         plugins.push_back(plugin.toStdString());
     }
     stage::HeadlessStage stage(FoldersOf({}), plugins);
-    return RunHeadless(*options, stage, stderr);
+    return headless::RunHeadless(*options, stage, stderr);
 }
 
 } // namespace
