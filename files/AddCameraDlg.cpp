@@ -2,10 +2,11 @@
 
 #include "framework/DataExchange.h"
 #include "framework/MessageBox.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 #include "resources/resource.h"
 
-CAddCameraDlg::CAddCameraDlg(CWnd* parentWnd) : CDialog(IDD_ADD_CAMERA, parentWnd) {
+CAddCameraDlg::CAddCameraDlg(const FilmSession& shown, CWnd* parentWnd)
+    : CDialog(IDD_ADD_CAMERA, parentWnd), session(shown) {
 }
 
 void CAddCameraDlg::DoDataExchange(CDataExchange* exchange) {
@@ -17,7 +18,7 @@ void CAddCameraDlg::OnOK() {
     if (!UpdateData(TRUE)) {
         return;
     }
-    const IFilm* film = GetPlugin().GetCurrentFilm();
+    const IFilm* film = session.GetCurrentFilm();
     if (film == nullptr) {
         AfxMessageBox(IDS_NO_FILM);
     } else if (film->FindCamera(name) != nullptr) {

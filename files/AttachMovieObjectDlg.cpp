@@ -30,7 +30,8 @@ ON_COMMAND(IDC_BROWSE_ELEMENT, &CAttachMovieObjectDlg::OnBrowse)
 ON_COMMAND(IDC_DETACH_PARENT, &CAttachMovieObjectDlg::OnDetach)
 END_MESSAGE_MAP()
 
-CAttachMovieObjectDlg::CAttachMovieObjectDlg() : CDialog(IDD_ATTACH_OBJECT) {
+CAttachMovieObjectDlg::CAttachMovieObjectDlg(IPluginImpl& newPlugin)
+    : CDialog(IDD_ATTACH_OBJECT), plugin(newPlugin) {
     const ResourceScope resources(PluginResources());
     Create(IDD_ATTACH_OBJECT, nullptr); // the main window's: the scenario window may be closed meanwhile
 }
@@ -46,7 +47,7 @@ void CAttachMovieObjectDlg::Show(CFilmObjectTrack* newTrack) {
 
 /// Rows are made anew all the time and films switched while the window is open; the film is asked each time.
 CFilmObjectTrack* CAttachMovieObjectDlg::LivingTrack() const {
-    const IFilm* film = GetPlugin().GetCurrentFilm();
+    const IFilm* film = plugin.GetCurrentFilm();
     const bool lives = film != nullptr && track != nullptr &&
                        std::ranges::find(film->tracks, static_cast<CFilmTrack*>(track)) != film->tracks.end();
     return lives ? track : nullptr;
@@ -114,7 +115,7 @@ void CAttachMovieObjectDlg::Announce() {
 }
 
 void CAttachMovieObjectDlg::OnBrowse() {
-    IEditor* editor = GetPlugin().editor;
+    IEditor* editor = plugin.editor;
     if (editor == nullptr || object == nullptr) {
         return;
     }
@@ -135,7 +136,6 @@ void CAttachMovieObjectDlg::OnDetach() {
 
 /// Helpers have no mesh elements, except for those that stand in for an object.
 std::string CAttachMovieObjectDlg::ElementToStore() const {
-    const IPluginImpl& plugin = GetPlugin();
     const bool hasElements =
         object != nullptr && (!plugin.ObjectDerivesFrom(object, ClassName::Helper) ||
                               plugin.ObjectDerivesFrom(object, ClassName::VirtualObject));
@@ -144,13 +144,12 @@ std::string CAttachMovieObjectDlg::ElementToStore() const {
 
 /// What the object hangs on may have changed since its menu offered it.
 bool CAttachMovieObjectDlg::MayAttach(const CFilmObjectTrack& living) const {
-    const IPluginImpl& plugin = GetPlugin();
     return object == nullptr || object == living.parentObject || living.actor == nullptr ||
            plugin.CanAttachWithoutCycle(plugin.GetCurrentFilm(), object, living.actor);
 }
 
 void CAttachMovieObjectDlg::OnOK() {
-    IPluginImpl& plugin = GetPlugin();
+    IPluginImpl& films = plugin; // what is told below may let the window go
     CFilmObjectTrack* living = LivingTrack();
     if (living == nullptr) {
         Close();
@@ -160,10 +159,10 @@ void CAttachMovieObjectDlg::OnOK() {
         AfxMessageBox(NameAndId(*object) + " is this actor, or is attached to it.");
         return;
     }
-    living->SetParent(object, plugin.ObjectDerivesFrom(object, ClassName::VirtualObject), ElementToStore());
+    living->SetParent(object, films.ObjectDerivesFrom(object, ClassName::VirtualObject), ElementToStore());
     pick.End();
     CDialog::OnOK();
-    plugin.SetFrame(plugin.currentTime, IPluginImpl::kNoPrevious); // the actor stands in another space now
+    films.SetFrame(films.currentTime, IPluginImpl::kNoPrevious); // the actor stands in another space now
 }
 
 void CAttachMovieObjectDlg::OnCancel() {

@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+class IPluginImpl;
+
 /// The dialog "Attach movie object": names the object, and the element of its mesh, that an actor's track is
 /// attached to. Modeless, made once, owned by the main control. While it is shown, the host's object menu
 /// offers "Attach to ..."; only OK writes to the track. The film, the track and the object may go meanwhile:
@@ -15,7 +17,7 @@ class CAttachMovieObjectDlg : public CDialog, public IAttachDialog {
     DECLARE_MESSAGE_MAP()
 
 public:
-    CAttachMovieObjectDlg();
+    explicit CAttachMovieObjectDlg(IPluginImpl& newPlugin);
 
     /// Shows the window with what the track is attached to. The track must be in the current film.
     void Show(CFilmObjectTrack* newTrack);
@@ -40,6 +42,8 @@ protected:
     void OnDetach();
 
 private:
+    IPluginImpl& plugin; ///< outlives the window
+
     CFilmObjectTrack* LivingTrack() const;
     void Refresh();
     void Announce();

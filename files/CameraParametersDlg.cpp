@@ -3,7 +3,7 @@
 #include "framework/DataExchange.h"
 #include "framework/MessageBox.h"
 #include "keys/TimedTrackKey.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 #include "resources/resource.h"
 
 #include <algorithm>
@@ -24,13 +24,13 @@ constexpr std::pair<UINT, int> kLoopButtons[] = {
 
 /// The fold state and filter of the camera's row go along. What is still kept of a former camera of the new
 /// name makes room.
-void RenameStore(const std::string& film, const std::string& from, const std::string& to) {
+void RenameStore(std::list<CPluginFilmsParams>& stores, const std::string& film, const std::string& from,
+                 const std::string& to) {
     const auto isOf = [&film](const std::string& camera) {
         return [&film, &camera](const MovieParamsRecord& record) {
             return record.filmName == film && record.objectName == camera;
         };
     };
-    std::list<CPluginFilmsParams>& stores = GetPlugin().cameraParams;
     const bool isKept = std::ranges::any_of(stores, [&](const CPluginFilmsParams& store) {
         return std::ranges::any_of(store.records, isOf(from));
     });
@@ -55,7 +55,8 @@ ON_CONTROL_RANGE(BN_CLICKED, IDC_CAMERA_SMOOTH_LOOP, IDC_CAMERA_SMOOTH_LOOP,
 ON_EN_CHANGE(IDC_ALL_LENGTH, &CCameraParametersDlg::OnLengthChanged)
 END_MESSAGE_MAP()
 
-CCameraParametersDlg::CCameraParametersDlg(CWnd* parentWnd) : CDialog(IDD_CAMERA_PARAMETERS, parentWnd) {
+CCameraParametersDlg::CCameraParametersDlg(FilmSession& shown, CWnd* parentWnd)
+    : CDialog(IDD_CAMERA_PARAMETERS, parentWnd), session(shown) {
 }
 
 void CCameraParametersDlg::DoDataExchange(CDataExchange* exchange) {
@@ -109,7 +110,7 @@ void CCameraParametersDlg::OnOK() {
     if (!UpdateData(TRUE)) {
         return;
     }
-    IFilm* film = GetPlugin().GetCurrentFilm();
+    IFilm* film = session.GetCurrentFilm();
     CFilmCameraTrack* camera = watch.Find();
     if (film == nullptr || (track != nullptr && camera == nullptr)) {
         AfxMessageBox(IDS_NO_FILM);
@@ -123,7 +124,7 @@ void CCameraParametersDlg::OnOK() {
         GiveTo(*camera);
     }
     RenameCamera(*film);
-    if (IMainCtrl* control = GetPlugin().GetMainCtrl()) {
+    if (IMainCtrl* control = session.GetMainCtrl()) {
         control->ShowFilm(film, /*flag*/ true);
     }
     EndDialog(IDOK);
@@ -155,8 +156,8 @@ void CCameraParametersDlg::RenameCamera(const IFilm& film) const {
             }
         }
     }
-    RenameStore(film.name, oldName, name);
-    IKeyAttributesDlg* attributes = GetPlugin().keyAttributesDlg.get();
+    RenameStore(session.cameraParams, film.name, oldName, name);
+    IKeyAttributesDlg* attributes = session.keyAttributesDlg.get();
     if (attributes != nullptr && last.record != nullptr) {
         attributes->SetKey(&last, /*refresh*/ true); // only read anew: it would write the old name back else
     }

@@ -16,7 +16,7 @@ class CCameraParametersDlg : public CDialog {
     DECLARE_MESSAGE_MAP()
 
 public:
-    explicit CCameraParametersDlg(CWnd* parentWnd = nullptr);
+    explicit CCameraParametersDlg(FilmSession& shown, CWnd* parentWnd = nullptr);
 
     CFilmTrack* track = nullptr;    ///< of a camera; may go while the dialog is open
     std::int32_t loopMode = 0;      ///< of all sub-tracks, if loopSet
@@ -41,7 +41,8 @@ private:
     void CheckLoopMode();
     void RenameCamera(const IFilm& film) const;
 
-    CameraWatch watch;
+    FilmSession& session; ///< outlives the dialog
+    CameraWatch watch{session};
     KeptNumber farField;
     KeptNumber nearField;
     KeptNumber lengthField;

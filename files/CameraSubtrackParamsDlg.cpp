@@ -8,8 +8,8 @@ BEGIN_MESSAGE_MAP(CCameraSubtrackParamsDlg, CDialog)
 ON_CONTROL_RANGE(BN_CLICKED, IDC_TRACK_NO_LOOP, IDC_TRACK_PING_PONG, &CCameraSubtrackParamsDlg::OnLoopMode)
 END_MESSAGE_MAP()
 
-CCameraSubtrackParamsDlg::CCameraSubtrackParamsDlg(CWnd* parentWnd)
-    : CDialog(IDD_TRACK_PARAMETERS, parentWnd) {
+CCameraSubtrackParamsDlg::CCameraSubtrackParamsDlg(const FilmSession& session, CWnd* parentWnd)
+    : CDialog(IDD_TRACK_PARAMETERS, parentWnd), watch(session) {
 }
 
 void CCameraSubtrackParamsDlg::DoDataExchange(CDataExchange* exchange) {

@@ -13,7 +13,7 @@ class CCameraSubtrackParamsDlg : public CDialog {
     DECLARE_MESSAGE_MAP()
 
 public:
-    explicit CCameraSubtrackParamsDlg(CWnd* parentWnd = nullptr);
+    explicit CCameraSubtrackParamsDlg(const FilmSession& session, CWnd* parentWnd = nullptr);
 
     CFilmTrack* track = nullptr;       ///< of a camera; may go while the dialog is open
     std::int32_t kind = KeyKind::None; ///< 16 to 19; others show zeros and change nothing

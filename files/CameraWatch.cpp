@@ -1,6 +1,6 @@
 #include "files/CameraWatch.h"
 
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 
 void CameraWatch::Begin(CFilmTrack* track) {
     const CFilmCameraTrack* camera = AsCameraTrack(track);
@@ -10,7 +10,7 @@ void CameraWatch::Begin(CFilmTrack* track) {
 }
 
 CFilmCameraTrack* CameraWatch::Find() const {
-    const IFilm* film = GetPlugin().GetCurrentFilm();
+    const IFilm* film = session.GetCurrentFilm();
     if (film == nullptr || watched == nullptr || !level.IsSameLevel()) {
         return nullptr;
     }

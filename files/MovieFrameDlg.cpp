@@ -3,12 +3,13 @@
 #include "framework/DataExchange.h"
 #include "framework/MessageBox.h"
 #include "keys/NumberText.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 #include "resources/resource.h"
 
 #include <cmath>
 
-CMovieFrameDlg::CMovieFrameDlg(CWnd* parentWnd) : CDialog(IDD_MOVIE_FRAME, parentWnd) {
+CMovieFrameDlg::CMovieFrameDlg(const FilmSession& shown, CWnd* parentWnd)
+    : CDialog(IDD_MOVIE_FRAME, parentWnd), session(shown) {
 }
 
 void CMovieFrameDlg::DoDataExchange(CDataExchange* exchange) {
@@ -17,9 +18,8 @@ void CMovieFrameDlg::DoDataExchange(CDataExchange* exchange) {
 }
 
 BOOL CMovieFrameDlg::OnInitDialog() {
-    const IPluginImpl& plugin = GetPlugin();
-    fps = plugin.framesPerSecond;
-    film = plugin.GetCurrentFilm();
+    fps = session.framesPerSecond;
+    film = session.GetCurrentFilm();
     if (film == nullptr) {
         text.assign(1, '0');
         AfxMessageBox(IDS_FRAME_NO_FILM);

@@ -4,13 +4,14 @@
 
 #include <string>
 
+class FilmSession;
 class IFilm;
 
 /// The dialog "Set movie frame": asks for a frame of the current film by its number. Modal; the caller fills
 /// the text and reads it after OK. Without a film it says so and doesn't open.
 class CMovieFrameDlg : public CDialog {
 public:
-    explicit CMovieFrameDlg(CWnd* parentWnd = nullptr);
+    explicit CMovieFrameDlg(const FilmSession& shown, CWnd* parentWnd = nullptr);
 
     int fps = 0;           ///< frames a second
     IFilm* film = nullptr; ///< looked at only when the dialog opens
@@ -26,4 +27,6 @@ protected:
 
 private:
     bool IsInFilm() const;
+
+    const FilmSession& session; ///< outlives the dialog
 };

@@ -27,7 +27,6 @@ void CMoviesDialog::Refresh() {
 }
 
 void CMoviesDialog::FillList() {
-    const IPluginImpl& plugin = GetPlugin();
     list.SetRedraw(false);
     list.ResetContent();
     if (plugin.GetFilmManager() != nullptr) {
@@ -60,11 +59,10 @@ IFilm* CMoviesDialog::GetSelectedFilm() const {
         return nullptr;
     }
     auto* film = reinterpret_cast<IFilm*>(list.GetItemData(line));
-    return GetPlugin().FilmExists(film) ? film : nullptr; // the level may have changed under the list
+    return plugin.FilmExists(film) ? film : nullptr; // the level may have changed under the list
 }
 
 void CMoviesDialog::OnAdd() {
-    IPluginImpl& plugin = GetPlugin();
     if (plugin.editor != nullptr) {
         plugin.editor->ClearSelection();
     }
@@ -80,18 +78,17 @@ void CMoviesDialog::OnAdd() {
 
 void CMoviesDialog::OnDelete() {
     if (IFilm* film = GetSelectedFilm()) {
-        GetPlugin().DeleteFilm(film);
+        plugin.DeleteFilm(film);
         FillList();
         UpdateButtons();
     }
 }
 
 void CMoviesDialog::OnValidate() {
-    ValidateMovie(GetSelectedFilm());
+    ValidateMovie(plugin, GetSelectedFilm());
 }
 
 void CMoviesDialog::OnSelectionChanged() {
-    IPluginImpl& plugin = GetPlugin();
     if (plugin.editor != nullptr) {
         plugin.editor->ClearSelection();
     }
@@ -100,7 +97,7 @@ void CMoviesDialog::OnSelectionChanged() {
 }
 
 void CMoviesDialog::OnListDoubleClick() {
-    IScenarioWindow* scenario = GetPlugin().scenarioDlg;
+    IScenarioWindow* scenario = plugin.scenarioDlg;
     if (scenario != nullptr && !scenario->IsVisible()) {
         scenario->Show();
     }

@@ -5,11 +5,15 @@
 #include "framework/ListBox.h"
 #include "plugin/contract/Film.h"
 
+class IPluginImpl;
+
 /// The page "Movies" of the panel: the level's films. A child of the panel's tab control.
 class CMoviesDialog : public CDialog {
     DECLARE_MESSAGE_MAP()
 
 public:
+    explicit CMoviesDialog(IPluginImpl& newPlugin) : plugin(newPlugin) {}
+
     /// Fills the list anew and sets the buttons; after each change of the level's films.
     void Refresh();
     void FillList();
@@ -28,6 +32,8 @@ protected:
     void OnCancel() override {}
 
 private:
+    IPluginImpl& plugin; ///< outlives the page
+
     void OnAdd();
     void OnDelete();
     void OnValidate();

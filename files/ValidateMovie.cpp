@@ -3,8 +3,8 @@
 #include "framework/UserNote.h"
 #include "plugin/PluginImpl.h"
 
-void ValidateMovie(IFilm* film) {
-    if (GetPlugin().ValidateFilm(film)) {
+void ValidateMovie(IPluginImpl& plugin, IFilm* film) {
+    if (plugin.ValidateFilm(film)) {
         NoteForUser(std::string("The film \"") + (film->name != nullptr ? film->name : "") +
                     "\" is validated.");
     }

@@ -1,7 +1,8 @@
 #pragma once
 
 class IFilm;
+class IPluginImpl;
 
 /// Marks a film as validated, as the user asked, and tells him that it is, also when it was before: a mark
 /// that nothing shows. Does nothing for null.
-void ValidateMovie(IFilm* film);
+void ValidateMovie(IPluginImpl& plugin, IFilm* film);

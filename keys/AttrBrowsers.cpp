@@ -5,7 +5,7 @@
 #include "framework/ColorDialog.h"
 #include "keys/NumberText.h"
 #include "keys/Pixels.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 
@@ -26,9 +26,10 @@ std::string Shortened(const std::string& element) {
     return isBone ? element.substr(kBonePrefixLength + 1) : element;
 }
 
-/// The object if the level has it, else null: anything may have been deleted since it was noted.
-EditorObject* IfInLevel(EditorObject* object) {
-    return GetPlugin().IsInLevel(object) ? object : nullptr;
+/// The object of the request if the level has it, else null: anything may have been deleted since it was
+/// noted.
+EditorObject* LivingObject(const AttrBrowseRequest& request) {
+    return request.session->IsInLevel(request.object) ? request.object : nullptr;
 }
 
 /// From 0 to 1 to eight bits.
@@ -44,7 +45,7 @@ std::string ChannelText(int byte) {
 
 void BrowseCamera(AttrBrowseRequest* request) {
     CChooseMovieCameraDlg dialog(CWnd::GetActiveWindow()); // which gets the keyboard back
-    dialog.film = GetPlugin().GetCurrentFilm();
+    dialog.film = request->session->GetCurrentFilm();
     dialog.name = request->value;
     if (dialog.DoModal() == IDOK) {
         request->value = dialog.name;
@@ -52,14 +53,14 @@ void BrowseCamera(AttrBrowseRequest* request) {
 }
 
 void BrowseMeshElementName(AttrBrowseRequest* request) {
-    IEditor* editor = GetPlugin().editor;
+    IEditor* editor = request->session->editor;
     if (editor == nullptr) {
         return;
     }
-    const std::string element = editor->BrowseMeshElement(IfInLevel(request->object), request->value);
+    const std::string element = editor->BrowseMeshElement(LivingObject(*request), request->value);
     request->value = Shortened(element);
-    EditorObject* object = IfInLevel(request->object);
-    TimelineContext* timeline = GetTimeline();
+    EditorObject* object = LivingObject(*request);
+    TimelineContext* timeline = TimelineOf(*request->session);
     CTrackCtrl* row = timeline != nullptr ? timeline->FindRowOfObject(object) : nullptr;
     if (row != nullptr) {
         row->SetCurrentKeyElement(element, object); // Required: the whole name, whatever the row shows.
@@ -67,8 +68,8 @@ void BrowseMeshElementName(AttrBrowseRequest* request) {
 }
 
 void BrowseAnimation(AttrBrowseRequest* request) {
-    if (IEditor* editor = GetPlugin().editor) {
-        request->value = editor->BrowseMeshAnimation(IfInLevel(request->object), request->value);
+    if (IEditor* editor = request->session->editor) {
+        request->value = editor->BrowseMeshAnimation(LivingObject(*request), request->value);
     }
 }
 
@@ -81,7 +82,7 @@ void BrowseSoundFile(AttrBrowseRequest* request) {
 }
 
 void BrowseEffect(AttrBrowseRequest* request) {
-    IEditor* editor = GetPlugin().editor;
+    IEditor* editor = request->session->editor;
     if (editor == nullptr) {
         return;
     }

@@ -3,10 +3,14 @@
 #include "keys/AttrRows.h"
 #include "plugin/contract/FilmKey.h"
 
+class FilmSession;
+
 /// What the property list asks of the window around it.
 class AttrListParent {
 public:
     virtual ~AttrListParent() = default;
+    /// What is open; outlives the list.
+    virtual FilmSession& GetSession() const = 0;
     /// The record that the rows are of; may be null.
     virtual IFilmKey* GetRecord() const = 0;
     virtual AttrRow* FindObjectIdRow() const = 0;

@@ -1,7 +1,7 @@
 #include "keys/AttrPropCtrl.h"
 
 #include "framework/Resource.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 #include "plugin/PluginResources.h"
 
 #include <utility>
@@ -274,7 +274,7 @@ EditorObject* CAttrPropCtrl::FindBrowsedObject() const {
         return track->actor;
     }
     const AttrRow* row = parent->FindObjectIdRow();
-    const ILevelData* level = GetPlugin().GetLevelData();
+    const ILevelData* level = parent->GetSession().GetLevelData();
     if (row == nullptr || level == nullptr) {
         return nullptr;
     }
@@ -317,7 +317,7 @@ void CAttrPropCtrl::Browse(CInPlaceButton& button) {
             return;
         }
         parent->MakeKeyCurrent();
-        AttrBrowseRequest request{button.value, button.object, button.fxKind};
+        AttrBrowseRequest request{button.value, button.object, button.fxKind, &parent->GetSession()};
         {
             const ResourceScope resources(PluginResources());
             browse(&request);

@@ -9,12 +9,15 @@
 #include <memory>
 #include <string>
 
+class FilmSession;
+
 /// What a browse function gets and gives; lives for one call.
 struct AttrBrowseRequest {
     std::string value; ///< the row's text; what is left alone changes nothing
     EditorObject* object =
         nullptr; ///< that the key belongs to; may be null, and may go while the user chooses
     std::int32_t fxKind = 0;
+    FilmSession* session = nullptr; ///< never null in a browser
 };
 
 using AttrBrowse = void (*)(AttrBrowseRequest*);

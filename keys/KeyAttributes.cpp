@@ -18,21 +18,21 @@ template <class Record> void Call(void (*fill)(AttrRows&, Record&), AttrRows& ro
 
 template <class Record>
 void Call(void (*apply)(const AttrRows&, Record&), const AttrRows& rows, IFilmKey& record,
-          const RecordAlive& /*alive*/) {
+          const AttrScope& /*scope*/) {
     apply(rows, static_cast<Record&>(record));
 }
 
 template <class Record>
-void Call(void (*apply)(const AttrRows&, Record&, const RecordAlive&), const AttrRows& rows, IFilmKey& record,
-          const RecordAlive& alive) {
-    apply(rows, static_cast<Record&>(record), alive);
+void Call(void (*apply)(const AttrRows&, Record&, const AttrScope&), const AttrRows& rows, IFilmKey& record,
+          const AttrScope& scope) {
+    apply(rows, static_cast<Record&>(record), scope);
 }
 
 /// The functions of a kind behind a face that doesn't know the kind's record.
 template <auto Fill, auto Apply> constexpr KeyAttributes Of() {
     return {[](AttrRows& rows, IFilmKey& record) { Call(Fill, rows, record); },
-            [](const AttrRows& rows, IFilmKey& record, const RecordAlive& alive) {
-                Call(Apply, rows, record, alive);
+            [](const AttrRows& rows, IFilmKey& record, const AttrScope& scope) {
+                Call(Apply, rows, record, scope);
             }};
 }
 

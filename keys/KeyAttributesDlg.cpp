@@ -4,7 +4,7 @@
 #include "keys/KeyAttributes.h"
 #include "keys/KeyWatch.h"
 #include "keys/TrackKey.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
 #include "timeline/TimelineContext.h"
@@ -16,8 +16,8 @@
 namespace {
 
 /// Whether a film of the level has the record still; pointers are only compared.
-bool IsInAFilm(const FilmSession& plugin, const IFilmKey* record) {
-    const IFilmManager* manager = plugin.GetFilmManager();
+bool IsInAFilm(const FilmSession& session, const IFilmKey* record) {
+    const IFilmManager* manager = session.GetFilmManager();
     const auto hasRecord = [record](const CFilmTrack* track) {
         return std::ranges::find(track->keys, record) != track->keys.end();
     };
@@ -35,8 +35,8 @@ ON_BN_CLICKED(IDC_ATTR_NEXT, &CFilmKeyAttributesDlg::OnNext)
 ON_BN_CLICKED(IDC_ATTR_PREV, &CFilmKeyAttributesDlg::OnPrev)
 END_MESSAGE_MAP()
 
-CFilmKeyAttributesDlg::CFilmKeyAttributesDlg(IPluginImpl& newPlugin)
-    : CDialog(IDD_KEY_ATTRIBUTES), plugin(newPlugin) {
+CFilmKeyAttributesDlg::CFilmKeyAttributesDlg(FilmSession& shown)
+    : CDialog(IDD_KEY_ATTRIBUTES), session(shown) {
     const ResourceScope resources(PluginResources());
     Create(IDD_KEY_ATTRIBUTES, nullptr);
 }
@@ -129,10 +129,11 @@ void CFilmKeyAttributesDlg::ApplyChanges() {
     }
     hasPending = false;
     IFilmKey* written = record;
-    const FilmSession& session = plugin; // also asked when the window has gone
-    attributes->apply(rows, *written, [alive = std::weak_ptr<int>(life), written, this, &session] {
-        return (!alive.expired() && record == written) || IsInAFilm(session, written);
-    });
+    // Also asked when the window has gone.
+    const auto isThere = [alive = std::weak_ptr<int>(life), written, this, &films = session] {
+        return (!alive.expired() && record == written) || IsInAFilm(films, written);
+    };
+    attributes->apply(rows, *written, {session, isThere});
 }
 
 void CFilmKeyAttributesDlg::ApplyPending() {
@@ -204,13 +205,13 @@ void CFilmKeyAttributesDlg::MakeKeyCurrent() {
 }
 
 void CFilmKeyAttributesDlg::PoseFilm() {
-    if (const TimelineContext* timeline = GetTimeline()) {
-        plugin.SetFrame(timeline->currentTime, IPluginImpl::kNoPrevious);
+    if (const TimelineContext* timeline = TimelineOf(session)) {
+        session.SetFrame(timeline->currentTime, FilmSession::kNoPrevious);
     }
 }
 
 void CFilmKeyAttributesDlg::GoToNeighbour(bool forward) {
-    TimelineContext* timeline = GetTimeline();
+    TimelineContext* timeline = TimelineOf(session);
     CTrackCtrl* row = timeline != nullptr ? timeline->FindRowOfKey(record) : nullptr;
     CTrackKey* neighbour = row != nullptr ? row->FindNearestKey(record->time, forward) : nullptr;
     if (neighbour == nullptr) {
@@ -224,7 +225,7 @@ void CFilmKeyAttributesDlg::GoToNeighbour(bool forward) {
 }
 
 void CFilmKeyAttributesDlg::UpdateNeighbourButtons() {
-    const TimelineContext* timeline = GetTimeline();
+    const TimelineContext* timeline = TimelineOf(session);
     const CTrackCtrl* row = timeline != nullptr ? timeline->FindRowOfKey(record) : nullptr;
     if (row == nullptr) {
         return;

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-class IPluginImpl;
+class FilmSession;
 
 /// The window "Key attributes": what one key says, row by row. Modeless, made hidden with the first film that
 /// is shown, owned by the plug-in object. A value goes from the editor to its row's member when the editor
@@ -23,7 +23,7 @@ public:
     static constexpr int kHide = 0;
 
     /// Makes the window at once; without an application there is none.
-    explicit CFilmKeyAttributesDlg(IPluginImpl& newPlugin);
+    explicit CFilmKeyAttributesDlg(FilmSession& shown);
     ~CFilmKeyAttributesDlg() override;
 
     void SetKey(CTrackKey* newKey, bool refresh) override;
@@ -70,7 +70,8 @@ protected:
     void OnPrev() { GoToNeighbour(/*forward*/ false); }
 
 private:
-    IPluginImpl& plugin; ///< outlives the window
+    FilmSession& session; ///< outlives the window
+    FilmSession& GetSession() const override { return session; }
     AttrRow* FindObjectIdRow() const override { return rows.FindObjectIdRow(); }
     void Refresh() override { SetKey(nullptr, /*refresh*/ true); }
     void RowEdited() override { hasPending = true; }

@@ -2,7 +2,7 @@
 
 #include "framework/DataExchange.h"
 #include "keys/NumberText.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 #include "resources/resource.h"
 #include "timeline/FilmsMainCtrl.h"
 
@@ -91,7 +91,7 @@ void CAdjustTimeDlg::OnInsert() {
 
 void CAdjustTimeDlg::NoteTarget() {
     const CTrackCtrl* menuRow = control->menuRow;
-    film = GetPlugin().GetCurrentFilm();
+    film = control->session.GetCurrentFilm();
     forOneRow = menuRow != nullptr;
     row = forOneRow ? RowHandle{menuRow->track, menuRow->kind, menuRow->subIndex} : RowHandle{};
     rowName = forOneRow ? menuRow->name : std::string();
@@ -100,7 +100,7 @@ void CAdjustTimeDlg::NoteTarget() {
 /// The film may have been left or shown anew since, and the row may have gone. An edit that was meant for a
 /// row never reaches the others.
 bool CAdjustTimeDlg::FindTarget() const {
-    if (film == nullptr || film != GetPlugin().GetCurrentFilm()) {
+    if (film == nullptr || film != control->session.GetCurrentFilm()) {
         return false;
     }
     control->menuRow = nullptr;

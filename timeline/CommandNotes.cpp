@@ -33,37 +33,38 @@ constexpr UINT kNeedFilm[] = {IDC_ADD_ACTORS,
                               IDC_UNDO,
                               IDC_REDO};
 
-const ObjectList& SelectedObjects() {
+const ObjectList& SelectedObjects(const FilmSession& session) {
     static const ObjectList none;
-    IEditorView* view = GetPlugin().view;
+    IEditorView* view = session.view;
     const ObjectList* selected = view != nullptr ? view->GetSelectedObjects() : nullptr;
     return selected != nullptr ? *selected : none;
 }
 
-bool IsActor(EditorObject* object) {
-    const IPluginImpl& plugin = GetPlugin();
+bool IsActor(const IPluginImpl& plugin, EditorObject* object) {
     return object != nullptr && plugin.FindTrackOfObject(plugin.GetCurrentFilm(), object) != nullptr;
 }
 
-bool IsVirtual(EditorObject* object) {
-    return object != nullptr && GetPlugin().ObjectDerivesFrom(object, ClassName::VirtualObject);
+bool IsVirtual(const IPluginImpl& plugin, EditorObject* object) {
+    return object != nullptr && plugin.ObjectDerivesFrom(object, ClassName::VirtualObject);
 }
 
-std::string WhyNobodyComes() {
-    const ObjectList& selected = SelectedObjects();
+std::string WhyNobodyComes(const IPluginImpl& plugin) {
+    const ObjectList& selected = SelectedObjects(plugin);
     if (selected.empty()) {
         return "No object is selected.";
     }
-    return std::ranges::all_of(selected, IsActor) ? "The selected objects are in the film already." : "";
+    const auto isActor = [&plugin](EditorObject* object) { return IsActor(plugin, object); };
+    return std::ranges::all_of(selected, isActor) ? "The selected objects are in the film already." : "";
 }
 
-std::string WhyNobodyGoes() {
-    const ObjectList& selected = SelectedObjects();
-    if (std::ranges::none_of(selected, IsActor)) {
+std::string WhyNobodyGoes(const IPluginImpl& plugin) {
+    const ObjectList& selected = SelectedObjects(plugin);
+    const auto isActor = [&plugin](EditorObject* object) { return IsActor(plugin, object); };
+    if (std::ranges::none_of(selected, isActor)) {
         return "No actor of the film is selected.";
     }
     const bool stays = std::ranges::all_of(
-        selected, [](EditorObject* object) { return !IsActor(object) || IsVirtual(object); });
+        selected, [&](EditorObject* object) { return !isActor(object) || IsVirtual(plugin, object); });
     return stays ? "A virtual object stays in its film." : "";
 }
 
@@ -80,15 +81,15 @@ std::string WhyNoMark(UINT command, const CFilmsMainCtrl& control) {
 } // namespace
 
 std::string WhyIdle(UINT command, const CFilmsMainCtrl& control) {
-    const IPluginImpl& plugin = GetPlugin();
+    const IPluginImpl& plugin = control.plugin;
     if (plugin.GetCurrentFilm() == nullptr && std::ranges::count(kNeedFilm, command) != 0) {
         return "No film is open.";
     }
     switch (command) {
     case IDC_ADD_ACTORS:
-        return WhyNobodyComes();
+        return WhyNobodyComes(plugin);
     case IDC_REMOVE_ACTORS:
-        return WhyNobodyGoes();
+        return WhyNobodyGoes(plugin);
     case IDC_UNDO:
     case IDC_REDO:
         return "Edits of films can't be taken back.";

@@ -15,19 +15,19 @@ namespace {
 
 constexpr int kMargin = 2; // pixels
 
-std::string TimeText(float time) {
+} // namespace
+
+std::string CFilmsInfoWnd::TimeText(float time) const {
     std::string text;
-    FormatTime(time, &text);
+    FormatTime(time, plugin.framesPerSecond, &text);
     return text;
 }
 
-std::string FilmLine(float time) {
+std::string CFilmsInfoWnd::FilmLine(float time) const {
     std::string camera;
-    GetPlugin().GetCameraNameAtTime(camera, time, nullptr);
+    plugin.GetCameraNameAtTime(camera, time, nullptr);
     return "Film: " + TimeText(time) + "(" + camera + ")";
 }
-
-} // namespace
 
 void CFilmsInfoWnd::OnPaint() {
     CPaintDC dc(this);
@@ -49,8 +49,7 @@ void CFilmsInfoWnd::OnPaint() {
     dc.TextOut(kMargin, height + kMargin, "Mouse: " + TimeText(timeline->mouseTime));
 }
 
-void FormatTime(float time, std::string* text) {
-    const int rate = GetPlugin().framesPerSecond;
+void FormatTime(float time, int rate, std::string* text) {
     if (text == nullptr || rate < 1) {
         return;
     }

@@ -103,7 +103,7 @@ BOOL CFilmsMainCtrl::CreateScrollBars(int width, int height) {
 }
 
 BOOL CFilmsMainCtrl::CreateInfoWindows() {
-    infoWnd = new CFilmsInfoWnd;
+    infoWnd = new CFilmsInfoWnd(plugin);
     if (!infoWnd->Create(nullptr, nullptr, kChildStyle, CRect(0, 0, leftWidth, kFirstHeader), this,
                          kInfoId)) {
         return FALSE;

@@ -36,7 +36,7 @@ void CFilmsMainCtrl::OnMenuSetMovieFrame() {
     const IFilm* film = plugin.GetCurrentFilm();
     const int rate = plugin.framesPerSecond;
     const int oldFrame = FrameNumber(NearestFrame(currentTime, rate), rate);
-    CMovieFrameDlg dialog(this);
+    CMovieFrameDlg dialog(plugin, this);
     dialog.text = std::to_string(oldFrame);
     const std::weak_ptr<int> window = life;
     const LevelWatch level;

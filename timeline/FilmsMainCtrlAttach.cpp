@@ -1,5 +1,6 @@
 // "Attach to object": the window that gives an actor's track its parent.
 #include "files/AttachMovieObjectDlg.h"
+#include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 
 IAttachDialog* CFilmsMainCtrl::GetAttachDialog() {
@@ -12,7 +13,7 @@ void CFilmsMainCtrl::OnMenuAttachToObject() {
         return;
     }
     if (attachDlg == nullptr) {
-        attachDlg = std::make_unique<CAttachMovieObjectDlg>();
+        attachDlg = std::make_unique<CAttachMovieObjectDlg>(plugin);
     }
     attachDlg->Show(track);
 }

@@ -93,7 +93,7 @@ void CFilmsMainCtrl::OnMenuAddCamera() {
     if (film == nullptr || plugin.GetFilmManager() == nullptr || ActiveView(plugin) == nullptr) {
         return;
     }
-    CAddCameraDlg dialog(this);
+    CAddCameraDlg dialog(plugin, this);
     film->NewCameraName(dialog.name);
     const std::weak_ptr<int> window = life;
     const LevelWatch level;

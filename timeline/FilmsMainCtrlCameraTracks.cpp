@@ -43,7 +43,7 @@ void CFilmsMainCtrl::OnMenuCameraParameters() {
     if (AsCameraTrack(track) == nullptr) {
         return;
     }
-    CCameraParametersDlg dialog(this);
+    CCameraParametersDlg dialog(plugin, this);
     dialog.track = track;
     dialog.DoModal();
 }
@@ -53,7 +53,7 @@ void CFilmsMainCtrl::OnMenuTrackParameters() {
     if (root == nullptr || AsCameraTrack(root->track) == nullptr) {
         return;
     }
-    CCameraSubtrackParamsDlg dialog(this);
+    CCameraSubtrackParamsDlg dialog(plugin, this);
     dialog.track = menuRow->track;
     dialog.kind = menuRow->kind;
     FilmSession& shown = session; // the control may go while the dialog is open

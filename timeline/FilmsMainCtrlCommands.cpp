@@ -168,7 +168,7 @@ void CFilmsMainCtrl::OnMenuStop() {
 }
 
 void CFilmsMainCtrl::OnMenuValidate() {
-    ValidateMovie(plugin.GetCurrentFilm());
+    ValidateMovie(plugin, plugin.GetCurrentFilm());
 }
 
 void CFilmsMainCtrl::OnMenuChangeActor() {

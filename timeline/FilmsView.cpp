@@ -20,7 +20,8 @@ BEGIN_MESSAGE_MAP(CFilmsView, CFormView)
 ON_NOTIFY(TCN_SELCHANGE, IDC_PANEL_TABS, &CFilmsView::OnTabChanged)
 END_MESSAGE_MAP()
 
-CFilmsView::CFilmsView() : CFormView(IDD_FILMS_VIEW) {
+/// The host makes it by its run-time class alone.
+CFilmsView::CFilmsView() : CFormView(IDD_FILMS_VIEW), plugin(GetPlugin()), moviesPage(plugin) {
     thePanel = this;
 }
 
@@ -48,7 +49,6 @@ void CFilmsView::CreatePages() {
     const ResourceScope resources(PluginResources());
     moviesPage.Create(IDD_MOVIES, &tabCtrl);
     tabCtrl.InsertItem(kMoviesTab, "Movies");
-    IPluginImpl& plugin = GetPlugin();
     if (plugin.scenarioDlg == nullptr && plugin.makeScenarioWindow != nullptr) {
         plugin.scenarioDlg = plugin.makeScenarioWindow(plugin);
     }

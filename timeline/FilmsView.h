@@ -24,6 +24,7 @@ public:
     CTabCtrl tabCtrl;
     int currentTab = -1; ///< -1 before the first update
     bool firstUpdate = true;
+    IPluginImpl& plugin; ///< of this library
     CMoviesDialog moviesPage;
 
 protected:

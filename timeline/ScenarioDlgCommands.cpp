@@ -73,7 +73,7 @@ void CScenarioDlg::OnStop() {
 }
 
 void CScenarioDlg::OnValidate() {
-    ValidateMovie(plugin.GetCurrentFilm());
+    ValidateMovie(plugin, plugin.GetCurrentFilm());
 }
 
 /// Required: with animating off it is the button "Deselect keys" that is released. The plug-in object has

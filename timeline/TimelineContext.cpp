@@ -14,7 +14,11 @@ TimelineContext* TimelineOf(const CWnd* child) {
     return dynamic_cast<TimelineContext*>(parent);
 }
 
-TimelineContext* GetTimeline() {
-    IMainCtrl* control = GetPlugin().GetMainCtrl();
+TimelineContext* TimelineOf(const FilmSession& session) {
+    IMainCtrl* control = session.GetMainCtrl();
     return control != nullptr ? control->GetTimeline() : nullptr;
+}
+
+TimelineContext* GetTimeline() {
+    return TimelineOf(GetPlugin());
 }

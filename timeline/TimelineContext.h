@@ -103,5 +103,7 @@ struct RowHandle {
 
 /// The main control as the parent of a window, or null.
 TimelineContext* TimelineOf(const CWnd* child);
-/// The main control of the plug-in's scenario window, or null while there is none.
+/// The main control of the session's scenario window, or null while there is none.
+TimelineContext* TimelineOf(const FilmSession& session);
+/// Of the plug-in's.
 TimelineContext* GetTimeline();

@@ -24,7 +24,7 @@ void FillCamera(AttrRows& rows, CFilmCameraKey& record) {
     AddFloat(rows, kDelay, kCategory, record.delayTime);
 }
 
-void ApplyCamera(const AttrRows& rows, CFilmCameraKey& record, const RecordAlive& alive) {
+void ApplyCamera(const AttrRows& rows, CFilmCameraKey& record, const AttrScope& scope) {
     std::string name;
     if (!ReadText(rows, kName, kCategory, name)) {
         return;
@@ -34,7 +34,7 @@ void ApplyCamera(const AttrRows& rows, CFilmCameraKey& record, const RecordAlive
     bool take = name.empty() || FilmHasCamera(record, name);
     if (!take) {
         take = AfxMessageBox(kQuestion, MB_YESNO) == IDYES;
-        if (alive && !alive()) {
+        if (scope.alive && !scope.alive()) {
             return;
         }
     }

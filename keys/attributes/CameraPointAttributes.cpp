@@ -3,7 +3,7 @@
 #include "keys/attributes/HandleRows.h"
 #include "plugin/contract/ClassIds.h"
 #include "plugin/contract/FilmTrack.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 
 namespace {
 
@@ -24,16 +24,16 @@ void Store(CFilmLinkedKey& record, Vector3& target, const Vector3& point) {
 }
 
 /// The level's object with a matrix of this id, or null.
-EditorObject* FindTarget(int id) {
-    const ILevelData* level = GetPlugin().GetLevelData();
+EditorObject* FindTarget(const FilmSession& session, int id) {
+    const ILevelData* level = session.GetLevelData();
     EditorObject* object = level != nullptr ? level->FindObject(id) : nullptr;
     return object != nullptr && object->IsA(ClassId::LevelObject) ? object : nullptr;
 }
 
-void ApplyLink(const AttrRows& rows, CFilmLinkedKey& record) {
+void ApplyLink(const AttrRows& rows, CFilmLinkedKey& record, const FilmSession& session) {
     std::int32_t id = 0;
     if (ReadObjectId(rows, kLinkCategory, id)) {
-        record.SetLinkObject(FindTarget(id));
+        record.SetLinkObject(FindTarget(session, id));
     }
     std::string element;
     if (ReadText(rows, kElement, kLinkCategory, element)) {
@@ -51,7 +51,7 @@ void FillCameraPoint(AttrRows& rows, CFilmLinkedKey& record) {
     AddText(rows, kElement, kLinkCategory, record.linkElement, &BrowseMeshElementName);
 }
 
-void ApplyCameraPoint(const AttrRows& rows, CFilmLinkedKey& record) {
+void ApplyCameraPoint(const AttrRows& rows, CFilmLinkedKey& record, const AttrScope& scope) {
     Vector3 value = record.value;
     if (ReadVector(rows, kPoint, value)) {
         Store(record, record.value, value);
@@ -62,5 +62,5 @@ void ApplyCameraPoint(const AttrRows& rows, CFilmLinkedKey& record) {
     ApplyHandle(
         rows, kOutGroup, record.outHandle, [&record](int method) { record.SetOutMethod(method); },
         [&record](const Vector3& handle) { Store(record, record.outHandle, handle); });
-    ApplyLink(rows, record);
+    ApplyLink(rows, record, scope.session);
 }

@@ -8,7 +8,7 @@
 void FillCamera(AttrRows& rows, CFilmCameraKey& record);
 /// Asks the user about a name that no camera of the record's own film has: with the film of the window, every
 /// camera would be missed while another film is being opened.
-void ApplyCamera(const AttrRows& rows, CFilmCameraKey& record, const RecordAlive& alive);
+void ApplyCamera(const AttrRows& rows, CFilmCameraKey& record, const AttrScope& scope);
 
 void FillAnimation(AttrRows& rows, CFilmAnimationKey& record);
 /// Writes nothing where the track's object doesn't know the sequence.
@@ -41,7 +41,7 @@ void ApplyFlags(const AttrRows& rows, CFilmFlagsKey& record);
 
 /// A camera's eye and target.
 void FillCameraPoint(AttrRows& rows, CFilmLinkedKey& record);
-void ApplyCameraPoint(const AttrRows& rows, CFilmLinkedKey& record);
+void ApplyCameraPoint(const AttrRows& rows, CFilmLinkedKey& record, const AttrScope& scope);
 
 /// Roll and field of view.
 void FillScalar(AttrRows& rows, CFilmScalarKey& record);

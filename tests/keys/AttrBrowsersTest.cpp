@@ -79,7 +79,7 @@ protected:
         }
         return nullptr;
     }
-    AttrBrowseRequest Request(const char* value, int fxKind = 0) { return {value, robot, fxKind}; }
+    AttrBrowseRequest Request(const char* value, int fxKind = 0) { return {value, robot, fxKind, &plugin}; }
 
     ResourceScope resources{PluginResources()};
     std::filesystem::path folderBefore;
@@ -105,7 +105,7 @@ TEST_F(AttrBrowsersTest, BonesLoseTheirPrefixInTheRow) {
         {"", ""}};
     for (const auto& [answer, shown] : cases) {
         browser.answer = answer;
-        AttrBrowseRequest request{"present", nullptr, 0};
+        AttrBrowseRequest request{"present", nullptr, 0, &plugin};
         BrowseMeshElementName(&request);
         EXPECT_EQ(request.value, shown) << answer;
     }
@@ -176,7 +176,7 @@ TEST_F(AttrBrowsersTest, ObjectThatIsDeletedWhileTheUserChoosesIsNotTouched) {
         plugin.AddActors({crate});
         browser.answer = "Bip01 Head";
         browser.onBrowse = [this, crate] { editor.level.DeleteObject(crate); };
-        AttrBrowseRequest request{"", crate, 0};
+        AttrBrowseRequest request{"", crate, 0, &plugin};
         browse(&request);
         EXPECT_EQ(request.object, crate) << "what the caller handed over stays as it was";
     }
@@ -186,7 +186,7 @@ TEST_F(AttrBrowsersTest, ObjectThatIsDeletedWhileTheUserChoosesIsNotTouched) {
 TEST_F(AttrBrowsersTest, ObjectThatWentBeforeIsNone) {
     engine::SceneObject* crate = editor.Create("Crate");
     editor.level.DeleteObject(crate);
-    AttrBrowseRequest request{"old", crate, 0};
+    AttrBrowseRequest request{"old", crate, 0, &plugin};
     BrowseMeshElementName(&request);
     BrowseAnimation(&request);
     EXPECT_THAT(browser.asked, ElementsAre("element null old", "animation null "));

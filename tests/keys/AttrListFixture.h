@@ -10,8 +10,9 @@
 /// The window around a property list: it has the rows and notes what the list asks for.
 class NotingAttrParent : public AttrListParent {
 public:
-    explicit NotingAttrParent(CAttrPropCtrl& around) : list(around) {}
+    NotingAttrParent(CAttrPropCtrl& around, FilmSession& shown) : list(around), session(shown) {}
 
+    FilmSession& GetSession() const override { return session; }
     IFilmKey* GetRecord() const override { return record; }
     AttrRow* FindObjectIdRow() const override { return rows.FindObjectIdRow(); }
     void UpdateRows() override;
@@ -25,6 +26,7 @@ public:
     void FillList();
 
     CAttrPropCtrl& list;
+    FilmSession& session;
     AttrRows rows;
     IFilmKey* record = nullptr;
     std::function<void()> onApply;
@@ -65,5 +67,5 @@ protected:
     CWnd frame;
     CWnd elsewhere; ///< takes the focus
     CAttrPropCtrl list;
-    NotingAttrParent around{list};
+    NotingAttrParent around{list, plugin};
 };

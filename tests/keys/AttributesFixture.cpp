@@ -44,7 +44,7 @@ void AttributesTest::Fill(IFilmKey& record) {
 void AttributesTest::Apply(IFilmKey& record, const RecordAlive& alive) {
     const KeyAttributes* attributes = GetKeyAttributes(record.kind);
     ASSERT_NE(attributes, nullptr);
-    attributes->apply(rows, record, alive);
+    attributes->apply(rows, record, {plugin, alive});
 }
 
 void AttributesTest::ShowRows() {

@@ -34,7 +34,7 @@ TEST_F(LevelWatchTest, ACameraAtTheSameAddressInAnotherLevelIsNotTheWatchedOne) 
     CFilmTrack* camera = film->CreateCameraTrack();
     film->AddTrack(camera);
     AsCameraTrack(camera)->cameraName = "Main";
-    CameraWatch watch;
+    CameraWatch watch(plugin);
     watch.Begin(camera);
     EXPECT_EQ(watch.Find(), camera);
     plugin.OnEvent(EventCode::LevelLoaded, nullptr); // with the same film, as far as addresses tell

@@ -32,7 +32,7 @@ protected:
     void Press(UINT button) { dialog.SendMessage(WM_COMMAND, button); }
 
     ResourceScope resources{PluginResources()};
-    CAddCameraDlg dialog;
+    CAddCameraDlg dialog{plugin};
 };
 
 } // namespace

@@ -60,7 +60,7 @@ protected:
     }
     const std::string& NameIn(const CFilmCameraKey* key) const { return key->cameraName; }
 
-    CCameraParametersDlg dialog;
+    CCameraParametersDlg dialog{plugin};
 };
 
 } // namespace
@@ -85,7 +85,7 @@ TEST_F(CameraParametersDlgTest, ShowsTheCamera) {
 }
 
 TEST_F(CameraParametersDlgTest, FieldsBeginEmptyWithoutACamera) {
-    const CCameraParametersDlg fresh;
+    const CCameraParametersDlg fresh(plugin);
     EXPECT_EQ(fresh.track, nullptr);
     EXPECT_EQ(fresh.loopMode, 0);
     EXPECT_EQ(fresh.loopSet, 0);

@@ -39,7 +39,7 @@ protected:
     }
     CTrackCtrl* BridgeRow(int kind) { return RowOf("Bridge", kind); }
 
-    CCameraSubtrackParamsDlg dialog;
+    CCameraSubtrackParamsDlg dialog{plugin};
 };
 
 } // namespace
@@ -57,7 +57,7 @@ TEST_F(CameraSubtrackParamsDlgTest, ShowsTheSubTrackOfItsKind) {
 }
 
 TEST_F(CameraSubtrackParamsDlgTest, BeginsWithTheKindOfARootRow) {
-    const CCameraSubtrackParamsDlg fresh;
+    const CCameraSubtrackParamsDlg fresh(plugin);
     EXPECT_EQ(fresh.track, nullptr);
     EXPECT_EQ(fresh.kind, 21);
 }

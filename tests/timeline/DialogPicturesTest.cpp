@@ -79,13 +79,13 @@ TEST_F(DialogPicturesTest, AdjustTimeToTheEnd) {
 }
 
 TEST_F(DialogPicturesTest, SetMovieFrame) {
-    CMovieFrameDlg dialog(control.get());
+    CMovieFrameDlg dialog(plugin, control.get());
     dialog.text = "150";
     Compare(dialog, "movie_frame");
 }
 
 TEST_F(DialogPicturesTest, AddCamera) {
-    CAddCameraDlg dialog(control.get());
+    CAddCameraDlg dialog(plugin, control.get());
     dialog.name = "Camera01";
     Compare(dialog, "add_camera");
 }

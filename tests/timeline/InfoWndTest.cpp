@@ -24,9 +24,9 @@ protected:
         info.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, {0, 0, 150, 30}, &main, 1);
     }
 
-    static std::string Time(float time) {
+    std::string Time(float time) const {
         std::string text = "untouched";
-        FormatTime(time, &text);
+        FormatTime(time, plugin.framesPerSecond, &text);
         return text;
     }
     /// Where the second line of the info window begins.
@@ -39,7 +39,7 @@ protected:
     }
 
     FakeTimeline main{plugin};
-    CFilmsInfoWnd info;
+    CFilmsInfoWnd info{plugin};
     DrawRecorder recorder;
 };
 
@@ -88,7 +88,7 @@ TEST_F(InfoWndTest, RateOfTheFilmCounts) {
 }
 
 TEST_F(InfoWndTest, RateBelowOneOrNoBufferWritesNothing) {
-    FormatTime(1.0f, nullptr);
+    FormatTime(1.0f, plugin.framesPerSecond, nullptr);
     plugin.framesPerSecond = 0;
     EXPECT_EQ(Time(1.0f), "untouched");
     plugin.framesPerSecond = -30;
@@ -128,7 +128,7 @@ TEST_F(InfoWndTest, TextStandsOnAWhiteBox) {
 TEST_F(InfoWndTest, WithoutAMainControlNothingIsDrawn) {
     CWnd plain;
     plain.Create(nullptr, "", WS_POPUP | WS_CAPTION, {0, 0, 300, 100}, nullptr, 0);
-    CFilmsInfoWnd alone;
+    CFilmsInfoWnd alone(plugin);
     alone.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, {0, 0, 100, 30}, &plain, 1);
     EXPECT_THAT(recorder.Paint(alone), IsEmpty());
 }

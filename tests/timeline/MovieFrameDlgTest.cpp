@@ -187,7 +187,7 @@ TEST_F(MovieFrameDlgTest, WithoutAFilmItSaysSoAndDoesntOpen) {
 
 TEST_F(MovieFrameDlgTest, CancelLeavesANumberThatCouldBeTakenInTheText) {
     const ResourceScope resources(PluginResources());
-    CMovieFrameDlg dialog;
+    CMovieFrameDlg dialog{plugin};
     const auto textAfter = [&dialog](const char* typed) {
         dialog.text = "150";
         ModalUser::Work([&dialog] { EXPECT_EQ(dialog.DoModal(), IDCANCEL); },
