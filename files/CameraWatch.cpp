@@ -5,7 +5,7 @@
 void CameraWatch::Begin(CFilmTrack* track) {
     const CFilmCameraTrack* camera = AsCameraTrack(track);
     watched = camera;
-    level = LevelWatch();
+    level = LevelWatch(session);
     name = camera != nullptr ? camera->cameraName : std::string();
 }
 

@@ -48,7 +48,7 @@ BOOL CFilterTracksDlg::OnInitDialog() {
 
 void CFilterTracksDlg::FillList() {
     film = GetPlugin().GetCurrentFilm();
-    level = LevelWatch();
+    level = LevelWatch(GetPlugin());
     list.SetRedraw(FALSE);
     list.ResetContent();
     if (const CFilmsMainCtrl* control = GetFilmsMainCtrl()) {

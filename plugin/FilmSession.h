@@ -41,6 +41,8 @@ public:
     bool FilmHas(const IFilm* film, const CFilmTrack* track) const;
     /// Whether the level has the object; the pointer is only compared.
     bool IsInLevel(const EditorObject* object) const;
+    /// Another number for each level: counts the levels that were left or opened.
+    unsigned GetLevelNumber() const { return levelNumber; }
     /// Whether the object's class derives from a class name, by the host's class database.
     bool ObjectDerivesFrom(EditorObject* object, const char* className) const;
     /// The store of track parameters on an object, or null.
@@ -87,4 +89,10 @@ public:
 protected:
     FilmSession() = default;
     ~FilmSession() = default;
+
+    /// A level has been left or opened.
+    void LevelChanges() { ++levelNumber; }
+
+private:
+    unsigned levelNumber = 0;
 };

@@ -1,18 +1,19 @@
 #pragma once
 
+#include "plugin/FilmSession.h"
+
 /// Tells whether the level is still the one of its construction. What a dialog notes of a film, a track or an
 /// object is compared when it ends, and another level may have put its own at the same address.
 class LevelWatch {
 public:
-    LevelWatch() : number(levelNumber) {}
+    /// On no level: whatever is open is another.
+    LevelWatch() = default;
+    explicit LevelWatch(const FilmSession& watched)
+        : session(&watched), levelNumber(watched.GetLevelNumber()) {}
 
-    bool IsSameLevel() const { return number == levelNumber; }
-
-    /// For the plug-in object: a level has been left or opened.
-    static void LevelChanges() { ++levelNumber; }
+    bool IsSameLevel() const { return session != nullptr && levelNumber == session->GetLevelNumber(); }
 
 private:
-    static unsigned levelNumber;
-
-    unsigned number;
+    const FilmSession* session = nullptr;
+    unsigned levelNumber = 0;
 };

@@ -1,7 +1,6 @@
 #include "plugin/PluginImpl.h"
 
 #include "files/Log.h"
-#include "plugin/LevelWatch.h"
 
 #include <algorithm>
 
@@ -70,7 +69,7 @@ void IPluginImpl::OnEditorClosing() {
 }
 
 void IPluginImpl::ClearLevelState() {
-    LevelWatch::LevelChanges();
+    LevelChanges();
     objectMatrices.clear();
     attachedViews.clear();
     levelParams.Clear();
@@ -103,7 +102,7 @@ void IPluginImpl::OnNew() {
 }
 
 void IPluginImpl::OnLevelLoaded() {
-    LevelWatch::LevelChanges();
+    LevelChanges();
     if (keyAttributesDlg) {
         keyAttributesDlg->Reset(); // before the rows look for its record, which went with the old level
     }

@@ -39,7 +39,7 @@ void CFilmsMainCtrl::OnMenuSetMovieFrame() {
     CMovieFrameDlg dialog(plugin, this);
     dialog.text = std::to_string(oldFrame);
     const std::weak_ptr<int> window = life;
-    const LevelWatch level;
+    const LevelWatch level(plugin);
     const bool isTaken = dialog.DoModal() == IDOK;
     if (window.expired() || film != plugin.GetCurrentFilm() || !level.IsSameLevel()) {
         return;
@@ -90,7 +90,7 @@ void CFilmsMainCtrl::InsertTime(float time, float length) {
     }
     const std::weak_ptr<int> window = life;
     const bool forOneRow = menuRow != nullptr;
-    const LevelWatch level;
+    const LevelWatch level(plugin);
     const IFilmKey* shownRecord = LeaveAttributesDialog(film);
     if (window.expired() || film != plugin.GetCurrentFilm() || !level.IsSameLevel() ||
         forOneRow != (menuRow != nullptr)) {

@@ -96,7 +96,7 @@ void CFilmsMainCtrl::OnMenuAddCamera() {
     CAddCameraDlg dialog(plugin, this);
     film->NewCameraName(dialog.name);
     const std::weak_ptr<int> window = life;
-    const LevelWatch level;
+    const LevelWatch level(plugin);
     if (dialog.DoModal() != IDOK || window.expired() || film != plugin.GetCurrentFilm() ||
         !level.IsSameLevel()) {
         return;

@@ -70,7 +70,7 @@ void CFilmsMainCtrl::OnMenuFilterKeys() {
     dialog.SetTrack(track);
     dialog.SetParams(records);
     const std::weak_ptr<int> window = life;
-    const LevelWatch level;
+    const LevelWatch level(plugin);
     if (dialog.DoModal() != IDOK || window.expired()) {
         return;
     }

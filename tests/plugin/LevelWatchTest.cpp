@@ -10,23 +10,27 @@ class LevelWatchTest : public PluginTest {};
 } // namespace
 
 TEST_F(LevelWatchTest, ALevelThatIsLeftOrOpenedIsAnother) {
-    const LevelWatch first;
+    const LevelWatch first(plugin);
     EXPECT_TRUE(first.IsSameLevel());
     plugin.OnNew();
     EXPECT_FALSE(first.IsSameLevel());
-    const LevelWatch second;
+    const LevelWatch second(plugin);
     plugin.OnEvent(EventCode::LevelLoaded, nullptr);
     EXPECT_FALSE(second.IsSameLevel());
-    EXPECT_TRUE(LevelWatch().IsSameLevel());
+    EXPECT_TRUE(LevelWatch(plugin).IsSameLevel());
 }
 
 TEST_F(LevelWatchTest, FilmsAndSavesLeaveTheLevelAsItIs) {
-    const LevelWatch watch;
+    const LevelWatch watch(plugin);
     IFilm* film = OpenNewFilm();
     plugin.OnEvent(EventCode::Suspend, nullptr);
     plugin.OnEvent(EventCode::Resume, nullptr);
     plugin.DeleteFilm(film);
     EXPECT_TRUE(watch.IsSameLevel());
+}
+
+TEST_F(LevelWatchTest, AWatchOnNoLevelSeesAnother) {
+    EXPECT_FALSE(LevelWatch().IsSameLevel());
 }
 
 TEST_F(LevelWatchTest, ACameraAtTheSameAddressInAnotherLevelIsNotTheWatchedOne) {

@@ -1,3 +1,0 @@
-#include "plugin/LevelWatch.h"
-
-unsigned LevelWatch::levelNumber = 0;
