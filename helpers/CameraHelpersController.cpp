@@ -3,7 +3,7 @@
 #include "files/Log.h"
 #include "framework/Path.h"
 #include "helpers/MatrixMath.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 
 #include <cmath>
 #include <cstring>
@@ -46,16 +46,15 @@ std::string ModelPath(IEditor& editor, const EditorClassDescriptor& descriptor) 
     return relative;
 }
 
-void CreateObject(HelperObjectParams& params, const EditorClassDescriptor& descriptor,
-                  EditorObject*& object) {
+void CreateObject(const FilmSession& session, HelperObjectParams& params,
+                  const EditorClassDescriptor& descriptor, EditorObject*& object) {
     if (object != nullptr) {
         return; // made by an earlier try in which others failed
     }
-    IPluginImpl& plugin = GetPlugin();
     params.className = descriptor.name;
-    params.modelPath = ModelPath(*plugin.editor, descriptor);
+    params.modelPath = ModelPath(*session.editor, descriptor);
     EditorObject* made = nullptr;
-    plugin.editor->CreateHelperObject(kHelperPlugin, plugin.pluginId, kHelperType, params, &made);
+    session.editor->CreateHelperObject(kHelperPlugin, session.pluginId, kHelperType, params, &made);
     object = made;
 }
 
@@ -109,7 +108,7 @@ void DrawHandleLine(IEditorView& view, const EditorObject* owner, EditorObject* 
 } // namespace
 
 void CCameraHelpersController::GetHelpersDesc() {
-    IEditor* editor = GetPlugin().editor;
+    IEditor* editor = session.editor;
     if (editor == nullptr) {
         DebugPrint("[CCameraHelpersController::GetHelpersDesc()] called before editor is available");
         return;
@@ -126,7 +125,7 @@ void CCameraHelpersController::GetHelpersDesc() {
 }
 
 bool CCameraHelpersController::CreateObjects() {
-    IEditor* editor = GetPlugin().editor;
+    IEditor* editor = session.editor;
     if (editor == nullptr || !editor->HasObjectClass(kHelperPlugin)) {
         DebugPrint("[CCameraHelpersController::CreateObjects()] plugin Control is not accessible\n");
         return false;
@@ -142,11 +141,11 @@ bool CCameraHelpersController::CreateObjects() {
         return false;
     }
     HelperObjectParams params;
-    CreateObject(params, *positionDesc, positionObject);
-    CreateObject(params, *targetDesc, targetObject);
+    CreateObject(session, params, *positionDesc, positionObject);
+    CreateObject(session, params, *targetDesc, targetObject);
     for (const HandleField& handle : kHandles) {
         EditorObject*& object = this->*handle.object;
-        CreateObject(params, *controlPointDesc, object);
+        CreateObject(session, params, *controlPointDesc, object);
         if (object != nullptr) {
             object->name = handle.name;
         }
@@ -168,7 +167,7 @@ void CCameraHelpersController::CollectObjects(ObjectList& objects) const {
 void CCameraHelpersController::ShowObjects(bool hide) const {
     ObjectList objects;
     CollectObjects(objects);
-    if (IEditor* editor = GetPlugin().editor) {
+    if (IEditor* editor = session.editor) {
         editor->SetObjectsHidden(objects, hide);
     }
 }
@@ -193,13 +192,13 @@ void CCameraHelpersController::UpdateObjects(CFilmTrack* track, float time) {
     ObjectList hidden;
     UpdateHandles(posInControl, posOutControl, positionObject, camera->GetEyeKeyAt(time), hidden);
     UpdateHandles(targetInControl, targetOutControl, targetObject, camera->GetTargetKeyAt(time), hidden);
-    if (IEditor* editor = GetPlugin().editor) {
+    if (IEditor* editor = session.editor) {
         editor->SetObjectsHidden(hidden, true);
     }
 }
 
 void CCameraHelpersController::Draw() const {
-    IEditorView* view = GetPlugin().view;
+    IEditorView* view = session.view;
     if (view == nullptr) {
         return;
     }

@@ -4,12 +4,14 @@
 #include "plugin/contract/EditorObject.h"
 #include "plugin/contract/Film.h"
 
+class FilmSession;
+
 /// Gives the camera under edit a body in the 3D views: an object at its eye, one at its target, and the
 /// handles of the keys that stand at the present time. The user drags them as ordinary objects and the keys
 /// follow. A member of the plug-in object; the objects belong to the level.
 class CCameraHelpersController {
 public:
-    CCameraHelpersController() = default;
+    explicit CCameraHelpersController(const FilmSession& openSession) : session(openSession) {}
     virtual ~CCameraHelpersController() = default;
     CCameraHelpersController(const CCameraHelpersController&) = delete;
     CCameraHelpersController& operator=(const CCameraHelpersController&) = delete;
@@ -47,4 +49,6 @@ public:
 
 private:
     void AddMissingKeys(CFilmTrack& track, float time, bool needEye, bool needTarget);
+
+    const FilmSession& session;
 };

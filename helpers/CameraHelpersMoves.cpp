@@ -1,7 +1,7 @@
 #include "helpers/CameraHelpersController.h"
 
 #include "keys/NewKey.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 
 namespace {
 
@@ -9,18 +9,19 @@ namespace {
 constexpr int kAllObjects = 6;
 
 /// Writes a dragged eye or target to its key; with no key there, one is needed.
-void MovePoint(CFilmLinkedKey* key, const EditorObject& object, bool& needed) {
+void MovePoint(const FilmSession& session, CFilmLinkedKey* key, const EditorObject& object, bool& needed) {
     if (key != nullptr) {
         key->SetValue(object.GetPosition(0));
-        GetPlugin().TellKeyWritten(key);
+        session.TellKeyWritten(key);
     } else {
         needed = true;
     }
 }
 
-void MoveHandle(CFilmLinkedKey& key, void (CFilmLinkedKey::*set)(const void*), const EditorObject& handle) {
+void MoveHandle(const FilmSession& session, CFilmLinkedKey& key, void (CFilmLinkedKey::*set)(const void*),
+                const EditorObject& handle) {
     (key.*set)(handle.GetPosition(0));
-    GetPlugin().TellKeyWritten(&key);
+    session.TellKeyWritten(&key);
 }
 
 /// Whether a dragged handle is meant for the key: it is shown, and the key's side has a handle of its own.
@@ -42,26 +43,24 @@ bool AddPointKey(CFilmTrack& track, IKeyFactory& factory, int kind, float time, 
 }
 
 /// The rows of the new keys appear; the cursor stays where it is.
-void RefreshRows(float time) {
-    const IPluginImpl& plugin = GetPlugin();
-    if (plugin.scenarioDlg == nullptr) {
+void RefreshRows(const FilmSession& session, float time) {
+    if (session.scenarioDlg == nullptr) {
         return;
     }
-    plugin.scenarioDlg->ShowCurrentFilm();
-    if (plugin.scenarioDlg != nullptr && plugin.GetCurrentFilm() != nullptr) {
-        plugin.scenarioDlg->SetTime(time);
+    session.scenarioDlg->ShowCurrentFilm();
+    if (session.scenarioDlg != nullptr && session.GetCurrentFilm() != nullptr) {
+        session.scenarioDlg->SetTime(time);
     }
 }
 
 } // namespace
 
 void CCameraHelpersController::OnObjectsMoved(const ObjectList* objects) {
-    const IPluginImpl& plugin = GetPlugin();
-    CFilmCameraTrack* camera = AsCameraTrack(plugin.trackVisualizer.renderTrack);
+    CFilmCameraTrack* camera = AsCameraTrack(session.GetVisualizedTrack());
     if (objects == nullptr || camera == nullptr) {
         return;
     }
-    const float time = plugin.currentTime;
+    const float time = session.currentTime;
     CFilmLinkedKey* eyeKey = camera->GetEyeKeyAt(time);
     CFilmLinkedKey* targetKey = camera->GetTargetKeyAt(time);
     int handled = 0;
@@ -72,18 +71,18 @@ void CCameraHelpersController::OnObjectsMoved(const ObjectList* objects) {
             continue; // not to be taken for a helper that was never made
         }
         if (object == positionObject) {
-            MovePoint(eyeKey, *object, needEye);
+            MovePoint(session, eyeKey, *object, needEye);
         } else if (object == targetObject) {
-            MovePoint(targetKey, *object, needTarget);
+            MovePoint(session, targetKey, *object, needTarget);
         } else if (object == posInControl && TakesHandle(*object, eyeKey, &CFilmVectorKey::inMethod)) {
-            MoveHandle(*eyeKey, &CFilmLinkedKey::SetInHandle, *object);
+            MoveHandle(session, *eyeKey, &CFilmLinkedKey::SetInHandle, *object);
         } else if (object == posOutControl && TakesHandle(*object, eyeKey, &CFilmVectorKey::outMethod)) {
-            MoveHandle(*eyeKey, &CFilmLinkedKey::SetOutHandle, *object);
+            MoveHandle(session, *eyeKey, &CFilmLinkedKey::SetOutHandle, *object);
         } else if (object == targetInControl && TakesHandle(*object, targetKey, &CFilmVectorKey::inMethod)) {
-            MoveHandle(*targetKey, &CFilmLinkedKey::SetInHandle, *object);
+            MoveHandle(session, *targetKey, &CFilmLinkedKey::SetInHandle, *object);
         } else if (object == targetOutControl &&
                    TakesHandle(*object, targetKey, &CFilmVectorKey::outMethod)) {
-            MoveHandle(*targetKey, &CFilmLinkedKey::SetOutHandle, *object);
+            MoveHandle(session, *targetKey, &CFilmLinkedKey::SetOutHandle, *object);
         } else if (handled == kAllObjects) {
             break;
         } else {
@@ -97,7 +96,7 @@ void CCameraHelpersController::OnObjectsMoved(const ObjectList* objects) {
 }
 
 void CCameraHelpersController::AddMissingKeys(CFilmTrack& track, float time, bool needEye, bool needTarget) {
-    const IFilmManager* manager = GetPlugin().GetFilmManager();
+    const IFilmManager* manager = session.GetFilmManager();
     if (manager == nullptr || manager->keyFactory == nullptr) {
         return;
     }
@@ -107,6 +106,6 @@ void CCameraHelpersController::AddMissingKeys(CFilmTrack& track, float time, boo
     const bool targetMade =
         needTarget && AddPointKey(track, factory, KeyKind::CameraTarget, time, *targetObject);
     if (eyeMade || targetMade) {
-        RefreshRows(time);
+        RefreshRows(session, time);
     }
 }

@@ -2,8 +2,9 @@
 
 #include "plugin/ChunkReader.h"
 #include "plugin/contract/Chunks.h"
+#include "plugin/contract/EventCodes.h"
+#include "plugin/FilmSession.h"
 #include "plugin/LevelChunkIds.h"
-#include "plugin/PluginImpl.h"
 
 #include <algorithm>
 #include <cmath>
@@ -109,19 +110,18 @@ CFilmsLightHelper* CFilmsLightHelperMgr::GetOrCreateSunHelper(ILevelData* levelD
     if (CFilmsLightHelper* sun = GetSunHelper()) {
         return sun;
     }
-    IPluginImpl& plugin = GetPlugin();
-    IEditor* editor = plugin.editor;
+    IEditor* editor = session.editor;
     if (creatingSun || levelData == nullptr || levelData->sunObject == nullptr || editor == nullptr ||
-        !editor->HasObjectClass("Control") || plugin.glLightClass == nullptr) {
+        !editor->HasObjectClass("Control") || session.glLightClass == nullptr) {
         return nullptr;
     }
     HelperObjectParams params;
     params.position = SunPosition(*levelData->sunObject);
     params.className = ClassName::GLLight;
-    params.modelPath = plugin.glLightClass->path;
+    params.modelPath = session.glLightClass->path;
     EditorObject* object = nullptr;
     creatingSun = true;
-    editor->CreateHelperObject("Control", plugin.pluginId, kHelperType, params, &object);
+    editor->CreateHelperObject("Control", session.pluginId, kHelperType, params, &object);
     creatingSun = false;
     if (object == nullptr) {
         return nullptr;
@@ -131,10 +131,10 @@ CFilmsLightHelper* CFilmsLightHelperMgr::GetOrCreateSunHelper(ILevelData* levelD
     helper->object = object;
     Add(helper);
     object->GetInfo()->Update(0);
-    if (plugin.level != nullptr) {
-        plugin.level->MakeUniqueName("SunHelper", object, 0);
+    if (session.level != nullptr) {
+        session.level->MakeUniqueName("SunHelper", object, 0);
     }
-    editor->BroadcastEvent(EventCode::ObjectSetChanged, plugin.pluginId, nullptr);
+    editor->BroadcastEvent(EventCode::ObjectSetChanged, session.pluginId, nullptr);
     editor->RedrawViews();
     return helper;
 }

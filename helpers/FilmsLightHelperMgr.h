@@ -7,10 +7,12 @@
 #include <cstdint>
 #include <list>
 
+class FilmSession;
+
 /// Owns the light helpers of the level. One instance, a member of the plug-in object.
 class CFilmsLightHelperMgr {
 public:
-    CFilmsLightHelperMgr() = default;
+    explicit CFilmsLightHelperMgr(const FilmSession& openSession) : session(openSession) {}
     virtual ~CFilmsLightHelperMgr();
     CFilmsLightHelperMgr(const CFilmsLightHelperMgr&) = delete;
     CFilmsLightHelperMgr& operator=(const CFilmsLightHelperMgr&) = delete;
@@ -29,6 +31,8 @@ public:
     CFilmsLightHelper* GetSunHelper() const;
     /// Makes the sun helper through the host if there is none; null if the host can't.
     CFilmsLightHelper* GetOrCreateSunHelper(ILevelData* levelData);
+    /// True inside the host's call that makes the sun helper's object.
+    bool IsCreatingSun() const { return creatingSun; }
     /// Hides or shows the lights of a film in the level.
     static void SetLightsForFilm(IFilm* film, bool hide);
     /// Marks the helper objects as not saved with the level's objects and collects them.
@@ -46,7 +50,6 @@ public:
     std::list<CFilmsLightHelper*> helpers; ///< owned
 
 private:
+    const FilmSession& session;
     bool creatingSun = false; ///< the host reports the new object while it is made
-public:
-    bool IsCreatingSun() const { return creatingSun; }
 };

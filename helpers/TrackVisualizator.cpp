@@ -1,7 +1,7 @@
 #include "helpers/TrackVisualizator.h"
 
 #include "files/Log.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 
 #include <algorithm>
 #include <new>
@@ -49,21 +49,21 @@ void CTrackVisualizator::SetRenderTrack(CFilmTrack* track) {
 
 void CTrackVisualizator::Draw() {
     const CFilmCameraTrack* camera = AsCameraTrack(renderTrack);
-    const IPluginImpl& plugin = GetPlugin();
     if (renderTrackData == nullptr || camera == nullptr || camera->film == nullptr ||
-        plugin.view == nullptr) {
+        session.view == nullptr) {
         return;
     }
     renderTrackData->detail = detail;
     camera->film->SampleCameraPath(renderTrackData, 1);
-    camera->film->SetTime(plugin.currentTime, IPluginImpl::kNoPrevious);
+    camera->film->SetTime(session.currentTime, FilmSession::kNoPrevious);
 
     PointStrip& eyePath = renderTrackData->strips[0];
     DrawStrip(eyePath, colors[0]);
     // Required: a loop of the target alone closes the eye's path too, and the target's is never closed.
     const bool closes = ClosesPath(camera->loopMode[0]) || ClosesPath(camera->loopMode[1]);
     if (closes && eyePath.count > 0) {
-        plugin.view->DrawLine(eyePath.At(0)->Data(), eyePath.At(eyePath.count - 1)->Data(), colors[0].data());
+        session.view->DrawLine(eyePath.At(0)->Data(), eyePath.At(eyePath.count - 1)->Data(),
+                               colors[0].data());
     }
     DrawStrip(renderTrackData->strips[1], colors[1]);
 }
@@ -72,7 +72,7 @@ void CTrackVisualizator::DrawStrip(PointStrip& strip, const Color& color) const 
     if (strip.count == 0) {
         return; // asking for a point would make one
     }
-    IEditorView& view = *GetPlugin().view;
+    IEditorView& view = *session.view;
     const Vector3* from = strip.At(0);
     for (std::int32_t point = 1; point < strip.count; ++point) {
         const Vector3* to = strip.At(point); // points never move, so the one before stays good

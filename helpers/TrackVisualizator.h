@@ -7,11 +7,13 @@
 #include <list>
 #include <memory>
 
+class FilmSession;
+
 /// Draws the eye's and the target's path of the camera under edit into the 3D views. A member of the plug-in
 /// object.
 class CTrackVisualizator {
 public:
-    CTrackVisualizator() { SetDefaults(); }
+    explicit CTrackVisualizator(const FilmSession& openSession) : session(openSession) { SetDefaults(); }
     virtual ~CTrackVisualizator() = default;
     CTrackVisualizator(const CTrackVisualizator&) = delete;
     CTrackVisualizator& operator=(const CTrackVisualizator&) = delete;
@@ -37,4 +39,6 @@ public:
 private:
     void SetDefaults();
     void DrawStrip(PointStrip& strip, const Color& color) const;
+
+    const FilmSession& session;
 };

@@ -154,7 +154,7 @@ public:
     void DeleteMovieParams(IFilm* film);
 
     CToolBarReg toolbar;
-    CFilmsLightHelperMgr lightHelpers;
+    CFilmsLightHelperMgr lightHelpers{*this};
     IFilm* suspendedFilm = nullptr; ///< the three are kept by event 19 for event 13
     float suspendedTime = 0.0f;
     std::uint8_t suspendedPlaying = 0;
@@ -165,8 +165,8 @@ public:
     CMenu filmsMenu;
     std::list<int> attachedViews;
     std::list<VirtualObjectRecord> virtualObjects;
-    CTrackVisualizator trackVisualizer;
-    CCameraHelpersController cameraHelpers;
+    CTrackVisualizator trackVisualizer{*this};
+    CCameraHelpersController cameraHelpers{*this};
 
     /// Makers of windows that are made on first use; null where there is no such window.
     IScenarioWindow* (*makeScenarioWindow)(IPluginImpl& plugin) = nullptr;

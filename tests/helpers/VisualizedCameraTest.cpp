@@ -192,7 +192,7 @@ TEST_F(VisualizedCameraTest, CameraThatIsRemovedWhileItsFilmPlaysIsDrawnNoMore) 
 }
 
 TEST_F(VisualizedCameraTest, CameraNamesAreFoundInTheCurrentFilmOnly) {
-    const CEditorCameraManager cameras;
+    const CEditorCameraManager cameras(plugin);
     EXPECT_TRUE(cameras.CameraExists("Cam"));
     EXPECT_FALSE(cameras.CameraExists("cam"));
     EXPECT_FALSE(cameras.CameraExists(""));
