@@ -52,6 +52,8 @@ public:
     IFilm* GetCurrentFilm() const { return currentFilm; }
     /// Seconds, rounded to a frame. With a rate of 0, cut to whole seconds.
     double SnapToFrame(float time) const;
+    /// Seconds; negative and NaN give 0. Tells the scenario window unless the call comes from it.
+    virtual void SetTime(float time, bool fromWindow) = 0;
     /// Poses the film and the views; does not touch currentTime.
     virtual void SetFrame(float time, float previous) = 0;
     /// The object that the track moves, null for none.
@@ -68,6 +70,12 @@ public:
     /// Before a command that may make the rows anew: what was typed in the attributes window is kept. May ask
     /// the user.
     void ApplyPendingEdits() const;
+    /// The scenario window shows the open film anew.
+    void RebuildWindow() const {
+        if (scenarioDlg != nullptr) {
+            scenarioDlg->ShowCurrentFilm();
+        }
+    }
     IMainCtrl* GetMainCtrl() const { return scenarioDlg != nullptr ? scenarioDlg->GetMainCtrl() : nullptr; }
 
     IScenarioWindow* scenarioDlg = nullptr; ///< may be null; destroys itself
@@ -76,9 +84,10 @@ public:
     ILevel* level = nullptr;
     PluginCommandId pluginId; ///< local number 0
     IFilm* currentFilm = nullptr;
-    std::uint8_t isPlaying = 0; ///< 1 while the timing loop runs
-    float currentTime = 0.0f;   ///< seconds, never negative
-    int framesPerSecond = 0;    ///< 0 until the first new level, then 30
+    std::uint8_t isPlaying = 0;      ///< 1 while the timing loop runs
+    float currentTime = 0.0f;        ///< seconds, never negative
+    std::uint8_t animateObjects = 0; ///< 1: moves of objects become keys
+    int framesPerSecond = 0;         ///< 0 until the first new level, then 30
     std::array<FilmViewSettings, IFilmManager::kFilms> filmViewSettings;
     std::unique_ptr<IKeyAttributesDlg> keyAttributesDlg;
     CPluginFilmsParams levelParams;

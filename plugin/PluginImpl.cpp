@@ -147,12 +147,6 @@ void IPluginImpl::RewindTime() {
     SetFrame(0.0f, previous);
 }
 
-void IPluginImpl::RebuildWindow() {
-    if (scenarioDlg != nullptr) {
-        scenarioDlg->ShowCurrentFilm();
-    }
-}
-
 void IPluginImpl::OnObjectDestroyed(EditorObject* object) {
     if (object == nullptr) {
         return;
@@ -162,16 +156,12 @@ void IPluginImpl::OnObjectDestroyed(EditorObject* object) {
         info->SetPluginData(kPluginKind, nullptr);
     }
     objectMatrices.RemoveAll(object);
-    virtualObjects.remove_if([object](const VirtualObjectRecord& record) { return record.object == object; });
+    virtuals.ForgetObject(object);
     lightHelpers.ForgetObject(object);
     if (contextObject == object) {
         contextObject = nullptr;
     }
-    for (MovedObjects* moved : movesUnderWay) {
-        for (MovedObject& move : *moved) {
-            move.object = move.object == object ? nullptr : move.object;
-        }
-    }
+    moves.ForgetObject(object);
     cameraHelpers.ForgetObject(object);
     IMainCtrl* control = GetMainCtrl();
     if (IAttachDialog* dialog = control != nullptr ? control->GetAttachDialog() : nullptr) {

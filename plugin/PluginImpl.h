@@ -5,39 +5,27 @@
 #include "helpers/CameraHelpersController.h"
 #include "helpers/FilmsLightHelperMgr.h"
 #include "helpers/TrackVisualizator.h"
+#include "plugin/ActorList.h"
+#include "plugin/AttachedViews.h"
+#include "plugin/CameraFrame.h"
 #include "plugin/contract/EventCodes.h"
 #include "plugin/contract/Plugin.h"
 #include "plugin/FilmSession.h"
+#include "plugin/FilmValidation.h"
+#include "plugin/LightActors.h"
+#include "plugin/ObjectMatrices.h"
 #include "plugin/ObjectMatrixRecords.h"
+#include "plugin/ObjectMoves.h"
+#include "plugin/Player.h"
+#include "plugin/VirtualObjects.h"
 
-#include <array>
 #include <list>
 #include <memory>
 #include <string>
-#include <unordered_set>
-#include <vector>
 
-/// A level object that is kept for films only.
-struct VirtualObjectRecord {
-    std::string objectName;
-    std::string meshName;
-    std::string className; ///< the real class, to turn the object back
-    EditorObject* object = nullptr;
-};
-
-/// An object that the host has moved, while the move is answered.
-struct MovedObject {
-    explicit MovedObject(EditorObject* moved) : object(moved) {}
-
-    EditorObject* object; ///< null once it is destroyed
-    std::array<float, 16> userMatrix{};
-    bool isSnappedBack = false; ///< to its film pose, which the other plug-ins are told
-};
-
-using MovedObjects = std::vector<MovedObject>;
-
-/// The one object that ties the library together: the current film and time, the host's commands and events,
-/// actors, playing and the level's chunks. Split over the PluginImpl*.cpp files by topic.
+/// The one object that ties the library together: it says what happens at the host's commands and events, and
+/// how films are opened and posed. Each other subject is a part of it, with a header of its own, to which the
+/// operations go on; the parts see the session and those parts that they are made with, never this object.
 ///
 /// Everything runs on the host's user-interface thread. `Play` pumps messages, so any operation can run
 /// inside a playing film; state is read anew after each pump.
@@ -53,7 +41,9 @@ public:
     void Reserved2() override {}
     void Reserved3(Word) override {}
     void Reserved4(Word) override {}
-    bool CanDeleteObjects(const ObjectList* objects, std::list<DeleteMessage>* messages) override;
+    bool CanDeleteObjects(const ObjectList* objects, std::list<DeleteMessage>* messages) override {
+        return actors.CanDelete(objects, messages);
+    }
     void OnObjectDestroyed(EditorObject* object) override;
     void Reserved5() override {}
     void Reserved6() override {}
@@ -88,15 +78,14 @@ public:
     /// Index of the new film, -1 without level data or a free slot.
     int CreateFilm();
     void DeleteFilm(IFilm* film);
-    /// Seconds; negative and NaN give 0. Tells the scenario window unless the call comes from it.
-    void SetTime(float time, bool fromWindow);
+    void SetTime(float time, bool fromWindow) override;
     void SetFrame(float time, float previous) override;
     /// Name of the camera that the film shows at a time, empty if none; `key` may be null.
     void GetCameraNameAtTime(std::string& name, float time, IFilmKey** key) const;
     /// Blocks until the film stops. The argument plays no part: playing starts at currentTime.
-    void Play(float startTime);
-    void StopPlaying();
-    bool ValidateFilm(IFilm* film);
+    void Play(float /*startTime*/) { player.Play(); }
+    void StopPlaying() { player.Stop(); }
+    bool ValidateFilm(IFilm* film) { return ::ValidateFilm(film); }
     void ResetFilmViewSettings(int index);
     void SetFilmViewSettings(int index, const FilmViewSettings& update);
 
@@ -111,44 +100,50 @@ public:
     void SetVisualizedTrack(CFilmTrack* track) override;
     /// Made on first call; null while no maker is installed.
     IKeyAttributesDlg* GetKeyAttributesDlg();
-    void AttachView(int viewNumber);
-    void DetachView(int viewNumber);
+    void AttachView(int viewNumber) { views.Attach(viewNumber); }
+    void DetachView(int viewNumber) { views.Detach(viewNumber); }
     void AttachContextObject();
     bool CanAttachWithoutCycle(IFilm* film, EditorObject* object, EditorObject* actor) const;
 
     // Actors and tracks.
-    void AddSelectedActors();
-    void AddActors(const ObjectList& objects);
-    bool AddLightTrack(EditorObject* object);
-    bool AddSunTrack(IFilm* film);
-    void RemoveActors(IFilm* film, const ObjectList* objects, bool lightsOnly);
-    bool DeleteLightOfTrack(CFilmTrack* track);
-    void OnObjectsMoved(const ObjectList& objects);
+    void AddSelectedActors() { actors.AddSelected(); }
+    void AddActors(const ObjectList& objects) { actors.Add(objects); }
+    bool AddLightTrack(EditorObject* object) { return lightActors.AddTrack(object); }
+    bool AddSunTrack(IFilm* film) { return lightActors.AddSunTrack(film); }
+    void RemoveActors(IFilm* film, const ObjectList* objects, bool lightsOnly) {
+        actors.Remove(film, objects, lightsOnly);
+    }
+    bool DeleteLightOfTrack(CFilmTrack* track) { return lightActors.DeleteLightOf(track); }
+    void OnObjectsMoved(const ObjectList& objects) { moves.OnMoved(objects); }
     void RecordTransformKeys(EditorObject* object, IFilm* film, float time, const float* newMatrix,
                              const float* oldMatrix);
-    void CreateCameraFrame(CFilmTrack* track, float time, int viewNumber);
-    EditorObject* FindObjectByTrack(CFilmTrack* track) const override;
+    void CreateCameraFrame(CFilmTrack* track, float time, int viewNumber) {
+        ::CreateCameraFrame(*this, track, time, viewNumber);
+    }
+    EditorObject* FindObjectByTrack(CFilmTrack* track) const override { return actors.FindObjectOf(track); }
     const CFilmsLightHelper* FindLightByTrack(CFilmTrack* track) const override {
         return lightHelpers.FindByTrack(track);
     }
-    CFilmTrack* FindTrackOfObject(IFilm* film, EditorObject* object) const;
+    CFilmTrack* FindTrackOfObject(IFilm* film, EditorObject* object) const {
+        return actors.FindTrackOf(film, object);
+    }
 
     // Matrices outside of films.
-    void AddObjectMatrix(EditorObject* object);
-    void RefreshMatrices(const ObjectList* objects);
-    void RestoreMatrices();
-    void RestoreOneMatrix(EditorObject* object);
-    void RebuildMatrices();
+    void AddObjectMatrix(EditorObject* object) { matrices.Add(object); }
+    void RefreshMatrices(const ObjectList* objects) { matrices.Refresh(objects); }
+    void RestoreMatrices() { matrices.Restore(); }
+    void RestoreOneMatrix(EditorObject* object) { matrices.RestoreOne(object); }
+    void RebuildMatrices() { matrices.Rebuild(); }
     /// With no record the user is warned and the identity is given.
-    const float* GetStoredMatrix(EditorObject* object) const;
+    const float* GetStoredMatrix(EditorObject* object) const { return matrices.Get(object); }
 
     // Virtual objects and level chunks.
-    void ConvertToVirtualObjects(const ObjectList* objects);
-    void ConvertToNormalObjects(const ObjectList* objects);
-    void RemoveVirtualRecord(const EditorObject* object);
-    void RefreshVirtualNames();
+    void ConvertToVirtualObjects(const ObjectList* objects) { virtuals.ConvertToVirtual(objects); }
+    void ConvertToNormalObjects(const ObjectList* objects) { virtuals.ConvertToNormal(objects); }
+    void RemoveVirtualRecord(const EditorObject* object) { virtuals.RemoveRecord(object); }
+    void RefreshVirtualNames() { virtuals.RefreshNames(); }
     void CollectHiddenObjects(HiddenObjectsRequest* request);
-    void WriteValidationFile(const EditorObject& root) const;
+    void WriteValidationFile(const EditorObject& root) const { ::WriteValidationFile(*this, root); }
     /// Copies the store unless its first record is known already; the argument stays the caller's.
     void AddCameraParams(const CPluginFilmsParams& params);
     void DeleteMovieParams(IFilm* film);
@@ -159,12 +154,11 @@ public:
     float suspendedTime = 0.0f;
     std::uint8_t suspendedPlaying = 0;
     float playOrigin = 0.0f; ///< clock milliseconds at film time 0; float32 by design of the timing loop
-    std::uint8_t animateObjects = 0;
     EditorObject* contextObject = nullptr;
     ObjectMatrixRecords objectMatrices;
     CMenu filmsMenu;
     std::list<int> attachedViews;
-    std::list<VirtualObjectRecord> virtualObjects;
+    VirtualObjectRecords virtualObjects;
     CTrackVisualizator trackVisualizer{*this};
     CCameraHelpersController cameraHelpers{*this};
 
@@ -173,11 +167,6 @@ public:
     std::unique_ptr<IKeyAttributesDlg> (*makeKeyAttributesDlg)(IPluginImpl& plugin) = nullptr;
 
 private:
-    using ObjectSet = std::unordered_set<const EditorObject*>;
-
-    std::vector<MovedObjects*> movesUnderWay; ///< one inside the other
-    int playDepth = 0;                        ///< timing loops that run inside each other
-
     void OnObjectsCreated();
     void OnObjectsDeleted();
     void OnSelectionChanged();
@@ -190,35 +179,29 @@ private:
     void RefreshMoviesPanel();
     void PoseAllTracks();
     void PoseForOpening();
-    void CopyCameraToViews();
-    void StartTiming();
-    bool PumpMessages();
-    bool AdvancePlaying();
-    void RebuildWindow();
-    void RestoreRecord(const ObjectMatrixRecord& record);
-    void ForgetDeletedObject(EditorObject* object, const ObjectSet& deleted);
-    void RecordChildren(EditorObject* object, const ObjectSet& deleted);
-    bool CanBecomeActor(EditorObject* object, bool isVirtual) const;
-    void AddActor(EditorObject* object);
-    void RemoveActor(IFilm* film, EditorObject* object, bool lightsOnly);
-    void MoveObject(MovedObject& move);
+    void ForgetDeletedObject(EditorObject* object, const ObjectMatrices::ObjectSet& deleted);
     bool InsertObjectMenuItem(CMenu* menu, int popupItem, const std::string& text);
     bool OfferLinkObject(CMenu* menu, EditorObject* object);
     bool OfferAttachObject(CMenu* menu, EditorObject* object);
     void LoadToolbarAndMenu();
     void FindLightClasses();
-    void MakeLightParams(EditorObject* object);
-    void ConvertToVirtual(EditorObject* object, const ObjectList& others);
-    void TellClassesChanged();
-    void UpdateAttachButton();
-    bool AddLightKeys(const IFilm& film, CFilmTrack* track, EditorObject* object, bool positionOnly);
-    IFilmKey* AddKey(CFilmTrack* track, int kind, float time, const void* value);
     void SaveRootChunks(fs::file& file, EditorObject* root);
     void SaveVirtualActors(fs::file& file, IFilmManager* manager);
     void LoadViewSettings(fs::file& file, std::uint32_t size);
     void LoadTrackParams(fs::file& file, std::uint32_t size);
     void LoadObjectParams(IHostObject* object, fs::file& file, bool newForm, std::uint32_t size);
     void LoadVirtualObjects(IHostObject* object, fs::file& file, bool withClassNames, std::uint32_t size);
+
+    ObjectMatrices matrices{*this, objectMatrices};
+    VirtualObjects virtuals{*this, virtualObjects};
+    ActorList actors{*this, lightHelpers, matrices};
+    LightActors lightActors{*this, lightHelpers, matrices};
+    ObjectMoves moves{*this, objectMatrices, actors, cameraHelpers,
+                      [this](EditorObject* object, const float* userMatrix, const float* matrixBefore) {
+                          RecordTransformKeys(object, currentFilm, currentTime, userMatrix, matrixBefore);
+                      }};
+    AttachedViews views{*this, attachedViews};
+    Player player{*this, playOrigin};
 };
 
 /// The plug-in object of this library: the one that was made last and still lives.

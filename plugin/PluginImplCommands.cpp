@@ -28,6 +28,7 @@ constexpr CommandResource kCommandResources[] = {
     {IDC_ATTACH_TO_OBJECT, LocalCommand::AttachObject, false},
 };
 
+constexpr int kPlayShortcut = 0;
 constexpr int kEnterKey = 13;
 constexpr int kCtrlModifier = 8;
 
@@ -69,7 +70,20 @@ void IPluginImpl::LoadToolbarAndMenu() {
 
 void IPluginImpl::RegisterShortcuts() {
     if (editor != nullptr) {
-        editor->AddShortcuts({{kPluginKind, 0, "Start / stop playing movie", kEnterKey, kCtrlModifier}});
+        editor->AddShortcuts(
+            {{kPluginKind, kPlayShortcut, "Start / stop playing movie", kEnterKey, kCtrlModifier}});
+    }
+}
+
+void IPluginImpl::OnShortcut(Word, int number, Word) {
+    const ResourceScope resources(PluginResources());
+    if (number != kPlayShortcut || currentFilm == nullptr) {
+        return;
+    }
+    if (isPlaying != 0) {
+        StopPlaying();
+    } else {
+        Play(currentTime);
     }
 }
 

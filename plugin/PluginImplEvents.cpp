@@ -2,8 +2,8 @@
 
 #include "plugin/LocalCommands.h"
 
-#include <algorithm>
 #include <cstring>
+#include <memory>
 
 namespace {
 
@@ -75,8 +75,7 @@ void IPluginImpl::OnEvent(int code, void* data) {
 
 void IPluginImpl::OnViewRequest(int code, Word, void* data, bool* result) {
     if (code == ViewRequest::IsAttached && result != nullptr) {
-        *result =
-            data != nullptr && std::ranges::find(attachedViews, ViewNumber(data)) != attachedViews.end();
+        *result = data != nullptr && views.Has(ViewNumber(data));
     } else if (code == ViewRequest::Detach && data != nullptr) {
         DetachView(ViewNumber(data));
     } else if (code == ViewRequest::ObjectsMoved && data != nullptr) {
@@ -117,6 +116,43 @@ void IPluginImpl::OnObjectsCreated() {
     }
 }
 
+void IPluginImpl::OnObjectsDeleted() {
+    const ObjectList* selected = view != nullptr ? view->GetSelectedObjects() : nullptr;
+    if (selected == nullptr || GetLevelData() == nullptr) {
+        return;
+    }
+    const ObjectList deleted = *selected;
+    if (IFilmManager* manager = GetFilmManager()) {
+        manager->OnObjectsDeleted(deleted);
+    }
+    for (int index = 0; index < IFilmManager::kFilms; ++index) {
+        if (IFilm* film = GetFilmByIndex(index)) {
+            RemoveActors(film, &deleted, /*lightsOnly*/ true);
+        }
+    }
+    const ObjectMatrices::ObjectSet gone(deleted.begin(), deleted.end());
+    for (EditorObject* object : deleted) {
+        if (object != nullptr && object->IsA(ClassId::LevelObject)) {
+            ForgetDeletedObject(object, gone);
+        }
+    }
+    if (currentFilm != nullptr) {
+        RebuildWindow();
+    }
+}
+
+void IPluginImpl::ForgetDeletedObject(EditorObject* object, const ObjectMatrices::ObjectSet& deleted) {
+    objectMatrices.RemoveFirst(object);
+    if (ObjectDerivesFrom(object, ClassName::DynLight) || ObjectDerivesFrom(object, ClassName::GLLight)) {
+        const std::unique_ptr<CFilmsLightHelper> helper(lightHelpers.FindByObject(object));
+        lightHelpers.Remove(helper.get());
+    }
+    if (object->GetInfo()->className == ClassName::VirtualObject) {
+        RemoveVirtualRecord(object);
+    }
+    matrices.RecordChildren(*object, deleted);
+}
+
 /// Required: a film that plays is stopped twice and the objects are put back twice.
 void IPluginImpl::OnSuspend() {
     suspendedFilm = currentFilm;
@@ -142,5 +178,17 @@ void IPluginImpl::OnResume() {
     SetTime(suspendedTime, /*fromWindow*/ false);
     if (suspendedPlaying != 0) {
         Play(suspendedTime);
+    }
+}
+
+void IPluginImpl::CollectHiddenObjects(HiddenObjectsRequest* request) {
+    if (request == nullptr || request->collection == nullptr) {
+        return;
+    }
+    virtuals.Hide(*request->collection);
+    ObjectList lights;
+    lightHelpers.HideFromLevel(&lights);
+    for (EditorObject* light : lights) {
+        request->collection->Add(light);
     }
 }

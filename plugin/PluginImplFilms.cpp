@@ -114,6 +114,25 @@ void IPluginImpl::SetTime(float time, bool fromWindow) {
     SetFrame(currentTime, previous);
 }
 
+void IPluginImpl::SetFrame(float time, float previous) {
+    if (currentFilm == nullptr) {
+        return;
+    }
+    if (isPlaying == 0 || previous > time) {
+        previous = kNoPrevious;
+    }
+    currentFilm->SetTime(time, previous);
+    if (editor != nullptr) {
+        editor->BroadcastEvent(EventCode::ObjectsMoved, pluginId, nullptr);
+    }
+    // The event before may have run other code: the film is looked at anew.
+    views.CopyCamera();
+    cameraHelpers.UpdateObjects(trackVisualizer.renderTrack, time);
+    if (editor != nullptr) {
+        editor->RedrawViews();
+    }
+}
+
 void IPluginImpl::GetCameraNameAtTime(std::string& name, float time, IFilmKey** key) const {
     const CFilmCameraKey* winner = nullptr;
     if (currentFilm != nullptr && currentFilm->mainTrack != nullptr) {

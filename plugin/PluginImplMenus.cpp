@@ -4,8 +4,6 @@
 #include "plugin/LocalCommands.h"
 #include "plugin/PluginResources.h"
 
-#include <algorithm>
-
 namespace {
 
 /// Items of the popup of the films menu, by position.
@@ -34,7 +32,7 @@ bool IPluginImpl::OnViewMenu(CMenu* menu) {
         popup->GetMenuString(static_cast<UINT>(item), text, MF_BYPOSITION);
         menu->AppendMenu(MF_STRING, popup->GetMenuItemID(item), text.c_str());
     }
-    if (std::ranges::find(attachedViews, active) == attachedViews.end()) {
+    if (!views.Has(active)) {
         menu->EnableMenuItem(pluginId.WithLocal(LocalCommand::DetachMovie).word, MF_BYCOMMAND | MF_GRAYED);
     }
     return true;
@@ -117,50 +115,5 @@ void IPluginImpl::AttachContextObject() {
     IAttachDialog* dialog = control != nullptr ? control->GetAttachDialog() : nullptr;
     if (dialog != nullptr && dialog->IsVisible() && dialog->GetTrack() != nullptr) {
         dialog->SetObject(contextObject);
-    }
-}
-
-/// Required: a listed view that the host says is not attached stays as it is until it is detached.
-void IPluginImpl::AttachView(int viewNumber) {
-    if (editor == nullptr) {
-        return;
-    }
-    const bool listed = std::ranges::find(attachedViews, viewNumber) != attachedViews.end();
-    const bool attached = editor->IsViewAttachedToPlugin(viewNumber, pluginId);
-    if (listed && !attached) {
-        return;
-    }
-    if (attached) {
-        editor->DetachViewFromPlugin(viewNumber, pluginId);
-        if (editor->IsViewAttachedToPlugin(viewNumber, pluginId)) {
-            return;
-        }
-    }
-    if (!editor->AttachViewToPlugin(viewNumber, pluginId)) {
-        return;
-    }
-    if (std::ranges::find(attachedViews, viewNumber) == attachedViews.end()) {
-        attachedViews.push_back(viewNumber);
-    }
-    editor->RedrawView(viewNumber);
-    UpdateAttachButton();
-}
-
-void IPluginImpl::DetachView(int viewNumber) {
-    const auto found = std::ranges::find(attachedViews, viewNumber);
-    if (found == attachedViews.end()) {
-        return;
-    }
-    attachedViews.erase(found);
-    if (editor != nullptr) {
-        editor->DetachViewFromPlugin(viewNumber, pluginId);
-        editor->RedrawView(viewNumber);
-    }
-    UpdateAttachButton();
-}
-
-void IPluginImpl::UpdateAttachButton() {
-    if (scenarioDlg != nullptr && scenarioDlg->IsEnabled()) {
-        scenarioDlg->UpdateAttachButton();
     }
 }

@@ -1,6 +1,7 @@
-#include "plugin/PluginImpl.h"
+#include "plugin/CameraFrame.h"
 
 #include "keys/NewKey.h"
+#include "plugin/FilmSession.h"
 
 #include <cmath>
 
@@ -50,11 +51,12 @@ void AddCameraKey(CFilmTrack& track, IKeyFactory& factory, int kind, float time,
     key->SetLinkElement(before != nullptr ? before->linkElement : std::string());
 }
 
-void SetCameraKey(CFilmTrack& track, IKeyFactory& factory, int kind, float time, const Vector3& value) {
+void SetCameraKey(const FilmSession& session, CFilmTrack& track, IKeyFactory& factory, int kind, float time,
+                  const Vector3& value) {
     const KeysAround keys = FindKeysAround(track, kind, time);
     if (keys.at != nullptr) {
         keys.at->SetValue(value.Data());
-        GetPlugin().TellKeyWritten(keys.at);
+        session.TellKeyWritten(keys.at);
     } else {
         AddCameraKey(track, factory, kind, time, value, keys.before);
     }
@@ -66,32 +68,32 @@ float Distance(const Vector3& a, const Vector3& b) {
 
 } // namespace
 
-void IPluginImpl::CreateCameraFrame(CFilmTrack* track, float time, int viewNumber) {
-    const IFilmManager* manager = GetFilmManager();
-    if (track == nullptr || viewNumber == -1 || currentFilm == nullptr || !(time >= 0.0f) ||
-        time > currentFilm->length || view == nullptr || manager == nullptr ||
-        manager->keyFactory == nullptr) {
+void CreateCameraFrame(const FilmSession& session, CFilmTrack* track, float time, int viewNumber) {
+    const IFilmManager* manager = session.GetFilmManager();
+    IFilm* film = session.currentFilm;
+    IEditorView* view = session.view;
+    if (track == nullptr || viewNumber == -1 || film == nullptr || !(time >= 0.0f) || time > film->length ||
+        view == nullptr || manager == nullptr || manager->keyFactory == nullptr) {
         return;
     }
     const float* matrix = view->GetViewMatrix(viewNumber);
     if (matrix == nullptr) {
         return;
     }
-    float distance =
-        Distance(currentFilm->GetCameraPosition(track, time), currentFilm->GetCameraTarget(track, time));
+    float distance = Distance(film->GetCameraPosition(track, time), film->GetCameraTarget(track, time));
     if (distance == 0.0f) {
         distance = kDefaultDistance;
     }
     const Vector3 eye{matrix[12], matrix[13], matrix[14]};
     const Vector3 target{eye.x - distance * matrix[8], eye.y - distance * matrix[9],
                          eye.z - distance * matrix[10]};
-    SetCameraKey(*track, *manager->keyFactory, KeyKind::CameraPosition, time, eye);
-    SetCameraKey(*track, *manager->keyFactory, KeyKind::CameraTarget, time, target);
-    if (scenarioDlg != nullptr) {
-        scenarioDlg->ShowCurrentFilm();
-        scenarioDlg->SetTime(currentTime);
+    SetCameraKey(session, *track, *manager->keyFactory, KeyKind::CameraPosition, time, eye);
+    SetCameraKey(session, *track, *manager->keyFactory, KeyKind::CameraTarget, time, target);
+    if (session.scenarioDlg != nullptr) {
+        session.scenarioDlg->ShowCurrentFilm();
+        session.scenarioDlg->SetTime(session.currentTime);
     }
-    if (editor != nullptr) {
-        editor->RedrawViews();
+    if (session.editor != nullptr) {
+        session.editor->RedrawViews();
     }
 }
