@@ -1,5 +1,6 @@
 #include "keys/KeyAttributesDlg.h"
 #include "plugin/PluginImpl.h"
+#include "timeline/FilmsView.h"
 #include "timeline/ScenarioDlg.h"
 
 #include <memory>
@@ -38,6 +39,7 @@ extern "C" __attribute__((visibility("default"))) IPlugin*
 InitializeMe(IEditor* editor, std::uintptr_t pluginNumber, IEditorView* view) {
     thePlugin.makeScenarioWindow = &MakeScenarioWindow;
     thePlugin.makeKeyAttributesDlg = &MakeKeyAttributesDlg;
+    CFilmsView::OfferTo(thePlugin);
     thePlugin.Initialize(editor, static_cast<std::uint32_t>(pluginNumber), view);
     return &thePlugin;
 }

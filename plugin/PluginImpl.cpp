@@ -42,7 +42,8 @@ void IPluginImpl::Initialize(IEditor* newEditor, std::uint32_t pluginNumber, IEd
 }
 
 void IPluginImpl::OnEditorReady() {
-    LoadToolbarAndMenu();
+    commandBar.Load();
+    menus.Load();
     editor->AddListenerA(this);
     editor->AddListenerB(this);
     FindLightClasses();

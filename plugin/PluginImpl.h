@@ -6,13 +6,19 @@
 #include "helpers/FilmsLightHelperMgr.h"
 #include "helpers/TrackVisualizator.h"
 #include "plugin/ActorList.h"
+#include "plugin/ActorParents.h"
 #include "plugin/AttachedViews.h"
 #include "plugin/CameraFrame.h"
+#include "plugin/CommandBar.h"
+#include "plugin/CommandTable.h"
+#include "plugin/ContextMenus.h"
 #include "plugin/contract/EventCodes.h"
 #include "plugin/contract/Plugin.h"
 #include "plugin/FilmSession.h"
 #include "plugin/FilmValidation.h"
+#include "plugin/LevelChunks.h"
 #include "plugin/LightActors.h"
+#include "plugin/MovieParams.h"
 #include "plugin/ObjectMatrices.h"
 #include "plugin/ObjectMatrixRecords.h"
 #include "plugin/ObjectMoves.h"
@@ -22,6 +28,8 @@
 #include <list>
 #include <memory>
 #include <string>
+
+struct CRuntimeClass;
 
 /// The one object that ties the library together: it says what happens at the host's commands and events, and
 /// how films are opened and posed. Each other subject is a part of it, with a header of its own, to which the
@@ -58,13 +66,17 @@ public:
     int GetPluginKind() override { return kPluginKind; }
     void OnShortcut(Word, int number, Word) override;
     void OnRender() override;
-    bool OnObjectMenu(CMenu* menu, Word, Word, EditorObject* object) override;
-    bool OnViewMenu(CMenu* menu) override;
+    bool OnObjectMenu(CMenu* menu, Word, Word, EditorObject* object) override {
+        return menus.OfferForObject(menu, object);
+    }
+    bool OnViewMenu(CMenu* menu) override { return menus.OfferForView(menu); }
     void OnEvent(int code, void* data) override;
     void OnViewRequest(int code, Word, void* data, bool* result) override;
-    bool SaveChunks(fs::file& file, IHostObject* object) override;
-    bool LoadChunk(IHostObject* object, fs::file& file, std::uint16_t chunkId, std::uint32_t size) override;
-    bool IsOwnChunk(Word, std::uint16_t chunkId) override;
+    bool SaveChunks(fs::file& file, IHostObject* object) override { return chunks.Save(file, object); }
+    bool LoadChunk(IHostObject* object, fs::file& file, std::uint16_t chunkId, std::uint32_t size) override {
+        return chunks.Load(object, file, chunkId, size);
+    }
+    bool IsOwnChunk(Word, std::uint16_t chunkId) override { return LevelChunks::IsOwn(chunkId); }
     bool Reserved19(Word) override { return false; }
     void Reserved20(Word, Word) override {}
     Word Reserved21(Word, Word, Word, Word) override { return 0; }
@@ -90,10 +102,13 @@ public:
     void SetFilmViewSettings(int index, const FilmViewSettings& update);
 
     // Commands, menus, windows.
-    static Word CommandIdFromResource(Word resourceId, PluginCommandId plugin);
-    Word CommandIdFromResource(Word resourceId) const { return CommandIdFromResource(resourceId, pluginId); }
-    void SetCommandCheck(Word localCommand, bool checked);
-    void EnableCommandRange(Word first, Word last, bool enabled);
+    Word CommandIdFromResource(Word resourceId) const {
+        return ::CommandIdFromResource(resourceId, pluginId);
+    }
+    void SetCommandCheck(Word localCommand, bool checked) { commandBar.SetCheck(localCommand, checked); }
+    void EnableCommandRange(Word first, Word last, bool enabled) {
+        commandBar.EnableRange(first, last, enabled);
+    }
     void ShowPanel(bool show);
     void SetAnimateObjects(bool animate);
     CFilmTrack* GetVisualizedTrack() const override { return trackVisualizer.renderTrack; }
@@ -102,8 +117,10 @@ public:
     IKeyAttributesDlg* GetKeyAttributesDlg();
     void AttachView(int viewNumber) { views.Attach(viewNumber); }
     void DetachView(int viewNumber) { views.Detach(viewNumber); }
-    void AttachContextObject();
-    bool CanAttachWithoutCycle(IFilm* film, EditorObject* object, EditorObject* actor) const;
+    void AttachContextObject() { menus.AttachContextObject(); }
+    static bool CanAttachWithoutCycle(IFilm* film, EditorObject* object, EditorObject* actor) {
+        return ::CanAttachWithoutCycle(film, object, actor);
+    }
 
     // Actors and tracks.
     void AddSelectedActors() { actors.AddSelected(); }
@@ -145,8 +162,8 @@ public:
     void CollectHiddenObjects(HiddenObjectsRequest* request);
     void WriteValidationFile(const EditorObject& root) const { ::WriteValidationFile(*this, root); }
     /// Copies the store unless its first record is known already; the argument stays the caller's.
-    void AddCameraParams(const CPluginFilmsParams& params);
-    void DeleteMovieParams(IFilm* film);
+    void AddCameraParams(const CPluginFilmsParams& params) { ::AddCameraParams(*this, params); }
+    void DeleteMovieParams(IFilm* film) { ::DeleteMovieParams(*this, film); }
 
     CToolBarReg toolbar;
     CFilmsLightHelperMgr lightHelpers{*this};
@@ -165,6 +182,9 @@ public:
     /// Makers of windows that are made on first use; null where there is no such window.
     IScenarioWindow* (*makeScenarioWindow)(IPluginImpl& plugin) = nullptr;
     std::unique_ptr<IKeyAttributesDlg> (*makeKeyAttributesDlg)(IPluginImpl& plugin) = nullptr;
+    /// The panel's class, by which the host makes it, and the panel that lives; null where there is none.
+    const CRuntimeClass* panelClass = nullptr;
+    IFilmsPanel* (*findPanel)() = nullptr;
 
 private:
     void OnObjectsCreated();
@@ -176,21 +196,12 @@ private:
     void ClearLevelState();
     void LeaveFilm();
     void RewindTime();
+    IFilmsPanel* FindPanel() const;
     void RefreshMoviesPanel();
     void PoseAllTracks();
     void PoseForOpening();
     void ForgetDeletedObject(EditorObject* object, const ObjectMatrices::ObjectSet& deleted);
-    bool InsertObjectMenuItem(CMenu* menu, int popupItem, const std::string& text);
-    bool OfferLinkObject(CMenu* menu, EditorObject* object);
-    bool OfferAttachObject(CMenu* menu, EditorObject* object);
-    void LoadToolbarAndMenu();
     void FindLightClasses();
-    void SaveRootChunks(fs::file& file, EditorObject* root);
-    void SaveVirtualActors(fs::file& file, IFilmManager* manager);
-    void LoadViewSettings(fs::file& file, std::uint32_t size);
-    void LoadTrackParams(fs::file& file, std::uint32_t size);
-    void LoadObjectParams(IHostObject* object, fs::file& file, bool newForm, std::uint32_t size);
-    void LoadVirtualObjects(IHostObject* object, fs::file& file, bool withClassNames, std::uint32_t size);
 
     ObjectMatrices matrices{*this, objectMatrices};
     VirtualObjects virtuals{*this, virtualObjects};
@@ -202,6 +213,9 @@ private:
                       }};
     AttachedViews views{*this, attachedViews};
     Player player{*this, playOrigin};
+    LevelChunks chunks{*this, lightHelpers, virtualObjects};
+    CommandBar commandBar{*this, toolbar};
+    ContextMenus menus{*this, filmsMenu, contextObject, views};
 };
 
 /// The plug-in object of this library: the one that was made last and still lives.

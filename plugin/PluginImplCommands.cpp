@@ -4,69 +4,16 @@
 #include "plugin/LocalCommands.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
-#include "timeline/FilmsView.h"
 
 #include <cstring>
 
 namespace {
-
-struct CommandResource {
-    std::uint32_t resource;
-    std::uint32_t local;
-    bool hasText; ///< told by GetCommandText
-};
-
-constexpr CommandResource kCommandResources[] = {
-    {IDC_MOVIES, LocalCommand::Movies, true},
-    {IDC_ANIMATE_OBJECT, LocalCommand::AnimateObject, true},
-    {IDC_CREATE_CAMERA_FRAME, LocalCommand::CreateCameraFrame, true},
-    {IDC_TO_VIRTUAL_OBJECT, LocalCommand::ToVirtualObject, true},
-    {IDC_TO_NORMAL_OBJECT, LocalCommand::ToNormalObject, true},
-    {IDC_ATTACH_MOVIE, LocalCommand::AttachMovie, false},
-    {IDC_DETACH_MOVIE, LocalCommand::DetachMovie, false},
-    {IDC_SET_LINK_OBJECT, LocalCommand::SetLinkObject, false},
-    {IDC_ATTACH_TO_OBJECT, LocalCommand::AttachObject, false},
-};
 
 constexpr int kPlayShortcut = 0;
 constexpr int kEnterKey = 13;
 constexpr int kCtrlModifier = 8;
 
 } // namespace
-
-IPluginImpl::Word IPluginImpl::CommandIdFromResource(Word resourceId, PluginCommandId plugin) {
-    if (resourceId == 0) {
-        return 0;
-    }
-    for (const CommandResource& entry : kCommandResources) {
-        if (entry.resource == resourceId) {
-            return plugin.WithLocal(entry.local).word;
-        }
-    }
-    return plugin.WithLocal(0).word;
-}
-
-void IPluginImpl::LoadToolbarAndMenu() {
-    const ResourceScope resources(PluginResources());
-    editor->AddPluginToolbar(&toolbar, IDR_FILMS_TOOLBAR);
-    for (int index = 0; index < toolbar.GetButtonCount(); ++index) {
-        UINT id = 0;
-        UINT style = 0;
-        int image = 0;
-        toolbar.GetButtonInfo(index, id, style, image);
-        toolbar.SetButtonInfo(index, CommandIdFromResource(id), style, image);
-    }
-    toolbar.SetWindowText("Films");
-    filmsMenu.LoadMenu(IDR_FILMS_MENU);
-    CMenu* popup = filmsMenu.GetSubMenu(0);
-    const int items = popup != nullptr ? static_cast<int>(popup->GetMenuItemCount()) : 0;
-    for (int item = 0; item < items; ++item) {
-        std::string text;
-        popup->GetMenuString(static_cast<UINT>(item), text, MF_BYPOSITION);
-        popup->ModifyMenu(static_cast<UINT>(item), MF_BYPOSITION | MF_STRING,
-                          CommandIdFromResource(popup->GetMenuItemID(item)), text.c_str());
-    }
-}
 
 void IPluginImpl::RegisterShortcuts() {
     if (editor != nullptr) {
@@ -91,14 +38,8 @@ void IPluginImpl::GetCommandText(Word pluginNumber, Word localCommand, char* tex
     if (text == nullptr || pluginNumber != pluginId.PluginNumber()) {
         return;
     }
-    text[0] = '\0';
-    for (const CommandResource& entry : kCommandResources) {
-        if (entry.local == localCommand && entry.hasText) {
-            const ResourceScope resources(PluginResources());
-            const std::string found = LoadString(entry.resource);
-            std::memcpy(text, found.c_str(), found.size() + 1);
-        }
-    }
+    const std::string found = TextOfCommand(localCommand);
+    std::memcpy(text, found.c_str(), found.size() + 1);
 }
 
 void IPluginImpl::OnActivate(bool active) {
@@ -118,7 +59,7 @@ void IPluginImpl::OnCommand(Word pluginNumber, Word localCommand) {
     }
     switch (localCommand) {
     case LocalCommand::Movies:
-        ShowPanel(CFilmsView::GetPanel() == nullptr);
+        ShowPanel(FindPanel() == nullptr);
         break;
     case LocalCommand::AnimateObject:
         SetAnimateObjects(currentFilm != nullptr && animateObjects == 0);
@@ -164,14 +105,18 @@ void IPluginImpl::ShowPanel(bool show) {
     }
     if (show) {
         editor->BroadcastEvent(EventCode::PanelTaken, pluginId, nullptr);
-        editor->ShowPluginPanel(RUNTIME_CLASS(CFilmsView));
+        editor->ShowPluginPanel(panelClass);
     } else {
         editor->HidePluginPanel();
     }
 }
 
+IFilmsPanel* IPluginImpl::FindPanel() const {
+    return findPanel != nullptr ? findPanel() : nullptr;
+}
+
 void IPluginImpl::RefreshMoviesPanel() {
-    if (CFilmsView* panel = CFilmsView::GetPanel()) {
+    if (IFilmsPanel* panel = FindPanel()) {
         panel->RefreshMovies();
     }
 }
@@ -181,20 +126,6 @@ void IPluginImpl::SetAnimateObjects(bool animate) {
     SetCommandCheck(LocalCommand::AnimateObject, animate);
     if (scenarioDlg != nullptr && scenarioDlg->IsEnabled()) {
         scenarioDlg->PressButton(IDC_ANIMATE_OBJECT, animate);
-    }
-}
-
-void IPluginImpl::SetCommandCheck(Word localCommand, bool checked) {
-    const Word command = pluginId.WithLocal(localCommand).word;
-    toolbar.SendMessage(TB_PRESSBUTTON, command, checked ? 1 : 0);
-    toolbar.SendMessage(TB_CHECKBUTTON, command, checked ? 1 : 0);
-}
-
-void IPluginImpl::EnableCommandRange(Word first, Word last, bool enabled) {
-    for (Word local = first; local <= last; ++local) {
-        const Word command = pluginId.WithLocal(local).word;
-        toolbar.SendMessage(TB_ENABLEBUTTON, command, enabled ? 1 : 0);
-        toolbar.SendMessage(TB_INDETERMINATE, command, enabled ? 0 : 1);
     }
 }
 

@@ -153,7 +153,8 @@ void IPluginImpl::ForgetDeletedObject(EditorObject* object, const ObjectMatrices
     matrices.RecordChildren(*object, deleted);
 }
 
-/// Required: a film that plays is stopped twice and the objects are put back twice.
+/// Required by what the host sees of its event: a film that plays is stopped twice and the objects are put
+/// back twice, also with no film open.
 void IPluginImpl::OnSuspend() {
     suspendedFilm = currentFilm;
     suspendedTime = currentTime;

@@ -33,6 +33,11 @@ CFilmsView* CFilmsView::GetPanel() {
     return thePanel;
 }
 
+void CFilmsView::OfferTo(IPluginImpl& plugin) {
+    plugin.panelClass = RUNTIME_CLASS(CFilmsView);
+    plugin.findPanel = []() -> IFilmsPanel* { return thePanel; };
+}
+
 void CFilmsView::DoDataExchange(CDataExchange* exchange) {
     CFormView::DoDataExchange(exchange);
     DDX_Control(exchange, IDC_PANEL_TABS, tabCtrl);

@@ -61,6 +61,14 @@ public:
     virtual IMainCtrl* GetMainCtrl() = 0;
 };
 
+/// The panel in the host, as the plug-in object sees it. The host makes and destroys it.
+class IFilmsPanel {
+public:
+    virtual ~IFilmsPanel() = default;
+    /// The list of films changed.
+    virtual void RefreshMovies() = 0;
+};
+
 /// The key attributes window, as the plug-in object sees it. Owned by the plug-in object.
 class IKeyAttributesDlg {
 public:

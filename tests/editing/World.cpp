@@ -2,6 +2,7 @@
 
 #include "framework/QtBridge.h"
 #include "keys/TrackKey.h"
+#include "timeline/FilmsView.h"
 
 #include <algorithm>
 #include <QCoreApplication>
@@ -57,6 +58,7 @@ World::World() {
     editor.level.SetChunkClient(&chunks);
     editor.level.New(folder.Path());
     chunks.plugins = {&plugin};
+    CFilmsView::OfferTo(plugin);
     plugin.makeKeyAttributesDlg = [](IPluginImpl& owner) -> std::unique_ptr<IKeyAttributesDlg> {
         return std::make_unique<CFilmKeyAttributesDlg>(owner);
     };

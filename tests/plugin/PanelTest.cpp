@@ -20,6 +20,7 @@ namespace {
 class PanelTest : public PluginTest {
 protected:
     PanelTest() {
+        CFilmsView::OfferTo(plugin);
         SetUserNoteSink([this](const std::string& text) { notes.push_back(text); });
         Show();
     }

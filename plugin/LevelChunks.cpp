@@ -1,8 +1,13 @@
-#include "plugin/PluginImpl.h"
+#include "plugin/LevelChunks.h"
 
 #include "files/Log.h"
+#include "helpers/FilmsLightHelperMgr.h"
+#include "plugin/ChunkReader.h"
 #include "plugin/contract/Chunks.h"
+#include "plugin/FilmSession.h"
+#include "plugin/FilmValidation.h"
 #include "plugin/LevelChunkIds.h"
+#include "plugin/MovieParams.h"
 
 #include <algorithm>
 #include <cstring>
@@ -42,7 +47,7 @@ EditorObject* LevelRootOf(IHostObject* object) {
 
 } // namespace
 
-bool IPluginImpl::IsOwnChunk(Word, std::uint16_t chunkId) {
+bool LevelChunks::IsOwn(std::uint16_t chunkId) {
     switch (chunkId) {
     case LevelChunk::VirtualObjectsOld:
     case LevelChunk::VirtualObjects:
@@ -58,16 +63,16 @@ bool IPluginImpl::IsOwnChunk(Word, std::uint16_t chunkId) {
     }
 }
 
-bool IPluginImpl::SaveChunks(fs::file& file, IHostObject* object) {
+bool LevelChunks::Save(fs::file& file, IHostObject* object) const {
     if (object == nullptr) {
         return false;
     }
     if (EditorObject* root = LevelRootOf(object)) {
-        SaveRootChunks(file, root);
-        return false; // Required: the host ignores it.
+        SaveRoot(file, root);
+        return false; // Required by the host, which ignores it for this object.
     }
     if (object->IsA(ClassId::EditorObject)) {
-        const CPluginFilmsParams* params = GetParams(static_cast<EditorObject*>(object));
+        const CPluginFilmsParams* params = FilmSession::GetParams(static_cast<EditorObject*>(object));
         if (params != nullptr) {
             WriteChunk(file, LevelChunk::ObjectParams, [&] { params->Write(file); });
         }
@@ -80,19 +85,19 @@ bool IPluginImpl::SaveChunks(fs::file& file, IHostObject* object) {
     return false;
 }
 
-void IPluginImpl::SaveRootChunks(fs::file& file, EditorObject* root) {
-    WriteValidationFile(*root);
+void LevelChunks::SaveRoot(fs::file& file, EditorObject* root) const {
+    WriteValidationFile(session, *root);
     WriteChunk(file, LevelChunk::TrackParams, [&] {
-        WriteChunk(file, LevelChunk::ObjectParams, [&] { levelParams.Write(file); });
-        for (const CPluginFilmsParams& params : cameraParams) {
+        WriteChunk(file, LevelChunk::ObjectParams, [&] { session.levelParams.Write(file); });
+        for (const CPluginFilmsParams& params : session.cameraParams) {
             WriteChunk(file, LevelChunk::CameraParams, [&] { params.WriteWithObjectNames(file); });
         }
     });
     WriteChunk(file, LevelChunk::ViewSettings,
-               [&] { file.Write(filmViewSettings.data(), sizeof(filmViewSettings)); });
-    WriteChunk(file, LevelChunk::LightHelpers, [&] { lightHelpers.Save(file, GetFilmManager()); });
+               [&] { file.Write(session.filmViewSettings.data(), sizeof(session.filmViewSettings)); });
+    WriteChunk(file, LevelChunk::LightHelpers, [&] { lights.Save(file, session.GetFilmManager()); });
     WriteChunk(file, LevelChunk::VirtualObjects, [&] {
-        for (const VirtualObjectRecord& record : virtualObjects) {
+        for (const VirtualObjectRecord& record : virtuals) {
             WriteChunk(file, LevelChunk::VirtualObject, [&] {
                 file.WriteString(record.className.c_str());
                 record.object->Save(file);
@@ -101,8 +106,8 @@ void IPluginImpl::SaveRootChunks(fs::file& file, EditorObject* root) {
     });
 }
 
-/// Required: an object that is an actor in two films is written twice.
-void IPluginImpl::SaveVirtualActors(fs::file& file, IFilmManager* manager) {
+/// Required by the level's format: an object that is an actor in two films is written twice.
+void LevelChunks::SaveVirtualActors(fs::file& file, const IFilmManager* manager) const {
     for (const IFilm* film : manager->films) {
         if (film == nullptr) {
             continue;
@@ -110,11 +115,11 @@ void IPluginImpl::SaveVirtualActors(fs::file& file, IFilmManager* manager) {
         for (CFilmTrack* track : film->tracks) {
             const auto* objectTrack = AsObjectTrack(track);
             EditorObject* actor = objectTrack != nullptr ? objectTrack->actor : nullptr;
-            if (!ObjectDerivesFrom(actor, ClassName::VirtualObject)) {
+            if (!session.ObjectDerivesFrom(actor, ClassName::VirtualObject)) {
                 continue;
             }
-            const auto record = std::ranges::find(virtualObjects, actor, &VirtualObjectRecord::object);
-            if (record == virtualObjects.end()) {
+            const auto record = std::ranges::find(virtuals, actor, &VirtualObjectRecord::object);
+            if (record == virtuals.end()) {
                 DebugPrint("Cannot find VirtualObjectHelper for object: %s\n", actor->name.c_str());
                 continue;
             }
@@ -126,7 +131,7 @@ void IPluginImpl::SaveVirtualActors(fs::file& file, IFilmManager* manager) {
     }
 }
 
-bool IPluginImpl::LoadChunk(IHostObject* object, fs::file& file, std::uint16_t chunkId, std::uint32_t size) {
+bool LevelChunks::Load(IHostObject* object, fs::file& file, std::uint16_t chunkId, std::uint32_t size) {
     switch (chunkId) {
     case LevelChunk::ViewSettings:
         LoadViewSettings(file, size);
@@ -139,7 +144,7 @@ bool IPluginImpl::LoadChunk(IHostObject* object, fs::file& file, std::uint16_t c
         LoadObjectParams(object, file, chunkId == LevelChunk::ObjectParams, size);
         return true;
     case LevelChunk::LightHelpers:
-        lightHelpers.Load(file, LevelRootOf(object), size);
+        lights.Load(file, LevelRootOf(object), size);
         return true;
     case LevelChunk::VirtualObjectsOld:
     case LevelChunk::VirtualObjects:
@@ -150,33 +155,33 @@ bool IPluginImpl::LoadChunk(IHostObject* object, fs::file& file, std::uint16_t c
     }
 }
 
-void IPluginImpl::LoadViewSettings(fs::file& file, std::uint32_t size) {
-    std::memset(static_cast<void*>(filmViewSettings.data()), 0, sizeof(filmViewSettings));
-    const std::uint32_t kept = std::min<std::uint32_t>(size, sizeof(filmViewSettings));
-    file.Read(filmViewSettings.data(), static_cast<int>(kept));
+void LevelChunks::LoadViewSettings(fs::file& file, std::uint32_t size) {
+    std::memset(static_cast<void*>(session.filmViewSettings.data()), 0, sizeof(session.filmViewSettings));
+    const std::uint32_t kept = std::min<std::uint32_t>(size, sizeof(session.filmViewSettings));
+    file.Read(session.filmViewSettings.data(), static_cast<int>(kept));
     ChunkReader(file, size - kept).SkipRest();
 }
 
-/// Required: only the first sub-chunk may be of the older form.
-void IPluginImpl::LoadTrackParams(fs::file& file, std::uint32_t size) {
-    levelParams.Clear();
-    cameraParams.clear();
+/// Required by the users' older levels: only the first sub-chunk may be of the older form.
+void LevelChunks::LoadTrackParams(fs::file& file, std::uint32_t size) {
+    session.levelParams.Clear();
+    session.cameraParams.clear();
     bool first = true;
     ForEachSubChunk(file, size, [&](const ChunkHeader& header, std::uint32_t bytes) {
         ChunkReader reader(file, bytes);
         if (first) {
-            levelParams.Read(reader, header.id != LevelChunk::ObjectParamsOld, "Level");
+            session.levelParams.Read(reader, header.id != LevelChunk::ObjectParamsOld, "Level");
         } else {
             CPluginFilmsParams params;
             params.ReadWithObjectNames(reader, /*newForm*/ true);
-            AddCameraParams(params);
+            AddCameraParams(session, params);
         }
         reader.SkipRest();
         first = false;
     });
 }
 
-void IPluginImpl::LoadObjectParams(IHostObject* object, fs::file& file, bool newForm, std::uint32_t size) {
+void LevelChunks::LoadObjectParams(IHostObject* object, fs::file& file, bool newForm, std::uint32_t size) {
     ChunkReader reader(file, size);
     if (object == nullptr || !object->IsA(ClassId::LevelObject)) {
         reader.SkipRest();
@@ -185,13 +190,13 @@ void IPluginImpl::LoadObjectParams(IHostObject* object, fs::file& file, bool new
     auto* owner = static_cast<EditorObject*>(object);
     auto params = std::make_unique<CPluginFilmsParams>();
     params->Read(reader, newForm, owner->name);
-    delete GetParams(owner);
-    owner->GetInfo()->SetPluginData(kPluginKind, params.release());
+    delete FilmSession::GetParams(owner);
+    owner->GetInfo()->SetPluginData(FilmSession::kPluginKind, params.release());
 }
 
-void IPluginImpl::LoadVirtualObjects(IHostObject* object, fs::file& file, bool withClassNames,
+void LevelChunks::LoadVirtualObjects(IHostObject* object, fs::file& file, bool withClassNames,
                                      std::uint32_t size) {
-    virtualObjects.clear();
+    virtuals.clear();
     EditorObject* root = LevelRootOf(object);
     ForEachSubChunk(file, size, [&](const ChunkHeader&, std::uint32_t bytes) {
         ChunkReader reader(file, bytes);
@@ -203,45 +208,7 @@ void IPluginImpl::LoadVirtualObjects(IHostObject* object, fs::file& file, bool w
         className.resize(std::min(className.find('\0'), std::min(className.size(), kLongestClassName)));
         const auto objectBytes = static_cast<std::uint32_t>(reader.Left());
         if (EditorObject* loaded = root->LoadObject(file, objectBytes, ClassId::EditorObject, root)) {
-            virtualObjects.push_back({loaded->name, loaded->meshName, className, loaded});
+            virtuals.push_back({loaded->name, loaded->meshName, className, loaded});
         }
     });
-}
-
-/// Only the first record decides whether the store is known; an empty store always enters.
-void IPluginImpl::AddCameraParams(const CPluginFilmsParams& params) {
-    if (!params.records.empty()) {
-        const MovieParamsRecord& first = params.records.front();
-        for (CPluginFilmsParams& known : cameraParams) {
-            if (known.Find(first.filmName, first.objectName, nullptr) != nullptr) {
-                return;
-            }
-        }
-    }
-    cameraParams.push_back(params);
-}
-
-void IPluginImpl::DeleteMovieParams(IFilm* film) {
-    if (film == nullptr) {
-        DebugPrint("[IPluginImpl::DeleteMovieParams] Film doesn't exist\n");
-        return;
-    }
-    levelParams.RemoveFilm(film->name);
-    for (CPluginFilmsParams& params : cameraParams) {
-        params.RemoveFilm(film->name);
-    }
-    for (CFilmTrack* track : film->tracks) {
-        const auto* objectTrack = AsObjectTrack(track);
-        if (objectTrack == nullptr) {
-            continue;
-        }
-        if (objectTrack->actor == nullptr) {
-            DebugPrint("[IPluginImpl::DeleteMovieParams] Object not found for film %s\n", film->name);
-        } else if (CPluginFilmsParams* params = GetParams(objectTrack->actor)) {
-            params->RemoveFilm(film->name);
-        } else {
-            DebugPrint("[IPluginImpl::DeleteMovieParams] Params not found for object %s\n",
-                       objectTrack->actor->name.c_str());
-        }
-    }
 }

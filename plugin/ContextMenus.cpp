@@ -1,8 +1,14 @@
-#include "plugin/PluginImpl.h"
+#include "plugin/ContextMenus.h"
 
+#include "framework/Menu.h"
 #include "framework/Resource.h"
+#include "plugin/ActorParents.h"
+#include "plugin/AttachedViews.h"
+#include "plugin/CommandTable.h"
+#include "plugin/FilmSession.h"
 #include "plugin/LocalCommands.h"
 #include "plugin/PluginResources.h"
+#include "resources/resource.h"
 
 namespace {
 
@@ -13,13 +19,23 @@ constexpr int AttachToObject = 1;
 constexpr int FirstOfView = 2;
 } // namespace PopupItem
 
-/// More parents than any film has; ends the walk in a film whose attachments form a ring.
-constexpr int kMaxParents = 10000;
-
 } // namespace
 
-bool IPluginImpl::OnViewMenu(CMenu* menu) {
-    const int active = editor != nullptr ? editor->GetActiveView() : -1;
+void ContextMenus::Load() {
+    const ResourceScope resources(PluginResources());
+    filmsMenu.LoadMenu(IDR_FILMS_MENU);
+    CMenu* popup = filmsMenu.GetSubMenu(0);
+    const int items = popup != nullptr ? static_cast<int>(popup->GetMenuItemCount()) : 0;
+    for (int item = 0; item < items; ++item) {
+        std::string text;
+        popup->GetMenuString(static_cast<UINT>(item), text, MF_BYPOSITION);
+        popup->ModifyMenu(static_cast<UINT>(item), MF_BYPOSITION | MF_STRING,
+                          CommandIdFromResource(popup->GetMenuItemID(item), session.pluginId), text.c_str());
+    }
+}
+
+bool ContextMenus::OfferForView(CMenu* menu) const {
+    const int active = session.editor != nullptr ? session.editor->GetActiveView() : -1;
     CMenu* popup = filmsMenu.GetSubMenu(0);
     if (active < 0 || menu == nullptr || popup == nullptr) {
         return false;
@@ -33,12 +49,13 @@ bool IPluginImpl::OnViewMenu(CMenu* menu) {
         menu->AppendMenu(MF_STRING, popup->GetMenuItemID(item), text.c_str());
     }
     if (!views.Has(active)) {
-        menu->EnableMenuItem(pluginId.WithLocal(LocalCommand::DetachMovie).word, MF_BYCOMMAND | MF_GRAYED);
+        menu->EnableMenuItem(session.pluginId.WithLocal(LocalCommand::DetachMovie).word,
+                             MF_BYCOMMAND | MF_GRAYED);
     }
     return true;
 }
 
-bool IPluginImpl::OnObjectMenu(CMenu* menu, Word, Word, EditorObject* object) {
+bool ContextMenus::OfferForObject(CMenu* menu, EditorObject* object) {
     contextObject = object;
     if (menu == nullptr) {
         return false;
@@ -49,14 +66,14 @@ bool IPluginImpl::OnObjectMenu(CMenu* menu, Word, Word, EditorObject* object) {
     return linkOffered || attachOffered;
 }
 
-bool IPluginImpl::OfferLinkObject(CMenu* menu, EditorObject* object) {
+bool ContextMenus::OfferLinkObject(CMenu* menu, const EditorObject* object) const {
     std::string text;
-    return keyAttributesDlg && keyAttributesDlg->GetLinkObjectText(object, text) &&
-           InsertObjectMenuItem(menu, PopupItem::SetLinkObject, text);
+    return session.keyAttributesDlg && session.keyAttributesDlg->GetLinkObjectText(object, text) &&
+           InsertItem(menu, PopupItem::SetLinkObject, text);
 }
 
-bool IPluginImpl::OfferAttachObject(CMenu* menu, EditorObject* object) {
-    IMainCtrl* control = GetMainCtrl();
+bool ContextMenus::OfferAttachObject(CMenu* menu, EditorObject* object) const {
+    IMainCtrl* control = session.GetMainCtrl();
     const IAttachDialog* dialog = control != nullptr ? control->GetAttachDialog() : nullptr;
     if (dialog == nullptr || !dialog->IsVisible() || object == nullptr ||
         !object->IsA(ClassId::EditorObject)) {
@@ -64,54 +81,28 @@ bool IPluginImpl::OfferAttachObject(CMenu* menu, EditorObject* object) {
     }
     const auto* track = AsObjectTrack(dialog->GetTrack());
     const std::string& className = object->GetInfo()->className;
-    if (ObjectDerivesFrom(object, ClassName::Helper) && className != ClassName::VirtualObject) {
+    if (session.ObjectDerivesFrom(object, ClassName::Helper) && className != ClassName::VirtualObject) {
         return false;
     }
     if (track == nullptr || className == ClassName::Gizmo ||
-        !CanAttachWithoutCycle(currentFilm, object, track->actor)) {
+        !CanAttachWithoutCycle(session.currentFilm, object, track->actor)) {
         return false;
     }
-    return InsertObjectMenuItem(menu, PopupItem::AttachToObject,
-                                "Attach to " + object->name + "(" + std::to_string(object->id) + ")");
+    return InsertItem(menu, PopupItem::AttachToObject,
+                      "Attach to " + object->name + "(" + std::to_string(object->id) + ")");
 }
 
-bool IPluginImpl::InsertObjectMenuItem(CMenu* menu, int popupItem, const std::string& text) {
+bool ContextMenus::InsertItem(CMenu* menu, int popupItem, const std::string& text) const {
     CMenu* popup = filmsMenu.GetSubMenu(0);
     return popup != nullptr &&
            menu->InsertMenu(0, MF_BYPOSITION | MF_STRING, popup->GetMenuItemID(popupItem), text.c_str()) != 0;
 }
 
-bool IPluginImpl::CanAttachWithoutCycle(IFilm* film, EditorObject* object, EditorObject* actor) const {
-    if (film == nullptr || object == nullptr || actor == nullptr) {
-        return false;
-    }
-    if (!object->IsA(ClassId::EditorObject)) {
-        return true;
-    }
-    if (object == actor) {
-        return false;
-    }
-    for (int step = 0; step < kMaxParents; ++step) {
-        const auto* track = AsObjectTrack(film->FindObjectTrack(object));
-        if (track == nullptr) {
-            return true;
-        }
-        object = track->parentObject;
-        if (object == actor) {
-            return false;
-        }
-        if (object == nullptr || !object->IsA(ClassId::EditorObject)) {
-            return true;
-        }
-    }
-    return false;
-}
-
-void IPluginImpl::AttachContextObject() {
+void ContextMenus::AttachContextObject() const {
     if (contextObject == nullptr || !contextObject->IsA(ClassId::EditorObject)) {
         return;
     }
-    IMainCtrl* control = GetMainCtrl();
+    IMainCtrl* control = session.GetMainCtrl();
     IAttachDialog* dialog = control != nullptr ? control->GetAttachDialog() : nullptr;
     if (dialog != nullptr && dialog->IsVisible() && dialog->GetTrack() != nullptr) {
         dialog->SetObject(contextObject);
