@@ -150,7 +150,7 @@ bool CCameraHelpersController::CreateObjects() {
             object->name = handle.name;
         }
     }
-    // Required: printed at each success, also when single objects could not be made.
+    // Required by the log: printed at each success, also when single objects could not be made.
     DebugPrint("[CCameraHelpersController::CreateObjects()] TODO\n");
     editor->RedrawViews();
     return true;

@@ -30,7 +30,7 @@ bool TakesHandle(EditorObject& handle, const CFilmLinkedKey* key, std::int32_t C
     return info != nullptr && !info->IsPlaced() && key != nullptr && key->*method == BezierMethod::User;
 }
 
-/// Required: the new key is left without methods and links. True if the factory made one.
+/// Required by the users' films: the new key is left without methods and links. True if the factory made one.
 bool AddPointKey(CFilmTrack& track, IKeyFactory& factory, int kind, float time, const EditorObject& object) {
     NewKey key(&factory, kind);
     if (!key) {

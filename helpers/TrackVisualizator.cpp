@@ -59,7 +59,8 @@ void CTrackVisualizator::Draw() {
 
     PointStrip& eyePath = renderTrackData->strips[0];
     DrawStrip(eyePath, colors[0]);
-    // Required: a loop of the target alone closes the eye's path too, and the target's is never closed.
+    // Required by the look: a loop of the target alone closes the eye's path too, and the target's is never
+    // closed.
     const bool closes = ClosesPath(camera->loopMode[0]) || ClosesPath(camera->loopMode[1]);
     if (closes && eyePath.count > 0) {
         session.view->DrawLine(eyePath.At(0)->Data(), eyePath.At(eyePath.count - 1)->Data(),

@@ -66,7 +66,7 @@ bool LightActors::AddTrack(EditorObject* object) {
     return true;
 }
 
-/// Required: the record of a light stands under an empty object name.
+/// Required by the users' levels: the record of a light stands under an empty object name.
 void LightActors::MakeParams(EditorObject* object) const {
     delete FilmSession::GetParams(object);
     auto* params = new CPluginFilmsParams;

@@ -23,7 +23,8 @@ void RestoreRecord(const ObjectMatrixRecord& record) {
 
 } // namespace
 
-/// Required: no check for doubles; a deletion takes out only the first.
+/// Required by the host's events, of which several may tell of one object: no check for doubles. A deletion
+/// takes out only the first.
 void ObjectMatrices::Add(EditorObject* object) {
     if (object == nullptr) {
         return;
