@@ -1,9 +1,10 @@
 #include "files/FilterTracksDlg.h"
 
 #include "framework/DataExchange.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 #include "resources/resource.h"
-#include "timeline/FilmsMainCtrl.h"
+#include "timeline/TimelineContext.h"
+#include "timeline/TrackCtrl.h"
 #include "timeline/TrackOrder.h"
 
 #include <unordered_set>
@@ -16,8 +17,8 @@ std::string LineOf(const CTrackCtrl& row) {
     return AsCameraTrack(row.track) != nullptr ? row.name : RootRowName(row.track);
 }
 
-void SetVisible(CFilmsMainCtrl& control, const TrackSet& tracks, bool visible) {
-    for (CTrackCtrl* row : control.tracks) {
+void SetVisible(const RowList& rows, const TrackSet& tracks, bool visible) {
+    for (CTrackCtrl* row : rows.tracks) {
         if (row->IsRoot() && tracks.count(row->track) != 0) {
             row->SetVisibleFlag(visible);
         }
@@ -32,7 +33,8 @@ ON_BN_CLICKED(IDC_TRACKS_INVERSE, &CFilterTracksDlg::OnInverse)
 ON_BN_CLICKED(IDC_TRACKS_NONE, &CFilterTracksDlg::OnNone)
 END_MESSAGE_MAP()
 
-CFilterTracksDlg::CFilterTracksDlg(CWnd* parentWnd) : CDialog(IDD_FILTER_TRACKS, parentWnd) {
+CFilterTracksDlg::CFilterTracksDlg(const FilmSession& shown, CWnd* parentWnd)
+    : CDialog(IDD_FILTER_TRACKS, parentWnd), session(shown) {
 }
 
 void CFilterTracksDlg::DoDataExchange(CDataExchange* exchange) {
@@ -47,12 +49,12 @@ BOOL CFilterTracksDlg::OnInitDialog() {
 }
 
 void CFilterTracksDlg::FillList() {
-    film = GetPlugin().GetCurrentFilm();
-    level = LevelWatch(GetPlugin());
+    film = session.GetCurrentFilm();
+    level = LevelWatch(session);
     list.SetRedraw(FALSE);
     list.ResetContent();
-    if (const CFilmsMainCtrl* control = GetFilmsMainCtrl()) {
-        for (const CTrackCtrl* row : control->tracks) {
+    if (const TimelineContext* rows = TimelineOf(session)) {
+        for (const CTrackCtrl* row : rows->tracks) {
             if (row->IsRoot() && row->track != nullptr) {
                 const int line = list.AddString(LineOf(*row));
                 list.SetItemDataPtr(line, row->track);
@@ -83,8 +85,8 @@ void CFilterTracksDlg::OnOK() {
 }
 
 void CFilterTracksDlg::ShowRows() {
-    CFilmsMainCtrl* control = GetFilmsMainCtrl();
-    if (control == nullptr || film != GetPlugin().GetCurrentFilm() || !level.IsSameLevel()) {
+    const TimelineContext* rows = TimelineOf(session);
+    if (rows == nullptr || film != session.GetCurrentFilm() || !level.IsSameLevel()) {
         return;
     }
     TrackSet listed;
@@ -95,6 +97,6 @@ void CFilterTracksDlg::ShowRows() {
             selected.insert(list.GetItemDataPtr(line));
         }
     }
-    SetVisible(*control, listed, /*visible*/ false);
-    SetVisible(*control, selected, /*visible*/ true);
+    SetVisible(*rows, listed, /*visible*/ false);
+    SetVisible(*rows, selected, /*visible*/ true);
 }

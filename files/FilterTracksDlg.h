@@ -4,6 +4,7 @@
 #include "framework/ListBox.h"
 #include "plugin/LevelWatch.h"
 
+class FilmSession;
 class IFilm;
 
 /// The dialog "Filter tracks": the root rows of the timeline, those that show selected. Modal; OK shows and
@@ -12,7 +13,7 @@ class CFilterTracksDlg : public CDialog {
     DECLARE_MESSAGE_MAP()
 
 public:
-    explicit CFilterTracksDlg(CWnd* parentWnd = nullptr);
+    explicit CFilterTracksDlg(const FilmSession& shown, CWnd* parentWnd = nullptr);
 
     CListBox list; ///< the item data is the row's track, which is compared only
 
@@ -29,6 +30,7 @@ private:
     void SelectAll(bool select);
     void ShowRows();
 
+    const FilmSession& session;  ///< outlives the dialog
     const IFilm* film = nullptr; ///< whose rows are listed; compared only
     LevelWatch level;            ///< of that film
 };

@@ -6,9 +6,9 @@
 #include "keys/KeyKinds.h"
 #include "keys/KeyParamsFile.h"
 #include "plugin/contract/FilmTrack.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 #include "resources/resource.h"
-#include "timeline/FilmsMainCtrl.h"
+#include "timeline/TimelineContext.h"
 
 #include <span>
 
@@ -49,7 +49,8 @@ ON_BN_CLICKED(IDC_KEYS_EXPORT, &CKeysFilterDlg::OnExport)
 ON_BN_CLICKED(IDC_KEYS_IMPORT, &CKeysFilterDlg::OnImport)
 END_MESSAGE_MAP()
 
-CKeysFilterDlg::CKeysFilterDlg(CWnd* parentWnd) : CDialog(IDD_KEYS_FILTER, parentWnd) {
+CKeysFilterDlg::CKeysFilterDlg(const FilmSession& shown, CWnd* parentWnd)
+    : CDialog(IDD_KEYS_FILTER, parentWnd), session(shown) {
     list.params = &params;
 }
 
@@ -98,13 +99,13 @@ void CKeysFilterDlg::FillList() {
 /// Required: with a file that can't be read the main control gets the built-in values, and the dialog keeps
 /// what it has but for what was read before the fault.
 void CKeysFilterDlg::OnDefaults() {
-    CFilmsMainCtrl* control = GetFilmsMainCtrl();
+    TimelineContext* control = TimelineOf(session);
     if (control == nullptr) {
         return;
     }
     KeyKindParamsTable own = control->keyParams;
-    LoadDefaultKeyParams(GetPlugin().editor, &params, own); // may tell the user
-    control = GetFilmsMainCtrl();
+    LoadDefaultKeyParams(session.editor, &params, own); // may tell the user
+    control = TimelineOf(session);
     if (control != nullptr) {
         control->TakeKeyLooks(own);
     }
@@ -133,7 +134,7 @@ void CKeysFilterDlg::OnExport() {
     if (!AskForFile(/*open*/ false, path)) {
         return;
     }
-    if (CFilmsMainCtrl* control = GetFilmsMainCtrl()) {
+    if (TimelineContext* control = TimelineOf(session)) {
         control->TakeKeyLooks(params);
     }
     if (!SaveKeyParamsFile(path, params)) {
@@ -148,7 +149,7 @@ void CKeysFilterDlg::OnImport() {
     if (!AskForFile(/*open*/ true, path)) {
         return;
     }
-    CFilmsMainCtrl* control = GetFilmsMainCtrl();
+    TimelineContext* control = TimelineOf(session);
     KeyKindParamsTable read = control != nullptr ? control->keyParams : params;
     const bool isWhole = LoadKeyParamsFile(path.c_str(), &read);
     if (control != nullptr) {

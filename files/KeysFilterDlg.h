@@ -8,6 +8,7 @@
 #include <string>
 
 class CFilmTrack;
+class FilmSession;
 
 /// The dialog "Keys filter & settings": how the keys of each kind are drawn, and which kinds a track shows.
 /// Modal; works on a copy of the parameters, which the caller sets before and reads after OK.
@@ -15,7 +16,7 @@ class CKeysFilterDlg : public CDialog {
     DECLARE_MESSAGE_MAP()
 
 public:
-    explicit CKeysFilterDlg(CWnd* parentWnd = nullptr);
+    explicit CKeysFilterDlg(const FilmSession& shown, CWnd* parentWnd = nullptr);
 
     /// The kinds that the track can hold are listed; none for null. The track is looked at only here.
     void SetTrack(CFilmTrack* track);
@@ -35,6 +36,8 @@ protected:
     void OnImport();
 
 private:
+    const FilmSession& session; ///< outlives the dialog
+
     void FillList();
     bool AskForFile(bool open, std::string& path);
 };

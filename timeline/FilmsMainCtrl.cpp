@@ -166,18 +166,10 @@ void CFilmsMainCtrl::ForgetView(CTrackKey* view) {
     if (forgettingAll || view == nullptr) {
         return;
     }
-    std::erase(selectedKeys, view);
+    const bool wasHovered = hoverKey == view;
+    Selection::Forget(view);
     undoMgr.retired.Forget(view);
-    if (CurrentKey() == view) {
-        CurrentKey() = nullptr;
-    }
-    if (activeKey == view) {
-        activeKey = nullptr;
-    }
-    if (menuKey == view) {
-        menuKey = nullptr;
-    }
-    if (hoverKey == view) {
+    if (wasHovered) {
         StopHover();
     }
     for (CTrackCtrl* row : tracks) {
@@ -203,25 +195,8 @@ void CFilmsMainCtrl::ForgetRow(CTrackCtrl* row) {
         keyDuplicator.ClearSource();
         keyDuplicator.sourceRow = nullptr;
     }
-    if (topRow == row) {
-        topRow = NearestVisibleRow(row);
-    }
-    if (menuRow == row) {
-        menuRow = nullptr;
-    }
-    if (adjustRow == row) {
-        adjustRow = nullptr;
-    }
-    std::erase(visibleTracks, row);
-    if (row->parent != nullptr) {
-        row->parent->children.remove(row);
-        if (row->parent->lastAnimationRow == row) {
-            row->parent->lastAnimationRow = nullptr;
-        }
-    }
-    for (CTrackCtrl* child : row->children) {
-        child->parent = nullptr;
-    }
+    Selection::Forget(row);
+    Unlink(row);
 }
 
 void CFilmsMainCtrl::ForgetTrack(const CFilmTrack* track) {
@@ -243,11 +218,8 @@ void CFilmsMainCtrl::ForgetTrack(const CFilmTrack* track) {
 /// Every row and view goes at once: nothing holds one of them any more.
 void CFilmsMainCtrl::ForgetAllRows() {
     StopHover();
-    selectedKeys.clear();
-    CurrentKey() = nullptr;
-    activeKey = nullptr;
-    menuKey = nullptr;
-    menuRow = adjustRow = topRow = nullptr;
+    Selection::ForgetAll();
+    topRow = nullptr;
     keyDuplicator.ClearSource();
     keyDuplicator.sourceRow = nullptr;
     for (CTrackCtrl* row : tracks) {

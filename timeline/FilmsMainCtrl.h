@@ -58,11 +58,8 @@ public:
     void InsertTrackCtrl(CTrackCtrl* row, CTrackCtrl* other, bool before);
     void RemoveTrackCtrl(CTrackCtrl* row, bool redraw);
     void DeleteAllRows();
-    void GetTopRowHandle(RowHandle& handle) const;
-    void SetTopRowHandle(const RowHandle& handle);
     CTrackCtrl* FindRowOfObject(const EditorObject* object) const override;
-    CTrackCtrl* FindRowOfKey(const IFilmKey* record) const override;
-    CTrackCtrl* FindRowOfKeyView(const CTrackKey* view, bool byValue) const;
+    CTrackCtrl* FindRowOfKey(const IFilmKey* record) const override { return RowOfRecord(record); }
 
     // Time.
     void SetCurrentTime(float time, bool redraw);
@@ -93,15 +90,12 @@ public:
                           const float* oldMatrix) override;
 
     // Key parameters and their file.
-    const KeyKindParams* GetKeyParams(int kind) const override;
     CTrackKey* CreateKeyView(int kind) override;
     bool LoadKeysParams(const char* path, KeyKindParamsTable* records);
     bool SaveKeysParams(const std::string& path);
     void LoadDefaultKeysParams(KeyKindParamsTable* records);
     bool ImportKeysParams(const char* path);
-    /// Colours and heights, for every view at once; selected keys stay highlighted, visible flags as they
-    /// are.
-    void TakeKeyLooks(const KeyKindParamsTable& records);
+    void TakeKeyLooks(const KeyKindParamsTable& records) override;
     void Reset() override;
 
     // Scrolling.
@@ -136,23 +130,15 @@ public:
     IPluginImpl& plugin;               ///< outlives the control
     CTimeScrollbar* hScroll = nullptr; ///< owned, like the other windows
     CTimeScrollbar* vScroll = nullptr;
-    std::list<CTrackCtrl*> tracks;          ///< every row in display order; owned
-    std::vector<CTrackCtrl*> visibleTracks; ///< the rows of tracks whose visible flag is set
-    CTrackCtrl* topRow = nullptr;           ///< first row shown
-    int headerHeight = 30;                  ///< pixels: ruler and info window
-    int bottomMargin = 20;                  ///< pixels: time scroll bar
-    int rowHeight = kMinRowHeight;          ///< pixels
-    int rightMargin = 20;                   ///< pixels: row scroll bar
-    KeyKindParamsTable keyParams;
-    float secondsPerPixel = 0.0f; ///< zoom kept across resizes
+    int headerHeight = 30;         ///< pixels: ruler and info window
+    int bottomMargin = 20;         ///< pixels: time scroll bar
+    int rowHeight = kMinRowHeight; ///< pixels
+    int rightMargin = 20;          ///< pixels: row scroll bar
+    float secondsPerPixel = 0.0f;  ///< zoom kept across resizes
     CMenu popupMenu;
     CMenu trackMenu;
     CMenu keyMenu;
     CMenu mainMenu;
-    CTrackKey* menuKey = nullptr;  ///< under the last right click
-    CTrackCtrl* menuRow = nullptr; ///< under the last right click; menu commands work on it
-    CTrackCtrl* adjustRow = nullptr;
-    CTrackKey* hoverKey = nullptr; ///< whose description is shown or pending
 
 protected:
     void OnPaint();
@@ -170,11 +156,8 @@ private:
     void ForgetAllRows();
     void StopHover();
 
-    std::size_t TopIndex() const;
     std::size_t PlaceRows(std::size_t place, CRect rect, int limit, bool move);
     void RepaintRows();
-    CTrackCtrl* NearestVisibleRow(const CTrackCtrl* row) const;
-    void FillLastPage();
     void ShowTopRowInBar(bool newRange);
     std::unique_ptr<CTrackCtrl> MakeRow();
     void GrowRowBar(bool redraw);
@@ -192,7 +175,6 @@ private:
     void ScrollTime(float step);
     void ScrollRowsToPosition(float position);
     void ScrollTimeToPosition(float position);
-    CTrackCtrl* RowAt(std::size_t index) const;
 
     void MoveCursor(float time);
     void JumpToKeyUnderMouse(bool end);
@@ -234,7 +216,6 @@ private:
     // Commands that open a dialog or work on whole tracks.
     void OnMenuFilterActors();
     void OnMenuFilterKeys();
-    CTrackCtrl* RootRowOf(const CFilmTrack* track) const;
     /// For all root rows, or one alone.
     void TakeKeyFilter(const KeyFilter& filter, CTrackCtrl* only);
     void OnMenuSetMovieFrame();
@@ -272,6 +253,3 @@ private:
     bool rebuilding = false;
     bool forgettingAll = false; ///< every holder has let go already
 };
-
-/// The main control of the plug-in's scenario window, or null while there is none.
-CFilmsMainCtrl* GetFilmsMainCtrl();

@@ -37,22 +37,12 @@ void FilterRow(CTrackCtrl& row, const KeyFilter& filter, const char* filmName, b
 
 } // namespace
 
-CFilmsMainCtrl* GetFilmsMainCtrl() {
-    return dynamic_cast<CFilmsMainCtrl*>(GetTimeline());
-}
-
 void CFilmsMainCtrl::OnMenuFilterActors() {
-    CFilterTracksDlg dialog(this);
+    CFilterTracksDlg dialog(plugin, this);
     const std::weak_ptr<int> window = life;
     if (dialog.DoModal() == IDOK && !window.expired()) {
         RebuildVisibleRows(/*redraw*/ true, nullptr);
     }
-}
-
-CTrackCtrl* CFilmsMainCtrl::RootRowOf(const CFilmTrack* track) const {
-    const auto row = std::ranges::find_if(
-        tracks, [track](const CTrackCtrl* r) { return r->IsRoot() && r->track == track; });
-    return row != tracks.end() ? *row : nullptr;
 }
 
 /// The visible flags of keyParams stay as they are: those of the dialog are the row's.
@@ -66,7 +56,7 @@ void CFilmsMainCtrl::OnMenuFilterKeys() {
     for (std::size_t kind = 0; kind < records.size(); ++kind) {
         records[kind].visible = menuRow->kindFlags[kind] != 0;
     }
-    CKeysFilterDlg dialog(this);
+    CKeysFilterDlg dialog(plugin, this);
     dialog.SetTrack(track);
     dialog.SetParams(records);
     const std::weak_ptr<int> window = life;

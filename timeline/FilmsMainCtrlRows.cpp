@@ -25,11 +25,6 @@ int CFilmsMainCtrl::GetVisibleRowCount() const {
     return fitting * rowHeight < client.Height() ? fitting - 1 : fitting;
 }
 
-std::size_t CFilmsMainCtrl::TopIndex() const {
-    const auto place = std::ranges::find(visibleTracks, topRow);
-    return static_cast<std::size_t>(place - visibleTracks.begin());
-}
-
 void CFilmsMainCtrl::ArrangeRows(bool invalidate, bool move) {
     if ((!invalidate && !move) || rebuilding) {
         return;
@@ -93,47 +88,10 @@ void CFilmsMainCtrl::RebuildVisibleRows(bool redraw, const RowHandle* handle) {
             row->ShowWindow(SW_HIDE);
         }
     }
-    if (topRow == nullptr && !visibleTracks.empty()) {
-        topRow = visibleTracks.front();
-    }
-    if (topRow != nullptr && !topRow->visible) {
-        topRow = NearestVisibleRow(topRow);
-    }
-    FillLastPage();
+    MendTopRow(GetVisibleRowCount());
     ShowTopRowInBar(/*newRange*/ true);
     if (redraw) {
         ArrangeRows(/*invalidate*/ false, /*move*/ true);
-    }
-}
-
-/// Towards the start, or behind if there is none; null if no other row is visible.
-CTrackCtrl* CFilmsMainCtrl::NearestVisibleRow(const CTrackCtrl* row) const {
-    CTrackCtrl* behind = nullptr;
-    auto place = tracks.rbegin();
-    for (; place != tracks.rend() && *place != row; ++place) {
-        if ((*place)->visible) {
-            behind = *place;
-        }
-    }
-    if (place == tracks.rend()) {
-        return nullptr;
-    }
-    const auto before =
-        std::find_if(std::next(place), tracks.rend(), [](CTrackCtrl* r) { return r->visible; });
-    return before != tracks.rend() ? *before : behind;
-}
-
-/// The last page stays full but for one row.
-void CFilmsMainCtrl::FillLastPage() {
-    const std::size_t top = TopIndex();
-    if (top >= visibleTracks.size()) {
-        return;
-    }
-    const int remaining = static_cast<int>(visibleTracks.size() - top);
-    const int fitting = GetVisibleRowCount();
-    if (remaining < fitting) {
-        const auto back = static_cast<std::size_t>(fitting - remaining - 1);
-        topRow = visibleTracks[top - std::min(back, top)];
     }
 }
 
@@ -320,19 +278,6 @@ void CFilmsMainCtrl::DeleteAllRows() {
     }
 }
 
-void CFilmsMainCtrl::GetTopRowHandle(RowHandle& handle) const {
-    handle = topRow != nullptr ? RowHandle{topRow->track, topRow->kind, topRow->subIndex} : RowHandle{};
-}
-
-void CFilmsMainCtrl::SetTopRowHandle(const RowHandle& handle) {
-    for (CTrackCtrl* row : tracks) {
-        if (row->track == handle.track && row->kind == handle.kind && row->subIndex == handle.subIndex) {
-            topRow = row;
-            return;
-        }
-    }
-}
-
 CTrackCtrl* CFilmsMainCtrl::FindRowOfObject(const EditorObject* object) const {
     if (object == nullptr) {
         return nullptr;
@@ -340,26 +285,5 @@ CTrackCtrl* CFilmsMainCtrl::FindRowOfObject(const EditorObject* object) const {
     const auto row = std::ranges::find_if(tracks, [this, object](const CTrackCtrl* r) {
         return r->track != nullptr && plugin.FindObjectByTrack(r->track) == object;
     });
-    return row != tracks.end() ? *row : nullptr;
-}
-
-CTrackCtrl* CFilmsMainCtrl::FindRowOfKey(const IFilmKey* record) const {
-    if (record == nullptr || record->track == nullptr) {
-        return nullptr;
-    }
-    const auto row =
-        std::ranges::find_if(tracks, [record](const CTrackCtrl* r) { return r->track == record->track; });
-    if (row == tracks.end()) {
-        return nullptr;
-    }
-    // Required: for an animation key the first animation row, whatever its element.
-    const int index = record->kind == KeyKind::Camera ? static_cast<const CFilmCameraKey*>(record)->priority
-                                                      : CTrackCtrl::kAnySubIndex;
-    return (*row)->FindChild(record->kind, index);
-}
-
-CTrackCtrl* CFilmsMainCtrl::FindRowOfKeyView(const CTrackKey* view, bool byValue) const {
-    const auto row = std::ranges::find_if(
-        tracks, [view, byValue](const CTrackCtrl* r) { return r->FindKeyView(view, byValue) != nullptr; });
     return row != tracks.end() ? *row : nullptr;
 }

@@ -3,10 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-CTrackCtrl* CFilmsMainCtrl::RowAt(std::size_t index) const {
-    return index < visibleTracks.size() ? visibleTracks[index] : nullptr;
-}
-
 void CFilmsMainCtrl::ScrollRowsTo(CTrackCtrl* row) {
     topRow = row;
     ShowTopRowInBar(/*newRange*/ false);
@@ -27,10 +23,9 @@ void CFilmsMainCtrl::OnLineForward(CTimeScrollbar* bar) {
         }
         return;
     }
-    const std::size_t top = TopIndex();
-    if (bar == vScroll && RowAt(top + 1) != nullptr &&
-        static_cast<int>(top) + GetVisibleRowCount() < static_cast<int>(visibleTracks.size())) {
-        ScrollRowsTo(RowAt(top + 1));
+    const auto row = bar == vScroll ? LineAhead(GetVisibleRowCount()) : std::nullopt;
+    if (row) {
+        ScrollRowsTo(*row);
     }
 }
 
@@ -44,9 +39,9 @@ void CFilmsMainCtrl::OnLineBack(CTimeScrollbar* bar) {
         }
         return;
     }
-    const std::size_t top = TopIndex();
-    if (bar == vScroll && top > 0 && top < visibleTracks.size()) {
-        ScrollRowsTo(RowAt(top - 1));
+    const auto row = bar == vScroll ? LineBack() : std::nullopt;
+    if (row) {
+        ScrollRowsTo(*row);
     }
 }
 
@@ -61,17 +56,10 @@ void CFilmsMainCtrl::OnPageForward(CTimeScrollbar* bar) {
         }
         return;
     }
-    const std::size_t top = TopIndex();
-    if (bar != vScroll || top >= visibleTracks.size()) {
-        return;
+    const auto row = bar == vScroll ? PageAhead(GetVisibleRowCount()) : std::nullopt;
+    if (row) {
+        ScrollRowsTo(*row);
     }
-    const int remaining = static_cast<int>(visibleTracks.size() - top);
-    const int fitting = std::max(GetVisibleRowCount(), 0);
-    // Required: with fewer rows left than fit there is no row to go to, and the list shows none until it is
-    // rebuilt.
-    ScrollRowsTo(remaining >= fitting
-                     ? RowAt(top + static_cast<std::size_t>(std::min(remaining - fitting, fitting)))
-                     : nullptr);
 }
 
 void CFilmsMainCtrl::OnPageBack(CTimeScrollbar* bar) {
@@ -85,13 +73,9 @@ void CFilmsMainCtrl::OnPageBack(CTimeScrollbar* bar) {
         }
         return;
     }
-    if (bar != vScroll) {
-        return;
+    if (bar == vScroll) {
+        ScrollRowsTo(PageBack(GetVisibleRowCount()));
     }
-    const std::size_t index = TopIndex();
-    const std::size_t top = index < visibleTracks.size() ? index : 0;
-    const auto fitting = static_cast<std::size_t>(std::max(GetVisibleRowCount(), 0));
-    ScrollRowsTo(top >= fitting ? RowAt(top - fitting) : RowAt(0));
 }
 
 void CFilmsMainCtrl::OnThumbTrack(CTimeScrollbar* bar, float position) {
@@ -117,12 +101,7 @@ void CFilmsMainCtrl::ScrollTimeToPosition(float position) {
 }
 
 void CFilmsMainCtrl::ScrollRowsToPosition(float position) {
-    const int size = static_cast<int>(visibleTracks.size());
-    const int fitting = GetVisibleRowCount();
-    position = std::max(position, 0.0f);
-    if (position + static_cast<float>(fitting) > static_cast<float>(size - 1)) {
-        position = static_cast<float>(size - fitting); // required, also when it is a row further
-    }
+    position = FitThumb(position, GetVisibleRowCount());
     // Required: with fewer rows than fit the place lies before the list, and no row is the top row.
     topRow = position < 0.0f ? nullptr : RowAt(static_cast<std::size_t>(position));
     if (vScroll->position == position) {

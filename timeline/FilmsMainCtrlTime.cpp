@@ -243,7 +243,3 @@ void CFilmsMainCtrl::Deselect(CTrackKey* key) {
         key->SetSelected(false);
     }
 }
-
-const KeyKindParams* CFilmsMainCtrl::GetKeyParams(int kind) const {
-    return kind >= 0 && kind < KeyKind::FilterCount ? &keyParams[static_cast<std::size_t>(kind)] : nullptr;
-}

@@ -11,16 +11,16 @@ namespace {
 constexpr double kFarthestJump = 10000.0;
 constexpr double kFarthestKey = 100000.0;
 
-using RowList = std::vector<CTrackCtrl*>;
+using RowGroup = std::vector<CTrackCtrl*>;
 
 /// The rows that a jump looks at. The last three only count while the first two hold no row, whether those
 /// have keys or not.
 struct JumpRows {
-    RowList selectedObjects;
-    RowList activeCamera;
-    RowList level;
-    RowList otherObjects;
-    RowList otherCameras;
+    RowGroup selectedObjects;
+    RowGroup activeCamera;
+    RowGroup level;
+    RowGroup otherObjects;
+    RowGroup otherCameras;
 };
 
 const CFilmCameraTrack* ActiveCamera(const FilmSession& plugin) {
@@ -54,7 +54,7 @@ bool IsSelected(EditorObject& object) {
 }
 
 /// The list that the row of a track belongs to; null for a broken track, after a word about it.
-RowList* ListFor(const FilmSession& plugin, CFilmTrack* track, JumpRows& rows) {
+RowGroup* ListFor(const FilmSession& plugin, CFilmTrack* track, JumpRows& rows) {
     if (track->IsA(ClassId::LevelTrack)) {
         return &rows.level;
     }
@@ -80,7 +80,7 @@ JumpRows SortRows(const FilmSession& plugin, const std::list<CTrackCtrl*>& track
         } else if (row->track == nullptr) {
             DebugPrint("CTrackCtrl with NULL pointer to CFilmTrack\n");
         } else if (row->visible && !row->IsRoot()) {
-            if (RowList* list = ListFor(plugin, row->track, rows)) {
+            if (RowGroup* list = ListFor(plugin, row->track, rows)) {
                 list->push_back(row);
             }
         }
@@ -94,7 +94,7 @@ struct NearestKey {
     double distance = 0.0;
 };
 
-NearestKey NearestOf(const RowList& rows, float time, bool forward) {
+NearestKey NearestOf(const RowGroup& rows, float time, bool forward) {
     NearestKey nearest{nullptr, kFarthestKey};
     for (const CTrackCtrl* row : rows) {
         CTrackKey* key = row->FindNearestKey(time, forward);
@@ -109,7 +109,7 @@ NearestKey NearestOf(const RowList& rows, float time, bool forward) {
 
 CTrackKey* FindJumpKey(const JumpRows& rows, float time, bool forward) {
     NearestKey best{nullptr, kFarthestJump};
-    const auto look = [&](const RowList& list) {
+    const auto look = [&](const RowGroup& list) {
         const NearestKey nearest = NearestOf(list, time, forward);
         if (nearest.key != nullptr && nearest.distance < best.distance) {
             best = nearest;

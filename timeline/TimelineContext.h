@@ -4,10 +4,11 @@
 #include "helpers/FilmKeyDuplicator.h"
 #include "keys/KeyKindParams.h"
 #include "plugin/contract/Film.h"
+#include "timeline/RowList.h"
+#include "timeline/Selection.h"
 #include "undo/FilmsUndoMgr.h"
 
 #include <string>
-#include <vector>
 
 class CMarkedGridCtrl;
 class CTimeScrollbar;
@@ -17,7 +18,7 @@ class FilmSession;
 
 /// The face of the main control that its child windows and the key views see. A child reaches it as its
 /// parent window (`TimelineOf`) and does nothing without one.
-class TimelineContext {
+class TimelineContext : public Selection, public RowList {
 public:
     explicit TimelineContext(FilmSession& shown) : session(shown) {}
     virtual ~TimelineContext() = default;
@@ -35,7 +36,7 @@ public:
     virtual void RestoreKeyTimes(bool keep) = 0;
     virtual void ArrangeRows(bool invalidate, bool move) = 0;
     /// `handle` may be null.
-    virtual void RebuildVisibleRows(bool redraw, const struct RowHandle* handle) = 0;
+    virtual void RebuildVisibleRows(bool redraw, const RowHandle* handle) = 0;
     /// A new row at the end; the caller sets its kind. Null if its window can't be made.
     virtual CTrackCtrl* AddTrackCtrl(bool redraw) = 0;
     virtual CTrackCtrl* AddAnimationRow(CTrackCtrl* parentRow, const std::string& name) = 0;
@@ -48,8 +49,9 @@ public:
     virtual void ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* key) = 0;
     /// The key under the mouse, or null.
     virtual void ShowKeyDescription(CTrackKey* key) = 0;
-    /// Null outside 0 to 19.
-    virtual const KeyKindParams* GetKeyParams(int kind) const = 0;
+    /// Colours and heights, for every view at once; selected keys stay highlighted, visible flags as they
+    /// are.
+    virtual void TakeKeyLooks(const KeyKindParamsTable& records) = 0;
     /// A view that is in no row, with a new record of this kind; a timed one 5 seconds long. The caller owns
     /// both. Null for other kinds and without a level.
     virtual CTrackKey* CreateKeyView(int kind) = 0;
@@ -70,6 +72,11 @@ public:
     virtual void OnPageBack(CTimeScrollbar* bar) = 0;
     virtual void OnThumbTrack(CTimeScrollbar* bar, float position) = 0;
 
+    /// Null outside 0 to 19.
+    const KeyKindParams* GetKeyParams(int kind) const {
+        return kind >= 0 && kind < KeyKind::FilterCount ? &keyParams[static_cast<std::size_t>(kind)]
+                                                        : nullptr;
+    }
     /// The corner shows another time.
     void InvalidateInfo() const {
         if (infoWnd != nullptr) {
@@ -85,20 +92,12 @@ public:
     float movieEnd = 0.0f;
     float viewStart = 0.0f; ///< seconds, the part of the axis that is drawn
     float viewEnd = 0.0f;
-    CTrackKey* activeKey = nullptr;       ///< last told by a key view; written only
-    std::vector<CTrackKey*> selectedKeys; ///< oldest first
-    CMarkedGridCtrl* grid = nullptr;      ///< the ruler
-    CWnd* infoWnd = nullptr;              ///< invalidated at each mouse move and cursor change
-    CWnd* keyDescrWnd = nullptr;          ///< a row offers a hover only if it exists
+    KeyKindParamsTable keyParams;    ///< how keys of each kind are drawn
+    CMarkedGridCtrl* grid = nullptr; ///< the ruler
+    CWnd* infoWnd = nullptr;         ///< invalidated at each mouse move and cursor change
+    CWnd* keyDescrWnd = nullptr;     ///< a row offers a hover only if it exists
     CFilmKeyDuplicator keyDuplicator{this};
     CFilmsUndoMgr undoMgr{this};
-};
-
-/// Names a row across a rebuild.
-struct RowHandle {
-    CFilmTrack* track = nullptr;
-    int kind = KeyKind::None;
-    int subIndex = -1;
 };
 
 /// The main control as the parent of a window, or null.

@@ -13,11 +13,6 @@ ON_WM_KEYDOWN()
 ON_WM_CAPTURECHANGED()
 END_MESSAGE_MAP()
 
-CTrackKey*& CurrentKey() {
-    static CTrackKey* current = nullptr;
-    return current;
-}
-
 CTrackCtrl::CTrackCtrl() {
     // Required: any new row ends the editing of the current key.
     CurrentKey() = nullptr;

@@ -7,6 +7,7 @@
 #include "plugin/contract/FilmTrack.h"
 #include "plugin/PluginFilmsParams.h"
 #include "timeline/GridCtrl.h"
+#include "timeline/Selection.h"
 
 #include <list>
 #include <string>
@@ -223,6 +224,3 @@ private:
     CRect buttonRect;          ///< where the button was put last
     char buttonSign = '+';
 };
-
-/// The key last pressed or last added, of the whole plug-in; null while there is none.
-CTrackKey*& CurrentKey();

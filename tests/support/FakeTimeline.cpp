@@ -85,10 +85,6 @@ void FakeTimeline::ShowKeyDescription(CTrackKey* key) {
     log.push_back("ShowKeyDescription");
 }
 
-const KeyKindParams* FakeTimeline::GetKeyParams(int kind) const {
-    return kind >= 0 && kind < KeyKind::FilterCount ? &keyParams[static_cast<std::size_t>(kind)] : nullptr;
-}
-
 CTrackKey* FakeTimeline::CreateKeyView(int kind) {
     IFilmManager* manager = GetPlugin().GetFilmManager();
     IFilmKey* record = manager != nullptr && !refuseViews ? manager->keyFactory->CreateKey(kind) : nullptr;

@@ -27,7 +27,7 @@ public:
     CTrackCtrl* FindRowOfKey(const IFilmKey*) const override { return nextRow; }
     void ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* key) override;
     void ShowKeyDescription(CTrackKey* key) override;
-    const KeyKindParams* GetKeyParams(int kind) const override;
+    void TakeKeyLooks(const KeyKindParamsTable& records) override { keyParams = records; }
     CTrackKey* CreateKeyView(int kind) override;
     void ForgetView(CTrackKey* view) override;
     void ForgetRow(CTrackCtrl* row) override;
@@ -41,13 +41,10 @@ public:
     void OnThumbTrack(CTimeScrollbar* bar, float position) override;
 
     std::vector<std::string> log;
-    KeyKindParamsTable keyParams;
     bool rebuilding = false;
     bool refuseViews = false;               ///< CreateKeyView answers null
     CTrackCtrl* nextRow = nullptr;          ///< what AddTrackCtrl and AddAnimationRow answer
     std::vector<CTrackKey*> forgottenViews; ///< of ForgetView; they may be gone
-    CTrackCtrl* menuRow = nullptr;          ///< of the last ShowContextMenu
-    CTrackKey* menuKey = nullptr;
-    CTrackKey* described = nullptr; ///< of the last ShowKeyDescription
-    float thumbPosition = 0.0f;     ///< of the last OnThumbTrack
+    CTrackKey* described = nullptr;         ///< of the last ShowKeyDescription
+    float thumbPosition = 0.0f;             ///< of the last OnThumbTrack
 };

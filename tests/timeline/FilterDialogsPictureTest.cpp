@@ -62,7 +62,7 @@ protected:
 } // namespace
 
 TEST_F(FilterDialogsPictureTest, KeysFilter) {
-    CKeysFilterDlg dialog;
+    CKeysFilterDlg dialog(plugin);
     dialog.SetTrack(track);
     KeyKindParamsTable params = control->keyParams;
     params[KeyKind::Speech].visible = false;
@@ -79,7 +79,7 @@ TEST_F(FilterDialogsPictureTest, FilterTracks) {
     AddCamera(film, "Cam");
     control->ShowFilm(film, true);
     RowOf("Boat")->SetVisibleFlag(false);
-    CFilterTracksDlg dialog;
+    CFilterTracksDlg dialog(plugin);
     Compare(dialog, "filter_tracks", [&](std::vector<CRect>& areas) {
         constexpr int kTexts = 60; // pixels at the left
         MaskLines(dialog, dialog.list, 0, kTexts, areas);

@@ -57,7 +57,7 @@ protected:
     }
 
     ResourceScope resources{PluginResources()};
-    CFilterTracksDlg dialog;
+    CFilterTracksDlg dialog{plugin};
     DialogUser user{dialog};
 };
 

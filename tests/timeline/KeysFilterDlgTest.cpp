@@ -116,7 +116,7 @@ protected:
     TempFolder folder;
     ResourceScope resources{PluginResources()};
     IFilm* film = nullptr;
-    CKeysFilterDlg dialog;
+    CKeysFilterDlg dialog{plugin};
     DialogUser user{dialog};
     std::vector<std::string> asked;
     bool overwriteIsAsked = false;
