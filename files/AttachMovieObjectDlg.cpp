@@ -120,10 +120,10 @@ void CAttachMovieObjectDlg::OnBrowse() {
         return;
     }
     const EditorObject* browsed = object;
-    const std::weak_ptr<int> window = life;
+    const Watch<CAttachMovieObjectDlg> window(this);
     const std::string present = element; // the host's own while it asks, whatever becomes of the dialog
     const std::string name = editor->BrowseMeshElement(object, present);
-    if (window.expired() || object != browsed || name == element) {
+    if (!window.IsAlive() || object != browsed || name == element) {
         return;
     }
     const MeshElement* record = object->GetMeshElement(object->FindMeshElement(name));

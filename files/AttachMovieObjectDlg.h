@@ -2,9 +2,9 @@
 
 #include "framework/Dialog.h"
 #include "framework/PickMode.h"
+#include "plugin/Watch.h"
 #include "timeline/ScenarioWindow.h"
 
-#include <memory>
 #include <string>
 
 class IPluginImpl;
@@ -13,7 +13,7 @@ class IPluginImpl;
 /// attached to. Modeless, made once, owned by the main control. While it is shown, the host's object menu
 /// offers "Attach to ..."; only OK writes to the track. The film, the track and the object may go meanwhile:
 /// the window closes without the first two and is empty without the last.
-class CAttachMovieObjectDlg : public CDialog, public IAttachDialog {
+class CAttachMovieObjectDlg : public CDialog, public IAttachDialog, public Watched {
     DECLARE_MESSAGE_MAP()
 
 public:
@@ -55,5 +55,4 @@ private:
     std::string element;               ///< of the object's mesh; empty for the whole object
     CFilmObjectTrack* track = nullptr; ///< compared with those of the film before it is used
     PickMode pick;                     ///< on while the window is shown
-    std::shared_ptr<int> life = std::make_shared<int>(0);
 };

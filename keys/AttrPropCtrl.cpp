@@ -4,8 +4,6 @@
 #include "plugin/FilmSession.h"
 #include "plugin/PluginResources.h"
 
-#include <utility>
-
 namespace {
 
 constexpr UINT kEditId = 0;
@@ -45,11 +43,9 @@ bool IsTypedText(std::uint32_t type) {
 /// Sets a flag for as long as it lives, which may be longer than the flag does.
 class FlagScope {
 public:
-    FlagScope(bool& scoped, std::weak_ptr<int> owner) : flag(scoped), old(scoped), alive(std::move(owner)) {
-        flag = true;
-    }
+    FlagScope(bool& scoped, CAttrPropCtrl& owner) : flag(scoped), old(scoped), list(&owner) { flag = true; }
     ~FlagScope() {
-        if (!alive.expired()) {
+        if (list.IsAlive()) {
             flag = old;
         }
     }
@@ -59,7 +55,7 @@ public:
 private:
     bool& flag;
     bool old;
-    std::weak_ptr<int> alive;
+    Watch<CAttrPropCtrl> list;
 };
 
 } // namespace
@@ -96,7 +92,7 @@ bool CAttrPropCtrl::RowHasBrowse() const {
 }
 
 void CAttrPropCtrl::HideEditor() {
-    const FlagScope hiding(busy, life);
+    const FlagScope hiding(busy, *this);
     if (activeEditor != nullptr) {
         CWnd* editor = activeEditor;
         activeEditor = nullptr;
@@ -105,7 +101,7 @@ void CAttrPropCtrl::HideEditor() {
 }
 
 void CAttrPropCtrl::ResetRows() {
-    const FlagScope resetting(busy, life);
+    const FlagScope resetting(busy, *this);
     HideEditor();
     inPlaceButton.ShowWindow(SW_HIDE);
     ResetContent();
@@ -116,14 +112,14 @@ void CAttrPropCtrl::Commit() {
     if (busy || parent == nullptr) {
         return;
     }
-    const std::weak_ptr<int> alive = life;
-    const FlagScope committing(busy, life);
+    const Watch<CAttrPropCtrl> self(this);
+    const FlagScope committing(busy, *this);
     // The button took the focus from the edit; it is shown again with its answer.
     inPlaceButton.ShowWindow(SW_HIDE);
     if (const AttrRow* row = RowAt(activeRow)) {
         TakeEditorText(*row->member); // the row may be gone now
     }
-    if (!alive.expired()) {
+    if (self.IsAlive()) {
         parent->UpdateRows();
     }
 }
@@ -154,42 +150,42 @@ void CAttrPropCtrl::TakeEditorText(CMember& member) {
 
 /// Required: another object is written at once and makes the rows anew.
 void CAttrPropCtrl::TakeObjectId(CMember& member) {
-    const std::weak_ptr<int> alive = life;
+    const Watch<CAttrPropCtrl> self(this);
     const std::int64_t before = member.value[0].AsInteger();
     member.value[0].Parse(inPlaceEdit.GetWindowText().c_str());
     if (member.value[0].AsInteger() == before) {
         return;
     }
     parent->ApplyChanges();
-    if (!alive.expired()) {
+    if (self.IsAlive()) {
         parent->Refresh();
     }
 }
 
 bool CAttrPropCtrl::TakeWheel() {
-    const std::weak_ptr<int> alive = life;
+    const Watch<CAttrPropCtrl> self(this);
     Commit();
-    if (!alive.expired() && parent != nullptr) {
+    if (self.IsAlive() && parent != nullptr) {
         parent->ApplyChanges();
     }
-    if (!alive.expired() && parent != nullptr) {
+    if (self.IsAlive() && parent != nullptr) {
         parent->PoseFilm();
     }
-    return !alive.expired();
+    return self.IsAlive();
 }
 
 void CAttrPropCtrl::OnLButtonDown(UINT flags, CPoint point) {
-    const std::weak_ptr<int> alive = life;
+    const Watch<CAttrPropCtrl> self(this);
     CListBox::OnLButtonDown(flags, point);
-    if (!alive.expired()) {
+    if (self.IsAlive()) {
         OnRowClick();
     }
 }
 
 void CAttrPropCtrl::OnLButtonDblClk(UINT flags, CPoint point) {
-    const std::weak_ptr<int> alive = life;
+    const Watch<CAttrPropCtrl> self(this);
     CListBox::OnLButtonDblClk(flags, point);
-    if (!alive.expired()) {
+    if (self.IsAlive()) {
         OnRowClick();
     }
 }
@@ -197,9 +193,9 @@ void CAttrPropCtrl::OnLButtonDblClk(UINT flags, CPoint point) {
 void CAttrPropCtrl::OnRowClick() {
     const int selection = GetCurSel();
     if (activeRow >= 0) {
-        const std::weak_ptr<int> alive = life;
+        const Watch<CAttrPropCtrl> self(this);
         Commit();
-        if (alive.expired()) {
+        if (!self.IsAlive()) {
             return;
         }
         HideEditor();
@@ -309,11 +305,11 @@ void CAttrPropCtrl::OnPaint() {
 }
 
 void CAttrPropCtrl::Browse(CInPlaceButton& button) {
-    const std::weak_ptr<int> alive = life;
+    const Watch<CAttrPropCtrl> self(this);
     if (button.browse != nullptr) {
         const AttrBrowse browse = button.browse;
         parent->ApplyPending();
-        if (alive.expired()) {
+        if (!self.IsAlive()) {
             return;
         }
         parent->MakeKeyCurrent();
@@ -322,7 +318,7 @@ void CAttrPropCtrl::Browse(CInPlaceButton& button) {
             const ResourceScope resources(PluginResources());
             browse(&request);
         }
-        if (alive.expired()) {
+        if (!self.IsAlive()) {
             return;
         }
         parent->MakeKeyCurrent();
@@ -370,9 +366,9 @@ void CAttrPropCtrl::SetLinkObject(const EditorObject* object) {
     std::string text;
     value.ToText(text);
     inPlaceEdit.SetWindowText(text);
-    const std::weak_ptr<int> alive = life;
+    const Watch<CAttrPropCtrl> self(this);
     parent->ApplyChanges();
-    if (!alive.expired()) {
+    if (self.IsAlive()) {
         parent->Refresh();
     }
 }

@@ -5,13 +5,13 @@
 #include "keys/InPlaceButton.h"
 #include "keys/InPlaceCombobox.h"
 #include "keys/InPlaceEdit.h"
+#include "plugin/Watch.h"
 
-#include <memory>
 #include <string>
 
 /// The property list: names on the left, values on the right. A press on a row lays an editor over its value;
 /// when the editor loses the focus, the value goes back into the row's member. Rects are client pixels.
-class CAttrPropCtrl : public CListBox {
+class CAttrPropCtrl : public CListBox, public Watched {
     DECLARE_MESSAGE_MAP()
 
 public:
@@ -63,7 +63,6 @@ private:
 
     AttrListParent* parent = nullptr;
     bool busy = false; ///< an editor that is hidden loses the focus, which must not commit again
-    std::shared_ptr<int> life = std::make_shared<int>(0);
 };
 
 /// The property list around one of its editors, or null.

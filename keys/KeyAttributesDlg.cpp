@@ -78,15 +78,15 @@ void CFilmKeyAttributesDlg::Show(int command) {
 /// The open edit goes into its row and the rows into the record. False if the window went, or showed another
 /// key, while the user was asked.
 bool CFilmKeyAttributesDlg::SaveRows() {
-    const std::weak_ptr<int> alive = life;
+    const Watch<CFilmKeyAttributesDlg> self(this);
     const unsigned shown = shownKeys;
     list.Commit();
-    if (alive.expired() || shown != shownKeys) {
+    if (!self.IsAlive() || shown != shownKeys) {
         return false;
     }
     list.activeRow = -1;
     ApplyChanges();
-    return !alive.expired() && shown == shownKeys;
+    return self.IsAlive() && shown == shownKeys;
 }
 
 void CFilmKeyAttributesDlg::SetKey(CTrackKey* newKey, bool refresh) {
@@ -130,17 +130,17 @@ void CFilmKeyAttributesDlg::ApplyChanges() {
     hasPending = false;
     IFilmKey* written = record;
     // Also asked when the window has gone.
-    const auto isThere = [alive = std::weak_ptr<int>(life), written, this, &films = session] {
-        return (!alive.expired() && record == written) || IsInAFilm(films, written);
+    const auto isThere = [self = Watch<CFilmKeyAttributesDlg>(this), written, &films = session] {
+        return (self.IsAlive() && self->record == written) || IsInAFilm(films, written);
     };
     attributes->apply(rows, *written, {session, isThere});
 }
 
 void CFilmKeyAttributesDlg::ApplyPending() {
     if (list.activeRow >= 0) {
-        const std::weak_ptr<int> alive = life;
+        const Watch<CFilmKeyAttributesDlg> self(this);
         list.Commit();
-        if (alive.expired()) {
+        if (!self.IsAlive()) {
             return;
         }
     }
@@ -178,12 +178,12 @@ void CFilmKeyAttributesDlg::RebuildList() {
 }
 
 void CFilmKeyAttributesDlg::OnOK() {
-    const std::weak_ptr<int> alive = life;
+    const Watch<CFilmKeyAttributesDlg> self(this);
     list.Commit();
-    if (!alive.expired()) {
+    if (self.IsAlive()) {
         ApplyChanges();
     }
-    if (alive.expired()) {
+    if (!self.IsAlive()) {
         return;
     }
     Refresh(); // what was written may not be what the rows say, and they are written again with the next key

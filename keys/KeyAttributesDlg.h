@@ -3,6 +3,7 @@
 #include "framework/Dialog.h"
 #include "keys/AttrPropCtrl.h"
 #include "keys/AttrRows.h"
+#include "plugin/Watch.h"
 #include "timeline/ScenarioWindow.h"
 
 #include <memory>
@@ -14,7 +15,10 @@ class FilmSession;
 /// is shown, owned by the plug-in object. A value goes from the editor to its row's member when the editor
 /// loses the focus, and from the members to the record when another key is shown, at Enter, at closing, at a
 /// turn of the wheel and at another object id.
-class CFilmKeyAttributesDlg : public CDialog, public IKeyAttributesDlg, private AttrListParent {
+class CFilmKeyAttributesDlg : public CDialog,
+                              public IKeyAttributesDlg,
+                              public Watched,
+                              private AttrListParent {
     DECLARE_MESSAGE_MAP()
 
 public:
@@ -83,5 +87,4 @@ private:
 
     bool hasPending = false; ///< the user edited a row since the record was read or written
     unsigned shownKeys = 0;  ///< counts calls of SetKey that take a key in
-    std::shared_ptr<int> life = std::make_shared<int>(0);
 };

@@ -17,7 +17,7 @@ protected:
 private:
     friend class WatchLink;
 
-    class WatchLink* first = nullptr; ///< the newest of those that follow this
+    class WatchLink* newestWatch = nullptr; ///< the newest of those that follow this
 };
 
 /// One watch in the list of those that follow the same thing. Without allocation, so that the key views of a
@@ -43,7 +43,7 @@ private:
     void Follow(Watched* target) {
         watched = target;
         previous = nullptr;
-        next = target != nullptr ? std::exchange(target->first, this) : nullptr;
+        next = target != nullptr ? std::exchange(target->newestWatch, this) : nullptr;
         if (next != nullptr) {
             next->previous = this;
         }
@@ -52,7 +52,7 @@ private:
         if (watched == nullptr) {
             return;
         }
-        (previous != nullptr ? previous->next : watched->first) = next;
+        (previous != nullptr ? previous->next : watched->newestWatch) = next;
         if (next != nullptr) {
             next->previous = previous;
         }
@@ -65,7 +65,7 @@ private:
 };
 
 inline void Watched::EndWatches() {
-    for (WatchLink* link = std::exchange(first, nullptr); link != nullptr; link = link->next) {
+    for (WatchLink* link = std::exchange(newestWatch, nullptr); link != nullptr; link = link->next) {
         link->watched = nullptr;
     }
 }

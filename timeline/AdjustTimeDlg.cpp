@@ -79,12 +79,12 @@ void CAdjustTimeDlg::OnInsert() {
         EndDialog(IDCANCEL);
         return;
     }
-    const std::weak_ptr<int> alive = life;
+    const Watch<CAdjustTimeDlg> self(this);
     if (from != 0.0f || to != 0.0f) {
         control->StretchTime(current, from, to);
     }
     control->InsertTime(current, length);
-    if (!alive.expired()) {
+    if (self.IsAlive()) {
         EndDialog(IDOK);
     }
 }

@@ -3,9 +3,9 @@
 #include "framework/Button.h"
 #include "framework/Dialog.h"
 #include "framework/Edit.h"
+#include "plugin/Watch.h"
 #include "timeline/TimelineContext.h"
 
-#include <memory>
 #include <string>
 
 class CFilmsMainCtrl;
@@ -13,7 +13,7 @@ class CFilmsMainCtrl;
 /// The dialog "Adjust time": puts time into the film at the cursor or takes it out, and stretches an
 /// interval. Modal; a member of the main control, so that it shows what was typed last. Opened from the menu
 /// of a row (the control's menuRow is set) it works on that row alone.
-class CAdjustTimeDlg : public CDialog {
+class CAdjustTimeDlg : public CDialog, public Watched {
     DECLARE_MESSAGE_MAP()
 
 public:
@@ -50,5 +50,4 @@ private:
     bool forOneRow = false;
     RowHandle row; ///< for one row: which, across a rebuild
     std::string rowName;
-    std::shared_ptr<int> life = std::make_shared<int>(0); ///< ends with the dialog
 };

@@ -4,6 +4,7 @@
 #include "framework/PickMode.h"
 #include "keys/KeyKindParams.h"
 #include "plugin/FilmViewSettings.h"
+#include "plugin/Watch.h"
 #include "timeline/AdvWnd.h"
 #include "timeline/FilmsInfoWnd.h"
 #include "timeline/FilmsKeyDescrWnd.h"
@@ -24,9 +25,12 @@ class CAttachMovieObjectDlg;
 class CMainCtrlSettingsDlg;
 class IPluginImpl;
 
+/// One show of a film: lasts from a call of ShowFilm to the next, or to the end of the control.
+class FilmShow : public Watched {};
+
 /// The control in which a film is edited: ruler, rows, scroll bars, info window and key popup. Made and
 /// destroyed by the scenario window; owns everything that it shows. Times are seconds, rects pixels.
-class CFilmsMainCtrl : public CadvWnd, public TimelineContext, public IMainCtrl {
+class CFilmsMainCtrl : public CadvWnd, public TimelineContext, public IMainCtrl, public Watched {
     DECLARE_MESSAGE_MAP()
 
 public:
@@ -167,8 +171,8 @@ private:
     void TakeStoredSettings(const IFilm& film);
     IFilmKey* LeaveAttributesDialog(const IFilm* film);
     void ReturnToAttributesDialog(const IFilmKey* record);
-    bool MakeRows(IFilm* film, unsigned generation);
-    bool ShowTrack(CFilmTrack* track, unsigned generation);
+    bool MakeRows(IFilm* film, const Watch<FilmShow>& underWay);
+    bool ShowTrack(CFilmTrack* track, const Watch<FilmShow>& underWay);
     void ShowKey(CTrackCtrl* root, IFilmKey* record);
 
     void ScrollRowsTo(CTrackCtrl* row);
@@ -242,14 +246,13 @@ private:
     bool PlaceNewKey(LooseKey& key, float mouse, float time, bool redraw);
     void ShowInAttributes(CTrackKey* view);
 
-    std::unique_ptr<CAdjustTimeDlg> adjustTimeDlg;        ///< keeps what was typed last
-    std::unique_ptr<CAttachMovieObjectDlg> attachDlg;     ///< null until it was first shown
-    PickMode actorPick;                                   ///< on while a new actor is waited for
-    std::vector<CTrackCtrl*> detachedRows;                ///< made, but in no list any more; owned
-    std::shared_ptr<int> life = std::make_shared<int>(0); ///< ends with the control
-    unsigned showGeneration = 0;                          ///< counts calls of ShowFilm
-    const IFilm* shownFilm = nullptr;                     ///< by ShowFilm; compared only
-    FilmViewSettings shownSettings;                       ///< the stored ones when it was shown
+    std::unique_ptr<CAdjustTimeDlg> adjustTimeDlg;    ///< keeps what was typed last
+    std::unique_ptr<CAttachMovieObjectDlg> attachDlg; ///< null until it was first shown
+    PickMode actorPick;                               ///< on while a new actor is waited for
+    std::vector<CTrackCtrl*> detachedRows;            ///< made, but in no list any more; owned
+    std::unique_ptr<FilmShow> show = std::make_unique<FilmShow>();
+    const IFilm* shownFilm = nullptr; ///< by ShowFilm; compared only
+    FilmViewSettings shownSettings;   ///< the stored ones when it was shown
     bool rebuilding = false;
     bool forgettingAll = false; ///< every holder has let go already
 };

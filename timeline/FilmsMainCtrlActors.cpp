@@ -88,9 +88,9 @@ void CFilmsMainCtrl::RecordObjectKeys(EditorObject* object, float time, const fl
     if (row == nullptr) {
         return;
     }
-    const std::weak_ptr<int> window = life;
+    const Watch<CFilmsMainCtrl> window(this);
     row->WriteTransformKeys(time, newMatrix, oldMatrix);
-    if (!window.expired()) {
+    if (window.IsAlive()) {
         RepaintRows(); // a new key took the selection from a row that may be another object's
     }
 }

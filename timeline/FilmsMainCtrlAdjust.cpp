@@ -38,10 +38,10 @@ void CFilmsMainCtrl::OnMenuSetMovieFrame() {
     const int oldFrame = FrameNumber(NearestFrame(currentTime, rate), rate);
     CMovieFrameDlg dialog(plugin, this);
     dialog.text = std::to_string(oldFrame);
-    const std::weak_ptr<int> window = life;
+    const Watch<CFilmsMainCtrl> window(this);
     const LevelWatch level(plugin);
     const bool isTaken = dialog.DoModal() == IDOK;
-    if (window.expired() || film != plugin.GetCurrentFilm() || !level.IsSameLevel()) {
+    if (!window.IsAlive() || film != plugin.GetCurrentFilm() || !level.IsSameLevel()) {
         return;
     }
     // Required: Cancel goes to the old frame too, which takes a cursor between two frames onto one.
@@ -49,7 +49,7 @@ void CFilmsMainCtrl::OnMenuSetMovieFrame() {
     if (rate != 0) {
         SetCurrentFrame(static_cast<float>(frame) / static_cast<float>(rate), /*redraw*/ false);
     }
-    if (!window.expired()) { // a playing film goes on inside the call
+    if (window.IsAlive()) { // a playing film goes on inside the call
         SetCurrentTime(currentTime, /*redraw*/ true);
     }
 }
@@ -88,11 +88,11 @@ void CFilmsMainCtrl::InsertTime(float time, float length) {
     if (film == nullptr) {
         return;
     }
-    const std::weak_ptr<int> window = life;
+    const Watch<CFilmsMainCtrl> window(this);
     const bool forOneRow = menuRow != nullptr;
     const LevelWatch level(plugin);
     const IFilmKey* shownRecord = LeaveAttributesDialog(film);
-    if (window.expired() || film != plugin.GetCurrentFilm() || !level.IsSameLevel() ||
+    if (!window.IsAlive() || film != plugin.GetCurrentFilm() || !level.IsSameLevel() ||
         forOneRow != (menuRow != nullptr)) {
         return; // the user was asked, and something else went on
     }

@@ -95,9 +95,9 @@ void CFilmsMainCtrl::OnMenuAddCamera() {
     }
     CAddCameraDlg dialog(plugin, this);
     film->NewCameraName(dialog.name);
-    const std::weak_ptr<int> window = life;
+    const Watch<CFilmsMainCtrl> window(this);
     const LevelWatch level(plugin);
-    if (dialog.DoModal() != IDOK || window.expired() || film != plugin.GetCurrentFilm() ||
+    if (dialog.DoModal() != IDOK || !window.IsAlive() || film != plugin.GetCurrentFilm() ||
         !level.IsSameLevel()) {
         return;
     }

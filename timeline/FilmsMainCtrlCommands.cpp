@@ -54,9 +54,9 @@ void CFilmsMainCtrl::RunCommand(UINT id) {
         std::ranges::find_if(kCommands, [id](const CommandEntry& candidate) { return candidate.id == id; });
     const ResourceScope resources(PluginResources());
     if (id != IDC_ADD_KEY) { // Required: a new key takes the pose as the film has it
-        const std::weak_ptr<int> window = life;
+        const Watch<CFilmsMainCtrl> window(this);
         plugin.ApplyPendingEdits();
-        if (window.expired()) {
+        if (!window.IsAlive()) {
             return;
         }
     }
@@ -80,10 +80,10 @@ void CFilmsMainCtrl::OnMenuSettings() {
     dialog.ticsDistance = CutToInt(static_cast<float>(plugin.framesPerSecond) * grid->ticDistance);
     dialog.bigTics = grid->bigTics;
     dialog.labelDistance = grid->labelDistance;
-    const std::weak_ptr<int> window = life;
+    const Watch<CFilmsMainCtrl> window(this);
     const IFilm* film = plugin.GetCurrentFilm();
     // What was shown and edited is that film's.
-    if (dialog.DoModal() != IDOK || window.expired() || film != plugin.GetCurrentFilm()) {
+    if (dialog.DoModal() != IDOK || !window.IsAlive() || film != plugin.GetCurrentFilm()) {
         return;
     }
     if (std::isfinite(dialog.begin) && std::isfinite(dialog.end) && std::isfinite(dialog.interval)) {

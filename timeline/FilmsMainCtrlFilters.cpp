@@ -39,8 +39,8 @@ void FilterRow(CTrackCtrl& row, const KeyFilter& filter, const char* filmName, b
 
 void CFilmsMainCtrl::OnMenuFilterActors() {
     CFilterTracksDlg dialog(plugin, this);
-    const std::weak_ptr<int> window = life;
-    if (dialog.DoModal() == IDOK && !window.expired()) {
+    const Watch<CFilmsMainCtrl> window(this);
+    if (dialog.DoModal() == IDOK && window.IsAlive()) {
         RebuildVisibleRows(/*redraw*/ true, nullptr);
     }
 }
@@ -59,9 +59,9 @@ void CFilmsMainCtrl::OnMenuFilterKeys() {
     CKeysFilterDlg dialog(plugin, this);
     dialog.SetTrack(track);
     dialog.SetParams(records);
-    const std::weak_ptr<int> window = life;
+    const Watch<CFilmsMainCtrl> window(this);
     const LevelWatch level(plugin);
-    if (dialog.DoModal() != IDOK || window.expired()) {
+    if (dialog.DoModal() != IDOK || !window.IsAlive()) {
         return;
     }
     dialog.GetParams(records);

@@ -16,9 +16,9 @@ CTrackKey* CFilmsMainCtrl::KeyOfMenuRow() const {
 bool CFilmsMainCtrl::AskForSeconds(float& seconds, const char* title, const char* prompt) {
     IEditor* editor = plugin.editor;
     const CTrackKey* key = KeyOfMenuRow();
-    const std::weak_ptr<int> window = life;
+    const Watch<CFilmsMainCtrl> window(this);
     return key != nullptr && editor != nullptr && editor->InputNumber(&seconds, title, prompt) &&
-           !window.expired() && KeyOfMenuRow() == key && std::isfinite(seconds);
+           window.IsAlive() && KeyOfMenuRow() == key && std::isfinite(seconds);
 }
 
 void CFilmsMainCtrl::OnMenuRemoveKey() {

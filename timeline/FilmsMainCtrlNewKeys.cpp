@@ -114,12 +114,12 @@ void CFilmsMainCtrl::OnMenuAddKey() {
     if (IsPosed(row->kind) && !FillFromPose(plugin, *key->record, row->track, time)) {
         return;
     }
-    const std::weak_ptr<int> window = life;
+    const Watch<CFilmsMainCtrl> window(this);
     ClearSelection();
     if (IKeyAttributesDlg* dialog = plugin.keyAttributesDlg.get()) {
         dialog->SetKey(nullptr, /*refresh*/ false); // may ask the user about what was edited there
     }
-    if (window.expired() || menuRow != row) {
+    if (!window.IsAlive() || menuRow != row) {
         return;
     }
     RepaintRows();
@@ -139,10 +139,10 @@ void CFilmsMainCtrl::OnMenuPasteAttributes() {
     if (menuKey == nullptr || CopiedRecord() == nullptr) {
         return;
     }
-    const std::weak_ptr<int> window = life;
+    const Watch<CFilmsMainCtrl> window(this);
     keyDuplicator.Paste(menuKey);
     ShowInAttributes(menuKey);
-    if (!window.expired()) {
+    if (window.IsAlive()) {
         RepaintRows();
     }
 }
@@ -160,10 +160,10 @@ void CFilmsMainCtrl::OnMenuPasteKey() {
     if (view->record->kind == KeyKind::Camera) {
         static_cast<CFilmCameraKey*>(view->record)->priority = menuRow->subIndex;
     }
-    const std::weak_ptr<int> window = life;
-    const unsigned generation = showGeneration;
+    const Watch<CFilmsMainCtrl> window(this);
+    const Watch<FilmShow> shown(show.get());
     const bool taken = PlaceNewKey(key, mouseTime, NotBeforeFilm(mouseTime), /*redraw*/ false);
-    if (window.expired() || generation != showGeneration) {
+    if (!shown.IsAlive()) {
         return;
     }
     if (!taken) {
@@ -171,7 +171,7 @@ void CFilmsMainCtrl::OnMenuPasteKey() {
     }
     keyDuplicator.Paste(view);
     ShowInAttributes(view);
-    if (!window.expired()) {
+    if (window.IsAlive()) {
         RepaintRows();
     }
 }

@@ -206,7 +206,7 @@ void CFilmsMainCtrl::RemoveTrackCtrl(CTrackCtrl* row, bool redraw) {
     RowHandle handle;
     GetTopRowHandle(handle);
     RemoveCameraHelpers(row->track);
-    const std::weak_ptr<int> window = life;
+    const Watch<CFilmsMainCtrl> window(this);
     const RowWatch watched(*row);
     const std::list<CTrackCtrl*> children = row->children;
     for (CTrackCtrl* child : children) {
@@ -216,7 +216,7 @@ void CFilmsMainCtrl::RemoveTrackCtrl(CTrackCtrl* row, bool redraw) {
         }
     }
     LeaveTrackOf(row);
-    if (window.expired() || !watched.IsAlive()) {
+    if (!window.IsAlive() || !watched.IsAlive()) {
         return;
     }
     ForgetRow(row);

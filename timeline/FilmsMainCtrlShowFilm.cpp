@@ -86,9 +86,9 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     GetTopRowHandle(handle);
     ClearUndo();
     const bool isKeyShown = plugin.keyAttributesDlg && plugin.keyAttributesDlg->GetRecord() != nullptr;
-    const std::weak_ptr<int> window = life;
+    const Watch<CFilmsMainCtrl> window(this);
     IFilmKey* shownRecord = LeaveAttributesDialog(film);
-    if (window.expired()) {
+    if (!window.IsAlive()) {
         return; // the user was asked about the key on show, and the window has gone
     }
     if (isKeyShown && film != nullptr && !plugin.FilmExists(film)) {
@@ -101,7 +101,8 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     if (grid != nullptr) {
         grid->DeleteMarks();
     }
-    const unsigned generation = ++showGeneration;
+    show = std::make_unique<FilmShow>();
+    const Watch<FilmShow> underWay(show.get());
     if (film == nullptr) {
         shownFilm = nullptr;
         rebuilding = false;
@@ -112,7 +113,7 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     plugin.AddSunTrack(film);
     TakeStoredSettings(*film);
     rebuilding = true;
-    if (!MakeRows(film, generation)) {
+    if (!MakeRows(film, underWay)) {
         return; // a message box let in a newer call, which has done it all, or the window's end
     }
     ClearSelection();
@@ -182,7 +183,7 @@ void CFilmsMainCtrl::ReturnToAttributesDialog(const IFilmKey* record) {
 }
 
 /// False if another call of ShowFilm came between, or the control has gone.
-bool CFilmsMainCtrl::MakeRows(IFilm* film, unsigned generation) {
+bool CFilmsMainCtrl::MakeRows(IFilm* film, const Watch<FilmShow>& underWay) {
     std::vector<CFilmTrack*> order(film->tracks.begin(), film->tracks.end());
     for (CFilmTrack* track : order) {
         track->Finish();
@@ -192,24 +193,23 @@ bool CFilmsMainCtrl::MakeRows(IFilm* film, unsigned generation) {
         // Removed, behind a box, without the film being shown anew.
         const bool isGone = film->tracks.size() != order.size() &&
                             std::ranges::find(film->tracks, track) == film->tracks.end();
-        if (!isGone && !ShowTrack(track, generation)) {
+        if (!isGone && !ShowTrack(track, underWay)) {
             return false;
         }
     }
     return true;
 }
 
-bool CFilmsMainCtrl::ShowTrack(CFilmTrack* track, unsigned generation) {
+bool CFilmsMainCtrl::ShowTrack(CFilmTrack* track, const Watch<FilmShow>& underWay) {
     CTrackCtrl* root = AddTrackCtrl(/*redraw*/ true);
     if (root == nullptr) {
         return true;
     }
     root->track = track;
     root->name = RootRowName(track);
-    const std::weak_ptr<int> window = life;
     const RowWatch watched(*root);
     root->CreateChildRows(CountCameraRows(track));
-    if (window.expired() || generation != showGeneration) {
+    if (!underWay.IsAlive()) {
         return false;
     }
     if (!watched.IsAlive()) {

@@ -177,9 +177,9 @@ void CFilmsMainCtrl::SetCurrentFrame(float time, bool redraw) {
         }
         owner.SetTime(frame, /*fromWindow*/ true);
         if (wasPlaying) {
-            const std::weak_ptr<int> window = life;
+            const Watch<CFilmsMainCtrl> window(this);
             owner.Play(frame);
-            redraw = redraw && !window.expired(); // the pump may have let the window go
+            redraw = redraw && window.IsAlive(); // the pump may have let the window go
         }
     } else if (grid != nullptr && grid->cursorMark != nullptr) {
         grid->cursorMark->time = currentTime;
@@ -212,13 +212,13 @@ void CFilmsMainCtrl::RestoreKeyTimes(bool keep) {
 }
 
 void CFilmsMainCtrl::ClearSelection() {
-    const std::weak_ptr<int> window = rebuilding ? std::weak_ptr<int>() : life;
-    const bool mayGo = !rebuilding; // the attributes window, which is told of each key, may ask the user
+    const Watch<CFilmsMainCtrl> window(
+        this); // the attributes window, which is told of each key, may ask the user
     // A key that is told may change the selection; what was selected meanwhile is told too.
     while (!selectedKeys.empty()) {
         for (std::size_t i = 0; i < selectedKeys.size(); ++i) {
             selectedKeys[i]->SetSelected(false);
-            if (mayGo && window.expired()) {
+            if (!window.IsAlive()) {
                 return;
             }
         }
@@ -228,10 +228,9 @@ void CFilmsMainCtrl::ClearSelection() {
 
 void CFilmsMainCtrl::SelectOnly(CTrackKey* key) {
     const KeyWatch watched(key); // every key that is told may let the attributes window rebuild the rows
-    const std::weak_ptr<int> window = rebuilding ? std::weak_ptr<int>() : life;
-    const bool mayGo = !rebuilding;
+    const Watch<CFilmsMainCtrl> window(this);
     ClearSelection();
-    if (!watched.IsAlive() || (mayGo && window.expired())) {
+    if (!watched.IsAlive() || !window.IsAlive()) {
         return;
     }
     selectedKeys.push_back(key); // first: what is selected while it is told finds it, and lets it go

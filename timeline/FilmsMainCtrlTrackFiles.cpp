@@ -84,10 +84,10 @@ std::string CFilmsMainCtrl::AskForTrackFile(bool open) {
     }
     CQuorlEdFileDialog dialog(open ? TRUE : FALSE, kExtension, nullptr,
                               OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT, kFilter, this);
-    const std::weak_ptr<int> window = life;
+    const Watch<CFilmsMainCtrl> window(this);
     const bool chosen = dialog.DoModal() == IDOK && !dialog.GetPathName().empty();
-    return chosen && !window.expired() && menuRow == row && row->track == track ? dialog.GetRelativePathName()
-                                                                                : std::string();
+    return chosen && window.IsAlive() && menuRow == row && row->track == track ? dialog.GetRelativePathName()
+                                                                               : std::string();
 }
 
 void CFilmsMainCtrl::OnMenuExportTrack() {

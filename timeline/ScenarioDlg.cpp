@@ -249,9 +249,9 @@ void CScenarioDlg::OnDestroy() {
 BOOL CScenarioDlg::PreTranslateMessage(MSG* message) {
     if (plugin.GetCurrentFilm() != nullptr && message->message == WM_KEYDOWN &&
         message->wParam == static_cast<WPARAM>(VK_SPACE)) {
-        const HWND self = GetSafeHwnd();
+        const Watch<CScenarioDlg> self(this);
         plugin.Play(plugin.currentTime);
-        if (!IsWindow(self)) {
+        if (!self.IsAlive()) {
             return TRUE; // closed while the film played
         }
     }

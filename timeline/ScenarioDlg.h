@@ -2,6 +2,7 @@
 
 #include "files/ToolBarReg.h"
 #include "framework/Dialog.h"
+#include "plugin/Watch.h"
 #include "timeline/FilmsMainCtrl.h"
 #include "timeline/ScenarioWindow.h"
 
@@ -24,7 +25,7 @@ protected:
 /// The window "Scenario": a modeless dialog with a toolbar and the main control. Make it with new: it enters
 /// itself as the plug-in object's window, lives as long as the host's main window and deletes itself with its
 /// window. Closing it only hides it.
-class CScenarioDlg : public CDialog, public IScenarioWindow {
+class CScenarioDlg : public CDialog, public IScenarioWindow, public Watched {
     DECLARE_MESSAGE_MAP()
 
 public:

@@ -46,7 +46,7 @@ const CScenarioDlg::Command CScenarioDlg::kCommands[] = {
 
 /// Playing, and whatever asks the user, pumps messages: the window may be gone when a command returns.
 BOOL CScenarioDlg::OnCommand(WPARAM wParam, LPARAM lParam) {
-    const HWND self = GetSafeHwnd();
+    const Watch<CScenarioDlg> self(this);
     const auto* command =
         std::find_if(std::begin(kCommands), std::end(kCommands),
                      [wParam](const Command& c) { return HIWORD(wParam) == 0 && LOWORD(wParam) == c.id; });
@@ -54,14 +54,14 @@ BOOL CScenarioDlg::OnCommand(WPARAM wParam, LPARAM lParam) {
         return CDialog::OnCommand(wParam, lParam);
     }
     plugin.ApplyPendingEdits();
-    if (!IsWindow(self)) {
+    if (!self.IsAlive()) {
         return TRUE;
     }
     if (mainCtrl != nullptr) {
         NoteIfIdle(command->id, *mainCtrl);
     }
     (this->*command->run)();
-    return !command->baseToo || !IsWindow(self) || CDialog::OnCommand(wParam, lParam);
+    return !command->baseToo || !self.IsAlive() || CDialog::OnCommand(wParam, lParam);
 }
 
 void CScenarioDlg::OnPlay() {
@@ -79,9 +79,9 @@ void CScenarioDlg::OnValidate() {
 /// Required: with animating off it is the button "Deselect keys" that is released. The plug-in object has
 /// set the command's own button already.
 void CScenarioDlg::OnAnimate() {
-    const HWND self = GetSafeHwnd();
+    const Watch<CScenarioDlg> self(this);
     RunPluginCommand(plugin, LocalCommand::AnimateObject);
-    if (!IsWindow(self)) {
+    if (!self.IsAlive()) {
         return;
     }
     if (plugin.animateObjects != 1) {
