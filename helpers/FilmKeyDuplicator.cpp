@@ -3,7 +3,6 @@
 #include "keys/TimedTrackKey.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
-#include "timeline/TrackCtrlWatch.h"
 #include "undo/KeyActions.h"
 #include "undo/LooseKeys.h"
 
@@ -95,7 +94,7 @@ bool CFilmKeyDuplicator::PlaceClone(CTrackKey& target, CTrackKey* made, IFilmKey
         return false;
     }
     TakePriority(*target.record, source);
-    const RowWatch watch(*sourceRow);
+    const Watch watch(sourceRow);
     const bool placed = sourceRow->AddKeyView(&target, /*redraw*/ true, /*existing*/ false, /*noUndo*/ true);
     // The selection may let in a rebuild, which leaves nothing of all this.
     if (watch.IsAlive() && placed) {

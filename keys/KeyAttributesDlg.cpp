@@ -2,14 +2,12 @@
 
 #include "framework/Resource.h"
 #include "keys/KeyAttributes.h"
-#include "keys/KeyWatch.h"
 #include "keys/TrackKey.h"
 #include "plugin/FilmSession.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
-#include "timeline/TrackCtrlWatch.h"
 
 #include <algorithm>
 
@@ -98,7 +96,7 @@ void CFilmKeyAttributesDlg::SetKey(CTrackKey* newKey, bool refresh) {
         return;
     }
     ++shownKeys;
-    const KeyWatch watched(newKey);
+    const Watch watched(newKey);
     if (record != nullptr && !SaveRows()) {
         return;
     }
@@ -217,7 +215,7 @@ void CFilmKeyAttributesDlg::GoToNeighbour(bool forward) {
     if (neighbour == nullptr) {
         return;
     }
-    const RowWatch watched(*row);
+    const Watch watched(row);
     timeline->SelectOnly(neighbour); // writes the key on show, which may ask the user
     if (watched.IsAlive()) {
         row->Invalidate(FALSE);

@@ -1,7 +1,6 @@
 #include "keys/TrackKey.h"
 
 #include "keys/KeyViewList.h"
-#include "keys/KeyWatch.h"
 #include "keys/Pixels.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
@@ -18,10 +17,8 @@ bool IsTimelineRebuilding() {
 
 } // namespace
 
-KeyWatch* KeyWatch::newest = nullptr;
-
 CTrackKey::~CTrackKey() {
-    KeyWatch::Tell(this);
+    EndWatches();
     LeaveRow();
 }
 

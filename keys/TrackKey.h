@@ -3,6 +3,7 @@
 #include "framework/DC.h"
 #include "keys/KeyKindParams.h"
 #include "plugin/contract/FilmKey.h"
+#include "plugin/Watch.h"
 
 #include <string>
 
@@ -12,7 +13,7 @@ class KeyViewList;
 
 /// What the user sees and grips of one key record. Owned by its row; the record is the host's. Times are
 /// seconds in the film.
-class CTrackKey {
+class CTrackKey : public Watched {
 public:
     /// Values of `state`. A hidden view stays hidden whatever its selection.
     static constexpr int kNormal = 0;

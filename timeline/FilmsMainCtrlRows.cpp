@@ -2,7 +2,6 @@
 
 #include "helpers/FilmsLightHelper.h"
 #include "plugin/PluginImpl.h"
-#include "timeline/TrackCtrlWatch.h"
 
 #include <algorithm>
 #include <memory>
@@ -207,7 +206,7 @@ void CFilmsMainCtrl::RemoveTrackCtrl(CTrackCtrl* row, bool redraw) {
     GetTopRowHandle(handle);
     RemoveCameraHelpers(row->track);
     const Watch<CFilmsMainCtrl> window(this);
-    const RowWatch watched(*row);
+    const Watch watched(row);
     const std::list<CTrackCtrl*> children = row->children;
     for (CTrackCtrl* child : children) {
         RemoveTrackCtrl(child, /*redraw*/ false);
@@ -240,7 +239,7 @@ void CFilmsMainCtrl::RemoveCameraHelpers(CFilmTrack* track) {
 /// What hangs on a row goes with it: camera keys of a camera row, the film's track of a root row.
 void CFilmsMainCtrl::LeaveTrackOf(CTrackCtrl* row) {
     if (row->kind == KeyKind::Camera) {
-        const RowWatch watched(*row);
+        const Watch watched(row);
         row->DeleteAllKeys(/*redraw*/ false);
         if (watched.IsAlive() && row->parent != nullptr) {
             row->parent->RemoveChildRow(row);

@@ -6,7 +6,6 @@
 #include "keys/TimedTrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/AdjustTimeDlg.h"
-#include "timeline/TrackCtrlWatch.h"
 #include "timeline/TrackOrder.h"
 
 #include <algorithm>
@@ -207,7 +206,7 @@ bool CFilmsMainCtrl::ShowTrack(CFilmTrack* track, const Watch<FilmShow>& underWa
     }
     root->track = track;
     root->name = RootRowName(track);
-    const RowWatch watched(*root);
+    const Watch watched(root);
     root->CreateChildRows(CountCameraRows(track));
     if (!underWay.IsAlive()) {
         return false;

@@ -1,7 +1,6 @@
 #include "timeline/FilmsMainCtrl.h"
 
 #include "keys/FrameTimes.h"
-#include "keys/KeyWatch.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
 
@@ -227,7 +226,7 @@ void CFilmsMainCtrl::ClearSelection() {
 }
 
 void CFilmsMainCtrl::SelectOnly(CTrackKey* key) {
-    const KeyWatch watched(key); // every key that is told may let the attributes window rebuild the rows
+    const Watch watched(key); // every key that is told may let the attributes window rebuild the rows
     const Watch<CFilmsMainCtrl> window(this);
     ClearSelection();
     if (!watched.IsAlive() || !window.IsAlive()) {

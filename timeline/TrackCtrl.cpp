@@ -3,7 +3,6 @@
 #include "keys/Pixels.h"
 #include "keys/TimedTrackKey.h"
 #include "timeline/TimelineContext.h"
-#include "timeline/TrackCtrlWatch.h"
 
 #include <algorithm>
 
@@ -19,9 +18,7 @@ CTrackCtrl::CTrackCtrl() {
 }
 
 CTrackCtrl::~CTrackCtrl() {
-    for (RowWatch* standing = watch; standing != nullptr; standing = standing->outer) {
-        standing->row = nullptr;
-    }
+    EndWatches();
     DropViews();
 }
 

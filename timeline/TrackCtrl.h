@@ -6,6 +6,7 @@
 #include "plugin/contract/EditorObject.h"
 #include "plugin/contract/FilmTrack.h"
 #include "plugin/PluginFilmsParams.h"
+#include "plugin/Watch.h"
 #include "timeline/GridCtrl.h"
 #include "timeline/Selection.h"
 
@@ -15,14 +16,15 @@
 
 class CMenu;
 class CTrackKey;
-class RowWatch;
 struct RowKey;
 class TimelineContext;
 class TimeStretch;
 
 /// One line of the timeline: a name cell and the keys of one kind of one track. A root row (kind 21) holds no
-/// keys and folds the kind rows of its track. Rows are children of the main control, which owns them.
-class CTrackCtrl : public CGridCtrl {
+/// keys and folds the kind rows of its track. Rows are children of the main control, which owns them. Calls
+/// that may make the rows anew (a modal window, the host's selection, the attributes window) stand behind a
+/// Watch.
+class CTrackCtrl : public CGridCtrl, public Watched {
     DECLARE_MESSAGE_MAP()
 
 public:
@@ -160,8 +162,6 @@ protected:
     void OnCaptureChanged(CWnd* next);
 
 private:
-    friend class RowWatch;
-
     // Places and times.
     CRect ClientRect() const;
     int KeyX(float time, float scale) const;
@@ -219,8 +219,7 @@ private:
     /// Of all rows' views: no view is hit more than half of this beside its time. Pixels.
     static int widestHit;
 
-    bool cloning = false;      ///< a clone of a key of this row hangs on the mouse
-    RowWatch* watch = nullptr; ///< the newest of those that stand on the stack
-    CRect buttonRect;          ///< where the button was put last
+    bool cloning = false; ///< a clone of a key of this row hangs on the mouse
+    CRect buttonRect;     ///< where the button was put last
     char buttonSign = '+';
 };

@@ -1,11 +1,9 @@
 // How a gesture goes on behind the press, and how it ends.
 #include "framework/MessageBox.h"
-#include "keys/KeyWatch.h"
 #include "keys/TimedTrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
-#include "timeline/TrackCtrlWatch.h"
 #include "undo/KeyActions.h"
 
 #include <cmath>
@@ -41,7 +39,7 @@ void CTrackCtrl::ReleaseKey(TimelineContext& timeline) {
     // Nothing is dragged any more: neither the lost mouse nor what the question lets in may end it again.
     CTrackKey* key = std::exchange(dragKey, nullptr);
     ReleaseCapture();
-    const RowWatch watched(*this);
+    const Watch watched(this);
     const float duration = key->GetDuration();
     if (duration != dragDuration && !(duration > 0.0f)) {
         AskToDelete(key);
@@ -56,8 +54,8 @@ void CTrackCtrl::ReleaseKey(TimelineContext& timeline) {
 
 /// A drag keeps every duration above nothing; this stands for a key whose record had none.
 void CTrackCtrl::AskToDelete(CTrackKey* key) {
-    const RowWatch watched(*this);
-    const KeyWatch watchedKey(key);
+    const Watch watched(this);
+    const Watch watchedKey(key);
     const float oldDuration = dragDuration;
     const float oldTime = dragTime;
     const bool wanted = AfxMessageBox("Do You want to delete this key?", MB_YESNO | MB_ICONQUESTION) == IDYES;
@@ -90,7 +88,7 @@ void CTrackCtrl::NoteNewSize(TimelineContext& timeline, CTrackKey* key) {
 
 /// Required: the mouse is not released here, and a source that was only copied is forgotten.
 void CTrackCtrl::ReleaseClone(TimelineContext& timeline) {
-    const RowWatch watched(*this);
+    const Watch watched(this);
     const bool pasted = timeline.keyDuplicator.Paste(nullptr);
     if (!watched.IsAlive()) {
         return; // the attributes window's key was written, which rebuilt the rows

@@ -1,9 +1,7 @@
-#include "keys/KeyWatch.h"
 #include "keys/NullTimeTrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
-#include "timeline/TrackCtrlWatch.h"
 #include "undo/KeyActions.h"
 
 #include <algorithm>
@@ -62,8 +60,8 @@ bool CTrackCtrl::AddKeyView(CTrackKey* view, bool redraw, bool existing, bool no
         if (!existing && !noUndo) {
             NoteEdit(*timeline, UndoCode::AddKey, view);
         }
-        const RowWatch watched(*this);
-        const KeyWatch watchedView(view);
+        const Watch watched(this);
+        const Watch watchedView(view);
         timeline->SelectOnly(view); // Required: also for a key that was there before.
         if (!watched.IsAlive() || !watchedView.IsAlive()) {
             return true; // the attributes window's key was written, which rebuilt the rows
@@ -101,8 +99,8 @@ void CTrackCtrl::RemoveKey(CTrackKey* view, bool destroy, bool redraw, bool noUn
         return;
     }
     if (view->selected) {
-        const RowWatch watched(*this);
-        const KeyWatch watchedView(view);
+        const Watch watched(this);
+        const Watch watchedView(view);
         timeline->Deselect(view);
         if (!watched.IsAlive() || !watchedView.IsAlive()) {
             return;
@@ -143,7 +141,7 @@ void CTrackCtrl::NoteEdit(TimelineContext& timeline, int undoCode, CTrackKey* vi
 
 void CTrackCtrl::DeleteAllKeys(bool redraw) {
     if (TimelineContext* timeline = TimelineOf(this)) {
-        const RowWatch watched(*this);
+        const Watch watched(this);
         timeline->ClearSelection(); // writes the attributes window's key, which may rebuild the rows
         if (!watched.IsAlive()) {
             return;

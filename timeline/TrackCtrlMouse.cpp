@@ -1,9 +1,7 @@
-#include "keys/KeyWatch.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
-#include "timeline/TrackCtrlWatch.h"
 
 #include <utility>
 
@@ -51,8 +49,8 @@ void CTrackCtrl::PressKey(TimelineContext& timeline, CPoint point, UINT flags) {
     }
     const std::size_t selectedBefore = timeline.selectedKeys.size();
     const bool wasSelected = key->selected;
-    const RowWatch watched(*this);
-    const KeyWatch watchedKey(key);
+    const Watch watched(this);
+    const Watch watchedKey(key);
     timeline.SelectOnly(key); // writes the attributes window's key, which may rebuild the rows
     if (!watched.IsAlive() || !watchedKey.IsAlive() || dragKey != key) {
         return;
@@ -84,7 +82,7 @@ void CTrackCtrl::PressEmpty(TimelineContext& timeline, int x) {
         return;
     }
     if (x < GetLeftWidth()) {
-        const RowWatch watched(*this);
+        const Watch watched(this);
         if (EditorObject* object = GetPlugin().FindObjectByTrack(track)) {
             PressObject(*object);
             timeline.InvalidateControl(/*erase*/ true);
@@ -94,7 +92,7 @@ void CTrackCtrl::PressEmpty(TimelineContext& timeline, int x) {
             timeline.InvalidateControl(/*erase*/ true);
         }
     } else if (!timeline.selectedKeys.empty()) {
-        const RowWatch watched(*this);
+        const Watch watched(this);
         timeline.ClearSelection();
         if (IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get()) {
             dialog->SetKey(nullptr, /*refresh*/ false);

@@ -4,13 +4,12 @@
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/TrackCtrl.h"
-#include "timeline/TrackCtrlWatch.h"
 
 #include <algorithm>
 #include <cmath>
 
 void CTrackCtrl::ShiftKeys(float time, float delta) {
-    const RowWatch watched(*this);
+    const Watch watched(this);
     if (IsRoot()) {
         const std::list<CTrackCtrl*> asked = children;
         for (CTrackCtrl* child : asked) {

@@ -1,12 +1,10 @@
 // Keys from the moves of an object in the 3D views.
 #include "helpers/MatrixMath.h"
-#include "keys/KeyWatch.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/LooseKey.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
-#include "timeline/TrackCtrlWatch.h"
 
 #include <algorithm>
 #include <array>
@@ -117,8 +115,8 @@ void AddMovedKey(CTrackCtrl& row, TimelineContext& timeline, float time, const V
     key->SetPosition(time, /*viewOnly*/ false);
     IFilmKey* record = key->record;
     CFilmTrack* track = row.track;
-    const RowWatch watchedRow(row);
-    const KeyWatch watchedKey(key.get());
+    const Watch watchedRow(&row);
+    const Watch watchedKey(key.get());
     if (!row.AddKeyView(key.get(), /*redraw*/ false, /*existing*/ false, /*noUndo*/ false)) {
         return;
     }
@@ -151,7 +149,7 @@ void CTrackCtrl::WriteTransformKeys(float time, const float* newMatrix, const fl
         {KeyKind::Rotation, {now.rotation, before.rotation}},
         {KeyKind::Scale, {now.scale, before.scale}},
     };
-    const RowWatch self(*this);
+    const Watch self(this);
     for (const auto& [keyKind, change] : changes) {
         CTrackCtrl* row = self.IsAlive() ? FindChild(keyKind, kAnySubIndex) : nullptr;
         if (row == nullptr || !IsFinite(change.newValue) || !IsFinite(change.oldValue)) {

@@ -4,7 +4,6 @@
 #include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
-#include "timeline/TrackCtrlWatch.h"
 
 #include <algorithm>
 #include <array>
@@ -139,7 +138,7 @@ void CTrackCtrl::CreateChildRows(int cameraCount) {
         return;
     }
     if (rows->trackClass == ClassId::ObjectTrack) {
-        const RowWatch watched(*this);
+        const Watch watched(this);
         CreateAnimationRows(); // Required: its failure doesn't end this.
         if (!watched.IsAlive()) {
             return;
@@ -220,7 +219,7 @@ bool CTrackCtrl::EnsureAnimationRow(TimelineContext& timeline, EditorObject& obj
 
 /// False when the rows were rebuilt while the user was asked.
 bool CTrackCtrl::AskForMeshElement(EditorObject& object, const std::string& element) {
-    const RowWatch watched(*this);
+    const Watch watched(this);
     AfxMessageBox("Warning, cannot find mesh element \"" + element + "\" in \"" + object.meshName +
                   "\" mesh");
     IEditor* editor = GetPlugin().editor;

@@ -3,7 +3,6 @@
 #include "keys/TimedTrackKey.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
-#include "timeline/TrackCtrlWatch.h"
 #include "undo/LooseKeys.h"
 
 #include <utility>
@@ -18,7 +17,7 @@ CTrackKey* MakeView(const CTrackKey& key) {
 
 /// What the row doesn't take is destroyed.
 void Insert(CTrackKey* view, CTrackCtrl& row) {
-    const RowWatch watch(row);
+    const Watch watch(&row);
     const bool taken = row.AddKeyView(view, /*redraw*/ true, /*existing*/ false, /*noUndo*/ true);
     if (!taken && watch.IsAlive()) {
         DestroyLooseView(view);
@@ -51,7 +50,7 @@ bool CFUAOneKey::RemoveTwin() {
     TimelineContext* timeline = TimelineOf(trackCtrl);
     CTrackKey* twin = timeline != nullptr ? trackCtrl->FindKeyView(key, /*byValue*/ true) : nullptr;
     if (twin != nullptr) {
-        const RowWatch watch(*trackCtrl);
+        const Watch watch(trackCtrl);
         trackCtrl->RemoveKey(twin, /*destroy*/ false, /*redraw*/ true, /*noUndo*/ true);
         if (watch.IsAlive()) {
             timeline->undoMgr.retired.KeepView(twin); // Required: it lives on, in no row and no action
