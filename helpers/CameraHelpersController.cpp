@@ -2,6 +2,7 @@
 
 #include "files/Log.h"
 #include "framework/Path.h"
+#include "helpers/HelperPlugin.h"
 #include "helpers/MatrixMath.h"
 #include "plugin/FilmSession.h"
 
@@ -12,9 +13,6 @@ namespace {
 
 using Controller = CCameraHelpersController;
 
-/// The host's helper plug-in, and its type word for helper objects.
-constexpr const char* kHelperPlugin = "Control";
-constexpr int kHelperType = 2;
 constexpr float kInColor[4] = {0.0f, 1.0f, 0.0f, 1.0f}; ///< r, g, b, a
 constexpr float kOutColor[4] = {0.0f, 0.0f, 1.0f, 1.0f};
 
@@ -54,7 +52,8 @@ void CreateObject(const FilmSession& session, HelperObjectParams& params,
     params.className = descriptor.name;
     params.modelPath = ModelPath(*session.editor, descriptor);
     EditorObject* made = nullptr;
-    session.editor->CreateHelperObject(kHelperPlugin, session.pluginId, kHelperType, params, &made);
+    session.editor->CreateHelperObject(HelperPlugin::kName, session.pluginId, HelperPlugin::kType, params,
+                                       &made);
     object = made;
 }
 
@@ -126,7 +125,7 @@ void CCameraHelpersController::GetHelpersDesc() {
 
 bool CCameraHelpersController::CreateObjects() {
     IEditor* editor = session.editor;
-    if (editor == nullptr || !editor->HasObjectClass(kHelperPlugin)) {
+    if (editor == nullptr || !editor->HasObjectClass(HelperPlugin::kName)) {
         DebugPrint("[CCameraHelpersController::CreateObjects()] plugin Control is not accessible\n");
         return false;
     }

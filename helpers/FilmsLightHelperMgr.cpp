@@ -1,5 +1,6 @@
 #include "helpers/FilmsLightHelperMgr.h"
 
+#include "helpers/HelperPlugin.h"
 #include "plugin/ChunkReader.h"
 #include "plugin/contract/Chunks.h"
 #include "plugin/contract/EventCodes.h"
@@ -15,8 +16,6 @@ namespace {
 
 /// Where the sun's helper stands along its direction, in units from the origin.
 constexpr float kSunDistance = 1000.0f;
-/// Type word of helper objects for the host's helper plug-in.
-constexpr int kHelperType = 2;
 /// Flag word bit that leaves a light out while its film is closed.
 constexpr std::uint32_t kHiddenFlag = 4;
 
@@ -112,7 +111,7 @@ CFilmsLightHelper* CFilmsLightHelperMgr::GetOrCreateSunHelper(ILevelData* levelD
     }
     IEditor* editor = session.editor;
     if (creatingSun || levelData == nullptr || levelData->sunObject == nullptr || editor == nullptr ||
-        !editor->HasObjectClass("Control") || session.glLightClass == nullptr) {
+        !editor->HasObjectClass(HelperPlugin::kName) || session.glLightClass == nullptr) {
         return nullptr;
     }
     HelperObjectParams params;
@@ -121,7 +120,7 @@ CFilmsLightHelper* CFilmsLightHelperMgr::GetOrCreateSunHelper(ILevelData* levelD
     params.modelPath = session.glLightClass->path;
     EditorObject* object = nullptr;
     creatingSun = true;
-    editor->CreateHelperObject("Control", session.pluginId, kHelperType, params, &object);
+    editor->CreateHelperObject(HelperPlugin::kName, session.pluginId, HelperPlugin::kType, params, &object);
     creatingSun = false;
     if (object == nullptr) {
         return nullptr;
