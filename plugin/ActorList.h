@@ -1,9 +1,6 @@
 #pragma once
 
-#include "plugin/contract/Plugin.h"
 #include "plugin/contract/Types.h"
-
-#include <list>
 
 class CFilmsLightHelperMgr;
 class CFilmTrack;
@@ -31,8 +28,6 @@ public:
     void Add(const ObjectList& objects);
     /// Takes the objects' tracks out of the film, or only those of lights.
     void Remove(IFilm* film, const ObjectList* objects, bool lightsOnly);
-    /// False if a film needs one of the objects, with a message for each use; `messages` may be null.
-    bool CanDelete(const ObjectList* objects, std::list<DeleteMessage>* messages) const;
 
 private:
     bool CanBecomeActor(EditorObject* object, bool isVirtual) const;

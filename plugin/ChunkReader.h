@@ -27,7 +27,7 @@ private:
 
 /// Calls `visit(header, size)` for each sub-chunk of a chunk of `bytes`; `size` is the header's, cut to
 /// what the parent has left. The visitor consumes `size` bytes. Stops at the end of the parent or file.
-/// Required: the sizes alone count, whatever the numbers of the sub-chunks are.
+/// Required by the users' files: the sizes alone count, whatever the numbers of the sub-chunks are.
 template <class Visit> void ForEachSubChunk(fs::file& file, std::uint32_t bytes, Visit visit) {
     std::uint64_t counted = 0;
     while (counted + ChunkHeader::kBytes <= bytes) {

@@ -18,8 +18,8 @@
 class CFilmsLightHelper;
 
 /// What is open: the host, its level, the film, the time and the windows that show them, and what rows, key
-/// views, helpers and dialogs ask about it. The plug-in object is the only one; it is handed to whoever needs
-/// it and outlives them all.
+/// views, helpers and dialogs ask about it. In the library the plug-in object is the only one; it is handed
+/// to whoever needs it and outlives them all.
 class FilmSession {
 public:
     static constexpr int kPluginKind = 6;

@@ -22,6 +22,7 @@
 #include "plugin/ObjectMatrices.h"
 #include "plugin/ObjectMatrixRecords.h"
 #include "plugin/ObjectMoves.h"
+#include "plugin/ObjectUses.h"
 #include "plugin/Player.h"
 #include "plugin/VirtualObjects.h"
 
@@ -50,7 +51,7 @@ public:
     void Reserved3(Word) override {}
     void Reserved4(Word) override {}
     bool CanDeleteObjects(const ObjectList* objects, std::list<DeleteMessage>* messages) override {
-        return actors.CanDelete(objects, messages);
+        return ::CanDeleteObjects(*this, objects, messages);
     }
     void OnObjectDestroyed(EditorObject* object) override;
     void Reserved5() override {}
