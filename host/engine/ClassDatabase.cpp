@@ -73,4 +73,14 @@ const ClassDatabase& DefaultClasses() {
     return database;
 }
 
+bool IsLightClass(const std::string& className) {
+    return DefaultClasses().IsDerivedFrom(className, ClassName::GLLight) ||
+           DefaultClasses().IsDerivedFrom(className, ClassName::DynLight);
+}
+
+bool IsCameraPointClass(const std::string& className) {
+    return className == ClassName::CameraPosition || className == ClassName::CameraTarget ||
+           className == ClassName::CameraControlPoint;
+}
+
 } // namespace engine

@@ -25,4 +25,9 @@ public:
 /// The database that the engine itself asks, with the default classes.
 const ClassDatabase& DefaultClasses();
 
+/// Whether objects of the class shine: the two kinds of lights of films and what derives from them.
+bool IsLightClass(const std::string& className);
+/// Whether the class is that of a point of a film's camera: eye, target or handle of the path.
+bool IsCameraPointClass(const std::string& className);
+
 } // namespace engine

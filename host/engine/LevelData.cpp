@@ -5,7 +5,6 @@
 #include "host/engine/Level.h"
 #include "host/engine/LevelRoot.h"
 #include "host/engine/UniqueNames.h"
-#include "plugin/contract/ClassIds.h"
 
 #include <algorithm>
 #include <limits>
@@ -13,11 +12,6 @@
 namespace engine {
 
 namespace {
-
-bool IsLightClass(const std::string& className) {
-    return DefaultClasses().IsDerivedFrom(className, ClassName::GLLight) ||
-           DefaultClasses().IsDerivedFrom(className, ClassName::DynLight);
-}
 
 /// Levels of objects from this one down.
 int HeightOf(const EditorObject& object) {

@@ -8,7 +8,6 @@
 #include "host/engine/Level.h"
 #include "host/engine/LevelData.h"
 #include "host/engine/MemoryFile.h"
-#include "plugin/contract/ClassIds.h"
 
 #include <algorithm>
 #include <optional>
@@ -159,8 +158,7 @@ SceneObject& ParseObject(LevelData& data, std::string_view parts, std::size_t of
     object.SetMeshName(core->meshName);
     object.SetMatrix(core->matrix.m, 0);
     object.light = light;
-    if (!light && (DefaultClasses().IsDerivedFrom(core->className, ClassName::GLLight) ||
-                   DefaultClasses().IsDerivedFrom(core->className, ClassName::DynLight))) {
+    if (!light && IsLightClass(core->className)) {
         object.light.emplace();
     }
     return object;

@@ -21,6 +21,22 @@ TEST(ClassDatabaseTest, LightsVirtualObjectsAndCameraBodiesAreHelpers) {
     EXPECT_TRUE(classes.IsDerivedFrom("SkinnedMeshObject", ClassName::Mesh));
 }
 
+TEST(ClassDatabaseTest, LightsAreTheTwoKindsOfFilms) {
+    EXPECT_TRUE(engine::IsLightClass(ClassName::GLLight));
+    EXPECT_TRUE(engine::IsLightClass(ClassName::DynLight));
+    EXPECT_FALSE(engine::IsLightClass(ClassName::Helper));
+    EXPECT_FALSE(engine::IsLightClass(ClassName::Mesh));
+    EXPECT_FALSE(engine::IsLightClass("Nobody"));
+}
+
+TEST(ClassDatabaseTest, CameraPointsAreEyeTargetAndHandle) {
+    EXPECT_TRUE(engine::IsCameraPointClass(ClassName::CameraPosition));
+    EXPECT_TRUE(engine::IsCameraPointClass(ClassName::CameraTarget));
+    EXPECT_TRUE(engine::IsCameraPointClass(ClassName::CameraControlPoint));
+    EXPECT_FALSE(engine::IsCameraPointClass(ClassName::Helper));
+    EXPECT_FALSE(engine::IsCameraPointClass(ClassName::VirtualObject));
+}
+
 TEST(ClassDatabaseTest, ClassDerivesFromItselfEvenIfUnknown) {
     const ClassDatabase classes;
     EXPECT_TRUE(classes.IsDerivedFrom(ClassName::Mesh, ClassName::Mesh));

@@ -1,5 +1,6 @@
 #include "host/stage/host/ObjectCommands.h"
 
+#include "host/engine/ClassDatabase.h"
 #include "host/engine/UniqueNames.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/LevelSession.h"
@@ -25,9 +26,7 @@ int Depth(const EditorObject& object) {
 }
 
 bool IsCameraPoint(const engine::SceneObject& object) {
-    const std::string& name = object.Info().className;
-    return name == ClassName::CameraPosition || name == ClassName::CameraTarget ||
-           name == ClassName::CameraControlPoint;
+    return engine::IsCameraPointClass(object.Info().className);
 }
 
 void AppendDescendants(const EditorObject& object, ObjectList& list,

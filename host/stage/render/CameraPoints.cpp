@@ -1,5 +1,6 @@
 #include "host/stage/render/CameraPoints.h"
 
+#include "host/engine/ClassDatabase.h"
 #include "host/engine/LevelData.h"
 #include "host/engine/SceneObject.h"
 #include "host/engine/Units.h"
@@ -93,9 +94,7 @@ CameraPoints::CameraPoints()
 }
 
 bool CameraPoints::IsPoint(const engine::SceneObject& object) {
-    return object.transient &&
-           (Is(object, ClassName::CameraPosition) || Is(object, ClassName::CameraTarget) ||
-            Is(object, ClassName::CameraControlPoint));
+    return object.transient && engine::IsCameraPointClass(object.Info().className);
 }
 
 void CameraPoints::Append(const engine::LevelData& data, const std::optional<glm::vec3>& viewer,

@@ -47,9 +47,7 @@ QString ClassText(const engine::SceneObject& object) {
 }
 
 bool IsListed(const engine::SceneObject& object) {
-    const std::string& name = object.Info().className;
-    return name != ClassName::CameraPosition && name != ClassName::CameraTarget &&
-           name != ClassName::CameraControlPoint;
+    return !engine::IsCameraPointClass(object.Info().className);
 }
 
 } // namespace stage
