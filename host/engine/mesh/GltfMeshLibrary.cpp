@@ -1,23 +1,11 @@
 #include "host/engine/mesh/GltfMeshLibrary.h"
 
+#include "host/engine/mesh/GlmConvert.h"
 #include "host/engine/mesh/MeshPose.h"
 
 #include <cstring>
 
 namespace mesh {
-
-namespace {
-
-static_assert(sizeof(engine::Matrix4) == sizeof(glm::mat4), "the floats of both stand in the same order");
-
-glm::vec3 ToGlm(const Vector3& v) {
-    return {v.x, v.y, v.z};
-}
-Vector3 FromGlm(const glm::vec3& v) {
-    return {v.x, v.y, v.z};
-}
-
-} // namespace
 
 class GltfMeshLibrary::Entry : public engine::IMesh {
 public:

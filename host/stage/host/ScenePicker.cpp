@@ -1,5 +1,6 @@
 #include "host/stage/host/ScenePicker.h"
 
+#include "host/engine/mesh/GlmConvert.h"
 #include "host/engine/Units.h"
 
 #include <algorithm>
@@ -17,12 +18,8 @@ constexpr float kEmptyRadius = engine::Metres(6.0f); ///< that an empty level sh
 constexpr float kBackgroundFactor = 12.0f;
 constexpr float kNothing = std::numeric_limits<float>::infinity();
 
-Vector3 ToVector(const glm::vec3& v) {
-    return {v.x, v.y, v.z};
-}
-glm::vec3 ToGlm(const Vector3& v) {
-    return {v.x, v.y, v.z};
-}
+using mesh::FromGlm;
+using mesh::ToGlm;
 
 /// Ground, water and hills are many times larger than what a level is about.
 void DropBackground(std::vector<Sphere>& balls) {
@@ -64,8 +61,8 @@ float ScenePicker::MeshDistance(const engine::SceneObject& object, const render:
     if (mesh == nullptr || !engine::Invert(object.World(), inverse)) {
         return kNothing;
     }
-    const Vector3 from = engine::TransformPoint(ToVector(ray.origin), inverse);
-    const Vector3 to = engine::TransformPoint(ToVector(ray.origin + ray.direction * kReach), inverse);
+    const Vector3 from = engine::TransformPoint(FromGlm(ray.origin), inverse);
+    const Vector3 to = engine::TransformPoint(FromGlm(ray.origin + ray.direction * kReach), inverse);
     return mesh->RayCast(from, to, object.Pose(), fraction) ? fraction * kReach : kNothing;
 }
 
@@ -135,7 +132,7 @@ Sphere ScenePicker::BoundsOf(const engine::SceneObject& object) const {
         std::max({engine::Length(object.World().Axis(0)), engine::Length(object.World().Axis(1)),
                   engine::Length(object.World().Axis(2))});
     const float radius = glm::distance(ToGlm(low), ToGlm(high)) * 0.5f * scale;
-    return {ToGlm(engine::TransformPoint(ToVector(middle), object.World())),
+    return {ToGlm(engine::TransformPoint(FromGlm(middle), object.World())),
             radius > 0.0f ? radius : kMarkerRadius};
 }
 

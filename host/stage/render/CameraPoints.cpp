@@ -2,6 +2,7 @@
 
 #include "host/engine/ClassDatabase.h"
 #include "host/engine/LevelData.h"
+#include "host/engine/mesh/GlmConvert.h"
 #include "host/engine/SceneObject.h"
 #include "host/engine/Units.h"
 #include "host/stage/render/HelperShapes.h"
@@ -36,8 +37,7 @@ bool IsFinite(const glm::vec3& v) {
 }
 
 glm::vec3 PlaceOf(const engine::SceneObject& object) {
-    const Vector3 place = object.World().Translation();
-    return {place.x, place.y, place.z};
+    return mesh::ToGlm(object.World().Translation());
 }
 
 bool Is(const engine::SceneObject& object, const char* className) {

@@ -1,6 +1,7 @@
 #include "host/stage/render/LevelScene.h"
 
 #include "host/engine/FilmManager.h"
+#include "host/engine/mesh/GlmConvert.h"
 #include "host/engine/Units.h"
 #include "host/stage/render/HelperShapes.h"
 #include "host/stage/render/ShapeMeshes.h"
@@ -10,7 +11,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace render {
 
@@ -26,20 +26,10 @@ constexpr float kSunBodyScale = 2.2f;
 /// Times full light. Levels and keys may hold any number, the shaders only what they can still show.
 constexpr float kBrightest = 100.0f;
 
-glm::vec3 ToGlm(const Vector3& v) {
-    return {v.x, v.y, v.z};
-}
-
 /// What is no number is dark.
 glm::vec3 Limited(const glm::vec3& color) {
     const auto part = [](float share) { return std::fmin(std::fmax(share, 0.0f), kBrightest); };
     return {part(color.r), part(color.g), part(color.b)};
-}
-
-glm::mat4 ToGlm(const engine::Matrix4& matrix) {
-    glm::mat4 result;
-    std::memcpy(&result[0][0], matrix.m, sizeof(result));
-    return result;
 }
 
 float LargestScale(const glm::mat4& world) {
@@ -49,8 +39,8 @@ float LargestScale(const glm::mat4& world) {
 
 RenderLight ToLight(const engine::SceneObject& object) {
     const engine::LightProperties& light = *object.light;
-    const glm::mat4 world = ToGlm(object.World());
-    return {glm::vec3(world[3]), Limited(ToGlm(light.color) * light.intensity) * kLightStrength,
+    const glm::mat4 world = mesh::ToGlm(object.World());
+    return {glm::vec3(world[3]), Limited(mesh::ToGlm(light.color) * light.intensity) * kLightStrength,
             light.range * LargestScale(world)};
 }
 
@@ -108,9 +98,10 @@ void LevelScene::TakeSun(const engine::LevelData& data) {
         scene.sky = SkyForSun({0.0f, -1.0f, 0.0f}, glm::vec3(1.0f));
         return;
     }
-    const glm::vec3 color = Limited(ToGlm(sun->light.color) * (sun->light.on ? sun->light.intensity : 0.0f));
-    scene.sun = SunLight(ToGlm(sun->direction), color);
-    scene.sky = SkyForSun(ToGlm(sun->direction), color);
+    const glm::vec3 color =
+        Limited(mesh::ToGlm(sun->light.color) * (sun->light.on ? sun->light.intensity : 0.0f));
+    scene.sun = SunLight(mesh::ToGlm(sun->direction), color);
+    scene.sky = SkyForSun(mesh::ToGlm(sun->direction), color);
 }
 
 const mesh::MeshPose* LevelScene::PoseFor(const engine::SceneObject& object, const mesh::Mesh& mesh) {
@@ -125,7 +116,7 @@ const mesh::MeshPose* LevelScene::PoseFor(const engine::SceneObject& object, con
     pose->nodes = mesh.restNodes;
     if (matrices != nullptr) {
         for (std::size_t i = 0; i < pose->nodes.size(); ++i) {
-            pose->nodes[i] = ToGlm(matrices[i]);
+            pose->nodes[i] = mesh::ToGlm(matrices[i]);
         }
     }
     pose->SkinVertices(mesh);
@@ -135,7 +126,7 @@ const mesh::MeshPose* LevelScene::PoseFor(const engine::SceneObject& object, con
 void LevelScene::AddObject(const engine::SceneObject& object, const LevelSceneOptions& options) {
     RenderItem item;
     item.objectId = object.id;
-    item.world = ToGlm(object.World());
+    item.world = mesh::ToGlm(object.World());
     item.mesh = meshes.FindFile(object.meshName);
     if (item.mesh != nullptr) {
         item.pose = PoseFor(object, *item.mesh);
@@ -169,7 +160,7 @@ void LevelScene::AddLight(const engine::SceneObject& object, const LevelSceneOpt
     item.world = glm::mat4(glm::mat3(size));
     item.world[3] = glm::vec4(light.position, 1.0f);
     item.mesh = lightBody;
-    item.tint = object.light->on ? Limited(ToGlm(object.light->color)) : glm::vec3(0.25f);
+    item.tint = object.light->on ? Limited(mesh::ToGlm(object.light->color)) : glm::vec3(0.25f);
     item.castsShadow = false;
     item.outline = object.Info().IsSelected();
     if (!isSun) {

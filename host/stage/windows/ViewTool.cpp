@@ -1,13 +1,12 @@
 #include "host/stage/windows/ViewTool.h"
 
+#include "host/engine/mesh/GlmConvert.h"
 #include "host/stage/gizmo/GizmoLines.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/ObjectCommands.h"
 #include "host/stage/windows/ViewArea.h"
 
 #include <algorithm>
-#include <cstring>
-#include <glm/gtc/type_ptr.hpp>
 
 namespace stage {
 
@@ -26,10 +25,6 @@ gizmo::GizmoMode GizmoModeOf(ToolMode mode) {
 
 render::ViewRay RayAt(const StageView& view, const QPointF& place) {
     return view.RayAt(static_cast<float>(place.x()), static_cast<float>(place.y()));
-}
-
-glm::mat4 ToGlm(const engine::Matrix4& matrix) {
-    return glm::make_mat4(matrix.m);
 }
 
 } // namespace
@@ -69,13 +64,12 @@ void ViewTool::Place() {
     }
     // Scaling goes along an object's own axes: along others it would shear a turned object.
     if (selected.size() == 1 && mode == ToolMode::Scale) {
-        gizmo.Show(ToGlm(selected.front()->World()));
+        gizmo.Show(mesh::ToGlm(selected.front()->World()));
         return;
     }
     glm::vec3 middle(0.0f);
     for (const engine::SceneObject* object : selected) {
-        const Vector3 place = object->World().Translation();
-        middle += glm::vec3(place.x, place.y, place.z) / static_cast<float>(selected.size());
+        middle += mesh::ToGlm(object->World().Translation()) / static_cast<float>(selected.size());
     }
     gizmo.ShowAt(middle);
 }
@@ -123,8 +117,7 @@ void ViewTool::MoveTo(const glm::mat4& delta) {
         if (move.object == nullptr || !area.host.level.IsSelected(move.object)) {
             continue; // gone, or its twin in a level that was opened meanwhile
         }
-        const glm::mat4 world = delta * ToGlm(start.world);
-        std::memcpy(move.world.m, glm::value_ptr(world), sizeof(move.world.m));
+        move.world = mesh::FromGlm(delta * mesh::ToGlm(start.world));
         moves.push_back(move);
     }
     area.commands.Move(std::move(moves));
