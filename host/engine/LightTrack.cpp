@@ -18,21 +18,6 @@ LightProperties* LightOf(const LevelData& data, SceneObject* object) {
     return data.Sun() != nullptr ? &data.Sun()->light : nullptr;
 }
 
-/// A helper that a plug-in made for a light is no body of the session any more: the film has it.
-void Adopt(EditorObject* light) {
-    if (light != nullptr) {
-        static_cast<SceneObject*>(light)->transient = false;
-    }
-}
-
-/// The light of a track is set without a word to the track, so its place is taken down when it is posed.
-void KeepPlaceOf(const EditorObject* light, OwnPlace& place) {
-    const auto* object = static_cast<const SceneObject*>(light);
-    if (!place.IsOf(object)) {
-        place.Keep(*object);
-    }
-}
-
 } // namespace
 
 void LightDriver::Apply(const LevelData& data, SceneObject* object, const VectorChannel* colors, float time,
@@ -82,7 +67,7 @@ void GLLightTrack::Pose(float time) {
     Vector3 position;
     const bool moved = ChannelAs<VectorChannel>(KeyKind::Position)->Evaluate(time, position.Data());
     if (moved && lightObject != nullptr) {
-        KeepPlaceOf(lightObject, ownPlace);
+        KeepPlace();
         lightObject->SetPosition(position.Data(), 0);
     }
     SunObject* sun = isSun != 0 ? Manager().Data().Sun() : nullptr;
@@ -93,15 +78,14 @@ void GLLightTrack::Pose(float time) {
         sun->direction = Normalized(position, sun->direction);
     }
     const bool on = (FlagsAt(time, TrackFlag::LightOn) & TrackFlag::LightOn) != 0;
-    auto* object = isSun != 0 ? nullptr : static_cast<SceneObject*>(lightObject);
+    auto* object = isSun != 0 ? nullptr : Light();
     if (isSun != 0 || object != nullptr) {
         driver.Apply(Manager().Data(), object, ChannelAs<VectorChannel>(KeyKind::Color), time, on);
     }
 }
 
 void GLLightTrack::Rest() {
-    ownPlace.PutBack(static_cast<SceneObject*>(lightObject));
-    driver.Restore(Manager().Data());
+    LightTrackOf::Rest();
     SunObject* sun = Manager().Data().Sun();
     if (sun != nullptr && sunDirectionBefore) {
         sun->direction = *sunDirectionBefore;
@@ -110,40 +94,31 @@ void GLLightTrack::Rest() {
 }
 
 void GLLightTrack::ShowAtRest() const {
-    OwnPlace(ownPlace).PutBack(static_cast<SceneObject*>(lightObject));
-    LightDriver(driver).Restore(Manager().Data());
+    LightTrackOf::ShowAtRest();
     SunObject* sun = Manager().Data().Sun();
     if (sun != nullptr && sunDirectionBefore) {
         sun->direction = *sunDirectionBefore;
     }
 }
 
-void GLLightTrack::Forget(const DoomedObjects& doomed) {
-    TrackBase::Forget(doomed);
-    driver.Forget(doomed);
-    if (doomed.Has(lightObject)) {
-        lightObject = nullptr;
-    }
-}
-
 void GLLightTrack::Refresh() {
     TrackBase::Refresh();
     if (isSun == 0) {
-        Adopt(lightObject);
+        Adopt();
     }
 }
 
 void DynLightTrack::Refresh() {
     TrackBase::Refresh();
-    Adopt(lightObject);
+    Adopt();
 }
 
 void DynLightTrack::Pose(float time) {
-    auto* object = static_cast<SceneObject*>(lightObject);
+    SceneObject* object = Light();
     if (object == nullptr) {
         return;
     }
-    KeepPlaceOf(lightObject, ownPlace);
+    KeepPlace();
     Vector3 position;
     Vector3 rotation;
     Vector3 scale;
@@ -156,24 +131,6 @@ void DynLightTrack::Pose(float time) {
     object->SetMatrix(Compose(position, rotation, scale).m, 0);
     const bool on = (FlagsAt(time, TrackFlag::LightOn) & TrackFlag::LightOn) != 0;
     driver.Apply(Manager().Data(), object, ChannelAs<VectorChannel>(KeyKind::Color), time, on);
-}
-
-void DynLightTrack::Rest() {
-    ownPlace.PutBack(static_cast<SceneObject*>(lightObject));
-    driver.Restore(Manager().Data());
-}
-
-void DynLightTrack::ShowAtRest() const {
-    OwnPlace(ownPlace).PutBack(static_cast<SceneObject*>(lightObject));
-    LightDriver(driver).Restore(Manager().Data());
-}
-
-void DynLightTrack::Forget(const DoomedObjects& doomed) {
-    TrackBase::Forget(doomed);
-    driver.Forget(doomed);
-    if (doomed.Has(lightObject)) {
-        lightObject = nullptr;
-    }
 }
 
 } // namespace engine

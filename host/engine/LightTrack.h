@@ -1,7 +1,9 @@
 #pragma once
 
+#include "host/engine/FilmManager.h"
 #include "host/engine/Light.h"
 #include "host/engine/OwnPlace.h"
+#include "host/engine/SceneObject.h"
 #include "host/engine/TrackBase.h"
 
 #include <optional>
@@ -25,41 +27,71 @@ private:
     std::optional<Vector3> colorBefore; ///< none while no keys say a colour
 };
 
-/// Drives a GL light helper, or the level's sun, whose helper stands where the light comes from.
-class GLLightTrack final : public TrackOf<CFilmGLLightTrack, ClassId::GLLightTrack> {
+/// What the two kinds of light tracks share: a light with a place of its own, driven while the film is open.
+template <class Base, int Id> class LightTrackOf : public TrackOf<Base, Id> {
 public:
-    explicit GLLightTrack(FilmManager& filmManager) : TrackOf(filmManager) {}
+    using TrackOf<Base, Id>::TrackOf;
 
-    void Pose(float time) override;
     void Begin() override { ownPlace.Forget(); }
-    void Rest() override;
-    void ShowAtRest() const override;
-    void Forget(const DoomedObjects& doomed) override;
-    void Refresh() override;
-    const EditorObject* Driven() const override { return lightObject; }
+    void Rest() override {
+        ownPlace.PutBack(Light());
+        driver.Restore(this->Manager().Data());
+    }
+    void ShowAtRest() const override {
+        OwnPlace(ownPlace).PutBack(Light());
+        LightDriver(driver).Restore(this->Manager().Data());
+    }
+    void Forget(const DoomedObjects& doomed) override {
+        TrackBase::Forget(doomed);
+        driver.Forget(doomed);
+        if (doomed.Has(this->lightObject)) {
+            this->lightObject = nullptr;
+        }
+    }
+    const EditorObject* Driven() const override { return this->lightObject; }
+
+protected:
+    SceneObject* Light() const { return static_cast<SceneObject*>(this->lightObject); }
+    /// The light of a track is set without a word to the track, so its place is taken down when it is posed.
+    void KeepPlace() {
+        if (!ownPlace.IsOf(Light())) {
+            ownPlace.Keep(*Light());
+        }
+    }
+    /// A helper that a plug-in made for a light is no body of the session any more: the film has it.
+    void Adopt() {
+        if (Light() != nullptr) {
+            Light()->transient = false;
+        }
+    }
+
+    LightDriver driver;
 
 private:
-    LightDriver driver;
     OwnPlace ownPlace;
+};
+
+/// Drives a GL light helper, or the level's sun, whose helper stands where the light comes from.
+class GLLightTrack final : public LightTrackOf<CFilmGLLightTrack, ClassId::GLLightTrack> {
+public:
+    explicit GLLightTrack(FilmManager& filmManager) : LightTrackOf(filmManager) {}
+
+    void Pose(float time) override;
+    void Rest() override;
+    void ShowAtRest() const override;
+    void Refresh() override;
+
+private:
     std::optional<Vector3> sunDirectionBefore;
 };
 
 /// Drives a dynamic light helper.
-class DynLightTrack final : public TrackOf<CFilmDynLightTrack, ClassId::DynLightTrack> {
+class DynLightTrack final : public LightTrackOf<CFilmDynLightTrack, ClassId::DynLightTrack> {
 public:
-    explicit DynLightTrack(FilmManager& filmManager) : TrackOf(filmManager) {}
+    explicit DynLightTrack(FilmManager& filmManager) : LightTrackOf(filmManager) {}
 
     void Pose(float time) override;
-    void Begin() override { ownPlace.Forget(); }
-    void Rest() override;
-    void ShowAtRest() const override;
-    void Forget(const DoomedObjects& doomed) override;
     void Refresh() override;
-    const EditorObject* Driven() const override { return lightObject; }
-
-private:
-    LightDriver driver;
-    OwnPlace ownPlace;
 };
 
 } // namespace engine
