@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/stage/render/GlProgram.h"
+#include "host/stage/render/TextureTarget.h"
 
 namespace render {
 
@@ -29,10 +30,7 @@ public:
 private:
     GlProgram program;
     unsigned emptyArray = 0;
-    unsigned frame = 0;
-    unsigned mask = 0;
-    int maskWidth = 0;
-    int maskHeight = 0;
+    TextureTarget mask;
 };
 
 } // namespace render

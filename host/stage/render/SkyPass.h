@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/stage/render/GlProgram.h"
+#include "host/stage/render/TextureTarget.h"
 
 namespace render {
 
@@ -22,10 +23,7 @@ private:
     GlProgram skyProgram;
     GlProgram backdropProgram;
     unsigned emptyArray = 0;
-    unsigned frame = 0;
-    unsigned sky = 0;
-    int skyWidth = 0;
-    int skyHeight = 0;
+    TextureTarget sky;
 };
 
 } // namespace render
