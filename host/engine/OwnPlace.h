@@ -15,7 +15,6 @@ class SceneObject;
 /// back. The object is known by its id and may be gone.
 class OwnPlace {
 public:
-    bool IsKept() const { return kept; }
     bool IsOf(const SceneObject* object) const;
     void Keep(const SceneObject& object);
     /// Back to the place, and the place is no longer kept. An object below another goes back to its place

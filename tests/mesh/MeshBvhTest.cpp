@@ -81,20 +81,4 @@ TEST(MeshBvhTest, TrianglesThatAreNotFiniteAreLeftOut) {
     EXPECT_EQ(hit->triangle, 1u) << "numbered as in the list that was given";
 }
 
-TEST(MeshBvhTest, ConvexSpaceTouchesWhatReachesIntoIt) {
-    const MeshBvh tree = Stack(1);
-    // x >= 0.9 and y >= 0.9: only the upper right corner.
-    const glm::vec4 corner[] = {{1, 0, 0, -0.9f}, {0, 1, 0, -0.9f}};
-    EXPECT_TRUE(tree.TouchesConvex(corner));
-    // x + y >= 2.1 passes outside the corner although it cuts the box's neighbourhood.
-    const glm::vec4 outside[] = {{1, 1, 0, -2.1f}};
-    EXPECT_FALSE(tree.TouchesConvex(outside));
-}
-
-TEST(MeshBvhTest, ASpaceInsideATriangleTouchesIt) {
-    const MeshBvh tree = Stack(1);
-    const glm::vec4 small[] = {{1, 0, 0, -0.5f}, {-1, 0, 0, 0.51f}, {0, 1, 0, -0.2f}, {0, -1, 0, 0.21f}};
-    EXPECT_TRUE(tree.TouchesConvex(small)) << "no corner of the triangle lies inside";
-}
-
 } // namespace

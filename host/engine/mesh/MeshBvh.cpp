@@ -53,38 +53,6 @@ std::optional<float> HitTriangle(const glm::vec3 (&p)[3], const glm::vec3& origi
     return glm::dot(edge2, side) * inverse;
 }
 
-bool BoxBehindPlane(const MeshBox& box, const glm::vec4& plane) {
-    const glm::vec3 far(plane.x >= 0.0f ? box.max.x : box.min.x, plane.y >= 0.0f ? box.max.y : box.min.y,
-                        plane.z >= 0.0f ? box.max.z : box.min.z);
-    return glm::dot(glm::vec3(plane), far) + plane.w < 0.0f;
-}
-
-/// Cuts the triangle by each plane in turn; something left means that it touches the space.
-bool TriangleInConvex(const glm::vec3 (&points)[3], std::span<const glm::vec4> planes) {
-    std::vector<glm::vec3> polygon(points, points + 3);
-    std::vector<glm::vec3> kept;
-    for (const glm::vec4& plane : planes) {
-        kept.clear();
-        for (std::size_t i = 0; i < polygon.size(); ++i) {
-            const glm::vec3& a = polygon[i];
-            const glm::vec3& b = polygon[(i + 1) % polygon.size()];
-            const float da = glm::dot(glm::vec3(plane), a) + plane.w;
-            const float db = glm::dot(glm::vec3(plane), b) + plane.w;
-            if (da >= 0.0f) {
-                kept.push_back(a);
-            }
-            if ((da >= 0.0f) != (db >= 0.0f)) {
-                kept.push_back(glm::mix(a, b, da / (da - db)));
-            }
-        }
-        polygon.swap(kept);
-        if (polygon.empty()) {
-            return false;
-        }
-    }
-    return true;
-}
-
 } // namespace
 
 void MeshBvh::Build(std::span<const glm::vec3> positions, std::span<const std::uint32_t> indices) {
@@ -161,32 +129,6 @@ std::optional<MeshHit> MeshBvh::RayCast(const glm::vec3& origin, const glm::vec3
         }
     }
     return best;
-}
-
-bool MeshBvh::TouchesConvex(std::span<const glm::vec4> planes) const {
-    std::vector<std::uint32_t> open;
-    if (!tree.empty()) {
-        open.push_back(0);
-    }
-    while (!open.empty()) {
-        const std::uint32_t index = open.back();
-        open.pop_back();
-        const Node& node = tree[index];
-        if (std::any_of(planes.begin(), planes.end(),
-                        [&](const glm::vec4& plane) { return BoxBehindPlane(node.box, plane); })) {
-            continue;
-        }
-        for (std::uint32_t i = node.first; i < node.first + node.count; ++i) {
-            if (TriangleInConvex(triangles[i].points, planes)) {
-                return true;
-            }
-        }
-        if (node.count == 0) {
-            open.push_back(node.first);
-            open.push_back(index + 1);
-        }
-    }
-    return false;
 }
 
 } // namespace mesh

@@ -8,12 +8,13 @@
 
 namespace mesh {
 
+/// Where a ray meets a triangle.
 struct MeshHit {
     float distance = 0.0f; ///< in lengths of the ray's direction
     std::uint32_t triangle = 0;
 };
 
-/// A tree of boxes over triangles for ray casts and picking. Copies the positions it needs.
+/// A tree of boxes over triangles for ray casts. Copies the positions it needs.
 class MeshBvh {
 public:
     /// `indices` come in threes; each must be below positions.size(). Triangles with points that are
@@ -21,9 +22,6 @@ public:
     void Build(std::span<const glm::vec3> positions, std::span<const std::uint32_t> indices);
     /// Nearest hit with 0 <= distance <= maximum, from either side of a triangle.
     std::optional<MeshHit> RayCast(const glm::vec3& origin, const glm::vec3& direction, float maximum) const;
-    /// True if some triangle reaches into the convex space in front of all planes (a point p is in front
-    /// when dot(xyz, p) + w >= 0).
-    bool TouchesConvex(std::span<const glm::vec4> planes) const;
 
 private:
     struct Triangle {

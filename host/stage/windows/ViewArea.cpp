@@ -80,7 +80,6 @@ void ViewArea::Activate(int number) {
     if (number != activeView && host.views.At(number) != nullptr) {
         activeView = number;
         Redraw(-1);
-        emit ActiveViewChanged(number);
     }
 }
 

@@ -46,7 +46,6 @@ public:
     std::unique_ptr<ViewTool> tool;
 
 signals:
-    void ActiveViewChanged(int number);
     /// Asked for with the right button; the object under the mouse, null for none, in screen coordinates.
     void MenuRequested(int view, EditorObject* object, const QPoint& screen);
     void StatusText(const QString& text);

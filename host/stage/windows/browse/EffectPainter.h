@@ -23,7 +23,6 @@ public:
     static constexpr double kMostCovers = 30.0;
     /// After so many seconds the showing begins anew.
     float LoopSeconds() const;
-    const EffectSimulation& Simulation() const { return simulation; }
 
 private:
     /// From the level's units to pixels of a picture.
