@@ -15,6 +15,7 @@ struct FileStamp {
     std::size_t hash = 0;     ///< of the content; good within one run of the program
 };
 
+/// The stamp of a file that holds these bytes.
 FileStamp StampOf(const struct stat& status, std::string_view bytes);
 /// Whether the file differs from what was known of it. Time and size are looked at first; where they differ
 /// the content decides, so that a file that was only touched counts as the same. A file that is gone has not

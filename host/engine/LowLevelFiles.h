@@ -25,6 +25,7 @@ struct LowLevelFiles {
     int (*rename)(const char* from, const char* to);
     int (*unlink)(const char* path);
 };
+/// The calls in use; tests put others in their place.
 LowLevelFiles& LowLevel();
 
 /// Mode of a new file, less what the user's mask takes.

@@ -46,6 +46,7 @@ struct Matrix4 {
     bool operator==(const Matrix4&) const = default;
 };
 
+/// The same 16 floats.
 Matrix4 MatrixFrom(const float* sixteenFloats);
 /// First `a`, then `b`: a child's local matrix times its parent's world matrix.
 Matrix4 Multiply(const Matrix4& a, const Matrix4& b);

@@ -70,11 +70,13 @@ struct MeshSource {
     std::uint32_t vertexCount = 0;
 };
 
+/// The nodes that bend vertices, each with the matrix that takes the vertices at rest into its own space.
 struct MeshSkin {
-    std::vector<int> joints;
+    std::vector<int> joints; ///< nodes
     std::vector<glm::mat4> inverseBind;
 };
 
+/// What of a node is animated, and how it goes from one time to the next.
 enum class MeshPath { Translation, Rotation, Scale };
 enum class MeshCurve { Step, Linear, Cubic };
 
@@ -87,6 +89,7 @@ struct MeshChannel {
     std::vector<glm::vec4> values; ///< one a time; three (in, value, out) for cubic curves
 };
 
+/// An animation by its name; it moves the nodes of its channels and leaves the others at rest.
 struct MeshClip {
     std::string name;
     float duration = 0.0f; ///< seconds

@@ -7,6 +7,7 @@
 
 namespace gizmo {
 
+/// What a drag of the handles does.
 enum class GizmoMode { Translate, Rotate, Scale };
 
 /// What of the gizmo is gripped. A plane is named by the two axes that it moves along.

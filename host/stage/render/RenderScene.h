@@ -37,11 +37,13 @@ struct RenderLight {
     float range = engine::Metres(10.0f);
 };
 
+/// The one light that casts shadows.
 struct RenderSun {
     glm::vec3 direction{0.4f, 0.8f, 0.45f}; ///< from the ground towards the sun, any length
     glm::vec3 color{1.55f, 1.38f, 1.14f};
 };
 
+/// What is seen where nothing stands, and what light comes from all around. Colours are linear.
 struct RenderSky {
     glm::vec3 zenith{0.10f, 0.22f, 0.44f};
     glm::vec3 horizon{0.42f, 0.50f, 0.56f};
