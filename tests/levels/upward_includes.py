@@ -10,6 +10,7 @@ import sys
 
 FOLDERS = ["plugin", "helpers", "timeline", "keys", "undo", "files"]
 HERE = pathlib.Path(__file__).parent
+LEVELS = HERE.parent.parent / "plugin/levels.txt"
 LISTED = HERE / "upward_includes.txt"
 INCLUDE = re.compile(r'^#include "((?:%s)/[^"]+)"' % "|".join(FOLDERS), re.MULTILINE)
 
@@ -17,7 +18,7 @@ INCLUDE = re.compile(r'^#include "((?:%s)/[^"]+)"' % "|".join(FOLDERS), re.MULTI
 def read_levels():
     """Pairs of a level's name and its patterns, the lowest first."""
     levels = []
-    for line in (HERE / "levels.txt").read_text().splitlines():
+    for line in LEVELS.read_text().splitlines():
         if not line.strip() or line.startswith("#"):
             continue
         name, colon, files = line.partition(":")
