@@ -2,8 +2,6 @@
 
 #include "files/Log.h"
 
-#include <algorithm>
-
 namespace {
 
 /// The object that GetPlugin answers, and the ones made before it.
