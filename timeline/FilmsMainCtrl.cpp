@@ -43,6 +43,10 @@ CFilmsMainCtrl::CFilmsMainCtrl(IPluginImpl& newPlugin)
     LoadDefaultKeysParams(&keyParams);
 }
 
+IAttachDialog* CFilmsMainCtrl::GetAttachDialog() {
+    return attachDlg.get();
+}
+
 CFilmsMainCtrl::~CFilmsMainCtrl() {
     ClearUndo(); // now: what goes there tells this control
     delete hScroll;
@@ -170,7 +174,7 @@ void CFilmsMainCtrl::ForgetView(CTrackKey* view) {
     Selection::Forget(view);
     undoMgr.retired.Forget(view);
     if (wasHovered) {
-        StopHover();
+        hover.Stop();
     }
     for (CTrackCtrl* row : tracks) {
         if (row->dragKey == view) {
@@ -217,7 +221,7 @@ void CFilmsMainCtrl::ForgetTrack(const CFilmTrack* track) {
 
 /// Every row and view goes at once: nothing holds one of them any more.
 void CFilmsMainCtrl::ForgetAllRows() {
-    StopHover();
+    hover.Stop();
     Selection::ForgetAll();
     topRow = nullptr;
     keyDuplicator.ClearSource();

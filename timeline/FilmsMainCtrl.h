@@ -5,15 +5,24 @@
 #include "keys/KeyKindParams.h"
 #include "plugin/FilmViewSettings.h"
 #include "plugin/Watch.h"
+#include "timeline/ActorCommands.h"
 #include "timeline/AdvWnd.h"
+#include "timeline/CameraCommands.h"
 #include "timeline/FilmsInfoWnd.h"
 #include "timeline/FilmsKeyDescrWnd.h"
-#include "timeline/LooseKey.h"
+#include "timeline/FilterCommands.h"
+#include "timeline/KeyCommands.h"
+#include "timeline/KeyHover.h"
+#include "timeline/LightCommands.h"
 #include "timeline/MarkedGridCtrl.h"
+#include "timeline/NewKeyCommands.h"
 #include "timeline/ScenarioWindow.h"
+#include "timeline/SettingsCommand.h"
+#include "timeline/TimeCommands.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TimeScrollbar.h"
 #include "timeline/TrackCtrl.h"
+#include "timeline/TrackFileCommands.h"
 
 #include <list>
 #include <memory>
@@ -22,7 +31,6 @@
 
 class CAdjustTimeDlg;
 class CAttachMovieObjectDlg;
-class CMainCtrlSettingsDlg;
 class IPluginImpl;
 
 /// One show of a film: lasts from a call of ShowFilm to the next, or to the end of the control.
@@ -77,10 +85,10 @@ public:
     void SetRowHeight(int height, bool redraw);
     /// From a time on, `from` seconds become `to` seconds; keys behind follow. Works on menuRow if it is set,
     /// else on all rows; a longer film takes the movie range along. The film is not shown anew.
-    void StretchTime(float time, float from, float to);
+    void StretchTime(float time, float from, float to) { StretchRows(*this, time, from, to); }
     /// Puts seconds into the film behind a time, or takes them out for a negative length, and shows the film
     /// anew. Works on menuRow if it is set, else on all rows; the film's length changes in any case.
-    void InsertTime(float time, float length);
+    void InsertTime(float time, float length) { InsertIntoRows(*this, time, length); }
     void ApplySettings(const FilmViewSettings& settings);
 
     // Selection and keys.
@@ -94,7 +102,7 @@ public:
                           const float* oldMatrix) override;
 
     // Key parameters and their file.
-    CTrackKey* CreateKeyView(int kind) override;
+    CTrackKey* CreateKeyView(int kind) override { return MakeNewKey(session, kind); }
     bool LoadKeysParams(const char* path, KeyKindParamsTable* records);
     bool SaveKeysParams(const std::string& path);
     void LoadDefaultKeysParams(KeyKindParamsTable* records);
@@ -113,15 +121,44 @@ public:
 
     // Popups.
     void ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* key) override;
-    void ShowKeyDescription(CTrackKey* key) override;
+    void ShowKeyDescription(CTrackKey* key) override { hover.Show(key); }
 
     // Actors.
     /// From the command on until the next selection, or until the user gives it up.
     bool IsChangingActor() const override { return actorPick.IsOn(); }
-    bool ChangeActor() override;
+    bool ChangeActor() override { return TakeNewActor(*this); }
     void ClearUndo() override { undoMgr.Clear(); }
     IAttachDialog* GetAttachDialog() override;
 
+    // Commands of the menus by name; TimelineCommands.h says which is whose.
+    void OnMenuSettings() { EditSettings(*this); }
+    void OnMenuFilterActors() { FilterRows(*this); }
+    void OnMenuFilterKeys() { FilterKeys(*this); }
+    void OnMenuSetMovieFrame() { GoToFrame(*this); }
+    void OnMenuRemoveActors() { RemoveSelectedActors(*this); }
+    void OnMenuRemoveActor() { RemoveActorOfRow(*this); }
+    void OnMenuChangeActor() { AskForNewActor(*this); }
+    void OnMenuAttachToObject() { AttachActor(*this); }
+    void OnMenuAddLight(bool gl) { AddLight(plugin, gl); }
+    void OnMenuAddCamera() { AddCamera(*this); }
+    void OnMenuAddCameraTrack() { AddCameraRow(*this); }
+    void OnMenuCameraParameters() { EditCamera(*this); }
+    void OnMenuTrackParameters() { EditCameraSubtrack(*this); }
+    void OnMenuAddKey() { AddKey(*this); }
+    void OnMenuPasteKey() { PasteKey(*this); }
+    void OnMenuSetPosition() { MoveKey(*this); }
+    void OnMenuSetDuration() { SetKeyDuration(*this); }
+    void OnMenuCalcKeyDuration() { TakeNaturalDuration(*this); }
+    void OnMenuCopyAttributes() { CopyAttributes(*this); }
+    void OnMenuPasteAttributes() { PasteAttributes(*this); }
+    void OnMenuChangeBezierMethod(bool in, int method) { ChangeBezierMethod(*this, in, method); }
+    void OnMenuExportTrack() { ExportTrack(*this); }
+    void OnMenuImportTrack() { ImportTrack(*this); }
+
+    /// The ruler and the rows on the screen, where they stand.
+    void RepaintRows();
+    /// Of the film that is shown now; never null.
+    FilmShow* GetShow() const { return show.get(); }
     void ForgetView(CTrackKey* view) override;
     void ForgetRow(CTrackCtrl* row) override;
     void ForgetTrack(const CFilmTrack* track) override;
@@ -143,11 +180,14 @@ public:
     CMenu trackMenu;
     CMenu keyMenu;
     CMenu mainMenu;
+    std::unique_ptr<CAdjustTimeDlg> adjustTimeDlg;    ///< keeps what was typed last
+    std::unique_ptr<CAttachMovieObjectDlg> attachDlg; ///< null until it was first shown
+    PickMode actorPick;                               ///< on while a new actor is waited for
 
 protected:
     void OnPaint();
     void OnRButtonDown(UINT flags, CPoint point);
-    void OnTimer(UINT_PTR id);
+    void OnTimer(UINT_PTR id) { hover.OnTimer(id); }
     void OnMouseMove(UINT flags, CPoint point);
     void OnKeyDown(UINT key, UINT repeat, UINT flags);
 
@@ -158,10 +198,8 @@ private:
     void ResetRowBar();
     float RowPage() const;
     void ForgetAllRows();
-    void StopHover();
 
     std::size_t PlaceRows(std::size_t place, CRect rect, int limit, bool move);
-    void RepaintRows();
     void ShowTopRowInBar(bool newRange);
     std::unique_ptr<CTrackCtrl> MakeRow();
     void GrowRowBar(bool redraw);
@@ -169,8 +207,6 @@ private:
     void LeaveTrackOf(CTrackCtrl* row);
 
     void TakeStoredSettings(const IFilm& film);
-    IFilmKey* LeaveAttributesDialog(const IFilm* film);
-    void ReturnToAttributesDialog(const IFilmKey* record);
     bool MakeRows(IFilm* film, const Watch<FilmShow>& underWay);
     bool ShowTrack(CFilmTrack* track, const Watch<FilmShow>& underWay);
     void ShowKey(CTrackCtrl* root, IFilmKey* record);
@@ -183,73 +219,12 @@ private:
     void MoveCursor(float time);
     void JumpToKeyUnderMouse(bool end);
     void ToggleMarkOfFirstKey();
-    void DescribeKey(CTrackKey* key);
-    void MovePopupToCursor(bool onTop);
-    void TakeFocusForPopup();
     void FillMainMenu();
     void RunCommand(UINT id);
-
-    using Command = void (CFilmsMainCtrl::*)();
-    struct CommandEntry {
-        UINT id;
-        Command run;
-    };
-    static const CommandEntry kCommands[];
-    void OnMenuSettings();
-    void TakeSettings(const CMainCtrlSettingsDlg& dialog);
-    void OnMenuAddActors();
-    void OnMenuRemoveActors();
-    void OnMenuRemoveActor();
-    void OnMenuPlay();
-    void OnMenuStop();
-    void OnMenuValidate();
-    void OnMenuChangeActor();
-
-    // Commands that edit keys.
-    void OnMenuRemoveKey();
-    void OnMenuSetPosition();
-    void OnMenuSetDuration();
-    void OnMenuCalcKeyDuration();
-    void OnMenuCopyAttributes();
-    void OnMenuPasteAttributes();
-    void OnMenuAddKey();
-    void OnMenuPasteKey();
-    void OnMenuHideTrack();
-    void OnMenuAddCamera();
-
-    // Commands that open a dialog or work on whole tracks.
-    void OnMenuFilterActors();
-    void OnMenuFilterKeys();
-    /// For all root rows, or one alone.
-    void TakeKeyFilter(const KeyFilter& filter, CTrackCtrl* only);
-    void OnMenuSetMovieFrame();
-    void OnMenuAdjustTime();
-    void ShiftRows(float time, float length);
-    void OnMenuAddCameraTrack();
-    void MoveCameraRow(CTrackCtrl& row, int index);
-    void OnMenuCameraParameters();
-    void OnMenuTrackParameters();
-    void OnMenuExportTrack();
-    void OnMenuImportTrack();
-    std::string AskForTrackFile(bool open);
-    void ReplaceKeys(CTrackCtrl& row, fs::file& file);
-    void OnMenuAttachToObject();
-    void OnMenuAddGLLight() { OnMenuAddLight(/*gl*/ true); }
-    void OnMenuAddDynLight() { OnMenuAddLight(/*gl*/ false); }
-    void OnMenuAddLight(bool gl);
-
     void RunMethodCommand(UINT id);
-    void OnMenuChangeBezierMethod(bool in, int method);
-    CTrackKey* KeyOfMenuRow() const;
-    bool AskForSeconds(float& seconds, const char* title, const char* prompt);
-    const IFilmKey* CopiedRecord() const;
-    bool PlaceNewKey(LooseKey& key, float mouse, float time, bool redraw);
-    void ShowInAttributes(CTrackKey* view);
 
-    std::unique_ptr<CAdjustTimeDlg> adjustTimeDlg;    ///< keeps what was typed last
-    std::unique_ptr<CAttachMovieObjectDlg> attachDlg; ///< null until it was first shown
-    PickMode actorPick;                               ///< on while a new actor is waited for
-    std::vector<CTrackCtrl*> detachedRows;            ///< made, but in no list any more; owned
+    KeyHover hover{*this, *this};
+    std::vector<CTrackCtrl*> detachedRows; ///< made, but in no list any more; owned
     std::unique_ptr<FilmShow> show = std::make_unique<FilmShow>();
     const IFilm* shownFilm = nullptr; ///< by ShowFilm; compared only
     FilmViewSettings shownSettings;   ///< the stored ones when it was shown

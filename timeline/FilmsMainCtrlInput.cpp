@@ -1,44 +1,13 @@
 #include "timeline/FilmsMainCtrl.h"
 
 #include "framework/Resource.h"
+#include "keys/KeyKinds.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
-
-#include <array>
-#include <cmath>
-#include <cstdio>
-
-namespace {
-
-constexpr UINT_PTR kShowTimer = 0;
-constexpr UINT_PTR kHideTimer = 1;
-constexpr UINT kShowDelayMs = 500;
-constexpr UINT kHideDelayMs = 3000;
-constexpr int kPopupOffset = 20; // pixels right of and below the cursor
-/// Room for a record's own text and what is added to it.
-constexpr std::size_t kDescriptionBytes = 2048;
-
-bool IsShown(const CWnd* window) {
-    return window != nullptr && window->IsWindowVisible();
-}
-
-/// What a position key of an actor adds: how far the actor is from it now, and how fast it must go.
-std::string DistanceText(float now, CFilmTrack* track, const CFilmVectorKey& key) {
-    const Vector3 place = track->GetPositionAt(now);
-    const double x = static_cast<double>(key.value.x) - place.x;
-    const double y = static_cast<double>(key.value.y) - place.y;
-    const double z = static_cast<double>(key.value.z) - place.z;
-    const double distance = std::sqrt(x * x + y * y + z * z);
-    const double time = std::abs(static_cast<double>(key.time) - now);
-    std::array<char, 128> text{};
-    std::snprintf(text.data(), text.size(), "Distance: %4.3f\nSpeed: %4.3f\n", distance,
-                  time > 0.0 ? distance / time : 0.0);
-    return text.data();
-}
-
-} // namespace
+#include "timeline/CommandNotes.h"
+#include "timeline/TimelineCommands.h"
 
 void CFilmsMainCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
     switch (key) {
@@ -102,91 +71,6 @@ void CFilmsMainCtrl::OnMouseMove(UINT /*flags*/, CPoint /*point*/) {
     ShowKeyDescription(nullptr);
 }
 
-void CFilmsMainCtrl::ShowKeyDescription(CTrackKey* key) {
-    if (keyDescrWnd == nullptr) {
-        return;
-    }
-    if (key == hoverKey) {
-        if (IsShown(keyDescrWnd)) {
-            keyDescrWnd->ShowWindow(SW_SHOWNOACTIVATE);
-        }
-        SetTimer(kHideTimer, kHideDelayMs);
-    } else if (key == nullptr) {
-        keyDescrWnd->ShowWindow(SW_HIDE);
-        KillTimer(kHideTimer);
-        hoverKey = nullptr; // required: a delay that runs goes on, and finds no key
-    } else {
-        if (key->record != nullptr) {
-            DescribeKey(key);
-        }
-        hoverKey = key;
-    }
-    if (hoverKey != nullptr) {
-        MovePopupToCursor(/*onTop*/ false);
-    }
-}
-
-void CFilmsMainCtrl::DescribeKey(CTrackKey* key) {
-    const IFilmKey& record = *key->record;
-    std::array<char, kDescriptionBytes> text{};
-    record.Describe(text.data(), plugin.framesPerSecond);
-    auto* popup = static_cast<CFilmsKeyDescrWnd*>(keyDescrWnd);
-    popup->text = text.data();
-    if (record.kind == KeyKind::Position && AsObjectTrack(record.track) != nullptr) {
-        popup->text +=
-            DistanceText(plugin.currentTime, record.track, static_cast<const CFilmVectorKey&>(record));
-    }
-    if (IsShown(popup)) {
-        popup->Invalidate(FALSE);
-        SetTimer(kHideTimer, kHideDelayMs);
-    } else {
-        SetTimer(kShowTimer, kShowDelayMs);
-    }
-}
-
-void CFilmsMainCtrl::MovePopupToCursor(bool onTop) {
-    CPoint cursor;
-    if (GetCursorPos(&cursor)) {
-        keyDescrWnd->SetWindowPos(nullptr, cursor.x + kPopupOffset, cursor.y + kPopupOffset, 0, 0,
-                                  SWP_NOSIZE | SWP_NOACTIVATE | (onTop ? 0U : SWP_NOZORDER));
-    }
-}
-
-void CFilmsMainCtrl::OnTimer(UINT_PTR id) {
-    if (id == kShowTimer && keyDescrWnd != nullptr && hoverKey != nullptr) {
-        MovePopupToCursor(/*onTop*/ true);
-        if (!IsShown(keyDescrWnd)) {
-            keyDescrWnd->ShowWindow(SW_SHOWNOACTIVATE);
-        }
-        SetTimer(kHideTimer, kHideDelayMs);
-        TakeFocusForPopup();
-    } else if (id == kHideTimer && IsShown(keyDescrWnd)) {
-        keyDescrWnd->ShowWindow(SW_HIDE);
-    }
-    KillTimer(id);
-}
-
-/// Home and End then reach the key that is described. Only while the keyboard is with the scenario window: an
-/// editor elsewhere keeps its caret.
-void CFilmsMainCtrl::TakeFocusForPopup() {
-    const CWnd* window = GetParent();
-    const CWnd* focus = CWnd::GetFocus();
-    const bool inside =
-        focus != nullptr && (focus == window || (window != nullptr && window->IsChild(focus)));
-    if (inside || (window != nullptr && CWnd::GetActiveWindow() == window)) {
-        SetFocus();
-    }
-}
-
-void CFilmsMainCtrl::StopHover() {
-    hoverKey = nullptr;
-    if (keyDescrWnd != nullptr) {
-        keyDescrWnd->ShowWindow(SW_HIDE);
-    }
-    KillTimer(kShowTimer);
-    KillTimer(kHideTimer);
-}
-
 void CFilmsMainCtrl::OnRButtonDown(UINT /*flags*/, CPoint point) {
     ClientToScreen(&point);
     ShowContextMenu(point.x, point.y, nullptr, nullptr);
@@ -194,7 +78,7 @@ void CFilmsMainCtrl::OnRButtonDown(UINT /*flags*/, CPoint point) {
 
 void CFilmsMainCtrl::ShowContextMenu(int x, int y, CTrackCtrl* row, CTrackKey* key) {
     const ResourceScope resources(PluginResources());
-    StopHover(); // nothing lies under the menu
+    hover.Stop(); // nothing lies under the menu
     menuKey = key;
     menuRow = row;
     if (CWnd* holding = GetCapture()) {
@@ -232,4 +116,34 @@ BOOL CFilmsMainCtrl::OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO
     }
     RunCommand(id);
     return TRUE; // an unknown command is answered too
+}
+
+void CFilmsMainCtrl::RunCommand(UINT id) {
+    const TimelineCommand* command = FindTimelineCommand(id);
+    const ResourceScope resources(PluginResources());
+    if (id != IDC_ADD_KEY) { // Required: a new key takes the pose as the film has it
+        const Watch<CFilmsMainCtrl> window(this);
+        plugin.ApplyPendingEdits();
+        if (!window.IsAlive()) {
+            return;
+        }
+    }
+    NoteIfIdle(id, *this);
+    if (command != nullptr && command->inMenu != nullptr) {
+        command->inMenu(*this);
+    } else {
+        RunMethodCommand(id);
+    }
+}
+
+/// The commands stand in the table of the methods, which the check marks of the menu use too.
+void CFilmsMainCtrl::RunMethodCommand(UINT id) {
+    for (int method = BezierMethod::Smooth; method <= BezierMethod::Inverse; ++method) {
+        for (const bool in : {true, false}) {
+            if (static_cast<UINT>(GetIDByMethod(method, in)) == id) {
+                OnMenuChangeBezierMethod(in, method);
+                return; // the control may be gone
+            }
+        }
+    }
 }

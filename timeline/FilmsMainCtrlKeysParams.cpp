@@ -1,4 +1,5 @@
 #include "keys/KeyParamsFile.h"
+#include "keys/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 
@@ -21,4 +22,20 @@ bool CFilmsMainCtrl::ImportKeysParams(const char* path) {
 void CFilmsMainCtrl::Reset() {
     actorPick.End();
     LoadDefaultKeysParams(&keyParams);
+}
+
+void CFilmsMainCtrl::TakeKeyLooks(const KeyKindParamsTable& records) {
+    for (std::size_t kind = 0; kind < records.size(); ++kind) {
+        const bool visible = keyParams[kind].visible;
+        keyParams[kind] = records[kind];
+        keyParams[kind].visible = visible;
+    }
+    for (CTrackCtrl* row : tracks) {
+        if (const KeyKindParams* record = GetKeyParams(row->kind)) {
+            for (CTrackKey* view : row->keys) {
+                view->TakeLook(*record);
+            }
+        }
+    }
+    RepaintRows();
 }

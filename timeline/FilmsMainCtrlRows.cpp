@@ -286,3 +286,19 @@ CTrackCtrl* CFilmsMainCtrl::FindRowOfObject(const EditorObject* object) const {
     });
     return row != tracks.end() ? *row : nullptr;
 }
+
+void CFilmsMainCtrl::RecordObjectKeys(EditorObject* object, float time, const float* newMatrix,
+                                      const float* oldMatrix) {
+    if (!(time >= 0.0f) || newMatrix == nullptr || oldMatrix == nullptr) {
+        return;
+    }
+    CTrackCtrl* row = FindRowOfObject(object);
+    if (row == nullptr) {
+        return;
+    }
+    const Watch<CFilmsMainCtrl> window(this);
+    row->WriteTransformKeys(time, newMatrix, oldMatrix);
+    if (window.IsAlive()) {
+        RepaintRows(); // a new key took the selection from a row that may be another object's
+    }
+}

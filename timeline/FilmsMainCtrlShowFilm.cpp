@@ -6,6 +6,7 @@
 #include "keys/TimedTrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/AdjustTimeDlg.h"
+#include "timeline/ShownKey.h"
 #include "timeline/TrackOrder.h"
 
 #include <algorithm>
@@ -86,7 +87,7 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     ClearUndo();
     const bool isKeyShown = plugin.keyAttributesDlg && plugin.keyAttributesDlg->GetRecord() != nullptr;
     const Watch<CFilmsMainCtrl> window(this);
-    IFilmKey* shownRecord = LeaveAttributesDialog(film);
+    IFilmKey* shownRecord = LeaveShownKey(plugin, film);
     if (!window.IsAlive()) {
         return; // the user was asked about the key on show, and the window has gone
     }
@@ -119,7 +120,7 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     rebuilding = false;
     if (dialog != nullptr) {
         dialog->locked = false;
-        ReturnToAttributesDialog(shownRecord);
+        ReturnToKey(*this, shownRecord);
     }
     RebuildVisibleRows(/*redraw*/ true, &handle);
     plugin.SetTime(savedTime, /*fromWindow*/ false);
@@ -145,40 +146,6 @@ void CFilmsMainCtrl::TakeStoredSettings(const IFilm& film) {
         stored.viewEnd = viewEnd;
     }
     ApplySettings(stored);
-}
-
-/// The dialog lets go of a view that is about to be deleted. When the film stays, only what the user has
-/// edited is written to its key, and the answer is the record to come back to.
-IFilmKey* CFilmsMainCtrl::LeaveAttributesDialog(const IFilm* film) {
-    IKeyAttributesDlg* dialog = plugin.keyAttributesDlg.get();
-    IFilmKey* record = dialog != nullptr ? dialog->GetRecord() : nullptr;
-    if (record == nullptr) {
-        return nullptr;
-    }
-    if (film == nullptr || record->track == nullptr || record->track->film != film) {
-        dialog->SetKey(nullptr, /*refresh*/ false);
-        return nullptr;
-    }
-    dialog->ApplyPending();
-    record = dialog->GetRecord();
-    dialog->Reset();
-    return record;
-}
-
-void CFilmsMainCtrl::ReturnToAttributesDialog(const IFilmKey* record) {
-    const CTrackCtrl* row = FindRowOfKey(record);
-    if (row == nullptr) {
-        return;
-    }
-    for (const CTrackCtrl* sibling :
-         row->parent != nullptr ? row->parent->children : std::list<CTrackCtrl*>{}) {
-        for (CTrackKey* view : sibling->keys) {
-            if (view->record == record) {
-                plugin.keyAttributesDlg->SetKey(view, /*refresh*/ false);
-                return;
-            }
-        }
-    }
 }
 
 /// False if another call of ShowFilm came between, or the control has gone.

@@ -5,6 +5,8 @@
 #include "plugin/PluginImpl.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
+#include "timeline/CommandNotes.h"
+#include "timeline/TimelineCommands.h"
 
 #include <algorithm>
 #include <cmath>
@@ -243,6 +245,24 @@ void CScenarioDlg::OnDestroy() {
         delete mainCtrl;
         mainCtrl = nullptr;
     }
+}
+
+/// Playing, and whatever asks the user, pumps messages: the window may be gone when a command returns.
+BOOL CScenarioDlg::OnCommand(WPARAM wParam, LPARAM lParam) {
+    const TimelineCommand* command = HIWORD(wParam) == 0 ? FindTimelineCommand(LOWORD(wParam)) : nullptr;
+    if (command == nullptr || command->onButton == nullptr) {
+        return CDialog::OnCommand(wParam, lParam);
+    }
+    const Watch<CScenarioDlg> self(this);
+    plugin.ApplyPendingEdits();
+    if (!self.IsAlive()) {
+        return TRUE;
+    }
+    if (mainCtrl != nullptr) {
+        NoteIfIdle(command->id, *mainCtrl);
+    }
+    command->onButton(*this);
+    return !command->passOn || !self.IsAlive() || CDialog::OnCommand(wParam, lParam);
 }
 
 /// The film stops in the playing loop, which keeps the space bar to itself.

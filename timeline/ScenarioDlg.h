@@ -52,6 +52,7 @@ public:
     void JumpToKey(bool forward);
     void RecalcLayout();
 
+    IPluginImpl& plugin; ///< outlives the window
     CScenarioDlgToolbar toolbar;
     CFilmsMainCtrl* mainCtrl = nullptr; ///< owned
     bool initialised = false;
@@ -68,36 +69,12 @@ protected:
     void PostNcDestroy() override;
 
 private:
-    struct Command;
-    static const Command kCommands[];
-
     void MakeToolbar();
     void MakeMainCtrl(const CRect& rect);
     /// The client area without the toolbar.
     CRect FreeRect();
     /// Shows as much more or less time as the main control grew or shrank, in pixels.
     void KeepScale(int grown);
-    /// Goes to a time; a film that plays plays on from there. The window may be gone afterwards.
-    void StepTo(float time);
-
-    void OnPlay();
-    void OnStop();
-    void OnValidate();
-    void OnAnimate();
-    void OnAttach();
-    void OnMoveToBegin();
-    void OnMoveToEnd();
-    void OnUndo();
-    void OnFrameBack();
-    void OnFrameForward();
-    void OnKeyFrameBack() { JumpToKey(/*forward*/ false); }
-    void OnKeyFrameForward() { JumpToKey(/*forward*/ true); }
-    void OnCreateCameraFrame();
-    void OnToVirtualObject();
-    void OnDeselectKeys();
-    void OnSelectKey();
-
-    IPluginImpl& plugin; ///< outlives the window
     bool dying = false;
     std::array<char, 256> tipText{}; ///< the tip that was asked for last
 };

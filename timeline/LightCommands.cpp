@@ -1,8 +1,8 @@
-// "Add GL light" and "Add dyn light": a light in front of the active 3D view, with its track.
+#include "timeline/LightCommands.h"
+
 #include "framework/UserNote.h"
 #include "helpers/FilmsLightHelper.h"
 #include "plugin/PluginImpl.h"
-#include "timeline/FilmsMainCtrl.h"
 
 #include <algorithm>
 #include <cmath>
@@ -40,12 +40,11 @@ bool CanMakeLights(const FilmSession& plugin) {
 
 } // namespace
 
-void CFilmsMainCtrl::OnMenuAddLight(bool gl) {
+void AddLight(IPluginImpl& plugin, bool gl) {
     const std::optional<Vector3> place = CanMakeLights(plugin) ? PlaceBeforeView(plugin) : std::nullopt;
     if (!place) {
         return;
     }
-    IPluginImpl& owner = plugin; // the control may go when rows are shown
     const EditorClassDescriptor& entry = gl ? *plugin.glLightClass : *plugin.dynLightClass;
     HelperObjectParams params;
     params.position = *place;
@@ -56,14 +55,14 @@ void CFilmsMainCtrl::OnMenuAddLight(bool gl) {
     if (object == nullptr) {
         return;
     }
-    if (owner.AddLightTrack(object)) {
+    if (plugin.AddLightTrack(object)) {
         // Compared only: rows that were shown may have asked, and the level may be another one now.
         const auto isOfIt = [object](const CFilmsLightHelper* helper) { return helper->object == object; };
-        if (std::ranges::any_of(owner.lightHelpers.helpers, isOfIt)) {
+        if (std::ranges::any_of(plugin.lightHelpers.helpers, isOfIt)) {
             NoteForUser("\"" + object->name +
                         "\" stands 1 m before the view. A click on its name selects it.");
         }
-    } else if (owner.editor != nullptr && owner.IsInLevel(object)) {
-        owner.editor->DeleteObjects({object}); // the film was closed in the host's call
+    } else if (plugin.editor != nullptr && plugin.IsInLevel(object)) {
+        plugin.editor->DeleteObjects({object}); // the film was closed in the host's call
     }
 }

@@ -1,6 +1,10 @@
-// "Add camera": a camera track that begins as the active 3D view stands.
+#include "timeline/CameraCommands.h"
+
 #include "files/AddCameraDlg.h"
+#include "files/CameraParametersDlg.h"
+#include "files/CameraSubtrackParamsDlg.h"
 #include "keys/NewKey.h"
+#include "keys/TrackKey.h"
 #include "plugin/LevelWatch.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
@@ -86,24 +90,37 @@ void StoreUnfolded(IPluginImpl& plugin, const IFilm& film, const std::string& ca
     plugin.AddCameraParams(params);
 }
 
+/// The row's keys get the index of their row.
+void MoveCameraRow(const FilmSession& session, CTrackCtrl& row, int index) {
+    row.SetCameraIndex(index);
+    row.NameAfterKind();
+    for (const CTrackKey* view : row.keys) {
+        session.TellKeyWritten(view->record);
+    }
+    if (row.track != nullptr) {
+        row.track->NotifyKeysChanged(KeyKind::Camera);
+    }
+}
+
 } // namespace
 
-void CFilmsMainCtrl::OnMenuAddCamera() {
-    IFilm* film = plugin.GetCurrentFilm();
-    if (film == nullptr || plugin.GetFilmManager() == nullptr || ActiveView(plugin) == nullptr) {
+void AddCamera(CFilmsMainCtrl& control) {
+    IFilm* film = control.plugin.GetCurrentFilm();
+    if (film == nullptr || control.plugin.GetFilmManager() == nullptr ||
+        ActiveView(control.plugin) == nullptr) {
         return;
     }
-    CAddCameraDlg dialog(plugin, this);
+    CAddCameraDlg dialog(control.plugin, &control);
     film->NewCameraName(dialog.name);
-    const Watch<CFilmsMainCtrl> window(this);
-    const LevelWatch level(plugin);
-    if (dialog.DoModal() != IDOK || !window.IsAlive() || film != plugin.GetCurrentFilm() ||
+    const Watch<CFilmsMainCtrl> window(&control);
+    const LevelWatch level(control.plugin);
+    if (dialog.DoModal() != IDOK || !window.IsAlive() || film != control.plugin.GetCurrentFilm() ||
         !level.IsSameLevel()) {
         return;
     }
-    ILevelData* data = plugin.GetLevelData();
-    const IView* view = ActiveView(plugin);
-    const float* matrix = ActiveViewMatrix(plugin);
+    ILevelData* data = control.plugin.GetLevelData();
+    const IView* view = ActiveView(control.plugin);
+    const float* matrix = ActiveViewMatrix(control.plugin);
     if (data == nullptr || view == nullptr || matrix == nullptr) {
         return;
     }
@@ -116,6 +133,55 @@ void CFilmsMainCtrl::OnMenuAddCamera() {
     track->cameraName = dialog.name;
     AddFirstKeys(*track, *data->filmManager->keyFactory, start);
     track->RefreshTrack();
-    StoreUnfolded(plugin, *film, track->cameraName);
-    ShowFilm(film, /*flag*/ true);
+    StoreUnfolded(control.plugin, *film, track->cameraName);
+    control.ShowFilm(film, /*flag*/ true);
+}
+
+/// Only on the level's root row: elsewhere the rows that there are would move on for nothing.
+void AddCameraRow(CFilmsMainCtrl& control) {
+    if (control.menuRow == nullptr || !control.menuRow->IsRoot() ||
+        AsLevelTrack(control.menuRow->track) == nullptr) {
+        return;
+    }
+    CTrackCtrl* added = control.AddTrackCtrl(/*redraw*/ false);
+    if (added == nullptr) {
+        return;
+    }
+    added->kind = KeyKind::Camera;
+    for (CTrackCtrl* row : control.tracks) { // the new one, which has none yet, gets index 0
+        if (row->kind == KeyKind::Camera) {
+            MoveCameraRow(control.plugin, *row, row->subIndex + 1);
+        }
+    }
+    if (control.menuRow->AddChildRow(added, /*first*/ true)) {
+        control.InsertTrackCtrl(added, control.menuRow, /*before*/ false);
+    }
+    control.RebuildVisibleRows(/*redraw*/ true, nullptr);
+}
+
+void EditCamera(CFilmsMainCtrl& control) {
+    CFilmTrack* track = control.menuRow != nullptr ? control.menuRow->track : nullptr;
+    if (AsCameraTrack(track) == nullptr) {
+        return;
+    }
+    CCameraParametersDlg dialog(control.plugin, &control);
+    dialog.track = track;
+    dialog.DoModal();
+}
+
+void EditCameraSubtrack(CFilmsMainCtrl& control) {
+    const CTrackCtrl* root = control.menuRow != nullptr ? control.menuRow->parent : nullptr;
+    if (root == nullptr || AsCameraTrack(root->track) == nullptr) {
+        return;
+    }
+    CCameraSubtrackParamsDlg dialog(control.plugin, &control);
+    dialog.track = control.menuRow->track;
+    dialog.kind = control.menuRow->kind;
+    FilmSession& shown = control.session; // the control may go while the dialog is open
+    if (dialog.DoModal() != IDOK) {
+        return;
+    }
+    if (shown.GetCurrentFilm() != nullptr) { // the camera may stand elsewhere now
+        shown.SetFrame(shown.currentTime, FilmSession::kNoPrevious);
+    }
 }

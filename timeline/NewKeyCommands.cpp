@@ -1,10 +1,12 @@
-// New keys from the menu of a row, and the copying of attributes from key to key.
+#include "timeline/NewKeyCommands.h"
+
 #include "helpers/MatrixMath.h"
 #include "keys/KeyKinds.h"
 #include "keys/NullTimeTrackKey.h"
 #include "keys/TimedTrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
+#include "timeline/LooseKey.h"
 
 #include <algorithm>
 #include <array>
@@ -66,10 +68,24 @@ bool IsPosed(int kind) {
     return kind == KeyKind::Position || kind == KeyKind::Rotation || kind == KeyKind::Scale;
 }
 
+/// Required: there must be room under the mouse, also where the key goes elsewhere (before the film or behind
+/// its end).
+bool PlaceNewKey(CFilmsMainCtrl& control, LooseKey& key, float mouse, float time, bool redraw) {
+    if (!control.menuRow->CanPlaceKey(key.get(), mouse)) {
+        return false;
+    }
+    key->SetPosition(time, /*viewOnly*/ false);
+    const bool taken = control.menuRow->AddKeyView(key.get(), redraw, /*existing*/ false, /*noUndo*/ false);
+    if (taken) {
+        key.release();
+    }
+    return taken;
+}
+
 } // namespace
 
-CTrackKey* CFilmsMainCtrl::CreateKeyView(int kind) {
-    IFilmManager* manager = plugin.GetFilmManager();
+CTrackKey* MakeNewKey(const FilmSession& session, int kind) {
+    IFilmManager* manager = session.GetFilmManager();
     IFilmKey* record = manager != nullptr && kind >= 0 && kind < KeyKind::FilterCount
                            ? manager->keyFactory->CreateKey(kind)
                            : nullptr;
@@ -88,98 +104,68 @@ CTrackKey* CFilmsMainCtrl::CreateKeyView(int kind) {
     return view.release();
 }
 
-/// Required: there must be room under the mouse, also where the key goes elsewhere (before the film or behind
-/// its end).
-bool CFilmsMainCtrl::PlaceNewKey(LooseKey& key, float mouse, float time, bool redraw) {
-    if (!menuRow->CanPlaceKey(key.get(), mouse)) {
-        return false;
-    }
-    key->SetPosition(time, /*viewOnly*/ false);
-    const bool taken = menuRow->AddKeyView(key.get(), redraw, /*existing*/ false, /*noUndo*/ false);
-    if (taken) {
-        key.release();
-    }
-    return taken;
-}
-
-void CFilmsMainCtrl::OnMenuAddKey() {
-    CTrackCtrl* row = menuRow;
-    LooseKey key(row != nullptr ? CreateKeyView(row->kind) : nullptr);
+void AddKey(CFilmsMainCtrl& control) {
+    CTrackCtrl* row = control.menuRow;
+    LooseKey key(row != nullptr ? control.CreateKeyView(row->kind) : nullptr);
     if (key == nullptr) {
         return;
     }
-    const float mouse = mouseTime;
+    const float mouse = control.mouseTime;
     float time = NotBeforeFilm(mouse);
     FillFromRow(*key->record, *row);
-    if (IsPosed(row->kind) && !FillFromPose(plugin, *key->record, row->track, time)) {
+    if (IsPosed(row->kind) && !FillFromPose(control.plugin, *key->record, row->track, time)) {
         return;
     }
-    const Watch<CFilmsMainCtrl> window(this);
-    ClearSelection();
-    if (IKeyAttributesDlg* dialog = plugin.keyAttributesDlg.get()) {
+    const Watch<CFilmsMainCtrl> window(&control);
+    control.ClearSelection();
+    if (IKeyAttributesDlg* dialog = control.plugin.keyAttributesDlg.get()) {
         dialog->SetKey(nullptr, /*refresh*/ false); // may ask the user about what was edited there
     }
-    if (!window.IsAlive() || menuRow != row) {
+    if (!window.IsAlive() || control.menuRow != row) {
         return;
     }
-    RepaintRows();
-    PlaceNewKey(key, mouse, time, /*redraw*/ true);
+    control.RepaintRows();
+    PlaceNewKey(control, key, mouse, time, /*redraw*/ true);
 }
 
-/// The record whose attributes would be pasted; null without one, and while a clone is being dragged.
-const IFilmKey* CFilmsMainCtrl::CopiedRecord() const {
-    return keyDuplicator.HasSource() && !keyDuplicator.cloneMode ? keyDuplicator.sourceKey->record : nullptr;
+const IFilmKey* CopiedRecord(const CFilmsMainCtrl& control) {
+    return control.keyDuplicator.HasSource() && !control.keyDuplicator.cloneMode
+               ? control.keyDuplicator.sourceKey->record
+               : nullptr;
 }
 
-void CFilmsMainCtrl::OnMenuCopyAttributes() {
-    keyDuplicator.Set(KeyOfMenuRow(), menuRow, /*clone*/ false);
-}
-
-void CFilmsMainCtrl::OnMenuPasteAttributes() {
-    if (menuKey == nullptr || CopiedRecord() == nullptr) {
+void PasteKey(CFilmsMainCtrl& control) {
+    const IFilmKey* source = CopiedRecord(control);
+    if (control.menuRow == nullptr || source == nullptr || source->kind != control.menuRow->kind) {
         return;
     }
-    const Watch<CFilmsMainCtrl> window(this);
-    keyDuplicator.Paste(menuKey);
-    ShowInAttributes(menuKey);
-    if (window.IsAlive()) {
-        RepaintRows();
-    }
-}
-
-void CFilmsMainCtrl::OnMenuPasteKey() {
-    const IFilmKey* source = CopiedRecord();
-    if (menuRow == nullptr || source == nullptr || source->kind != menuRow->kind) {
-        return;
-    }
-    LooseKey key(CreateKeyView(menuRow->kind));
+    LooseKey key(control.CreateKeyView(control.menuRow->kind));
     CTrackKey* view = key.get();
     if (view == nullptr) {
         return;
     }
     if (view->record->kind == KeyKind::Camera) {
-        static_cast<CFilmCameraKey*>(view->record)->priority = menuRow->subIndex;
+        static_cast<CFilmCameraKey*>(view->record)->priority = control.menuRow->subIndex;
     }
-    const Watch<CFilmsMainCtrl> window(this);
-    const Watch<FilmShow> shown(show.get());
-    const bool taken = PlaceNewKey(key, mouseTime, NotBeforeFilm(mouseTime), /*redraw*/ false);
+    const Watch<CFilmsMainCtrl> window(&control);
+    const Watch<FilmShow> shown(control.GetShow());
+    const bool taken =
+        PlaceNewKey(control, key, control.mouseTime, NotBeforeFilm(control.mouseTime), /*redraw*/ false);
     if (!shown.IsAlive()) {
         return;
     }
     if (!taken) {
-        undoMgr.retired.KeepView(key.release()); // Required: pasted onto and shown all the same.
+        control.undoMgr.retired.KeepView(key.release()); // Required: pasted onto and shown all the same.
     }
-    keyDuplicator.Paste(view);
-    ShowInAttributes(view);
+    control.keyDuplicator.Paste(view);
+    ShowPastedKey(control.session, view);
     if (window.IsAlive()) {
-        RepaintRows();
+        control.RepaintRows();
     }
 }
 
-/// A key that the attributes window shows already is only read anew: taken in once more, the window would
-/// first write its old values over what was changed.
-void CFilmsMainCtrl::ShowInAttributes(CTrackKey* view) {
-    IKeyAttributesDlg* dialog = plugin.keyAttributesDlg.get();
+void ShowPastedKey(const FilmSession& session, CTrackKey* view) {
+    IKeyAttributesDlg* dialog = session.keyAttributesDlg.get();
     if (dialog == nullptr) {
         return;
     }

@@ -1,4 +1,5 @@
-// "Export" and "Import": the position or rotation keys of a track in a file of their own.
+#include "timeline/TrackFileCommands.h"
+
 #include "files/Log.h"
 #include "files/QuorlEdFileDialog.h"
 #include "framework/MessageBox.h"
@@ -7,6 +8,7 @@
 #include "timeline/FilmsMainCtrl.h"
 
 #include <cstdint>
+#include <string>
 
 namespace {
 
@@ -72,70 +74,72 @@ void WriteBody(fs::file& file, CFilmTrack& track, int kind) {
     }
 }
 
-} // namespace
-
 /// The path as seen from the program's directory. Empty on cancel and where the row of the menu, or its
 /// track, went while the user chose.
-std::string CFilmsMainCtrl::AskForTrackFile(bool open) {
-    const CTrackCtrl* row = menuRow;
+std::string AskForTrackFile(CFilmsMainCtrl& control, bool open) {
+    const CTrackCtrl* row = control.menuRow;
     const CFilmTrack* track = row != nullptr ? row->track : nullptr;
     if (track == nullptr) {
         return {};
     }
     CQuorlEdFileDialog dialog(open ? TRUE : FALSE, kExtension, nullptr,
-                              OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT, kFilter, this);
-    const Watch<CFilmsMainCtrl> window(this);
+                              OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT, kFilter, &control);
+    const Watch<CFilmsMainCtrl> window(&control);
     const bool chosen = dialog.DoModal() == IDOK && !dialog.GetPathName().empty();
-    return chosen && window.IsAlive() && menuRow == row && row->track == track ? dialog.GetRelativePathName()
-                                                                               : std::string();
-}
-
-void CFilmsMainCtrl::OnMenuExportTrack() {
-    const std::string path = AskForTrackFile(/*open*/ false);
-    OpenFile target;
-    if (path.empty() || !target.Open(path, kWrite, " for writing : ")) {
-        return;
-    }
-    WriteKind(target.file, menuRow->kind); // Required: also where no body follows.
-    WriteBody(target.file, *menuRow->track, menuRow->kind);
-    if (target.file.Close() != 0) { // what was kept back in memory
-        throw fs::file_exception(fs::file_exception::kWrite);
-    }
-}
-
-void CFilmsMainCtrl::OnMenuImportTrack() {
-    const std::string path = AskForTrackFile(/*open*/ true);
-    OpenFile source;
-    if (path.empty() || !source.Open(path, kRead, " for reading:\n")) {
-        return;
-    }
-    if (ReadKind(source.file) != menuRow->kind) {
-        AfxMessageBox("Track class doesn't match file");
-        return;
-    }
-    if (menuRow->track->subTracks[menuRow->kind] == nullptr) {
-        DebugPrint("[CFilmsMainCtrl::OnMenuImportTrack] no proper MKTrack\n");
-        return;
-    }
-    IFilm* film = plugin.GetCurrentFilm();
-    try {
-        ReplaceKeys(*menuRow, source.file);
-    } catch (...) {
-        source.file.Close();
-        ShowFilm(film, /*flag*/ true); // Required: the keys are gone, and the film is shown without them.
-        throw;
-    }
-    source.file.Close();
-    ShowFilm(film, /*flag*/ true);
+    return chosen && window.IsAlive() && control.menuRow == row && row->track == track
+               ? dialog.GetRelativePathName()
+               : std::string();
 }
 
 /// The keys of the row's kind become those of the file. Their views go first, since everything that points at
 /// one reaches its record through it; so until the film is shown anew the row has none.
-void CFilmsMainCtrl::ReplaceKeys(CTrackCtrl& row, fs::file& file) {
+void ReplaceKeys(CTrackCtrl& row, fs::file& file) {
     CFilmTrack& track = *row.track;
     row.DropViews();
     track.ClearKind(row.kind);
     track.subTracks[row.kind]->Import(file, 0, row.kind);
     track.subTracks[row.kind]->CollectKeys(track.keys);
     track.Finish();
+}
+
+} // namespace
+
+void ExportTrack(CFilmsMainCtrl& control) {
+    const std::string path = AskForTrackFile(control, /*open*/ false);
+    OpenFile target;
+    if (path.empty() || !target.Open(path, kWrite, " for writing : ")) {
+        return;
+    }
+    WriteKind(target.file, control.menuRow->kind); // Required: also where no body follows.
+    WriteBody(target.file, *control.menuRow->track, control.menuRow->kind);
+    if (target.file.Close() != 0) { // what was kept back in memory
+        throw fs::file_exception(fs::file_exception::kWrite);
+    }
+}
+
+void ImportTrack(CFilmsMainCtrl& control) {
+    const std::string path = AskForTrackFile(control, /*open*/ true);
+    OpenFile source;
+    if (path.empty() || !source.Open(path, kRead, " for reading:\n")) {
+        return;
+    }
+    if (ReadKind(source.file) != control.menuRow->kind) {
+        AfxMessageBox("Track class doesn't match file");
+        return;
+    }
+    if (control.menuRow->track->subTracks[control.menuRow->kind] == nullptr) {
+        DebugPrint("[CFilmsMainCtrl::OnMenuImportTrack] no proper MKTrack\n");
+        return;
+    }
+    IFilm* film = control.plugin.GetCurrentFilm();
+    try {
+        ReplaceKeys(*control.menuRow, source.file);
+    } catch (...) {
+        source.file.Close();
+        control.ShowFilm(film,
+                         /*flag*/ true); // Required: the keys are gone, and the film is shown without them.
+        throw;
+    }
+    source.file.Close();
+    control.ShowFilm(film, /*flag*/ true);
 }
