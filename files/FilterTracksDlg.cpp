@@ -49,8 +49,7 @@ BOOL CFilterTracksDlg::OnInitDialog() {
 }
 
 void CFilterTracksDlg::FillList() {
-    film = session.GetCurrentFilm();
-    level = LevelWatch(session);
+    film = FilmWatch(session);
     list.SetRedraw(FALSE);
     list.ResetContent();
     if (const TimelineContext* rows = TimelineOf(session)) {
@@ -86,7 +85,7 @@ void CFilterTracksDlg::OnOK() {
 
 void CFilterTracksDlg::ShowRows() {
     const TimelineContext* rows = TimelineOf(session);
-    if (rows == nullptr || film != session.GetCurrentFilm() || !level.IsSameLevel()) {
+    if (rows == nullptr || !film.IsCurrent()) {
         return;
     }
     TrackSet listed;

@@ -1,11 +1,8 @@
 #pragma once
 
+#include "files/FilmWatch.h"
 #include "framework/Dialog.h"
 #include "framework/ListBox.h"
-#include "plugin/LevelWatch.h"
-
-class FilmSession;
-class IFilm;
 
 /// The dialog "Filter tracks": the root rows of the timeline, those that show selected. Modal; OK shows and
 /// hides them, the caller places the rows anew. Rows that went while it was open are passed over.
@@ -30,7 +27,6 @@ private:
     void SelectAll(bool select);
     void ShowRows();
 
-    const FilmSession& session;  ///< outlives the dialog
-    const IFilm* film = nullptr; ///< whose rows are listed; compared only
-    LevelWatch level;            ///< of that film
+    const FilmSession& session; ///< outlives the dialog
+    FilmWatch film{session};    ///< whose rows are listed
 };

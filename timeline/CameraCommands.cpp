@@ -3,9 +3,9 @@
 #include "files/AddCameraDlg.h"
 #include "files/CameraParametersDlg.h"
 #include "files/CameraSubtrackParamsDlg.h"
+#include "files/FilmWatch.h"
 #include "keys/NewKey.h"
 #include "keys/TrackKey.h"
-#include "plugin/LevelWatch.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 
@@ -113,9 +113,8 @@ void AddCamera(CFilmsMainCtrl& control) {
     CAddCameraDlg dialog(control.plugin, &control);
     film->NewCameraName(dialog.name);
     const Watch<CFilmsMainCtrl> window(&control);
-    const LevelWatch level(control.plugin);
-    if (dialog.DoModal() != IDOK || !window.IsAlive() || film != control.plugin.GetCurrentFilm() ||
-        !level.IsSameLevel()) {
+    const FilmWatch shown(control.plugin);
+    if (dialog.DoModal() != IDOK || !window.IsAlive() || !shown.IsCurrent()) {
         return;
     }
     ILevelData* data = control.plugin.GetLevelData();

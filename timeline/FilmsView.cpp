@@ -21,7 +21,7 @@ ON_NOTIFY(TCN_SELCHANGE, IDC_PANEL_TABS, &CFilmsView::OnTabChanged)
 END_MESSAGE_MAP()
 
 /// The host makes it by its run-time class alone.
-CFilmsView::CFilmsView() : CFormView(IDD_FILMS_VIEW), plugin(GetPlugin()), moviesPage(plugin) {
+CFilmsView::CFilmsView() : CFormView(IDD_FILMS_VIEW), films(GetPlugin()), moviesPage(films) {
     thePanel = this;
 }
 
@@ -54,8 +54,8 @@ void CFilmsView::CreatePages() {
     const ResourceScope resources(PluginResources());
     moviesPage.Create(IDD_MOVIES, &tabCtrl);
     tabCtrl.InsertItem(kMoviesTab, "Movies");
-    if (plugin.scenarioDlg == nullptr && plugin.makeScenarioWindow != nullptr) {
-        plugin.scenarioDlg = plugin.makeScenarioWindow(plugin);
+    if (films.scenarioDlg == nullptr && films.makeScenarioWindow != nullptr) {
+        films.scenarioDlg = films.makeScenarioWindow(films);
     }
     firstUpdate = false;
     if (currentTab != kMoviesTab) {

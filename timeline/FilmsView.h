@@ -29,7 +29,7 @@ public:
     CTabCtrl tabCtrl;
     int currentTab = -1; ///< -1 before the first update
     bool firstUpdate = true;
-    IPluginImpl& plugin; ///< of this library
+    IPluginImpl& films; ///< the plug-in object of this library
     CMoviesDialog moviesPage;
 
 protected:

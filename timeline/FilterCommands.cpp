@@ -1,8 +1,8 @@
 #include "timeline/FilterCommands.h"
 
+#include "files/FilmWatch.h"
 #include "files/FilterTracksDlg.h"
 #include "files/KeysFilterDlg.h"
-#include "plugin/LevelWatch.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 #include "timeline/TrackCtrlStore.h"
@@ -74,7 +74,6 @@ void FilterKeys(CFilmsMainCtrl& control) {
         return;
     }
     CFilmTrack* track = control.menuRow->track;
-    const IFilm* film = control.plugin.GetCurrentFilm();
     KeyKindParamsTable records = control.keyParams;
     for (std::size_t kind = 0; kind < records.size(); ++kind) {
         records[kind].visible = control.menuRow->kindFlags[kind] != 0;
@@ -83,14 +82,13 @@ void FilterKeys(CFilmsMainCtrl& control) {
     dialog.SetTrack(track);
     dialog.SetParams(records);
     const Watch<CFilmsMainCtrl> window(&control);
-    const LevelWatch level(control.plugin);
+    const FilmWatch film(control.plugin);
     if (dialog.DoModal() != IDOK || !window.IsAlive()) {
         return;
     }
     dialog.GetParams(records);
     control.TakeKeyLooks(records);
-    const bool isSameFilm = film == control.plugin.GetCurrentFilm() && level.IsSameLevel();
-    CTrackCtrl* row = isSameFilm ? control.RootRowOf(track) : nullptr;
+    CTrackCtrl* row = film.IsCurrent() ? control.RootRowOf(track) : nullptr;
     if (row != nullptr) {
         TakeKeyFilter(control, FilterOf(records), dialog.applyToAll != 0 ? nullptr : row);
     }

@@ -1,10 +1,10 @@
 #include "timeline/TimeCommands.h"
 
+#include "files/FilmWatch.h"
 #include "files/MovieFrameDlg.h"
 #include "keys/FrameTimes.h"
 #include "keys/NumberText.h"
 #include "keys/Pixels.h"
-#include "plugin/LevelWatch.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/AdjustTimeDlg.h"
 #include "timeline/FilmsMainCtrl.h"
@@ -48,15 +48,14 @@ void ShiftRows(CFilmsMainCtrl& control, float time, float length) {
 } // namespace
 
 void GoToFrame(CFilmsMainCtrl& control) {
-    const IFilm* film = control.plugin.GetCurrentFilm();
+    const FilmWatch film(control.plugin);
     const int rate = control.plugin.framesPerSecond;
     const int oldFrame = FrameNumber(NearestFrame(control.currentTime, rate), rate);
     CMovieFrameDlg dialog(control.plugin, &control);
     dialog.text = std::to_string(oldFrame);
     const Watch<CFilmsMainCtrl> window(&control);
-    const LevelWatch level(control.plugin);
     const bool isTaken = dialog.DoModal() == IDOK;
-    if (!window.IsAlive() || film != control.plugin.GetCurrentFilm() || !level.IsSameLevel()) {
+    if (!window.IsAlive() || !film.IsCurrent()) {
         return;
     }
     // Required: Cancel goes to the old frame too, which takes a cursor between two frames onto one.
@@ -105,10 +104,9 @@ void InsertIntoRows(CFilmsMainCtrl& control, float time, float length) {
     }
     const Watch<CFilmsMainCtrl> window(&control);
     const bool forOneRow = control.menuRow != nullptr;
-    const LevelWatch level(control.plugin);
+    const FilmWatch shown(control.plugin);
     const IFilmKey* shownRecord = LeaveShownKey(control.plugin, film);
-    if (!window.IsAlive() || film != control.plugin.GetCurrentFilm() || !level.IsSameLevel() ||
-        forOneRow != (control.menuRow != nullptr)) {
+    if (!window.IsAlive() || !shown.IsCurrent() || forOneRow != (control.menuRow != nullptr)) {
         return; // the user was asked, and something else went on
     }
     if (std::isfinite(time) && std::isfinite(film->length + length)) {
