@@ -13,8 +13,8 @@ namespace {
 
 using TrackSet = std::unordered_set<const void*>;
 
-std::string LineOf(const CTrackCtrl& row) {
-    return AsCameraTrack(row.track) != nullptr ? row.name : RootRowName(row.track);
+std::string LineOf(const FilmSession& session, const CTrackCtrl& row) {
+    return AsCameraTrack(row.track) != nullptr ? row.name : RootRowName(session, row.track);
 }
 
 void SetVisible(const RowList& rows, const TrackSet& tracks, bool visible) {
@@ -55,7 +55,7 @@ void CFilterTracksDlg::FillList() {
     if (const TimelineContext* rows = TimelineOf(session)) {
         for (const CTrackCtrl* row : rows->tracks) {
             if (row->IsRoot() && row->track != nullptr) {
-                const int line = list.AddString(LineOf(*row));
+                const int line = list.AddString(LineOf(session, *row));
                 list.SetItemDataPtr(line, row->track);
                 list.SetSel(line, row->visible);
             }

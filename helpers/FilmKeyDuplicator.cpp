@@ -43,9 +43,9 @@ bool CFilmKeyDuplicator::Paste(CTrackKey* target) {
     if (view == nullptr || view->record == nullptr || (cloneMode && !CanBecomeClone(*view))) {
         return false;
     }
-    IFilmKey* saved = CopyOfRecord(*sourceKey->record);
+    IFilmKey* saved = CopyOfRecord(mainCtrl->session, *sourceKey->record);
     if (saved == nullptr) {
-        DestroyLooseView(made);
+        DestroyLooseView(mainCtrl, made);
         return false;
     }
     if (!cloneMode) {
@@ -94,6 +94,7 @@ bool CFilmKeyDuplicator::PlaceClone(CTrackKey& target, CTrackKey* made, IFilmKey
         return false;
     }
     TakePriority(*target.record, source);
+    const FilmSession& session = mainCtrl->session; // the control may go with the rows
     const Watch watch(sourceRow);
     const bool placed = sourceRow->AddKeyView(&target, /*redraw*/ true, /*existing*/ false, /*noUndo*/ true);
     // The selection may let in a rebuild, which leaves nothing of all this.
@@ -101,9 +102,9 @@ bool CFilmKeyDuplicator::PlaceClone(CTrackKey& target, CTrackKey* made, IFilmKey
         AddCloneAction(target);
         ForgetClone();
     } else if (watch.IsAlive()) {
-        DestroyLooseView(made);
+        DestroyLooseView(mainCtrl, made);
     }
-    ReturnRecord(saved);
+    ReturnRecord(session, saved);
     return placed;
 }
 

@@ -3,10 +3,10 @@
 #include "framework/Menu.h"
 #include "framework/Resource.h"
 #include "keys/KeyKinds.h"
+#include "keys/KeyViewContext.h"
 #include "keys/TrackKey.h"
 #include "plugin/PluginResources.h"
 #include "resources/resource.h"
-#include "timeline/TimelineContext.h"
 
 #include <algorithm>
 #include <utility>
@@ -40,9 +40,8 @@ void CheckMethod(CMenu& menu, int method, bool in) {
 }
 
 /// Whether the attributes of a key of this kind wait to be pasted.
-bool IsCopied(int kind) {
-    const TimelineContext* timeline = GetTimeline();
-    const CTrackKey* source = timeline != nullptr ? timeline->keyDuplicator.sourceKey : nullptr;
+bool IsCopied(const KeyViewContext* context, int kind) {
+    const CTrackKey* source = context != nullptr ? context->GetCopiedKey() : nullptr;
     return source != nullptr && source->record != nullptr && source->record->kind == kind;
 }
 
@@ -64,7 +63,7 @@ void CTrackKey::FillKeyMenu(CMenu* menu, CMenu* source) {
         return;
     }
     CopyMenuItems(menu, source);
-    if (!IsCopied(record->kind)) {
+    if (!IsCopied(context, record->kind)) {
         menu->EnableMenuItem(IDC_PASTE_ATTRIBUTES, kDisabledAndGreyed);
     }
     if ((record->flags & KeyFlag::NoDuration) != 0) {

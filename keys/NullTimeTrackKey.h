@@ -11,18 +11,17 @@ public:
     bool HitTime(float mouseTime, float secondsPerPixel) const override;
     void OnDoubleClick() override;
     void OnLButtonDown(int x, int y, float pixelsPerSecond, CPoint point, float pressTime) override;
-    void OnMouseMove(UINT flags, float mouseTime, CTrackCtrl* row) override;
+    void OnMouseMove(UINT flags, float mouseTime, KeyRow* row) override;
     /// Whether the whole group of marked keys stays on the axis when this key goes to `target`.
-    bool CheckGroupMove(const CTrackCtrl* row, float target) const;
+    bool CheckGroupMove(const KeyRow* row, float target) const;
     void OnLButtonUp() override { dragging = false; }
     bool CopyFrom(const CTrackKey* other, bool copyTime) override;
     bool Equals(const CTrackKey* other, bool compareTime) const override;
-    void ClearMarks(CTrackCtrl* row) override;
+    void ClearMarks(KeyRow* row) override;
 
     int width = 6; ///< pixels of the hit test, never negative; the bar is always 6 wide
     bool dragging = false;
 
 private:
-    void MoveGroup(const CTrackCtrl& row, float oldTime, float target);
     COLORREF GetFill() const;
 };

@@ -1,17 +1,15 @@
 #include "keys/TimedKeyDrag.h"
 
-#include "keys/TimedTrackKey.h"
-
 #include <algorithm>
 #include <cmath>
 
 float TimedKeyDrag::Edge() const {
     switch (mode) {
-    case CTimedTrackKey::kDragMove:
+    case kMove:
         return IsForward() ? key.End() : key.start;
-    case CTimedTrackKey::kDragLeft:
+    case kLeftGrip:
         return key.start;
-    case CTimedTrackKey::kDragRight:
+    case kRightGrip:
         return key.End();
     default:
         return 0.0f;
@@ -20,11 +18,11 @@ float TimedKeyDrag::Edge() const {
 
 float TimedKeyDrag::HoldBack(float target) const {
     switch (mode) {
-    case CTimedTrackKey::kDragMove:
+    case kMove:
         return HoldMove(target);
-    case CTimedTrackKey::kDragLeft:
+    case kLeftGrip:
         return HoldLeftGrip(target);
-    case CTimedTrackKey::kDragRight:
+    case kRightGrip:
         return HoldRightGrip(target);
     default:
         return target;
@@ -69,16 +67,16 @@ float TimedKeyDrag::HoldRightGrip(float target) const {
 }
 
 float TimedKeyDrag::HoldAtStart(float target) const {
-    return mode == CTimedTrackKey::kDragLeft && IsShutBehindMouse() ? key.start : target;
+    return mode == kLeftGrip && IsShutBehindMouse() ? key.start : target;
 }
 
 KeySpan TimedKeyDrag::Propose(float target) const {
     switch (mode) {
-    case CTimedTrackKey::kDragMove:
+    case kMove:
         return {IsForward() ? target - key.duration : target, key.duration};
-    case CTimedTrackKey::kDragLeft:
+    case kLeftGrip:
         return {target, std::max(key.start - target + key.duration, 0.0f)};
-    case CTimedTrackKey::kDragRight:
+    case kRightGrip:
         return {key.start, std::max(target - key.start, 0.0f)};
     default:
         return key;

@@ -4,7 +4,13 @@
 
 /// A step of the drag of a key with a duration: where the mouse came from and where it is. Seconds.
 struct TimedKeyDrag {
-    int mode = 0; ///< dragMode of CTimedTrackKey
+    /// What the mouse holds: values of `mode`.
+    static constexpr int kNone = 0;
+    static constexpr int kMove = 1;
+    static constexpr int kLeftGrip = 2;
+    static constexpr int kRightGrip = 3;
+
+    int mode = kNone;
     KeySpan key;
     float lastMouse = 0.0f;
     float mouse = 0.0f;

@@ -2,10 +2,10 @@
 
 #include "framework/Constants.h"
 #include "keys/KeyDrawing.h"
+#include "keys/KeyViewContext.h"
 #include "keys/Pixels.h"
 #include "plugin/contract/FilmManager.h"
 #include "plugin/contract/FilmTrack.h"
-#include "plugin/PluginImpl.h"
 
 #include <cmath>
 
@@ -55,19 +55,6 @@ void DrawGrips(CDC& dc, const CRect& box, const CRect* clip) {
     }
 }
 
-/// A record that leaves its view is deleted, and the attributes window lets go of it.
-void DestroyRecord(IFilmKey* record) {
-    IPluginImpl& plugin = GetPlugin();
-    if (plugin.keyAttributesDlg != nullptr && plugin.keyAttributesDlg->GetRecord() == record) {
-        plugin.keyAttributesDlg->Reset();
-    }
-    if (record->track != nullptr) {
-        record->track->RemoveKey(record, /*destroy*/ true);
-    } else if (IFilmManager* manager = plugin.GetFilmManager()) {
-        manager->keyFactory->DestroyKey(record);
-    }
-}
-
 } // namespace
 
 void CTimedTrackKey::SetRecord(IFilmKey* newRecord, bool takeTimes) {
@@ -80,6 +67,20 @@ void CTimedTrackKey::SetRecord(IFilmKey* newRecord, bool takeTimes) {
         time = record->time;
         duration = record->endTime - record->time;
         TimesChanged();
+    }
+}
+
+/// A record that leaves its view is deleted, and the attributes window lets go of it. One in no track belongs
+/// to the factory of the timeline's level.
+void CTimedTrackKey::DestroyRecord(IFilmKey* old) {
+    IKeyAttributesDlg* dialog = GetAttributesDlg();
+    if (dialog != nullptr && dialog->GetRecord() == old) {
+        dialog->Reset();
+    }
+    if (old->track != nullptr) {
+        old->track->RemoveKey(old, /*destroy*/ true);
+    } else if (IFilmManager* manager = context != nullptr ? context->session.GetFilmManager() : nullptr) {
+        manager->keyFactory->DestroyKey(old);
     }
 }
 

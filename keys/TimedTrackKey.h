@@ -1,15 +1,16 @@
 #pragma once
 
+#include "keys/TimedKeyDrag.h"
 #include "keys/TrackKey.h"
 
 /// A key with a duration: a box with a grip at each end while it is selected.
 class CTimedTrackKey : public CTrackKey {
 public:
     /// Values of `dragMode`.
-    static constexpr int kDragNone = 0;
-    static constexpr int kDragMove = 1;
-    static constexpr int kDragLeft = 2;
-    static constexpr int kDragRight = 3;
+    static constexpr int kDragNone = TimedKeyDrag::kNone;
+    static constexpr int kDragMove = TimedKeyDrag::kMove;
+    static constexpr int kDragLeft = TimedKeyDrag::kLeftGrip;
+    static constexpr int kDragRight = TimedKeyDrag::kRightGrip;
     /// Pixels between the box and a grip.
     static constexpr int kGripDistance = 3;
 
@@ -19,7 +20,7 @@ public:
     void Draw(CDC* dc, int x, int y, float pixelsPerSecond, const CRect* clip, bool outline) override;
     bool HitTime(float mouseTime, float secondsPerPixel) const override;
     void OnLButtonDown(int x, int y, float pixelsPerSecond, CPoint point, float pressTime) override;
-    void OnMouseMove(UINT flags, float mouseTime, CTrackCtrl* row) override;
+    void OnMouseMove(UINT flags, float mouseTime, KeyRow* row) override;
     void OnLButtonUp() override { dragMode = kDragNone; }
     bool CopyFrom(const CTrackKey* other, bool copyTime) override;
     bool Equals(const CTrackKey* other, bool compareTime) const override;
@@ -32,5 +33,6 @@ public:
     int dragMode = kDragNone;
 
 private:
+    void DestroyRecord(IFilmKey* old);
     CRect GetBox(int x, int y, float pixelsPerSecond) const;
 };

@@ -1,8 +1,8 @@
 #include "keys/DragInput.h"
+#include "keys/KeyRow.h"
 #include "keys/Pixels.h"
 #include "keys/TimedKeyDrag.h"
 #include "keys/TimedTrackKey.h"
-#include "timeline/TrackCtrl.h"
 
 #include <cmath>
 
@@ -23,7 +23,7 @@ void CTimedTrackKey::OnLButtonDown(int x, int y, float pixelsPerSecond, CPoint p
     CTrackKey::OnLButtonDown(x, y, pixelsPerSecond, point, pressTime);
 }
 
-void CTimedTrackKey::OnMouseMove(UINT /*flags*/, float mouseTime, CTrackCtrl* row) {
+void CTimedTrackKey::OnMouseMove(UINT /*flags*/, float mouseTime, KeyRow* row) {
     if (row == nullptr || !std::isfinite(mouseTime)) {
         return;
     }

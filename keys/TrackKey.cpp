@@ -1,21 +1,11 @@
 #include "keys/TrackKey.h"
 
+#include "keys/KeyViewContext.h"
 #include "keys/KeyViewList.h"
 #include "keys/Pixels.h"
-#include "plugin/PluginImpl.h"
-#include "timeline/TimelineContext.h"
 
 #include <algorithm>
 #include <cmath>
-
-namespace {
-
-bool IsTimelineRebuilding() {
-    const TimelineContext* timeline = GetTimeline();
-    return timeline != nullptr && timeline->IsRebuilding();
-}
-
-} // namespace
 
 CTrackKey::~CTrackKey() {
     EndWatches();
@@ -34,8 +24,8 @@ void CTrackKey::SetSelected(bool flag) {
         return;
     }
     state = flag ? kHighlighted : kNormal;
-    IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
-    if (dialog != nullptr && dialog->IsVisible() && !IsTimelineRebuilding()) {
+    IKeyAttributesDlg* dialog = GetAttributesDlg();
+    if (dialog != nullptr && dialog->IsVisible() && !context->IsRebuilding()) {
         dialog->SetKey(this, /*refresh*/ false);
     }
 }
@@ -52,15 +42,19 @@ void CTrackKey::RestoreTime(bool keep) {
 }
 
 void CTrackKey::OnDoubleClick() {
-    if (TimelineContext* timeline = GetTimeline()) {
-        timeline->activeKey = this;
+    if (context != nullptr) {
+        context->activeKey = this;
     }
     ShowAttributes();
 }
 
+IKeyAttributesDlg* CTrackKey::GetAttributesDlg() const {
+    return context != nullptr ? context->session.keyAttributesDlg.get() : nullptr;
+}
+
 void CTrackKey::ShowAttributes() {
     constexpr int kShow = 5;
-    IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
+    IKeyAttributesDlg* dialog = GetAttributesDlg();
     if (dialog != nullptr && !dialog->locked) {
         dialog->SetKey(this, /*refresh*/ false);
         dialog->Show(kShow);
@@ -69,8 +63,8 @@ void CTrackKey::ShowAttributes() {
 
 void CTrackKey::OnLButtonDown(int /*x*/, int /*y*/, float /*pixelsPerSecond*/, CPoint /*point*/,
                               float /*pressTime*/) {
-    if (TimelineContext* timeline = GetTimeline()) {
-        timeline->activeKey = this;
+    if (context != nullptr) {
+        context->activeKey = this;
     }
 }
 

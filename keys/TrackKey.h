@@ -8,7 +8,9 @@
 #include <string>
 
 class CMenu;
-class CTrackCtrl;
+class IKeyAttributesDlg;
+class KeyRow;
+class KeyViewContext;
 class KeyViewList;
 
 /// What the user sees and grips of one key record. Owned by its row; the record is the host's. Times are
@@ -40,11 +42,11 @@ public:
     virtual void OnLButtonDown(int x, int y, float pixelsPerSecond, CPoint point, float pressTime);
     virtual void OnLButtonUp() = 0;
     /// A drag step: `mouseTime` is the time under the mouse, snapped to a frame; `row` the row that drags.
-    virtual void OnMouseMove(UINT flags, float mouseTime, CTrackCtrl* row) = 0;
+    virtual void OnMouseMove(UINT flags, float mouseTime, KeyRow* row) = 0;
     /// `other` must be of the same class.
     virtual bool CopyFrom(const CTrackKey* other, bool copyTime);
     virtual bool Equals(const CTrackKey* other, bool compareTime) const;
-    virtual void ClearMarks(CTrackCtrl* /*row*/) {}
+    virtual void ClearMarks(KeyRow* /*row*/) {}
     /// Whether x is on one of the grips of a key that starts at keyX.
     virtual bool HitGrip(int /*x*/, int /*keyX*/, float /*pixelsPerSecond*/) const { return false; }
 
@@ -74,8 +76,9 @@ public:
     int state = kNormal;
     float savedTime = -1.0f;
     IFilmKey* record = nullptr;
-    float lastMouseTime = 0.0f; ///< time under the mouse at the last drag step
-    bool marked = false;        ///< takes part in a group move
+    KeyViewContext* context = nullptr; ///< the timeline that shows it, which outlives it; a row gives its own
+    float lastMouseTime = 0.0f;        ///< time under the mouse at the last drag step
+    bool marked = false;               ///< takes part in a group move
     bool selected = false;
 
 protected:
@@ -84,6 +87,8 @@ protected:
 
     /// Must follow every change of time or duration.
     void TimesChanged();
+    /// Null while there is none.
+    IKeyAttributesDlg* GetAttributesDlg() const;
     /// Shows the key in the attributes window, if there is one that isn't locked.
     void ShowAttributes();
     /// The height within what pixel sums can hold.

@@ -104,7 +104,7 @@ void AskForNewActor(CFilmsMainCtrl& control) {
         return;
     }
     control.actorPick.Begin("Change actor: click the object that takes the place of \"" +
-                                RootRowName(control.menuRow->track) + "\". Esc gives up.",
+                                RootRowName(control.session, control.menuRow->track) + "\". Esc gives up.",
                             PickMode::By::Click, [] {});
 }
 

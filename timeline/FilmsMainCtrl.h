@@ -102,7 +102,7 @@ public:
                           const float* oldMatrix) override;
 
     // Key parameters and their file.
-    CTrackKey* CreateKeyView(int kind) override { return MakeNewKey(session, kind); }
+    CTrackKey* CreateKeyView(int kind) override { return MakeNewKey(*this, kind); }
     bool LoadKeysParams(const char* path, KeyKindParamsTable* records);
     bool SaveKeysParams(const std::string& path);
     void LoadDefaultKeysParams(KeyKindParamsTable* records);

@@ -154,7 +154,7 @@ bool CFilmsMainCtrl::MakeRows(IFilm* film, const Watch<FilmShow>& underWay) {
     for (CFilmTrack* track : order) {
         track->Finish();
     }
-    SortTracks(order);
+    SortTracks(session, order);
     for (CFilmTrack* track : order) {
         // Removed, behind a box, without the film being shown anew.
         const bool isGone = film->tracks.size() != order.size() &&
@@ -172,7 +172,7 @@ bool CFilmsMainCtrl::ShowTrack(CFilmTrack* track, const Watch<FilmShow>& underWa
         return true;
     }
     root->track = track;
-    root->name = RootRowName(track);
+    root->name = RootRowName(session, track);
     const Watch watched(root);
     root->CreateChildRows(CountCameraRows(track));
     if (!underWay.IsAlive()) {

@@ -23,12 +23,13 @@ KeyFilter FilterOf(const KeyKindParamsTable& records) {
 
 /// The row shows the kinds of the filter, and its store remembers them. Required: the record of a row that is
 /// one of all has no name.
-void FilterRow(CTrackCtrl& row, const KeyFilter& filter, const char* filmName, bool oneOfAll) {
+void FilterRow(FilmSession& session, CTrackCtrl& row, const KeyFilter& filter, const char* filmName,
+               bool oneOfAll) {
     row.ApplyKindFlags(filter.data(), row.expanded);
     if (filmName == nullptr || row.track == nullptr) {
         return;
     }
-    const TrackStore store = FindTrackStore(row.track, filmName);
+    const TrackStore store = FindTrackStore(session, row.track, filmName);
     if (store.params != nullptr) {
         store.params->Set(filmName, filter.data(), row.expanded ? 1 : 0, kWholeRecord,
                           oneOfAll ? std::string() : store.entry);
@@ -40,11 +41,11 @@ void TakeKeyFilter(CFilmsMainCtrl& control, const KeyFilter& filter, CTrackCtrl*
     const IFilm* film = control.plugin.GetCurrentFilm();
     const char* filmName = film != nullptr ? film->name : nullptr;
     if (only != nullptr) {
-        FilterRow(*only, filter, filmName, /*oneOfAll*/ false);
+        FilterRow(control.session, *only, filter, filmName, /*oneOfAll*/ false);
     } else {
         for (CTrackCtrl* row : control.tracks) {
             if (row->IsRoot()) {
-                FilterRow(*row, filter, filmName, /*oneOfAll*/ true);
+                FilterRow(control.session, *row, filter, filmName, /*oneOfAll*/ true);
             }
         }
     }

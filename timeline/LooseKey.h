@@ -1,11 +1,12 @@
 #pragma once
 
+#include "keys/TrackKey.h"
 #include "undo/LooseKeys.h"
 
 #include <memory>
 
 struct LooseKeyDeleter {
-    void operator()(CTrackKey* view) const { DestroyLooseView(view); }
+    void operator()(CTrackKey* view) const { DestroyLooseView(view->context, view); }
 };
 
 /// A new view with its record, until a row takes both. Without a row both are destroyed.

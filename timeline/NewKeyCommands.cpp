@@ -84,8 +84,8 @@ bool PlaceNewKey(CFilmsMainCtrl& control, LooseKey& key, float mouse, float time
 
 } // namespace
 
-CTrackKey* MakeNewKey(const FilmSession& session, int kind) {
-    IFilmManager* manager = session.GetFilmManager();
+CTrackKey* MakeNewKey(KeyViewContext& context, int kind) {
+    IFilmManager* manager = context.session.GetFilmManager();
     IFilmKey* record = manager != nullptr && kind >= 0 && kind < KeyKind::FilterCount
                            ? manager->keyFactory->CreateKey(kind)
                            : nullptr;
@@ -94,10 +94,12 @@ CTrackKey* MakeNewKey(const FilmSession& session, int kind) {
     }
     if (!IsTimedKind(kind)) {
         auto view = std::make_unique<CNullTimeTrackKey>();
+        view->context = &context;
         view->SetRecord(record, /*takeTimes*/ false);
         return view.release();
     }
     auto view = std::make_unique<CTimedTrackKey>();
+    view->context = &context;
     // Required: before the record comes, whose times stay those of the factory until the key is placed.
     view->SetDuration(kNewDuration, /*viewOnly*/ false);
     view->SetRecord(record, /*takeTimes*/ false);

@@ -4,6 +4,7 @@ class CFilmsMainCtrl;
 class CTrackKey;
 class FilmSession;
 class IFilmKey;
+class KeyViewContext;
 
 // New keys from the menu of a row, at the time under the mouse. The control may be gone behind them.
 
@@ -13,7 +14,7 @@ void PasteKey(CFilmsMainCtrl& control);
 
 /// A view that is in no row, with a new record of this kind; the caller owns both. Null for other kinds than
 /// 0 to 19 and without a level.
-CTrackKey* MakeNewKey(const FilmSession& session, int kind);
+CTrackKey* MakeNewKey(KeyViewContext& context, int kind);
 /// The record whose attributes would be pasted; null without one, and while a clone is being dragged.
 const IFilmKey* CopiedRecord(const CFilmsMainCtrl& control);
 /// In the attributes window, behind a paste. A key that the window shows already is only read anew: taken in

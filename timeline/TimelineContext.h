@@ -3,6 +3,7 @@
 #include "framework/Wnd.h"
 #include "helpers/FilmKeyDuplicator.h"
 #include "keys/KeyKindParams.h"
+#include "keys/KeyViewContext.h"
 #include "plugin/contract/Film.h"
 #include "timeline/RowList.h"
 #include "timeline/Selection.h"
@@ -14,16 +15,12 @@ class CMarkedGridCtrl;
 class CTimeScrollbar;
 class CTrackCtrl;
 class CTrackKey;
-class FilmSession;
 
 /// The face of the main control that its child windows and the key views see. A child reaches it as its
 /// parent window (`TimelineOf`) and does nothing without one.
-class TimelineContext : public Selection, public RowList {
+class TimelineContext : public KeyViewContext, public RowList {
 public:
-    explicit TimelineContext(FilmSession& shown) : session(shown) {}
-    virtual ~TimelineContext() = default;
-    TimelineContext(const TimelineContext&) = delete;
-    TimelineContext& operator=(const TimelineContext&) = delete;
+    using KeyViewContext::KeyViewContext;
 
     /// Every selected key is told, then none is selected.
     virtual void ClearSelection() = 0;
@@ -55,14 +52,8 @@ public:
     /// A view that is in no row, with a new record of this kind; a timed one 5 seconds long. The caller owns
     /// both. Null for other kinds and without a level.
     virtual CTrackKey* CreateKeyView(int kind) = 0;
-    /// A view that is about to be deleted: every holder lets go of it.
-    virtual void ForgetView(CTrackKey* view) = 0;
     /// A row that is about to be deleted: every holder lets go of it.
     virtual void ForgetRow(CTrackCtrl* row) = 0;
-    /// True while ShowFilm makes rows: selection changes then don't reach the attributes dialog.
-    virtual bool IsRebuilding() const = 0;
-    /// Repaints the whole control.
-    virtual void InvalidateControl(bool erase) = 0;
     /// Gives the control the keyboard.
     virtual void FocusControl() = 0;
 
@@ -72,11 +63,13 @@ public:
     virtual void OnPageBack(CTimeScrollbar* bar) = 0;
     virtual void OnThumbTrack(CTimeScrollbar* bar, float position) = 0;
 
+    const CTrackKey* GetCopiedKey() const final { return keyDuplicator.sourceKey; }
     /// Null outside 0 to 19.
     const KeyKindParams* GetKeyParams(int kind) const {
         return kind >= 0 && kind < KeyKind::FilterCount ? &keyParams[static_cast<std::size_t>(kind)]
                                                         : nullptr;
     }
+
     /// The corner shows another time.
     void InvalidateInfo() const {
         if (infoWnd != nullptr) {
@@ -84,10 +77,8 @@ public:
         }
     }
 
-    FilmSession& session;     ///< whose film is shown; outlives the control
     int leftWidth = 150;      ///< pixels of the name column
     float currentTime = 0.0f; ///< seconds, of the cursor
-    float mouseTime = 0.0f;   ///< seconds; written by whoever has the mouse; where a new key goes
     float movieStart = 0.0f;  ///< seconds, limits of the time axis
     float movieEnd = 0.0f;
     float viewStart = 0.0f; ///< seconds, the part of the axis that is drawn
@@ -104,5 +95,3 @@ public:
 TimelineContext* TimelineOf(const CWnd* child);
 /// The main control of the session's scenario window, or null while there is none.
 TimelineContext* TimelineOf(const FilmSession& session);
-/// Of the plug-in's.
-TimelineContext* GetTimeline();

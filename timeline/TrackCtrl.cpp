@@ -12,6 +12,10 @@ ON_WM_KEYDOWN()
 ON_WM_CAPTURECHANGED()
 END_MESSAGE_MAP()
 
+TimelineContext* TimelineOf(const CTrackCtrl* row) {
+    return row != nullptr ? row->timelineLink.Of(*row) : nullptr;
+}
+
 CTrackCtrl::CTrackCtrl() {
     // Required: any new row ends the editing of the current key.
     CurrentKey() = nullptr;
@@ -52,6 +56,24 @@ void CTrackCtrl::SetTimeRange(float a, float b) {
             // Required: the shortest durations are refused, so a key that starts at the very end stays long.
             timed->SetDuration(rangeEnd - timed->time, /*viewOnly*/ false);
         }
+    }
+}
+
+FilmSession* CTrackCtrl::GetSession() const {
+    const TimelineContext* timeline = TimelineOf(this);
+    return timeline != nullptr ? &timeline->session : nullptr;
+}
+
+/// The object that the row's track moves; null for none.
+EditorObject* CTrackCtrl::FindObject() const {
+    const FilmSession* session = GetSession();
+    return session != nullptr ? session->FindObjectByTrack(track) : nullptr;
+}
+
+/// A window that shows the key reads it anew.
+void CTrackCtrl::TellWritten(const IFilmKey* record) const {
+    if (const FilmSession* session = GetSession()) {
+        session->TellKeyWritten(record);
     }
 }
 

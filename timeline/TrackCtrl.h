@@ -1,7 +1,7 @@
 #pragma once
 
 #include "framework/Button.h"
-#include "keys/KeyTimeRules.h"
+#include "keys/KeyRow.h"
 #include "keys/KeyViewList.h"
 #include "plugin/contract/EditorObject.h"
 #include "plugin/contract/FilmTrack.h"
@@ -9,6 +9,7 @@
 #include "plugin/Watch.h"
 #include "timeline/GridCtrl.h"
 #include "timeline/Selection.h"
+#include "timeline/TimelineLink.h"
 
 #include <list>
 #include <string>
@@ -16,6 +17,7 @@
 
 class CMenu;
 class CTrackKey;
+class FilmSession;
 struct RowKey;
 class TimelineContext;
 class TimeStretch;
@@ -24,7 +26,7 @@ class TimeStretch;
 /// keys and folds the kind rows of its track. Rows are children of the main control, which owns them. Calls
 /// that may make the rows anew (a modal window, the host's selection, the attributes window) stand behind a
 /// Watch.
-class CTrackCtrl : public CGridCtrl, public Watched {
+class CTrackCtrl : public CGridCtrl, public Watched, public KeyRow {
     DECLARE_MESSAGE_MAP()
 
 public:
@@ -89,8 +91,10 @@ public:
     void ReadStoredState(std::uint8_t& storedExpanded);
 
     // Keys.
-    /// The row's own axis, which limits where keys may go.
-    TimeAxis GetAxis() const;
+    TimeAxis GetAxis() const override;
+    const KeyViewList& GetKeys() const override { return keys; }
+    std::optional<std::vector<KeyRow*>> GetGroup() const override;
+    void Repaint() override { Invalidate(FALSE); }
     /// Puts a view into the row of this tree that takes it. `existing`: the record is in the track already.
     bool AddKeyView(CTrackKey* view, bool redraw, bool existing, bool noUndo);
     /// Takes a view out; with `destroy` and `noUndo` the view and its record are deleted.
@@ -108,9 +112,7 @@ public:
     void ShiftKeysNear(float from, float to);
     /// The nearest key at or after a time (or at or before it); one that stands at the time is passed over.
     CTrackKey* FindNearestKey(float time, bool after) const;
-    /// Where an edge of the key may lie next: `ref` is the dragged edge now, `forward` the way the mouse
-    /// goes, `free` whether it follows the mouse by frames and not by tics.
-    float SnapTime(CTrackKey* key, float ref, bool forward, bool free) const;
+    float SnapTime(CTrackKey* key, float ref, bool forward, bool free) const override;
     /// The gap around the key; both are left alone for a key that may overlap.
     void GetKeyLimits(const CTrackKey* key, float& lo, float& hi) const;
     /// The first key that starts at the time, within 0.00001 seconds.
@@ -119,9 +121,8 @@ public:
     bool IsTimeFree(const CTrackKey* key, float time) const;
     /// IsTimeFree, and a timed key is shortened so that it ends before the next.
     bool CanPlaceKey(CTrackKey* key, float time) const;
-    /// Fits a proposed start and duration between the other keys; false if they can't be taken at all.
-    /// `time` plays no part.
-    bool FitTimedKey(CTrackKey* key, float time, float& start, float& duration, float oldDuration) const;
+    bool FitTimedKey(CTrackKey* key, float time, float& start, float& duration,
+                     float oldDuration) const override;
     /// An interval of `from` seconds from `time` on becomes `to` seconds long. Works on the records of this
     /// row's kind; the caller shows the film again.
     void AdjustKeys(float time, float from, float to);
@@ -162,6 +163,12 @@ protected:
     void OnCaptureChanged(CWnd* next);
 
 private:
+    friend TimelineContext* TimelineOf(const CTrackCtrl* row);
+    /// Null without a main control.
+    FilmSession* GetSession() const;
+    EditorObject* FindObject() const;
+    void TellWritten(const IFilmKey* record) const;
+
     // Places and times.
     CRect ClientRect() const;
     int KeyX(float time, float scale) const;
@@ -186,8 +193,8 @@ private:
     CTrackKey* FindGrippedKey(int x) const;
     void PressKey(TimelineContext& timeline, CPoint point, UINT flags);
     void PressEmpty(TimelineContext& timeline, int x);
-    void PressObject(EditorObject& object) const;
-    void PressCamera() const;
+    static void PressObject(const FilmSession& session, EditorObject& object);
+    void PressCamera(FilmSession& session) const;
     void BeginDrag(CTrackKey& key);
     void BeginClone(TimelineContext& timeline, CTrackKey& key);
     void ReleaseKey(TimelineContext& timeline);
@@ -219,7 +226,11 @@ private:
     /// Of all rows' views: no view is hit more than half of this beside its time. Pixels.
     static int widestHit;
 
+    mutable TimelineLink timelineLink;
     bool cloning = false; ///< a clone of a key of this row hangs on the mouse
     CRect buttonRect;     ///< where the button was put last
     char buttonSign = '+';
 };
+
+/// The main control as the parent of a row, or null.
+TimelineContext* TimelineOf(const CTrackCtrl* row);

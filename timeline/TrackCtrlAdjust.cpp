@@ -2,7 +2,6 @@
 #include "keys/KeyStretch.h"
 #include "keys/RowTimes.h"
 #include "keys/TrackKey.h"
-#include "plugin/PluginImpl.h"
 #include "timeline/TrackCtrl.h"
 
 #include <algorithm>
@@ -59,7 +58,7 @@ void CTrackCtrl::AdjustKeys(float time, float from, float to) {
     } else {
         StretchSpans(records, stretch, rule == StretchRule::ScaleDurations);
     }
-    std::ranges::for_each(records, [](const IFilmKey* record) { GetPlugin().TellKeyWritten(record); });
+    std::ranges::for_each(records, [this](const IFilmKey* record) { TellWritten(record); });
 }
 
 /// Neighbours are cut when all have moved.

@@ -1,7 +1,6 @@
 // How a gesture goes on behind the press, and how it ends.
 #include "framework/MessageBox.h"
 #include "keys/TimedTrackKey.h"
-#include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 #include "undo/KeyActions.h"
@@ -45,7 +44,7 @@ void CTrackCtrl::ReleaseKey(TimelineContext& timeline) {
         AskToDelete(key);
     } else {
         NoteNewSize(timeline, key);
-        GetPlugin().TellKeyWritten(key->record);
+        timeline.session.TellKeyWritten(key->record);
     }
     if (watched.IsAlive()) {
         Invalidate(FALSE);
@@ -112,7 +111,7 @@ void CTrackCtrl::OnCaptureChanged(CWnd* next) {
 void CTrackCtrl::LoseGesture(TimelineContext& timeline) {
     if (CTrackKey* key = std::exchange(dragKey, nullptr)) {
         NoteNewSize(timeline, key);
-        GetPlugin().TellKeyWritten(key->record);
+        timeline.session.TellKeyWritten(key->record);
         Invalidate(FALSE);
     }
     if (std::exchange(cloning, false) && timeline.keyDuplicator.cloneMode) {

@@ -1,4 +1,3 @@
-#include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 #include "timeline/TrackCtrlStore.h"
@@ -12,12 +11,13 @@ bool HasFilterByte(int kind) {
 }
 
 /// Nothing without a track or an open film. `what` names the bits of CPluginFilmsParams::Set.
-void StoreState(CFilmTrack* track, const std::uint8_t* filter, bool expanded, int what) {
-    const IFilm* film = GetPlugin().GetCurrentFilm();
+void StoreState(FilmSession* session, CFilmTrack* track, const std::uint8_t* filter, bool expanded,
+                int what) {
+    const IFilm* film = session != nullptr ? session->GetCurrentFilm() : nullptr;
     if (track == nullptr || film == nullptr || film->name == nullptr) {
         return;
     }
-    const TrackStore store = FindTrackStore(track, film->name);
+    const TrackStore store = FindTrackStore(*session, track, film->name);
     if (store.params != nullptr) {
         store.params->Set(film->name, filter, expanded ? 1 : 0, what, store.entry);
     }
@@ -67,7 +67,7 @@ void CTrackCtrl::ToggleExpanded() {
     const bool opened = !expanded;
     SetButtonSign(opened ? '-' : '+');
     SetExpanded(opened, /*redraw*/ true);
-    StoreState(track, nullptr, expanded, CPluginFilmsParams::kExpanded);
+    StoreState(GetSession(), track, nullptr, expanded, CPluginFilmsParams::kExpanded);
     if (TimelineContext* timeline = TimelineOf(this)) {
         timeline->FocusControl();
     }
@@ -88,7 +88,7 @@ void CTrackCtrl::SetKindFlag(int flagKind, bool flag) {
     kindFlags[static_cast<std::size_t>(flagKind)] = flag ? 1 : 0;
     if (IsRoot()) {
         // Required: a record that is made here says "unfolded".
-        StoreState(track, kindFlags.data(), /*expanded*/ true, CPluginFilmsParams::kFilter);
+        StoreState(GetSession(), track, kindFlags.data(), /*expanded*/ true, CPluginFilmsParams::kFilter);
     } else if (parent != nullptr) {
         parent->SetKindFlag(flagKind, flag);
     }
@@ -96,11 +96,12 @@ void CTrackCtrl::SetKindFlag(int flagKind, bool flag) {
 
 void CTrackCtrl::ReadStoredState(std::uint8_t& storedExpanded) {
     storedExpanded = 0;
-    const IFilm* film = GetPlugin().GetCurrentFilm();
+    FilmSession* session = GetSession();
+    const IFilm* film = session != nullptr ? session->GetCurrentFilm() : nullptr;
     if (track == nullptr || film == nullptr || film->name == nullptr) {
         return;
     }
-    const TrackStore store = FindTrackStore(track, film->name);
+    const TrackStore store = FindTrackStore(*session, track, film->name);
     if (store.params != nullptr && store.params->Find(film->name, store.entry, &storedExpanded) == nullptr) {
         store.params->Set(film->name, nullptr, 0, CPluginFilmsParams::kExpanded, store.entry);
     }

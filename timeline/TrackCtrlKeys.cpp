@@ -1,5 +1,4 @@
 #include "keys/NullTimeTrackKey.h"
-#include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 #include "undo/KeyActions.h"
@@ -41,6 +40,7 @@ bool CTrackCtrl::AddKeyView(CTrackKey* view, bool redraw, bool existing, bool no
     }
     TimelineContext* timeline = TimelineOf(this);
     if (timeline != nullptr) {
+        view->context = timeline;
         view->ApplyKeyParams(timeline->GetKeyParams(kind));
     }
     keys.Insert(view);
@@ -77,7 +77,7 @@ bool CTrackCtrl::AddKeyView(CTrackKey* view, bool redraw, bool existing, bool no
 /// An object whose keys play must take part in the engine.
 void CTrackCtrl::ShowInEngine() const {
     constexpr std::uint32_t kLeftOut = 4;
-    if (EditorObject* object = GetPlugin().FindObjectByTrack(track)) {
+    if (EditorObject* object = FindObject()) {
         object->SetFlags(object->GetFlags() & ~kLeftOut);
     }
 }
@@ -117,7 +117,7 @@ void CTrackCtrl::RemoveKey(CTrackKey* view, bool destroy, bool redraw, bool noUn
     const bool repaint = redraw && IsInView(*view);
     if (destroyed) {
         DropView(view); // before its record goes: a window that shows the key must not write to it any more
-    } else if (IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get();
+    } else if (IKeyAttributesDlg* dialog = timeline->session.keyAttributesDlg.get();
                dialog != nullptr && dialog->GetKey() == view) {
         dialog->Reset(); // the key lives on for undo, in no row
     }
@@ -174,9 +174,8 @@ void CTrackCtrl::DropViews() {
 
 /// Deletes a view that is out of the list; everything that points at it lets go of it first.
 void CTrackCtrl::DropView(CTrackKey* view) {
-    TimelineContext* timeline = TimelineOf(this);
-    if (timeline != nullptr || (timeline = GetTimeline()) != nullptr) {
-        timeline->ForgetView(view);
+    if (view->context != nullptr) {
+        view->context->ForgetView(view);
     }
     if (CurrentKey() == view) {
         CurrentKey() = nullptr;
@@ -224,17 +223,17 @@ void CTrackCtrl::RestoreKeyTimes(bool keep) {
         // A row that was rebuilt in mid-drag has no times to go back to.
         if (key->savedTime != kNoneSaved) {
             key->RestoreTime(keep);
-            GetPlugin().TellKeyWritten(key->record);
+            TellWritten(key->record);
         }
     }
 }
 
 bool CTrackCtrl::SetCurrentKeyElement(const std::string& element, const EditorObject* object) {
-    IFilm* film = GetPlugin().GetCurrentFilm();
     TimelineContext* timeline = TimelineOf(this);
+    IFilm* film = timeline != nullptr ? timeline->session.GetCurrentFilm() : nullptr;
     CTrackKey* key = CurrentKey();
-    if (timeline == nullptr || film == nullptr || film->FindObjectTrack(object) == nullptr ||
-        key == nullptr || key->record == nullptr || key->record->kind != KeyKind::Animation) {
+    if (film == nullptr || film->FindObjectTrack(object) == nullptr || key == nullptr ||
+        key->record == nullptr || key->record->kind != KeyKind::Animation) {
         return false;
     }
     key->record->SetValue(&element);

@@ -1,5 +1,5 @@
 #include "keys/TrackKey.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/contract/EventCodes.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 
@@ -83,18 +83,18 @@ void CTrackCtrl::PressEmpty(TimelineContext& timeline, int x) {
     }
     if (x < GetLeftWidth()) {
         const Watch watched(this);
-        if (EditorObject* object = GetPlugin().FindObjectByTrack(track)) {
-            PressObject(*object);
+        if (EditorObject* object = FindObject()) {
+            PressObject(timeline.session, *object);
             timeline.InvalidateControl(/*erase*/ true);
         }
         if (watched.IsAlive() && AsCameraTrack(track) != nullptr) {
-            PressCamera();
+            PressCamera(timeline.session);
             timeline.InvalidateControl(/*erase*/ true);
         }
     } else if (!timeline.selectedKeys.empty()) {
         const Watch watched(this);
         timeline.ClearSelection();
-        if (IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get()) {
+        if (IKeyAttributesDlg* dialog = timeline.session.keyAttributesDlg.get()) {
             dialog->SetKey(nullptr, /*refresh*/ false);
         }
         timeline.ArrangeRows(/*invalidate*/ true, /*move*/ false);
@@ -103,29 +103,27 @@ void CTrackCtrl::PressEmpty(TimelineContext& timeline, int x) {
 
 /// A press on the name selects the object in the level, with Ctrl it takes it into the selection or out of
 /// it. The host answers with events that may rebuild the rows.
-void CTrackCtrl::PressObject(EditorObject& object) const {
-    const IPluginImpl& plugin = GetPlugin();
-    if (plugin.editor == nullptr) {
+void CTrackCtrl::PressObject(const FilmSession& session, EditorObject& object) {
+    if (session.editor == nullptr) {
         return;
     }
     const EditorObjectInfo* info = object.GetInfo();
     if (!IsCtrlDown()) {
-        plugin.editor->SelectObject(&object, 1, 0);
+        session.editor->SelectObject(&object, 1, 0);
     } else if (info != nullptr && info->IsSelected()) {
-        plugin.editor->DeselectObject(&object, 0, 0);
+        session.editor->DeselectObject(&object, 0, 0);
     } else {
-        plugin.editor->AddToSelection(&object, 1, 0);
+        session.editor->AddToSelection(&object, 1, 0);
     }
-    plugin.editor->BroadcastEvent(EventCode::SelectionChanged, plugin.pluginId, nullptr);
-    plugin.editor->RedrawViews();
+    session.editor->BroadcastEvent(EventCode::SelectionChanged, session.pluginId, nullptr);
+    session.editor->RedrawViews();
 }
 
-void CTrackCtrl::PressCamera() const {
-    IPluginImpl& plugin = GetPlugin();
-    const bool visualized = plugin.trackVisualizer.renderTrack == track;
-    plugin.SetVisualizedTrack(visualized ? nullptr : track);
-    if (plugin.editor != nullptr) {
-        plugin.editor->RedrawViews();
+void CTrackCtrl::PressCamera(FilmSession& session) const {
+    const bool visualized = session.GetVisualizedTrack() == track;
+    session.SetVisualizedTrack(visualized ? nullptr : track);
+    if (session.editor != nullptr) {
+        session.editor->RedrawViews();
     }
 }
 
@@ -135,7 +133,8 @@ void CTrackCtrl::OnMouseMove(UINT flags, int x, int y) {
         return;
     }
     const CPoint point(x, y);
-    const auto time = static_cast<float>(GetPlugin().SnapToFrame(static_cast<float>(TimeFromPoint(&point))));
+    const auto time =
+        static_cast<float>(timeline->session.SnapToFrame(static_cast<float>(TimeFromPoint(&point))));
     const float oldTime = std::exchange(timeline->mouseTime, time);
     timeline->InvalidateInfo();
     CFilmKeyDuplicator& duplicator = timeline->keyDuplicator;

@@ -2,7 +2,6 @@
 #include "keys/KeyDrawing.h"
 #include "keys/NullTimeTrackKey.h"
 #include "keys/Pixels.h"
-#include "plugin/PluginImpl.h"
 #include "timeline/MarkedGridCtrl.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
@@ -206,12 +205,13 @@ void CTrackCtrl::PaintName(CDC& dc, const CRect& cell) const {
 }
 
 COLORREF CTrackCtrl::GetNameColor() const {
-    const IPluginImpl& plugin = GetPlugin();
-    if (EditorObject* object = plugin.FindObjectByTrack(track)) {
+    if (EditorObject* object = FindObject()) {
         const EditorObjectInfo* info = object->GetInfo();
         return info != nullptr && info->IsSelected() ? kSelectedActor : kBlack;
     }
-    const bool visualized = AsCameraTrack(track) != nullptr && plugin.trackVisualizer.renderTrack == track;
+    const FilmSession* session = GetSession();
+    const bool visualized =
+        AsCameraTrack(track) != nullptr && session != nullptr && session->GetVisualizedTrack() == track;
     return visualized ? kVisualizedCamera : kBlack;
 }
 

@@ -2,7 +2,6 @@
 #include "keys/KeyEnd.h"
 #include "keys/KeyShift.h"
 #include "keys/TrackKey.h"
-#include "plugin/PluginImpl.h"
 #include "timeline/TrackCtrl.h"
 
 #include <algorithm>
@@ -50,7 +49,7 @@ std::vector<CTrackKey*> CTrackCtrl::ShiftRecords(float time, float delta) const 
         }
         record->SetTime(shifted->start);
         record->SetEndTime(shifted->end);
-        GetPlugin().TellKeyWritten(record);
+        TellWritten(record);
     }
     return fallen;
 }

@@ -5,6 +5,8 @@
 
 #include <string>
 
+class FilmSession;
+
 /// Where the fold state and the key filter of a track are kept.
 struct TrackStore {
     CPluginFilmsParams* params =
@@ -13,4 +15,4 @@ struct TrackStore {
 };
 
 /// An object and a camera that have no store yet get an empty one.
-TrackStore FindTrackStore(CFilmTrack* track, const std::string& filmName);
+TrackStore FindTrackStore(FilmSession& session, CFilmTrack* track, const std::string& filmName);

@@ -27,6 +27,13 @@ TimeAxis CTrackCtrl::GetAxis() const {
     return {rangeStart, rangeEnd, ticDistance};
 }
 
+std::optional<std::vector<KeyRow*>> CTrackCtrl::GetGroup() const {
+    if (parent == nullptr) {
+        return std::nullopt;
+    }
+    return std::vector<KeyRow*>(parent->children.begin(), parent->children.end());
+}
+
 /// The other keys of the same kind as a key of this or any other row that has a record.
 std::vector<KeySpan> CTrackCtrl::SpansBeside(const CTrackKey& key) const {
     std::vector<KeySpan> spans;

@@ -1,7 +1,6 @@
 // Keys from the moves of an object in the 3D views.
 #include "helpers/MatrixMath.h"
 #include "keys/TrackKey.h"
-#include "plugin/PluginImpl.h"
 #include "timeline/LooseKey.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
@@ -99,8 +98,8 @@ Transform Split(const float* worldMatrix, CFilmTrack& track, const Vector3& star
 }
 
 /// Whether the open film has the record still, in a track that may have gone; pointers are only compared.
-bool IsInOpenFilm(CFilmTrack* track, IFilmKey* record) {
-    const IFilm* film = GetPlugin().currentFilm;
+bool IsInOpenFilm(const FilmSession& session, CFilmTrack* track, IFilmKey* record) {
+    const IFilm* film = session.currentFilm;
     return film != nullptr && std::ranges::find(film->tracks, track) != film->tracks.end() &&
            std::ranges::find(track->keys, record) != track->keys.end();
 }
@@ -113,6 +112,7 @@ void AddMovedKey(CTrackCtrl& row, TimelineContext& timeline, float time, const V
         return;
     }
     key->SetPosition(time, /*viewOnly*/ false);
+    const FilmSession& session = timeline.session; // which outlives the timeline
     IFilmKey* record = key->record;
     CFilmTrack* track = row.track;
     const Watch watchedRow(&row);
@@ -122,7 +122,7 @@ void AddMovedKey(CTrackCtrl& row, TimelineContext& timeline, float time, const V
     }
     key.release();
     // The attributes window may have made the rows anew; the record is the film's by now.
-    if (watchedKey.IsAlive() || IsInOpenFilm(track, record)) {
+    if (watchedKey.IsAlive() || IsInOpenFilm(session, track, record)) {
         record->SetValue(value.Data());
         record->SetInHandle(value.Data());
         record->SetOutHandle(value.Data());
@@ -149,6 +149,7 @@ void CTrackCtrl::WriteTransformKeys(float time, const float* newMatrix, const fl
         {KeyKind::Rotation, {now.rotation, before.rotation}},
         {KeyKind::Scale, {now.scale, before.scale}},
     };
+    const FilmSession& session = timeline->session;
     const Watch self(this);
     for (const auto& [keyKind, change] : changes) {
         CTrackCtrl* row = self.IsAlive() ? FindChild(keyKind, kAnySubIndex) : nullptr;
@@ -161,7 +162,7 @@ void CTrackCtrl::WriteTransformKeys(float time, const float* newMatrix, const fl
             AddMovedKey(*row, *timeline, time, change.newValue);
         }
     }
-    if (IKeyAttributesDlg* dialog = GetPlugin().keyAttributesDlg.get()) {
+    if (IKeyAttributesDlg* dialog = session.keyAttributesDlg.get()) {
         dialog->SetKey(nullptr, /*refresh*/ true);
     }
 }

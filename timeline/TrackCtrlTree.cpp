@@ -1,7 +1,6 @@
 #include "framework/MessageBox.h"
 #include "keys/KeyKinds.h"
 #include "keys/TrackKey.h"
-#include "plugin/PluginImpl.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 
@@ -182,7 +181,7 @@ void CTrackCtrl::SetCameraIndex(int index) {
 
 bool CTrackCtrl::CreateAnimationRows() {
     TimelineContext* timeline = TimelineOf(this);
-    EditorObject* object = GetPlugin().FindObjectByTrack(track);
+    EditorObject* object = FindObject();
     if (timeline == nullptr || object == nullptr) {
         return false;
     }
@@ -219,14 +218,14 @@ bool CTrackCtrl::EnsureAnimationRow(TimelineContext& timeline, EditorObject& obj
 
 /// False when the rows were rebuilt while the user was asked.
 bool CTrackCtrl::AskForMeshElement(EditorObject& object, const std::string& element) {
+    const FilmSession* session = GetSession();
     const Watch watched(this);
     AfxMessageBox("Warning, cannot find mesh element \"" + element + "\" in \"" + object.meshName +
                   "\" mesh");
-    IEditor* editor = GetPlugin().editor;
-    if (!watched.IsAlive() || editor == nullptr) {
+    if (!watched.IsAlive() || session == nullptr || session->editor == nullptr) {
         return false;
     }
-    const std::string chosen = editor->BrowseMeshElement(&object, "");
+    const std::string chosen = session->editor->BrowseMeshElement(&object, "");
     if (!watched.IsAlive()) {
         return false;
     }
@@ -251,7 +250,7 @@ CTrackCtrl* CTrackCtrl::FindAnimationRowFor(CTrackCtrl* row) {
     }
     row->track = track;
     row->parent = this;
-    const EditorObject* object = GetPlugin().FindObjectByTrack(track);
+    const EditorObject* object = FindObject();
     const MeshElement* element =
         object != nullptr ? object->GetMeshElement(object->FindMeshElement(row->name)) : nullptr;
     if (element == nullptr) {
@@ -281,7 +280,7 @@ void CTrackCtrl::RenameAnimationKeys(const std::string& from, const std::string&
         if (record->kind == KeyKind::Animation &&
             static_cast<const CFilmAnimationKey*>(record)->meshElement == from) {
             record->SetValue(&to);
-            GetPlugin().TellKeyWritten(record);
+            TellWritten(record);
         }
     }
 }

@@ -1,10 +1,12 @@
 #include "timeline/TrackOrder.h"
 
 #include "helpers/FilmsLightHelper.h"
-#include "plugin/PluginImpl.h"
+#include "plugin/FilmSession.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 namespace {
 
@@ -23,20 +25,34 @@ Group GroupOf(CFilmTrack* track) {
     return AsObjectTrack(track) != nullptr ? Group::Object : Group::Light;
 }
 
-const EditorObject* ObjectOf(CFilmTrack* track) {
+const EditorObject* ObjectOf(const FilmSession& session, CFilmTrack* track) {
     if (const auto* actor = AsObjectTrack(track)) {
         return actor->actor;
     }
-    const CFilmsLightHelper* helper = GetPlugin().lightHelpers.FindByTrack(track);
+    const CFilmsLightHelper* helper = session.FindLightByTrack(track);
     return helper != nullptr ? helper->object : nullptr;
 }
 
-const char* NameOf(CFilmTrack* track) {
+const char* NameOf(const FilmSession& session, CFilmTrack* track) {
     if (const auto* camera = AsCameraTrack(track)) {
         return camera->cameraName.c_str();
     }
-    const EditorObject* object = ObjectOf(track);
+    const EditorObject* object = ObjectOf(session, track);
     return object != nullptr ? object->name.c_str() : "";
+}
+
+/// What a track's place depends on.
+struct Place {
+    CFilmTrack* track;
+    Group group;
+    bool hasLight; ///< a light that has a helper
+    const char* name;
+};
+
+Place PlaceOf(const FilmSession& session, CFilmTrack* track) {
+    const Group group = GroupOf(track);
+    const bool hasLight = group == Group::Light && session.FindLightByTrack(track) != nullptr;
+    return {track, group, hasLight, NameOf(session, track)};
 }
 
 int Sign(int value) {
@@ -44,50 +60,50 @@ int Sign(int value) {
 }
 
 /// A light without a helper comes last; two such are equal.
-int CompareLights(CFilmTrack* a, CFilmTrack* b) {
-    const CFilmsLightHelperMgr& helpers = GetPlugin().lightHelpers;
-    const bool aHas = helpers.FindByTrack(a) != nullptr;
-    const bool bHas = helpers.FindByTrack(b) != nullptr;
-    if (!aHas || !bHas) {
-        return static_cast<int>(bHas) - static_cast<int>(aHas);
+int CompareLights(const Place& a, const Place& b) {
+    if (!a.hasLight || !b.hasLight) {
+        return static_cast<int>(b.hasLight) - static_cast<int>(a.hasLight);
     }
-    return Sign(std::strcmp(NameOf(a), NameOf(b)));
+    return Sign(std::strcmp(a.name, b.name));
 }
 
-int CompareTracks(const void* left, const void* right) {
-    CFilmTrack* a = *static_cast<CFilmTrack* const*>(left);
-    CFilmTrack* b = *static_cast<CFilmTrack* const*>(right);
-    const Group groupA = GroupOf(a);
-    const Group groupB = GroupOf(b);
-    if (groupA != groupB) {
-        return groupA < groupB ? -1 : 1;
+int ComparePlaces(const void* left, const void* right) {
+    const Place& a = *static_cast<const Place*>(left);
+    const Place& b = *static_cast<const Place*>(right);
+    if (a.group != b.group) {
+        return a.group < b.group ? -1 : 1;
     }
-    switch (groupA) {
+    switch (a.group) {
     case Group::Level:
     case Group::Sun:
         return 0;
     case Group::Light:
         return CompareLights(a, b);
     default:
-        return Sign(std::strcmp(NameOf(a), NameOf(b)));
+        return Sign(std::strcmp(a.name, b.name));
     }
 }
 
 } // namespace
 
 /// qsort, since it stands any comparison without harm.
-void SortTracks(std::vector<CFilmTrack*>& tracks) {
-    if (!tracks.empty()) {
-        std::qsort(tracks.data(), tracks.size(), sizeof(CFilmTrack*), CompareTracks);
+void SortTracks(const FilmSession& session, std::vector<CFilmTrack*>& tracks) {
+    if (tracks.empty()) {
+        return;
     }
+    std::vector<Place> places;
+    std::ranges::transform(tracks, std::back_inserter(places),
+                           [&](CFilmTrack* track) { return PlaceOf(session, track); });
+    std::qsort(places.data(), places.size(), sizeof(Place), ComparePlaces);
+    std::ranges::transform(places, tracks.begin(), &Place::track);
 }
 
-std::string RootRowName(CFilmTrack* track) {
+std::string RootRowName(const FilmSession& session, CFilmTrack* track) {
     if (AsLevelTrack(track) != nullptr) {
         return "Level";
     }
     if (IsSunTrack(track)) {
         return "Sun";
     }
-    return NameOf(track);
+    return NameOf(session, track);
 }

@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+class FilmSession;
+
 /// Level, sun, cameras by name, actors by name, then the other lights by name. Names compare by bytes.
-void SortTracks(std::vector<CFilmTrack*>& tracks);
+void SortTracks(const FilmSession& session, std::vector<CFilmTrack*>& tracks);
 
 /// The name in a track's root row.
-std::string RootRowName(CFilmTrack* track);
+std::string RootRowName(const FilmSession& session, CFilmTrack* track);

@@ -11,15 +11,15 @@ CFilmsUndoMgr::~CFilmsUndoMgr() {
 CFilmsUndoAction* CFilmsUndoMgr::CreateAction(int code) {
     switch (code) {
     case UndoCode::AddKey:
-        return new CFUAAddKey;
+        return new CFUAAddKey(owner);
     case UndoCode::DeleteKey:
-        return new CFUADeleteKey;
+        return new CFUADeleteKey(owner);
     case UndoCode::ChangeSize:
-        return new CFUAChangeSize;
+        return new CFUAChangeSize(owner);
     case UndoCode::CloneKey:
-        return new CFUACloneKey;
+        return new CFUACloneKey(owner);
     case UndoCode::ChangeAttribs:
-        return new CFUAChangeAttribs;
+        return new CFUAChangeAttribs(owner);
     default:
         return nullptr;
     }

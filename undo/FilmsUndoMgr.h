@@ -11,7 +11,7 @@ class TimelineContext;
 /// is switched off: nothing is kept for Undo, and Undo and Redo change nothing. Required.
 class CFilmsUndoMgr {
 public:
-    explicit CFilmsUndoMgr(TimelineContext* control) : owner(control) {}
+    explicit CFilmsUndoMgr(TimelineContext* control) : owner(control), retired(control) {}
     virtual ~CFilmsUndoMgr();
     CFilmsUndoMgr(const CFilmsUndoMgr&) = delete;
     CFilmsUndoMgr& operator=(const CFilmsUndoMgr&) = delete;

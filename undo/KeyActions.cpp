@@ -9,19 +9,10 @@
 
 namespace {
 
-/// A view in no row that equals the key, its time included; null if it can't be made.
-CTrackKey* MakeView(const CTrackKey& key) {
-    TimelineContext* timeline = GetTimeline();
-    return timeline != nullptr && key.record != nullptr ? timeline->CreateKeyView(key.record->kind) : nullptr;
-}
-
-/// What the row doesn't take is destroyed.
-void Insert(CTrackKey* view, CTrackCtrl& row) {
-    const Watch watch(&row);
-    const bool taken = row.AddKeyView(view, /*redraw*/ true, /*existing*/ false, /*noUndo*/ true);
-    if (!taken && watch.IsAlive()) {
-        DestroyLooseView(view);
-    }
+/// The main control of the plug-in's window: without one nothing is put in or taken out, whoever made the
+/// action.
+TimelineContext* ControlOnShow(const TimelineContext* maker) {
+    return maker != nullptr ? TimelineOf(maker->session) : nullptr;
 }
 
 } // namespace
@@ -34,7 +25,7 @@ CFilmsUndoAction::~CFilmsUndoAction() {
 
 CFUAOneKey::~CFUAOneKey() {
     if (ownsKey) {
-        DestroyLooseView(key);
+        DestroyLooseView(timeline, key);
     }
 }
 
@@ -46,14 +37,28 @@ CTrackCtrl* CFUAOneKey::SetTrackCtrl(CTrackCtrl* newRow) {
     return trackCtrl = newRow;
 }
 
+CTrackKey* CFUAOneKey::MakeView() const {
+    TimelineContext* control = ControlOnShow(timeline);
+    return control != nullptr && key->record != nullptr ? control->CreateKeyView(key->record->kind) : nullptr;
+}
+
+void CFUAOneKey::Insert(CTrackKey* view) const {
+    TimelineContext* const control = timeline; // an insertion that makes the rows anew takes the action along
+    const Watch watch(trackCtrl);
+    const bool taken = trackCtrl->AddKeyView(view, /*redraw*/ true, /*existing*/ false, /*noUndo*/ true);
+    if (!taken && watch.IsAlive()) {
+        DestroyLooseView(control, view);
+    }
+}
+
 bool CFUAOneKey::RemoveTwin() {
-    TimelineContext* timeline = TimelineOf(trackCtrl);
-    CTrackKey* twin = timeline != nullptr ? trackCtrl->FindKeyView(key, /*byValue*/ true) : nullptr;
+    TimelineContext* control = TimelineOf(trackCtrl);
+    CTrackKey* twin = control != nullptr ? trackCtrl->FindKeyView(key, /*byValue*/ true) : nullptr;
     if (twin != nullptr) {
         const Watch watch(trackCtrl);
         trackCtrl->RemoveKey(twin, /*destroy*/ false, /*redraw*/ true, /*noUndo*/ true);
         if (watch.IsAlive()) {
-            timeline->undoMgr.retired.KeepView(twin); // Required: it lives on, in no row and no action
+            control->undoMgr.retired.KeepView(twin); // Required: it lives on, in no row and no action
         }
     }
     return true;
@@ -63,28 +68,28 @@ bool CFUAOneKey::InsertCopy() {
     if (key == nullptr || trackCtrl == nullptr) {
         return true;
     }
-    if (CTrackKey* copy = MakeView(*key)) {
+    if (CTrackKey* copy = MakeView()) {
         copy->CopyFrom(key, /*copyTime*/ true);
-        Insert(copy, *trackCtrl);
+        Insert(copy);
     }
     return true;
 }
 
-CFUAAddKey::CFUAAddKey() {
+CFUAAddKey::CFUAAddKey(TimelineContext* control) : CFUAOneKey(control) {
     type = UndoCode::AddKey;
     ownsKey = false;
 }
 
-CFUADeleteKey::CFUADeleteKey() {
+CFUADeleteKey::CFUADeleteKey(TimelineContext* control) : CFUAOneKey(control) {
     type = UndoCode::DeleteKey;
 }
 
-CFUACloneKey::CFUACloneKey() {
+CFUACloneKey::CFUACloneKey(TimelineContext* control) : CFUAOneKey(control) {
     type = UndoCode::CloneKey;
 }
 
 bool CFUACloneKey::Undo() {
-    if (GetTimeline() == nullptr || TimelineOf(trackCtrl) == nullptr) {
+    if (ControlOnShow(timeline) == nullptr || TimelineOf(trackCtrl) == nullptr) {
         return false;
     }
     CTrackKey* twin = trackCtrl->FindKeyView(key, /*byValue*/ true);
@@ -102,15 +107,15 @@ bool CFUACloneKey::Redo() {
     if (key == nullptr || trackCtrl == nullptr) {
         return false;
     }
-    CTrackKey* copy = MakeView(*key);
+    CTrackKey* copy = MakeView();
     if (copy == nullptr) {
         return false;
     }
     if (!copy->CopyFrom(key, /*copyTime*/ true)) {
-        DestroyLooseView(copy);
+        DestroyLooseView(timeline, copy);
         return false;
     }
-    Insert(copy, *trackCtrl);
+    Insert(copy);
     return true;
 }
 
@@ -132,20 +137,25 @@ bool CFUAChangeSize::Swap() {
     return true;
 }
 
-CFUAChangeAttribs::CFUAChangeAttribs() {
+CFUAChangeAttribs::CFUAChangeAttribs(TimelineContext* control) : CFUAOneKey(control) {
     type = UndoCode::ChangeAttribs;
     ownsKey = false;
 }
 
 CFUAChangeAttribs::~CFUAChangeAttribs() {
-    ReturnRecord(savedRecord);
+    if (timeline != nullptr) {
+        ReturnRecord(timeline->session, savedRecord);
+    }
 }
 
 bool CFUAChangeAttribs::Swap() {
     if (key == nullptr || key->record == nullptr || savedRecord == nullptr || trackCtrl == nullptr) {
         return true;
     }
-    IFilmKey* copy = CopyOfRecord(*savedRecord);
+    if (timeline == nullptr) {
+        return true;
+    }
+    IFilmKey* copy = CopyOfRecord(timeline->session, *savedRecord);
     if (copy == nullptr) {
         return true;
     }
@@ -153,7 +163,7 @@ bool CFUAChangeAttribs::Swap() {
     // never learns of the copy.
     IFilmKey* current = std::exchange(key->record, nullptr);
     key->SetRecord(copy, /*takeTimes*/ false);
-    ReturnRecord(savedRecord);
+    ReturnRecord(timeline->session, savedRecord);
     savedRecord = current;
     trackCtrl->Invalidate(FALSE);
     return true;

@@ -1,5 +1,6 @@
 #include "undo/RetiredKeys.h"
 
+#include "timeline/TimelineContext.h"
 #include "undo/KeyActions.h"
 #include "undo/LooseKeys.h"
 
@@ -52,9 +53,11 @@ void RetiredKeys::Clear() {
         delete action;
     }
     for (CTrackKey* view : std::exchange(views, {})) {
-        DestroyLooseView(view);
+        DestroyLooseView(timeline, view);
     }
     for (IFilmKey* record : std::exchange(records, {})) {
-        ReturnRecord(record);
+        if (timeline != nullptr) {
+            ReturnRecord(timeline->session, record);
+        }
     }
 }

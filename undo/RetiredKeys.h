@@ -6,12 +6,14 @@
 class CFilmsUndoAction;
 class CTrackKey;
 class IFilmKey;
+class TimelineContext;
 
 /// What edits took out of a film or never put in, kept alive until the film is shown anew: pointers to a
 /// removed view stay good so long. Owns all of it.
 class RetiredKeys {
 public:
-    RetiredKeys() = default;
+    /// The control may be null: then what goes tells nobody, and no record goes back.
+    explicit RetiredKeys(TimelineContext* control) : timeline(control) {}
     ~RetiredKeys();
     RetiredKeys(const RetiredKeys&) = delete;
     RetiredKeys& operator=(const RetiredKeys&) = delete;
@@ -37,6 +39,7 @@ private:
     /// False for what is kept already.
     bool Note(const void* thing) { return noted.insert(thing).second; }
 
+    TimelineContext* timeline;
     std::vector<CFilmsUndoAction*> actions;
     std::vector<CTrackKey*> views; ///< those in no action that owns its key
     std::vector<IFilmKey*> records;

@@ -33,6 +33,7 @@ protected:
     void Fill(IFilmKey* record) {
         CNullTimeTrackKey view;
         view.record = record;
+        view.context = &timeline;
         view.FillKeyMenu(&menu, &source);
     }
     bool IsGreyed(UINT command) const {

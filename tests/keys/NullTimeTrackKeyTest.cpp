@@ -13,7 +13,10 @@ namespace {
 
 class NullTimeTrackKeyTest : public KeyTest {
 protected:
-    NullTimeTrackKeyTest() { view.time = 3.0f; }
+    NullTimeTrackKeyTest() {
+        view.time = 3.0f;
+        view.context = &timeline;
+    }
 
     /// A key of the colour kind; the channels run from 0 to 1.
     void SetColor(const Vector3& color) {

@@ -8,7 +8,10 @@ namespace {
 /// A key of 5 seconds at 10 pixels a second, its left top at (100, 5): from x 100 to 150, 15 pixels high.
 class TimedTrackKeyPressTest : public KeyTest {
 protected:
-    TimedTrackKeyPressTest() { view.duration = 5.0f; }
+    TimedTrackKeyPressTest() {
+        view.duration = 5.0f;
+        view.context = &timeline;
+    }
     int ModeAt(int x, int y) {
         view.dragMode = -1;
         view.OnLButtonDown(100, 5, 10.0f, {x, y}, 2.5f);

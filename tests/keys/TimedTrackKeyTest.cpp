@@ -20,6 +20,7 @@ protected:
     TimedTrackKeyTest() {
         view.time = 2.0f;
         view.duration = 5.0f;
+        view.context = &timeline;
     }
     ~TimedTrackKeyTest() override { view.record = nullptr; }
 

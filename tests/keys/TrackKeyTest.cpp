@@ -12,7 +12,10 @@ namespace {
 /// What both kinds of view have in common, on one without a duration.
 class TrackKeyTest : public KeyTest {
 protected:
-    TrackKeyTest() { view.time = 3.0f; }
+    TrackKeyTest() {
+        view.time = 3.0f;
+        view.context = &timeline;
+    }
 
     CNullTimeTrackKey view;
     LoggingKey record;
@@ -91,6 +94,7 @@ TEST_F(TrackKeyTest, OnlyATimedKeyBecomesActiveByADoubleClick) {
     view.OnDoubleClick();
     EXPECT_EQ(timeline.activeKey, nullptr);
     CTimedTrackKey timed;
+    timed.context = &timeline;
     timed.OnDoubleClick();
     EXPECT_EQ(timeline.activeKey, &timed);
 }
@@ -101,7 +105,7 @@ TEST_F(TrackKeyTest, PressMakesTheKeyActive) {
 }
 
 TEST_F(TrackKeyTest, ViewWorksWithoutAMainControl) {
-    plugin.scenarioDlg = nullptr;
+    view.context = nullptr;
     view.SetSelected(true);
     view.OnDoubleClick();
     view.OnLButtonDown(10, 20, 30.0f, CPoint(11, 22), 3.5f);

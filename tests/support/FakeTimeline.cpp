@@ -3,7 +3,6 @@
 #include "keys/NullTimeTrackKey.h"
 #include "keys/TimedTrackKey.h"
 #include "plugin/contract/FilmManager.h"
-#include "plugin/PluginImpl.h"
 
 #include <algorithm>
 #include <memory>
@@ -86,7 +85,7 @@ void FakeTimeline::ShowKeyDescription(CTrackKey* key) {
 }
 
 CTrackKey* FakeTimeline::CreateKeyView(int kind) {
-    IFilmManager* manager = GetPlugin().GetFilmManager();
+    IFilmManager* manager = session.GetFilmManager();
     IFilmKey* record = manager != nullptr && !refuseViews ? manager->keyFactory->CreateKey(kind) : nullptr;
     if (record == nullptr) {
         return nullptr;
@@ -99,6 +98,7 @@ CTrackKey* FakeTimeline::CreateKeyView(int kind) {
     } else {
         view = std::make_unique<CNullTimeTrackKey>();
     }
+    view->context = this;
     view->SetRecord(record, /*takeTimes*/ false);
     return view.release();
 }

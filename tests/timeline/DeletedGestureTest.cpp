@@ -106,7 +106,7 @@ TEST_P(EndedGestureTest, WindowThatGoesTakesItsGestureAlong) {
     control.reset();
     EXPECT_EQ(CWnd::GetCapture(), nullptr);
     EXPECT_EQ(CurrentKey(), nullptr);
-    EXPECT_EQ(GetTimeline(), nullptr);
+    EXPECT_EQ(TimelineOf(plugin), nullptr);
 }
 
 TEST_P(EndedGestureTest, HostThatGoesAwayLeavesItsMouseHarmless) {

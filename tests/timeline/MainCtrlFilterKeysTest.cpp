@@ -32,7 +32,7 @@ protected:
     }
     /// The stored record of a row's track in the film, or null.
     MovieParamsRecord* Stored(CTrackCtrl* row, const std::string& entry) {
-        TrackStore store = FindTrackStore(row->track, film->name);
+        TrackStore store = FindTrackStore(plugin, row->track, film->name);
         for (MovieParamsRecord& record : store.params->records) {
             if (record.filmName == film->name && record.objectName == entry) {
                 return &record;

@@ -198,7 +198,7 @@ TEST_F(MainCtrlForgetTest, TheControlGoesWhileAHoverIsPending) {
     control.reset();
     Settle(600);
     EXPECT_EQ(frame.GetWindowChild(0), nullptr);
-    EXPECT_EQ(GetTimeline(), nullptr);
+    EXPECT_EQ(TimelineOf(plugin), nullptr);
 }
 
 TEST_F(MainCtrlForgetTest, AFilmClosedFromInsideItsPlaying) {

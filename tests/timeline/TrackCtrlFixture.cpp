@@ -117,6 +117,7 @@ std::unique_ptr<CTrackKey> TrackCtrlTest::MakeView(int kind, float time, float d
     } else {
         view = std::make_unique<CTimedTrackKey>();
     }
+    view->context = &timeline;
     view->SetRecord(record, /*takeTimes*/ true);
     loose.push_back(record);
     return view;

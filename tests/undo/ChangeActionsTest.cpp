@@ -154,7 +154,7 @@ TEST_F(ChangeActionsTest, AttributesSwapTheRecordForACopyOfTheSavedOne) {
         EXPECT_EQ(view->time, 2.0f);
         EXPECT_EQ(view->GetDuration(), row == &boxes ? 1.5f : 0.0f);
         EXPECT_TRUE(WantsPaint(*row));
-        ReturnRecord(std::exchange(view->record, nullptr));
+        ReturnRecord(plugin, std::exchange(view->record, nullptr));
     }
 }
 
@@ -167,7 +167,7 @@ TEST_F(ChangeActionsTest, AttributesAreCopiedIntoTheNewRecord) {
     EXPECT_TRUE(action->Redo());
     EXPECT_EQ(RecordAs<CFilmSoundKey>(*view).wavPath, "saved.wav");
     EXPECT_EQ(static_cast<CFilmSoundKey*>(action->savedRecord)->wavPath, "old.wav");
-    ReturnRecord(std::exchange(view->record, nullptr));
+    ReturnRecord(plugin, std::exchange(view->record, nullptr));
 }
 
 TEST_F(ChangeActionsTest, AttributesSwappedTwiceHoldAnEqualRecordAtANewAddress) {
@@ -186,7 +186,7 @@ TEST_F(ChangeActionsTest, AttributesSwappedTwiceHoldAnEqualRecordAtANewAddress) 
     EXPECT_EQ(RecordAs<CFilmSoundKey>(*view).wavPath, "old.wav");
     EXPECT_NE(view->record, listed);
     EXPECT_TRUE(IsListed(*boxTrack, listed)); // a key of the film isn't lost
-    ReturnRecord(std::exchange(view->record, nullptr));
+    ReturnRecord(plugin, std::exchange(view->record, nullptr));
 }
 
 TEST_F(ChangeActionsTest, AttributesChangeNothingWithoutKeyRecordsOrRow) {
@@ -212,7 +212,7 @@ TEST_F(ChangeActionsTest, AttributesChangeNothingWithoutKeyRecordsOrRow) {
     EXPECT_EQ(view->record, record);
     EXPECT_THAT(factory.log, IsEmpty());
     EXPECT_FALSE(WantsPaint(boxes));
-    ReturnRecord(saved);
+    ReturnRecord(plugin, saved);
 }
 
 TEST_F(ChangeActionsTest, AttributesChangeNothingIfNoRecordIsMade) {
@@ -249,5 +249,5 @@ TEST_F(ChangeActionsTest, OnlyANewSizeErasesTheRow) {
     size->Undo();
     RenderRow(row);
     EXPECT_EQ(row.erased, 1);
-    ReturnRecord(std::exchange(view->record, nullptr));
+    ReturnRecord(plugin, std::exchange(view->record, nullptr));
 }

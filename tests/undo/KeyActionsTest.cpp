@@ -17,7 +17,7 @@ protected:
 } // namespace
 
 TEST_F(KeyActionsTest, SettersGiveBackWhatTheyTake) {
-    CFUAAddKey action;
+    CFUAAddKey action(&timeline);
     EXPECT_EQ(action.key, nullptr);
     EXPECT_EQ(action.trackCtrl, nullptr);
     CTrackKey* view = PutKey(row, 2.0f);

@@ -266,7 +266,7 @@ TEST_F(PasteCloneTest, ARefusedTargetStaysTheCallers) {
     EXPECT_FALSE(duplicator.Paste(target));
     EXPECT_THAT(timeline.forgottenViews, IsEmpty());
     EXPECT_EQ(target->record->kind, KeyKind::Sound);
-    DestroyLooseView(target);
+    DestroyLooseView(&timeline, target);
 }
 
 TEST_F(PasteCloneTest, AKeyThatStandsInATrackBecomesNoClone) {

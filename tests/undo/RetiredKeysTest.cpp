@@ -13,7 +13,7 @@ protected:
     RetiredKeysTest() : recordsBefore(RecordCount()) {}
 
     std::size_t recordsBefore;
-    RetiredKeys retired;
+    RetiredKeys retired{&timeline};
 };
 
 } // namespace

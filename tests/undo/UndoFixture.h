@@ -25,7 +25,7 @@ protected:
     CTrackKey* NewView(int kind, float time, float duration = 1.0f);
     /// An action of its code, filled but not handed to the manager.
     template <class Action> std::unique_ptr<Action> Make(CTrackKey* key, CTrackCtrl* row) {
-        auto action = std::make_unique<Action>();
+        auto action = std::make_unique<Action>(&timeline);
         action->SetKey(key);
         action->SetTrackCtrl(row);
         return action;
