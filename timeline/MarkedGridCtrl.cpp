@@ -51,8 +51,7 @@ CMark* CMarkedGridCtrl::AddMark(float time) {
 
 void CMarkedGridCtrl::DeleteMark(CMark* mark) {
     if (mark == dragMark) {
-        dragMark = nullptr;
-        dragMarkTime = -1.0f;
+        MarkDrag::Drop();
     }
     marks.remove(mark);
     delete mark;

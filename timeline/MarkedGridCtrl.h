@@ -1,6 +1,7 @@
 #pragma once
 
 #include "timeline/GridCtrl.h"
+#include "timeline/MarkDrag.h"
 
 #include <list>
 
@@ -17,7 +18,7 @@ public:
 };
 
 /// The ruler: labels, marks and the cursor above the rows.
-class CMarkedGridCtrl : public CGridCtrl {
+class CMarkedGridCtrl : public CGridCtrl, public MarkDrag {
     DECLARE_MESSAGE_MAP()
 
 public:
@@ -45,8 +46,6 @@ public:
     std::list<CMark*> marks;     ///< owned, oldest first
     int markWidth = 10;          ///< pixels
     int markHitRange = 15;       ///< pixels
-    CMark* dragMark = nullptr;   ///< one of marks
-    float dragMarkTime = -1.0f;  ///< seconds, where the drag began
     int labelDistance = 4;       ///< in tics; see DrawGrid
     CMark* cursorMark = nullptr; ///< owned, not in marks
     COLORREF markColor = 0xFF0000;

@@ -11,10 +11,9 @@ void CMarkedGridCtrl::MoveCursor(TimelineContext& timeline, float time) {
 }
 
 void CMarkedGridCtrl::BeginMarkDrag(TimelineContext& timeline, CMark* mark) {
-    dragMark = mark;
-    dragMarkTime = mark->time;
+    MarkDrag::Hold(*mark);
     SetCapture();
-    timeline.SaveKeyTimes();
+    MarkDrag::Begin(timeline);
 }
 
 void CMarkedGridCtrl::OnLButtonDown(UINT flags, int x, int y) {
@@ -61,8 +60,7 @@ void CMarkedGridCtrl::OnMouseMove(UINT flags, int x, int y) {
     if ((flags & MK_LBUTTON) != 0 && (flags & MK_SHIFT) == 0) {
         MoveCursor(*timeline, time);
     } else if (dragMark != nullptr) {
-        timeline->ShiftKeysAtMark(dragMark->time, time);
-        dragMark->time = time;
+        MarkDrag::Update(*timeline, time);
     }
     if (IsWindow(self)) {
         timeline->InvalidateInfo();
@@ -94,12 +92,10 @@ void CMarkedGridCtrl::OnCaptureChanged(CWnd* next) {
 
 /// A mark that isn't kept goes, and the keys that it carried go back.
 void CMarkedGridCtrl::EndMarkDrag(TimelineContext& timeline, bool keep) {
-    timeline.RestoreKeyTimes(keep);
+    CMark* mark = MarkDrag::End(timeline, keep);
     if (!keep) {
-        DeleteMark(dragMark);
+        DeleteMark(mark);
     }
-    dragMark = nullptr;
-    dragMarkTime = -1.0f;
     timeline.InvalidateControl(/*erase*/ true);
 }
 

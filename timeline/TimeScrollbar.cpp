@@ -154,9 +154,7 @@ void CTimeScrollbar::OnLButtonDown(UINT /*flags*/, CPoint point) {
         timeline->OnLineForward(this);
     } else if (thumbRect.PtInRect(point)) {
         SetCapture();
-        dragX = point.x;
-        dragY = point.y;
-        dragging = true;
+        ThumbDrag::Begin(point);
     } else if (!IsHorizontal() && !IsVertical()) {
         return;
     } else if (PageBackRect().PtInRect(point)) {
@@ -173,23 +171,20 @@ void CTimeScrollbar::OnMouseMove(UINT /*flags*/, CPoint point) {
     }
     CRect client;
     GetClientRect(&client);
-    const int delta = IsVertical() ? point.y - dragY : point.x - dragX;
+    const int delta = ThumbDrag::Step(point, IsVertical());
     const int track = IsVertical()
                           ? client.Height() - backArrowRect.Height() - forwardArrowRect.Height() - 2 * kFrame
                           : client.Width() - backArrowRect.Width() - forwardArrowRect.Width() - 2 * kFrame;
     if (track <= 0) {
         return;
     }
-    // Measured from the last step, so that a thumb stopped at an end starts back as soon as the mouse does.
-    dragX = point.x;
-    dragY = point.y;
+    ThumbDrag::MoveTo(point);
     const double wanted = position + (double{rangeEnd} - rangeStart) / track * delta;
     timeline->OnThumbTrack(this, static_cast<float>(wanted));
 }
 
 void CTimeScrollbar::OnLButtonUp(UINT /*flags*/, CPoint /*point*/) {
-    if (dragging) {
-        dragging = false;
+    if (ThumbDrag::End()) {
         ReleaseCapture();
     }
 }
@@ -197,5 +192,5 @@ void CTimeScrollbar::OnLButtonUp(UINT /*flags*/, CPoint /*point*/) {
 /// Another window took the mouse: the thumb stays where it is.
 void CTimeScrollbar::OnCaptureChanged(CWnd* next) {
     CadvWnd::OnCaptureChanged(next);
-    dragging = false;
+    ThumbDrag::End();
 }

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "timeline/AdvWnd.h"
+#include "timeline/ThumbDrag.h"
 
 /// A scroll bar with positions in any unit. It keeps no policy: clicks and drags become calls of the main
 /// control.
-class CTimeScrollbar : public CadvWnd {
+class CTimeScrollbar : public CadvWnd, public ThumbDrag {
     DECLARE_MESSAGE_MAP()
 
 public:
@@ -21,9 +22,6 @@ public:
     CRect thumbRect;
     CRect backArrowRect;
     CRect forwardArrowRect;
-    bool dragging = false;
-    int dragX = 0; ///< the mouse at the last drag step
-    int dragY = 0;
 
 protected:
     void OnPaint();

@@ -7,7 +7,9 @@
 #include "plugin/contract/FilmTrack.h"
 #include "plugin/PluginFilmsParams.h"
 #include "plugin/Watch.h"
+#include "timeline/CloneDrag.h"
 #include "timeline/GridCtrl.h"
+#include "timeline/KeyDrag.h"
 #include "timeline/Selection.h"
 #include "timeline/TimelineLink.h"
 
@@ -26,7 +28,7 @@ class TimeStretch;
 /// keys and folds the kind rows of its track. Rows are children of the main control, which owns them. Calls
 /// that may make the rows anew (a modal window, the host's selection, the attributes window) stand behind a
 /// Watch.
-class CTrackCtrl : public CGridCtrl, public Watched, public KeyRow {
+class CTrackCtrl : public CGridCtrl, public Watched, public KeyRow, public KeyDrag {
     DECLARE_MESSAGE_MAP()
 
 public:
@@ -146,9 +148,6 @@ public:
     std::list<CTrackCtrl*> children; ///< owned by the main control
     CTrackCtrl* parent = nullptr;
     std::string name;
-    CTrackKey* dragKey = nullptr; ///< what the mouse drags; may be a key of another row, or of none
-    float dragDuration = 0.0f;    ///< seconds, of dragKey at the press
-    float dragTime = 0.0f;        ///< seconds, likewise
     CFilmTrack* track = nullptr;
     bool visible = true;
     int subIndex = -1; ///< kind 0: the camera index; level root: the highest index given so far
@@ -195,8 +194,6 @@ private:
     void PressEmpty(TimelineContext& timeline, int x);
     static void PressObject(const FilmSession& session, EditorObject& object);
     void PressCamera(FilmSession& session) const;
-    void BeginDrag(CTrackKey& key);
-    void BeginClone(TimelineContext& timeline, CTrackKey& key);
     void ReleaseKey(TimelineContext& timeline);
     void ReleaseClone(TimelineContext& timeline);
     void LoseGesture(TimelineContext& timeline);
@@ -227,8 +224,8 @@ private:
     static int widestHit;
 
     mutable TimelineLink timelineLink;
-    bool cloning = false; ///< a clone of a key of this row hangs on the mouse
-    CRect buttonRect;     ///< where the button was put last
+    CloneDrag cloneDrag;
+    CRect buttonRect; ///< where the button was put last
     char buttonSign = '+';
 };
 

@@ -1,32 +1,16 @@
 // How a gesture goes on behind the press, and how it ends.
 #include "framework/MessageBox.h"
-#include "keys/TimedTrackKey.h"
+#include "keys/TrackKey.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 #include "undo/KeyActions.h"
-
-#include <cmath>
-#include <utility>
-
-void CTrackCtrl::BeginDrag(CTrackKey& key) {
-    key.state = CTrackKey::kHighlighted;
-    dragDuration = key.GetDuration();
-    dragTime = key.time;
-}
-
-/// The key itself stays where it is: its ghost follows the mouse.
-void CTrackCtrl::BeginClone(TimelineContext& timeline, CTrackKey& key) {
-    timeline.keyDuplicator.Set(&key, this, /*clone*/ true);
-    cloning = true;
-    dragKey = nullptr;
-}
 
 void CTrackCtrl::OnLButtonUp(UINT /*flags*/, int /*x*/, int /*y*/) {
     TimelineContext* timeline = TimelineOf(this);
     if (timeline == nullptr) {
         return;
     }
-    cloning = false;
+    cloneDrag.End();
     if (dragKey != nullptr) {
         ReleaseKey(*timeline);
     } else if (timeline->keyDuplicator.HasSource()) {
@@ -35,12 +19,10 @@ void CTrackCtrl::OnLButtonUp(UINT /*flags*/, int /*x*/, int /*y*/) {
 }
 
 void CTrackCtrl::ReleaseKey(TimelineContext& timeline) {
-    // Nothing is dragged any more: neither the lost mouse nor what the question lets in may end it again.
-    CTrackKey* key = std::exchange(dragKey, nullptr);
+    CTrackKey* key = LetGo();
     ReleaseCapture();
     const Watch watched(this);
-    const float duration = key->GetDuration();
-    if (duration != dragDuration && !(duration > 0.0f)) {
+    if (IsShut(*key)) {
         AskToDelete(key);
     } else {
         NoteNewSize(timeline, key);
@@ -51,12 +33,10 @@ void CTrackCtrl::ReleaseKey(TimelineContext& timeline) {
     }
 }
 
-/// A drag keeps every duration above nothing; this stands for a key whose record had none.
 void CTrackCtrl::AskToDelete(CTrackKey* key) {
     const Watch watched(this);
     const Watch watchedKey(key);
-    const float oldDuration = dragDuration;
-    const float oldTime = dragTime;
+    const KeyPlace start = GetStart(); // the question may let another drag in
     const bool wanted = AfxMessageBox("Do You want to delete this key?", MB_YESNO | MB_ICONQUESTION) == IDYES;
     if (!watched.IsAlive() || !watchedKey.IsAlive()) {
         return;
@@ -65,16 +45,11 @@ void CTrackCtrl::AskToDelete(CTrackKey* key) {
         RemoveKey(key, /*destroy*/ true, /*redraw*/ true, /*noUndo*/ false);
         return;
     }
-    if (auto* timed = dynamic_cast<CTimedTrackKey*>(key)) {
-        timed->SetDuration(oldDuration, /*viewOnly*/ false);
-    }
-    key->SetPosition(oldTime, /*viewOnly*/ false);
+    start.GiveTo(*key);
 }
 
 void CTrackCtrl::NoteNewSize(TimelineContext& timeline, CTrackKey* key) {
-    constexpr double kSameSeconds = 0.000001;
-    const auto differ = [](double a, double b) { return std::fabs(a - b) > kSameSeconds; };
-    if (!differ(key->time, dragTime) && !differ(key->GetDuration(), dragDuration)) {
+    if (!HasMoved(*key)) {
         return;
     }
     auto* action = static_cast<CFUAChangeSize*>(timeline.undoMgr.CreateAction(UndoCode::ChangeSize));
@@ -109,20 +84,19 @@ void CTrackCtrl::OnCaptureChanged(CWnd* next) {
 /// A dragged key stays where it stands, as if it had been released there, but nothing is asked; a clone that
 /// hangs on the mouse is not made.
 void CTrackCtrl::LoseGesture(TimelineContext& timeline) {
-    if (CTrackKey* key = std::exchange(dragKey, nullptr)) {
+    if (CTrackKey* key = LetGo()) {
         NoteNewSize(timeline, key);
         timeline.session.TellKeyWritten(key->record);
         Invalidate(FALSE);
     }
-    if (std::exchange(cloning, false) && timeline.keyDuplicator.cloneMode) {
-        timeline.keyDuplicator.ClearSource();
+    if (cloneDrag.Lose(timeline.keyDuplicator)) {
         Invalidate(FALSE);
     }
 }
 
 void CTrackCtrl::DropGesture() {
-    dragKey = nullptr;
-    cloning = false;
+    LetGo();
+    cloneDrag.End();
     if (CWnd::GetCapture() == this) {
         ReleaseCapture();
     }

@@ -181,7 +181,7 @@ void CTrackCtrl::DropView(CTrackKey* view) {
         CurrentKey() = nullptr;
     }
     if (dragKey == view) {
-        dragKey = nullptr;
+        LetGo();
     }
     delete view;
 }

@@ -20,9 +20,9 @@ void CTrackCtrl::OnLButtonDown(UINT flags, int x, int y) {
         return;
     }
     LoseGesture(*timeline); // one whose release never came
-    dragKey = FindGrippedKey(x);
+    Hold(FindGrippedKey(x));
     if (dragKey == nullptr) {
-        dragKey = CurrentKey() = GetKeyAt({x, y});
+        Hold(CurrentKey() = GetKeyAt({x, y}));
     }
     if (dragKey != nullptr) {
         PressKey(*timeline, {x, y}, flags);
@@ -65,9 +65,10 @@ void CTrackCtrl::PressKey(TimelineContext& timeline, CPoint point, UINT flags) {
                        static_cast<float>(TimeFromPoint(&point)));
     // Required: Shift counts at the press alone.
     if ((flags & MK_SHIFT) != 0) {
-        BeginClone(timeline, *key);
+        cloneDrag.Begin(timeline.keyDuplicator, *key, *this);
+        LetGo();
     } else {
-        BeginDrag(*key);
+        KeyDrag::Begin();
     }
     if (selectedBefore > 1 || (selectedBefore == 1 && !wasSelected)) {
         timeline.ArrangeRows(/*invalidate*/ true, /*move*/ false); // another row lost its selection
@@ -137,14 +138,11 @@ void CTrackCtrl::OnMouseMove(UINT flags, int x, int y) {
         static_cast<float>(timeline->session.SnapToFrame(static_cast<float>(TimeFromPoint(&point))));
     const float oldTime = std::exchange(timeline->mouseTime, time);
     timeline->InvalidateInfo();
-    CFilmKeyDuplicator& duplicator = timeline->keyDuplicator;
     if (dragKey != nullptr) {
-        dragKey->OnMouseMove(flags, time, this);
+        KeyDrag::Update(flags, time, *this);
         lastPoint = point;
         Invalidate(FALSE);
-    } else if (duplicator.HasSource() && duplicator.cloneMode) {
-        duplicator.sourceTime =
-            static_cast<float>(duplicator.sourceTime + (static_cast<double>(time) - oldTime));
+    } else if (CloneDrag::Update(timeline->keyDuplicator, oldTime, time)) {
         Invalidate(FALSE);
     } else if (timeline->keyDescrWnd != nullptr) {
         timeline->ShowKeyDescription(GetKeyAt(point));
