@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/Button.h"
+#include "keys/KeyPlaces.h"
 #include "keys/KeyRow.h"
 #include "keys/KeyViewList.h"
 #include "plugin/contract/EditorObject.h"
@@ -20,9 +21,7 @@
 class CMenu;
 class CTrackKey;
 class FilmSession;
-struct RowKey;
 class TimelineContext;
-class TimeStretch;
 
 /// One line of the timeline: a name cell and the keys of one kind of one track. A root row (kind 21) holds no
 /// keys and folds the kind rows of its track. Rows are children of the main control, which owns them. Calls
@@ -213,12 +212,9 @@ private:
     void ShowInEngine() const;
     void NoteEdit(TimelineContext& timeline, int undoCode, CTrackKey* view);
     bool CanPasteKey() const;
-    std::vector<KeySpan> SpansBeside(const CTrackKey& key) const;
-    std::vector<RowKey> RowKeys() const;
+    KeyPlaces Places() const { return {keys, GetAxis()}; }
     void DropView(CTrackKey* view);
     void RemoveViews(const std::vector<CTrackKey*>& gone);
-    void StretchSpans(const std::vector<IFilmKey*>& records, const TimeStretch& stretch, bool scale);
-    std::vector<CTrackKey*> ShiftRecords(float time, float delta) const;
 
     /// Of all rows' views: no view is hit more than half of this beside its time. Pixels.
     static int widestHit;

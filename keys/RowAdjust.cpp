@@ -1,0 +1,102 @@
+#include "keys/RowAdjust.h"
+
+#include "keys/KeyEnd.h"
+#include "keys/KeyPlaces.h"
+#include "keys/KeyShift.h"
+#include "keys/KeyStretch.h"
+#include "keys/RowTimes.h"
+#include "keys/TrackKey.h"
+#include "plugin/contract/FilmTrack.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace {
+
+enum class StretchRule { KeepDurations, ScaleDurations, Moments };
+
+StretchRule RuleOf(int kind) {
+    switch (kind) {
+    case KeyKind::Animation:
+    case KeyKind::Speech:
+    case KeyKind::Sound:
+        return StretchRule::KeepDurations; // what plays keeps its length
+    case KeyKind::Camera:
+    case KeyKind::FxSequence:
+    case KeyKind::FxParticle:
+    case KeyKind::FxTrace:
+    case KeyKind::FxRain:
+    case KeyKind::FxBlind:
+    case KeyKind::FxFlare:
+        return StretchRule::ScaleDurations;
+    default:
+        return StretchRule::Moments;
+    }
+}
+
+/// The neighbour before a record doesn't reach into it. One that starts behind it is none.
+void CutNeighbour(const IFilmKey& record, IFilmKey* neighbour) {
+    const bool mayOverlap = (record.flags & KeyFlag::MayOverlap) != 0;
+    if (neighbour != nullptr && neighbour != &record && !mayOverlap && !(neighbour->time > record.time) &&
+        EndOf(*neighbour) > record.time) {
+        neighbour->SetEndTime(record.time);
+    }
+}
+
+/// Neighbours are cut when all have moved.
+void StretchSpans(const std::vector<IFilmKey*>& records, const KeyViewList& keys, const TimeStretch& stretch,
+                  bool scale) {
+    std::vector<const IFilmKey*> concerned;
+    for (IFilmKey* record : records) {
+        if (stretch.ApplyToSpan(*record, scale)) {
+            concerned.push_back(record);
+        }
+    }
+    // Required: the neighbour is looked for by the views, which keep their times of before.
+    const std::vector<RowKey> views = RowKeysOf(keys);
+    const RowTimes times(views);
+    for (const IFilmKey* record : concerned) {
+        const std::optional<std::size_t> before = times.NearestBefore(record->time);
+        CutNeighbour(*record, before ? keys[*before]->record : nullptr);
+    }
+}
+
+} // namespace
+
+std::vector<IFilmKey*> StretchRecords(const CFilmTrack& track, int kind, const KeyViewList& views,
+                                      const TimeStretch& stretch) {
+    std::vector<IFilmKey*> records;
+    std::ranges::copy_if(track.keys, std::back_inserter(records),
+                         [kind](const IFilmKey* record) { return record->kind == kind; });
+    const StretchRule rule = RuleOf(kind);
+    if (rule == StretchRule::Moments) {
+        std::ranges::for_each(records, [&](IFilmKey* record) { stretch.ApplyToMoment(*record); });
+    } else {
+        StretchSpans(records, views, stretch, rule == StretchRule::ScaleDurations);
+    }
+    return records;
+}
+
+ShiftedRow ShiftRecords(const KeyViewList& views, int kind, float time, float delta) {
+    ShiftedRow row;
+    for (CTrackKey* view : views) {
+        IFilmKey* record = view->record;
+        if (record == nullptr || record->kind != kind || !(record->time >= time)) {
+            continue;
+        }
+        const KeyTimes old{record->time, EndOf(*record)};
+        if (!std::isfinite(old.start + delta) || !std::isfinite(old.end + delta)) {
+            continue; // beyond what a time can be
+        }
+        const std::optional<KeyTimes> shifted = ShiftedKey(old, delta);
+        if (!shifted) {
+            row.fallen.push_back(view);
+            continue;
+        }
+        record->SetTime(shifted->start);
+        record->SetEndTime(shifted->end);
+        row.moved.push_back(record);
+    }
+    return row;
+}
