@@ -1,14 +1,9 @@
+#include "timeline/RowTree.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 #include "timeline/TrackCtrlStore.h"
 
-#include <algorithm>
-
 namespace {
-
-bool HasFilterByte(int kind) {
-    return kind >= 0 && kind < KeyKind::FilterCount;
-}
 
 /// Nothing without a track or an open film. `what` names the bits of CPluginFilmsParams::Set.
 void StoreState(FilmSession* session, CFilmTrack* track, const std::uint8_t* filter, bool expanded,
@@ -26,32 +21,11 @@ void StoreState(FilmSession* session, CFilmTrack* track, const std::uint8_t* fil
 } // namespace
 
 void CTrackCtrl::UpdateVisibility(bool show) {
-    if (IsRoot()) {
-        visible = true;
-        kindFlags.fill(0);
-    } else {
-        visible = show && !keys.empty();
-    }
-    for (CTrackCtrl* child : children) {
-        if (HasFilterByte(child->kind) && !child->keys.empty()) {
-            kindFlags[static_cast<std::size_t>(child->kind)] = 1;
-        }
-        child->UpdateVisibility(show && expanded);
-    }
+    ShowRowsWithKeys(*this, show);
 }
 
 void CTrackCtrl::ApplyKindFlags(const std::uint8_t* flags, bool show) {
-    if (flags == nullptr) {
-        kindFlags.fill(1);
-    } else if (flags != kindFlags.data()) {
-        std::copy_n(flags, kindFlags.size(), kindFlags.begin());
-    }
-    if (HasFilterByte(kind)) {
-        visible = show && kindFlags[static_cast<std::size_t>(kind)] != 0;
-    }
-    for (CTrackCtrl* child : children) {
-        child->ApplyKindFlags(kindFlags.data(), show && expanded);
-    }
+    ShowRowsOfKinds(*this, flags, show);
 }
 
 void CTrackCtrl::SetExpanded(bool flag, bool redraw) {

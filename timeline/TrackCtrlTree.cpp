@@ -1,52 +1,21 @@
 #include "framework/MessageBox.h"
 #include "keys/KeyKinds.h"
 #include "keys/TrackKey.h"
+#include "timeline/RowTree.h"
 #include "timeline/TimelineContext.h"
 #include "timeline/TrackCtrl.h"
 
 #include <algorithm>
-#include <array>
-#include <span>
 
 namespace {
 
 /// Mesh elements of this type are bones and nodes.
 constexpr int kNodeElement = 1;
 
-constexpr std::array kLevelRows{KeyKind::Sound,      KeyKind::JavaMethod, KeyKind::Flags,
-                                KeyKind::FxSequence, KeyKind::FxParticle, KeyKind::FxTrace,
-                                KeyKind::FxRain,     KeyKind::FxBlind,    KeyKind::FxFlare};
-/// The rows of an object stand before and behind those of its mesh elements.
-constexpr std::array kObjectRows{KeyKind::Position, KeyKind::Rotation, KeyKind::Scale,     KeyKind::Animation,
-                                 KeyKind::Speech,   KeyKind::Sound,    KeyKind::JavaMethod};
-constexpr std::array kLastObjectRows{KeyKind::FxSequence, KeyKind::FxParticle, KeyKind::FxTrace,
-                                     KeyKind::FxFlare, KeyKind::Flags};
-constexpr std::array kGLLightRows{KeyKind::Position, KeyKind::Color, KeyKind::Flags};
-constexpr std::array kDynLightRows{KeyKind::Position, KeyKind::Rotation, KeyKind::Scale, KeyKind::Color,
-                                   KeyKind::Flags};
-constexpr std::array kCameraRows{KeyKind::CameraPosition, KeyKind::CameraTarget, KeyKind::FieldOfView,
-                                 KeyKind::Roll};
-
-struct ChildRows {
-    int trackClass;
-    std::span<const int> kinds;
-    std::span<const int> behindElements;
-};
-
-constexpr ChildRows kChildRows[] = {
-    {ClassId::LevelTrack, kLevelRows, {}},     {ClassId::ObjectTrack, kObjectRows, kLastObjectRows},
-    {ClassId::GLLightTrack, kGLLightRows, {}}, {ClassId::DynLightTrack, kDynLightRows, {}},
-    {ClassId::CameraTrack, kCameraRows, {}},
-};
-
 } // namespace
 
 CTrackCtrl* CTrackCtrl::FindChild(int childKind, int childSubIndex) const {
-    const auto found = std::ranges::find_if(children, [=](const CTrackCtrl* child) {
-        return child->kind == childKind &&
-               (childSubIndex == kAnySubIndex || child->subIndex == childSubIndex);
-    });
-    return found != children.end() ? *found : nullptr;
+    return FindChildRow(children, childKind, childSubIndex, kAnySubIndex);
 }
 
 bool CTrackCtrl::HasChildNamed(const std::string& childName) const {
@@ -54,13 +23,7 @@ bool CTrackCtrl::HasChildNamed(const std::string& childName) const {
 }
 
 CTrackCtrl* CTrackCtrl::FindLastAnimationRow() {
-    lastAnimationRow = nullptr;
-    for (CTrackCtrl* child : children) {
-        if (child->kind == KeyKind::Animation) {
-            lastAnimationRow = child;
-        }
-    }
-    return lastAnimationRow;
+    return lastAnimationRow = FindLastRowOfKind(children, KeyKind::Animation);
 }
 
 bool CTrackCtrl::AddChildRow(CTrackCtrl* row, bool first) {
@@ -96,18 +59,8 @@ void CTrackCtrl::NameAfterKind() {
     }
 }
 
-/// Behind the camera row with the highest index below, else in front of everything.
 void CTrackCtrl::PlaceCameraRow(CTrackCtrl* row) {
-    auto place = children.begin();
-    int highest = -1;
-    for (auto child = children.begin(); child != children.end(); ++child) {
-        const int index = (*child)->subIndex;
-        if ((*child)->IsCameraRow() && index < row->subIndex && index > highest) {
-            highest = index;
-            place = std::next(child);
-        }
-    }
-    children.insert(place, row);
+    children.insert(CameraRowPlace(children, row->subIndex), row);
 }
 
 bool CTrackCtrl::AddChildOfKind(int childKind) {
@@ -121,10 +74,8 @@ bool CTrackCtrl::AddChildOfKind(int childKind) {
 }
 
 void CTrackCtrl::CreateChildRows(int cameraCount) {
-    const auto rows = std::ranges::find_if(kChildRows, [this](const ChildRows& candidate) {
-        return track != nullptr && track->IsA(candidate.trackClass);
-    });
-    if (rows == std::end(kChildRows)) {
+    const ChildRowKinds rows = ChildRowKindsOf(track);
+    if (rows.kinds.empty()) {
         return;
     }
     const auto add = [this](int childKind) { return AddChildOfKind(childKind); };
@@ -133,17 +84,17 @@ void CTrackCtrl::CreateChildRows(int cameraCount) {
             return;
         }
     }
-    if (!std::ranges::all_of(rows->kinds, add)) {
+    if (!std::ranges::all_of(rows.kinds, add)) {
         return;
     }
-    if (rows->trackClass == ClassId::ObjectTrack) {
+    if (rows.hasElements) {
         const Watch watched(this);
         CreateAnimationRows(); // Required: its failure doesn't end this.
         if (!watched.IsAlive()) {
             return;
         }
     }
-    for (const int childKind : rows->behindElements) {
+    for (const int childKind : rows.behindElements) {
         add(childKind);
     }
 }
