@@ -6,40 +6,18 @@
 #include "keys/KeyKinds.h"
 #include "keys/KeyParamsFile.h"
 #include "plugin/contract/FilmTrack.h"
+#include "plugin/contract/KeyKindTable.h"
 #include "plugin/FilmSession.h"
 #include "resources/resource.h"
 #include "timeline/TimelineContext.h"
-
-#include <span>
 
 namespace {
 
 constexpr const char* kExtension = ".fkd";
 constexpr const char* kFilter = "Film keys params files (*.fkd)|*.fkd||";
 
-constexpr int kLevelKinds[] = {
-    KeyKind::Camera,  KeyKind::FxSequence, KeyKind::FxParticle, KeyKind::FxTrace,    KeyKind::FxRain,
-    KeyKind::FxBlind, KeyKind::FxFlare,    KeyKind::Sound,      KeyKind::JavaMethod, KeyKind::Flags};
-constexpr int kObjectKinds[] = {KeyKind::Animation, KeyKind::FxSequence, KeyKind::FxParticle,
-                                KeyKind::FxTrace,   KeyKind::FxFlare,    KeyKind::Speech,
-                                KeyKind::Sound,     KeyKind::Position,   KeyKind::Rotation,
-                                KeyKind::Scale,     KeyKind::JavaMethod, KeyKind::Flags};
-constexpr int kGLLightKinds[] = {KeyKind::Position, KeyKind::Color, KeyKind::Flags};
-constexpr int kDynLightKinds[] = {KeyKind::Position, KeyKind::Rotation, KeyKind::Scale, KeyKind::Color,
-                                  KeyKind::Flags};
-constexpr int kCameraKinds[] = {KeyKind::CameraPosition, KeyKind::CameraTarget, KeyKind::Roll,
-                                KeyKind::FieldOfView};
-
-struct TrackKinds {
-    int classId;
-    std::span<const int> kinds;
-};
-
-constexpr TrackKinds kTrackKinds[] = {{ClassId::LevelTrack, kLevelKinds},
-                                      {ClassId::ObjectTrack, kObjectKinds},
-                                      {ClassId::GLLightTrack, kGLLightKinds},
-                                      {ClassId::DynLightTrack, kDynLightKinds},
-                                      {ClassId::CameraTrack, kCameraKinds}};
+constexpr int kTrackClasses[] = {ClassId::LevelTrack, ClassId::ObjectTrack, ClassId::GLLightTrack,
+                                 ClassId::DynLightTrack, ClassId::CameraTrack};
 
 } // namespace
 
@@ -56,11 +34,10 @@ CKeysFilterDlg::CKeysFilterDlg(const FilmSession& shown, CWnd* parentWnd)
 
 void CKeysFilterDlg::SetTrack(CFilmTrack* track) {
     available.fill(0);
-    for (const TrackKinds& entry : kTrackKinds) {
-        if (track != nullptr && track->IsA(entry.classId)) {
-            for (const int kind : entry.kinds) {
-                available[static_cast<std::size_t>(kind)] = 1;
-            }
+    for (const int classId : kTrackClasses) {
+        const unsigned bit = track != nullptr && track->IsA(classId) ? TrackBitOf(classId) : 0u;
+        for (std::size_t kind = 0; kind < available.size(); ++kind) {
+            available[kind] |= (kKeyKinds[kind].tracks & bit) != 0 ? 1 : 0;
         }
     }
 }

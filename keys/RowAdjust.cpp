@@ -7,33 +7,13 @@
 #include "keys/RowTimes.h"
 #include "keys/TrackKey.h"
 #include "plugin/contract/FilmTrack.h"
+#include "plugin/contract/KeyKindTable.h"
 
 #include <algorithm>
 #include <cmath>
 #include <iterator>
 
 namespace {
-
-enum class StretchRule { KeepDurations, ScaleDurations, Moments };
-
-StretchRule RuleOf(int kind) {
-    switch (kind) {
-    case KeyKind::Animation:
-    case KeyKind::Speech:
-    case KeyKind::Sound:
-        return StretchRule::KeepDurations; // what plays keeps its length
-    case KeyKind::Camera:
-    case KeyKind::FxSequence:
-    case KeyKind::FxParticle:
-    case KeyKind::FxTrace:
-    case KeyKind::FxRain:
-    case KeyKind::FxBlind:
-    case KeyKind::FxFlare:
-        return StretchRule::ScaleDurations;
-    default:
-        return StretchRule::Moments;
-    }
-}
 
 /// The neighbour before a record doesn't reach into it. One that starts behind it is none.
 void CutNeighbour(const IFilmKey& record, IFilmKey* neighbour) {
@@ -69,11 +49,10 @@ std::vector<IFilmKey*> StretchRecords(const CFilmTrack& track, int kind, const K
     std::vector<IFilmKey*> records;
     std::ranges::copy_if(track.keys, std::back_inserter(records),
                          [kind](const IFilmKey* record) { return record->kind == kind; });
-    const StretchRule rule = RuleOf(kind);
-    if (rule == StretchRule::Moments) {
+    if (!IsTimedKind(kind)) {
         std::ranges::for_each(records, [&](IFilmKey* record) { stretch.ApplyToMoment(*record); });
     } else {
-        StretchSpans(records, views, stretch, rule == StretchRule::ScaleDurations);
+        StretchSpans(records, views, stretch, FindKeyKind(kind)->duration == KeyDuration::Free);
     }
     return records;
 }

@@ -1,9 +1,12 @@
 #include "host/engine/MeshLibrary.h"
+#include "plugin/contract/KeyKindTable.h"
 #include "tests/support/ElementMesh.h"
 #include "tests/support/PickingEditor.h"
 #include "tests/timeline/TrackCtrlFixture.h"
 
+#include <algorithm>
 #include <functional>
+#include <utility>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -107,6 +110,24 @@ TEST_F(TrackCtrlTreeTest, RowsOfEachTrackClassComeInTheirOrder) {
     EXPECT_EQ(ChildKinds(MakeTree(AddTrack(film->CreateGLLightTrack()))), (Kinds{10, 14, 15}));
     EXPECT_EQ(ChildKinds(MakeTree(AddTrack(film->CreateDynLightTrack()))), (Kinds{10, 11, 12, 14, 15}));
     EXPECT_EQ(ChildKinds(MakeTree(AddCamera(film, "Camera"))), (Kinds{16, 17, 19, 18}));
+}
+
+// A kind that a track holds but that has no row could not be seen or edited.
+TEST_F(TrackCtrlTreeTest, EveryKindThatATrackHoldsHasARow) {
+    const std::pair<unsigned, CFilmTrack*> tracks[] = {
+        {TrackBit::Level, film->mainTrack},
+        {TrackBit::Object, film->FindObjectTrack(box)},
+        {TrackBit::GLLight, AddTrack(film->CreateGLLightTrack())},
+        {TrackBit::DynLight, AddTrack(film->CreateDynLightTrack())},
+        {TrackBit::Camera, AddTrack(film->CreateCameraTrack())},
+    };
+    for (const auto& [bit, track] : tracks) {
+        const Kinds shown = ChildKinds(MakeTree(track, bit == TrackBit::Level ? 1 : 0));
+        for (int kind = 0; kind < KeyKind::FilterCount; ++kind) {
+            const bool isHeld = (FindKeyKind(kind)->tracks & bit) != 0;
+            EXPECT_EQ(std::ranges::count(shown, kind), isHeld ? 1 : 0) << "track " << bit << " kind " << kind;
+        }
+    }
 }
 
 TEST_F(TrackCtrlTreeTest, ChildRowsHaveTheirKindsNamesTrackAndParent) {
