@@ -4,8 +4,8 @@
 #include "framework/TestHooks.h"
 #include "host/engine/FilmManager.h"
 #include "host/engine/LevelData.h"
-#include "keys/KeyAttributesDlg.h"
-#include "keys/TrackKey.h"
+#include "keys/attributes/KeyAttributesDlg.h"
+#include "keys/views/TrackKey.h"
 #include "resources/resource.h"
 
 #include <benchmark/benchmark.h>

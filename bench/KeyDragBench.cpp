@@ -1,8 +1,8 @@
 #include "bench/EngineBenches.h"
 #include "bench/TimelineCases.h"
 #include "framework/TestHooks.h"
-#include "keys/NullTimeTrackKey.h"
-#include "keys/TimedTrackKey.h"
+#include "keys/views/NullTimeTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

@@ -2,7 +2,7 @@
 #include "bench/FrameSpread.h"
 #include "bench/TimelineCases.h"
 #include "framework/TestHooks.h"
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 
 namespace films_bench {
 

@@ -3,7 +3,7 @@
 #include "bench/RowWindows.h"
 #include "bench/TimelineCases.h"
 #include "framework/TestHooks.h"
-#include "keys/NullTimeTrackKey.h"
+#include "keys/views/NullTimeTrackKey.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

@@ -1,7 +1,6 @@
-# The levels of the plug-in as object libraries, from the list that the test of includes reads too (plugin/levels.txt).
+# The levels of the plug-in as object libraries, from the list that the check of includes reads too (plugin/levels.txt).
 #
-#   films_read_levels(<file>)             FILMS_LEVELS, the lowest first
-#   films_level_of(<out> <source>)        the level of a source, given from the project's root; none is an error
+#   films_read_levels(<file>)             FILMS_LEVELS, the lowest first, and FILMS_LEVEL_SOURCES_<level>
 #   films_check_level_links(<library>...) a target `level_links`: each level links with those below it and the libraries,
 #                                         and nothing else
 function(films_read_levels file)
@@ -9,42 +8,18 @@ function(films_read_levels file)
   file(STRINGS ${file} lines)
   set(levels "")
   foreach(line IN LISTS lines)
-    if(line MATCHES "^#")
+    if(NOT line MATCHES "^([a-z]+): *(.*)$")
       continue()
     endif()
-    if(line MATCHES "^([a-z]+):(.*)$")
-      list(APPEND levels ${CMAKE_MATCH_1})
-      set(line "${CMAKE_MATCH_2}")
-    endif()
-    list(GET levels -1 level)
-    separate_arguments(patterns UNIX_COMMAND "${line}")
-    list(APPEND patterns_${level} ${patterns})
+    set(level ${CMAKE_MATCH_1})
+    separate_arguments(folders UNIX_COMMAND "${CMAKE_MATCH_2}")
+    list(TRANSFORM folders PREPEND ${PROJECT_SOURCE_DIR}/)
+    list(TRANSFORM folders APPEND /*.cpp)
+    file(GLOB sources CONFIGURE_DEPENDS ${folders})
+    list(APPEND levels ${level})
+    set(FILMS_LEVEL_SOURCES_${level} ${sources} PARENT_SCOPE)
   endforeach()
   set(FILMS_LEVELS ${levels} PARENT_SCOPE)
-  foreach(level IN LISTS levels)
-    set(FILMS_LEVEL_PATTERNS_${level} ${patterns_${level}} PARENT_SCOPE)
-  endforeach()
-endfunction()
-
-# A file that a level names stands there; else the lowest level with a pattern that fits.
-function(films_level_of out source)
-  string(REGEX REPLACE "\\.[a-z]+$" "" stem ${source})
-  foreach(level IN LISTS FILMS_LEVELS)
-    if(stem IN_LIST FILMS_LEVEL_PATTERNS_${level})
-      set(${out} ${level} PARENT_SCOPE)
-      return()
-    endif()
-  endforeach()
-  foreach(level IN LISTS FILMS_LEVELS)
-    foreach(pattern IN LISTS FILMS_LEVEL_PATTERNS_${level})
-      string(REPLACE "*" ".*" pattern ${pattern})
-      if(stem MATCHES "^${pattern}$")
-        set(${out} ${level} PARENT_SCOPE)
-        return()
-      endif()
-    endforeach()
-  endforeach()
-  message(FATAL_ERROR "${source} stands in no level")
 endfunction()
 
 function(films_check_level_links)

@@ -2,7 +2,7 @@
 
 #include "framework/DataExchange.h"
 #include "framework/MessageBox.h"
-#include "plugin/FilmSession.h"
+#include "plugin/session/FilmSession.h"
 #include "resources/resource.h"
 
 CAddCameraDlg::CAddCameraDlg(const FilmSession& shown, CWnd* parentWnd)

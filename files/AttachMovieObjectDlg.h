@@ -2,8 +2,8 @@
 
 #include "framework/Dialog.h"
 #include "framework/PickMode.h"
-#include "plugin/Watch.h"
-#include "timeline/ScenarioWindow.h"
+#include "plugin/base/Watch.h"
+#include "plugin/session/ScenarioWindow.h"
 
 #include <string>
 

@@ -2,8 +2,8 @@
 
 #include "framework/DataExchange.h"
 #include "framework/MessageBox.h"
-#include "keys/TimedTrackKey.h"
-#include "plugin/FilmSession.h"
+#include "keys/views/TimedTrackKey.h"
+#include "plugin/session/FilmSession.h"
 #include "resources/resource.h"
 
 #include <algorithm>

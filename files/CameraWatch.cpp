@@ -1,6 +1,6 @@
 #include "files/CameraWatch.h"
 
-#include "plugin/FilmSession.h"
+#include "plugin/session/FilmSession.h"
 
 void CameraWatch::Begin(CFilmTrack* track) {
     const CFilmCameraTrack* camera = AsCameraTrack(track);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "plugin/contract/FilmTrack.h"
-#include "plugin/LevelWatch.h"
+#include "plugin/session/LevelWatch.h"
 
 #include <string>
 

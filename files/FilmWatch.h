@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/LevelWatch.h"
+#include "plugin/session/LevelWatch.h"
 
 /// Tells whether the film that was current at the construction, or that none was, still holds. Film and level
 /// may go while a dialog is open, so the film is only compared; another level may have put its own at the

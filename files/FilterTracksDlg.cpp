@@ -1,11 +1,11 @@
 #include "files/FilterTracksDlg.h"
 
 #include "framework/DataExchange.h"
-#include "plugin/FilmSession.h"
+#include "plugin/session/FilmSession.h"
 #include "resources/resource.h"
-#include "timeline/TimelineContext.h"
-#include "timeline/TrackCtrl.h"
-#include "timeline/TrackOrder.h"
+#include "timeline/rows/TimelineContext.h"
+#include "timeline/rows/TrackCtrl.h"
+#include "timeline/rows/TrackOrder.h"
 
 #include <unordered_set>
 

@@ -1,7 +1,7 @@
 #include "files/KeyFiltersListBox.h"
 
 #include "framework/ColorDialog.h"
-#include "keys/NumberText.h"
+#include "keys/properties/NumberText.h"
 
 #include <string>
 

@@ -3,7 +3,7 @@
 #include "files/FilterDlgCheckbox.h"
 #include "framework/Edit.h"
 #include "framework/ListBox.h"
-#include "keys/KeyKindParams.h"
+#include "keys/rules/KeyKindParams.h"
 
 #include <array>
 

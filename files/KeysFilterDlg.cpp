@@ -3,13 +3,13 @@
 #include "files/QuorlEdFileDialog.h"
 #include "framework/DataExchange.h"
 #include "framework/MessageBox.h"
-#include "keys/KeyKinds.h"
-#include "keys/KeyParamsFile.h"
+#include "keys/rules/KeyKinds.h"
+#include "keys/rules/KeyParamsFile.h"
 #include "plugin/contract/FilmTrack.h"
 #include "plugin/contract/KeyKindTable.h"
-#include "plugin/FilmSession.h"
+#include "plugin/session/FilmSession.h"
 #include "resources/resource.h"
-#include "timeline/TimelineContext.h"
+#include "timeline/rows/TimelineContext.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include "framework/DataExchange.h"
 #include "framework/MessageBox.h"
-#include "keys/NumberText.h"
-#include "plugin/FilmSession.h"
+#include "keys/properties/NumberText.h"
+#include "plugin/session/FilmSession.h"
 #include "resources/resource.h"
 
 #include <cmath>

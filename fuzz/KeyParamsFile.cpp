@@ -1,8 +1,8 @@
 // Reads the bytes as a file of key parameters. Whatever it holds, every record stays one that can be written,
 // and what is written reads back the same.
-#include "keys/KeyParamsFile.h"
+#include "keys/rules/KeyParamsFile.h"
 
-#include "files/Log.h"
+#include "files/base/Log.h"
 #include "framework/MessageBox.h"
 
 #include <cstdio>

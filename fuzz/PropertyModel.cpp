@@ -1,6 +1,6 @@
 // Lets a stream of bytes work on a few values, members, conditions and classes of the property model, whose
 // parts it gives to each other in any order.
-#include "keys/NestedMembers.h"
+#include "keys/properties/NestedMembers.h"
 #include "plugin/contract/ClassDatabase.h"
 
 #include <array>

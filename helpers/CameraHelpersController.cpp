@@ -1,10 +1,10 @@
 #include "helpers/CameraHelpersController.h"
 
-#include "files/Log.h"
+#include "files/base/Log.h"
 #include "framework/Path.h"
 #include "helpers/HelperPlugin.h"
-#include "helpers/MatrixMath.h"
-#include "plugin/FilmSession.h"
+#include "helpers/rules/MatrixMath.h"
+#include "plugin/session/FilmSession.h"
 
 #include <cmath>
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "helpers/CameraHelpersController.h"
 
-#include "keys/NewKey.h"
-#include "plugin/FilmSession.h"
+#include "keys/rules/NewKey.h"
+#include "plugin/session/FilmSession.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "helpers/EditorCameraManager.h"
 
-#include "plugin/FilmSession.h"
+#include "plugin/session/FilmSession.h"
 
 #include <algorithm>
 

@@ -1,10 +1,11 @@
 #include "helpers/FilmKeyDuplicator.h"
 
-#include "keys/TimedTrackKey.h"
-#include "timeline/TimelineContext.h"
-#include "timeline/TrackCtrl.h"
+#include "keys/views/LooseKeys.h"
+#include "keys/views/TimedTrackKey.h"
+#include "timeline/rows/TimelineContext.h"
+#include "timeline/rows/TrackCtrl.h"
+#include "undo/FilmsUndoMgr.h"
 #include "undo/KeyActions.h"
-#include "undo/LooseKeys.h"
 
 namespace {
 
@@ -22,17 +23,6 @@ void TakePriority(IFilmKey& target, const IFilmKey& source) {
 }
 
 } // namespace
-
-bool CFilmKeyDuplicator::Set(CTrackKey* key, CTrackCtrl* row, bool clone) {
-    if (key == nullptr || row == nullptr) {
-        return false;
-    }
-    sourceKey = key;
-    sourceRow = row;
-    cloneMode = clone;
-    sourceTime = key->time;
-    return true;
-}
 
 bool CFilmKeyDuplicator::Paste(CTrackKey* target) {
     if (mainCtrl == nullptr || sourceKey == nullptr || sourceRow == nullptr || sourceKey->record == nullptr) {
@@ -73,11 +63,12 @@ void CFilmKeyDuplicator::PasteAttributes(CTrackKey& target, IFilmKey* saved) {
     if (target.record->kind == KeyKind::Camera) {
         TakeDuration(target, source);
     }
-    auto* action = static_cast<CFUAChangeAttribs*>(mainCtrl->undoMgr.CreateAction(UndoCode::ChangeAttribs));
+    auto* action =
+        static_cast<CFUAChangeAttribs*>(mainCtrl->GetUndoMgr().CreateAction(UndoCode::ChangeAttribs));
     action->SetKey(&target);
     action->SetTrackCtrl(sourceRow);
     action->savedRecord = saved; // Required: the source's content, not what the target had before
-    mainCtrl->undoMgr.Add(action);
+    mainCtrl->GetUndoMgr().Add(action);
 }
 
 /// Takes `saved` over, and `made`, which is the target or null.
@@ -89,8 +80,8 @@ bool CFilmKeyDuplicator::PlaceClone(CTrackKey& target, CTrackKey* made, IFilmKey
         TakeDuration(target, source);
     }
     if (!sourceRow->CanPlaceKey(&target, sourceTime)) {
-        mainCtrl->undoMgr.retired.KeepView(made); // Required: neither is destroyed yet
-        mainCtrl->undoMgr.retired.KeepRecord(saved);
+        mainCtrl->GetUndoMgr().retired.KeepView(made); // Required: neither is destroyed yet
+        mainCtrl->GetUndoMgr().retired.KeepRecord(saved);
         return false;
     }
     TakePriority(*target.record, source);
@@ -121,8 +112,8 @@ void CFilmKeyDuplicator::AddCloneAction(const CTrackKey& clone) const {
         return;
     }
     copy->CopyFrom(&clone, /*copyTime*/ true);
-    auto* action = static_cast<CFUACloneKey*>(mainCtrl->undoMgr.CreateAction(UndoCode::CloneKey));
+    auto* action = static_cast<CFUACloneKey*>(mainCtrl->GetUndoMgr().CreateAction(UndoCode::CloneKey));
     action->SetKey(copy);
     action->SetTrackCtrl(sourceRow);
-    mainCtrl->undoMgr.Add(action);
+    mainCtrl->GetUndoMgr().Add(action);
 }

@@ -1,11 +1,11 @@
 #include "helpers/FilmsLightHelperMgr.h"
 
 #include "helpers/HelperPlugin.h"
-#include "plugin/ChunkReader.h"
 #include "plugin/contract/Chunks.h"
 #include "plugin/contract/EventCodes.h"
-#include "plugin/FilmSession.h"
-#include "plugin/LevelChunkIds.h"
+#include "plugin/rules/ChunkReader.h"
+#include "plugin/rules/LevelChunkIds.h"
+#include "plugin/session/FilmSession.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "helpers/FilmsLightHelper.h"
+#include "helpers/rules/FilmsLightHelper.h"
 #include "plugin/contract/Film.h"
 #include "plugin/contract/Level.h"
 

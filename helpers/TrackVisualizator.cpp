@@ -1,7 +1,7 @@
 #include "helpers/TrackVisualizator.h"
 
-#include "files/Log.h"
-#include "plugin/FilmSession.h"
+#include "files/base/Log.h"
+#include "plugin/session/FilmSession.h"
 
 #include <algorithm>
 #include <new>

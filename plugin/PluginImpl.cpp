@@ -1,6 +1,6 @@
 #include "plugin/PluginImpl.h"
 
-#include "files/Log.h"
+#include "files/base/Log.h"
 
 namespace {
 

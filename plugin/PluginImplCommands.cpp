@@ -1,8 +1,8 @@
 #include "plugin/PluginImpl.h"
 
 #include "framework/Resource.h"
-#include "plugin/LocalCommands.h"
-#include "plugin/PluginResources.h"
+#include "plugin/base/PluginResources.h"
+#include "plugin/rules/LocalCommands.h"
 #include "resources/resource.h"
 
 #include <cstring>

@@ -1,6 +1,6 @@
 #include "plugin/PluginImpl.h"
 
-#include "plugin/LocalCommands.h"
+#include "plugin/rules/LocalCommands.h"
 
 #include <cstring>
 #include <memory>

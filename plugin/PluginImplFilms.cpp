@@ -1,6 +1,6 @@
 #include "plugin/PluginImpl.h"
 
-#include "keys/FrameTimes.h"
+#include "keys/rules/FrameTimes.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #include "plugin/PluginImpl.h"
 
-#include "keys/OtherFilmKeys.h"
+#include "keys/views/OtherFilmKeys.h"
 
 #include <algorithm>
 

@@ -4,7 +4,7 @@
 #include "framework/MessageBox.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
-#include "timeline/TrackOrder.h"
+#include "timeline/rows/TrackOrder.h"
 
 #include <algorithm>
 #include <string>

@@ -1,8 +1,8 @@
 #include "timeline/AdjustTimeDlg.h"
 
 #include "framework/DataExchange.h"
-#include "keys/NumberText.h"
-#include "plugin/FilmSession.h"
+#include "keys/properties/NumberText.h"
+#include "plugin/session/FilmSession.h"
 #include "resources/resource.h"
 #include "timeline/FilmsMainCtrl.h"
 

@@ -3,8 +3,8 @@
 #include "framework/Button.h"
 #include "framework/Dialog.h"
 #include "framework/Edit.h"
-#include "plugin/Watch.h"
-#include "timeline/TimelineContext.h"
+#include "plugin/base/Watch.h"
+#include "timeline/rows/TimelineContext.h"
 
 #include <string>
 

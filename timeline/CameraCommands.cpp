@@ -4,8 +4,8 @@
 #include "files/CameraParametersDlg.h"
 #include "files/CameraSubtrackParamsDlg.h"
 #include "files/FilmWatch.h"
-#include "keys/NewKey.h"
-#include "keys/TrackKey.h"
+#include "keys/rules/NewKey.h"
+#include "keys/views/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 

@@ -1,7 +1,7 @@
 #include "timeline/CommandNotes.h"
 
 #include "framework/UserNote.h"
-#include "plugin/FilmSession.h"
+#include "plugin/session/FilmSession.h"
 #include "timeline/FilmsMainCtrl.h"
 #include "timeline/TimelineCommands.h"
 

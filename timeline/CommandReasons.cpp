@@ -1,6 +1,6 @@
 #include "timeline/CommandReasons.h"
 
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 

@@ -1,11 +1,11 @@
 #include "timeline/FilmsInfoWnd.h"
 
 #include "framework/PaintDC.h"
-#include "keys/KeyDrawing.h"
-#include "keys/Pixels.h"
+#include "keys/rules/Pixels.h"
+#include "keys/views/KeyDrawing.h"
 #include "plugin/PluginImpl.h"
-#include "timeline/GridCtrl.h"
-#include "timeline/TimelineContext.h"
+#include "timeline/rows/GridCtrl.h"
+#include "timeline/rows/TimelineContext.h"
 
 BEGIN_MESSAGE_MAP(CFilmsInfoWnd, CWnd)
 ON_WM_PAINT()

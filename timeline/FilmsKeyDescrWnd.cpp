@@ -1,7 +1,7 @@
 #include "timeline/FilmsKeyDescrWnd.h"
 
 #include "framework/PaintDC.h"
-#include "keys/KeyDrawing.h"
+#include "keys/views/KeyDrawing.h"
 
 BEGIN_MESSAGE_MAP(CFilmsKeyDescrWnd, CWnd)
 ON_WM_PAINT()

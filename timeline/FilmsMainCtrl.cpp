@@ -3,7 +3,7 @@
 #include "files/AttachMovieObjectDlg.h"
 #include "framework/PaintDC.h"
 #include "framework/SelectionScope.h"
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/AdjustTimeDlg.h"
 
@@ -39,7 +39,7 @@ ON_WM_KEYDOWN()
 END_MESSAGE_MAP()
 
 CFilmsMainCtrl::CFilmsMainCtrl(IPluginImpl& newPlugin)
-    : TimelineContext(newPlugin), plugin(newPlugin), adjustTimeDlg(std::make_unique<CAdjustTimeDlg>(this)) {
+    : TimelineEdits(newPlugin), plugin(newPlugin), adjustTimeDlg(std::make_unique<CAdjustTimeDlg>(this)) {
     LoadDefaultKeysParams(&keyParams);
 }
 

@@ -2,26 +2,26 @@
 
 #include "framework/Menu.h"
 #include "framework/PickMode.h"
-#include "keys/KeyKindParams.h"
-#include "plugin/FilmViewSettings.h"
-#include "plugin/Watch.h"
+#include "keys/rules/KeyKindParams.h"
+#include "plugin/base/Watch.h"
+#include "plugin/rules/FilmViewSettings.h"
+#include "plugin/session/ScenarioWindow.h"
 #include "timeline/ActorCommands.h"
-#include "timeline/AdvWnd.h"
 #include "timeline/CameraCommands.h"
+#include "timeline/edits/TimelineEdits.h"
 #include "timeline/FilmsInfoWnd.h"
 #include "timeline/FilmsKeyDescrWnd.h"
 #include "timeline/FilterCommands.h"
 #include "timeline/KeyCommands.h"
 #include "timeline/KeyHover.h"
 #include "timeline/LightCommands.h"
-#include "timeline/MarkedGridCtrl.h"
 #include "timeline/NewKeyCommands.h"
-#include "timeline/ScenarioWindow.h"
+#include "timeline/rows/AdvWnd.h"
+#include "timeline/rows/MarkedGridCtrl.h"
+#include "timeline/rows/TrackCtrl.h"
 #include "timeline/SettingsCommand.h"
 #include "timeline/TimeCommands.h"
-#include "timeline/TimelineContext.h"
 #include "timeline/TimeScrollbar.h"
-#include "timeline/TrackCtrl.h"
 #include "timeline/TrackFileCommands.h"
 
 #include <list>
@@ -38,7 +38,7 @@ class FilmShow : public Watched {};
 
 /// The control in which a film is edited: ruler, rows, scroll bars, info window and key popup. Made and
 /// destroyed by the scenario window; owns everything that it shows. Times are seconds, rects pixels.
-class CFilmsMainCtrl : public CadvWnd, public TimelineContext, public IMainCtrl, public Watched {
+class CFilmsMainCtrl : public CadvWnd, public TimelineEdits, public IMainCtrl, public Watched {
     DECLARE_MESSAGE_MAP()
 
 public:

@@ -1,10 +1,10 @@
 #include "timeline/FilmsMainCtrl.h"
 
 #include "framework/Resource.h"
-#include "keys/KeyKinds.h"
-#include "keys/TrackKey.h"
+#include "keys/rules/KeyKinds.h"
+#include "keys/views/TrackKey.h"
+#include "plugin/base/PluginResources.h"
 #include "plugin/PluginImpl.h"
-#include "plugin/PluginResources.h"
 #include "resources/resource.h"
 #include "timeline/CommandNotes.h"
 #include "timeline/TimelineCommands.h"

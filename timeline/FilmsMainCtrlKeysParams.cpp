@@ -1,5 +1,5 @@
-#include "keys/KeyParamsFile.h"
-#include "keys/TrackKey.h"
+#include "keys/rules/KeyParamsFile.h"
+#include "keys/views/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 

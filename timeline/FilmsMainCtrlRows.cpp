@@ -1,6 +1,6 @@
 #include "timeline/FilmsMainCtrl.h"
 
-#include "helpers/FilmsLightHelper.h"
+#include "helpers/rules/FilmsLightHelper.h"
 #include "plugin/PluginImpl.h"
 
 #include <algorithm>

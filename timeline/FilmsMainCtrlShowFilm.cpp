@@ -1,13 +1,13 @@
 #include "timeline/FilmsMainCtrl.h"
 
 #include "files/AttachMovieObjectDlg.h"
-#include "helpers/FilmsLightHelper.h"
-#include "keys/NullTimeTrackKey.h"
-#include "keys/TimedTrackKey.h"
+#include "helpers/rules/FilmsLightHelper.h"
+#include "keys/views/NullTimeTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/AdjustTimeDlg.h"
+#include "timeline/rows/TrackOrder.h"
 #include "timeline/ShownKey.h"
-#include "timeline/TrackOrder.h"
 
 #include <algorithm>
 #include <cstdlib>

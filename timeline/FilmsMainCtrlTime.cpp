@@ -1,7 +1,7 @@
 #include "timeline/FilmsMainCtrl.h"
 
-#include "keys/FrameTimes.h"
-#include "keys/TrackKey.h"
+#include "keys/rules/FrameTimes.h"
+#include "keys/views/TrackKey.h"
 #include "plugin/PluginImpl.h"
 
 #include <algorithm>

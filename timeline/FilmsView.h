@@ -3,7 +3,7 @@
 #include "files/MoviesDialog.h"
 #include "framework/FormView.h"
 #include "framework/TabCtrl.h"
-#include "timeline/ScenarioWindow.h"
+#include "plugin/session/ScenarioWindow.h"
 
 class IPluginImpl;
 

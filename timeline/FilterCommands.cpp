@@ -5,7 +5,7 @@
 #include "files/KeysFilterDlg.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
-#include "timeline/TrackCtrlStore.h"
+#include "timeline/rows/TrackCtrlStore.h"
 
 #include <algorithm>
 

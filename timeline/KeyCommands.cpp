@@ -1,8 +1,8 @@
 #include "timeline/KeyCommands.h"
 
-#include "files/Log.h"
-#include "keys/KeyKinds.h"
-#include "keys/TimedTrackKey.h"
+#include "files/base/Log.h"
+#include "keys/rules/KeyKinds.h"
+#include "keys/views/TimedTrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 #include "timeline/NewKeyCommands.h"

@@ -1,9 +1,9 @@
 #include "timeline/KeyHover.h"
 
-#include "keys/TrackKey.h"
-#include "plugin/FilmSession.h"
+#include "keys/views/TrackKey.h"
+#include "plugin/session/FilmSession.h"
 #include "timeline/FilmsKeyDescrWnd.h"
-#include "timeline/TimelineContext.h"
+#include "timeline/rows/TimelineContext.h"
 
 #include <array>
 #include <cmath>

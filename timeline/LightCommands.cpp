@@ -1,7 +1,7 @@
 #include "timeline/LightCommands.h"
 
 #include "framework/UserNote.h"
-#include "helpers/FilmsLightHelper.h"
+#include "helpers/rules/FilmsLightHelper.h"
 #include "plugin/PluginImpl.h"
 
 #include <algorithm>

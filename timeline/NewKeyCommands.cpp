@@ -1,12 +1,12 @@
 #include "timeline/NewKeyCommands.h"
 
-#include "helpers/MatrixMath.h"
-#include "keys/KeyKinds.h"
-#include "keys/NullTimeTrackKey.h"
-#include "keys/TimedTrackKey.h"
+#include "helpers/rules/MatrixMath.h"
+#include "keys/rules/KeyKinds.h"
+#include "keys/views/LooseKey.h"
+#include "keys/views/NullTimeTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
-#include "timeline/LooseKey.h"
 
 #include <algorithm>
 #include <array>

@@ -1,10 +1,10 @@
 #include "timeline/ScenarioCommands.h"
 
 #include "files/ValidateMovie.h"
-#include "keys/FrameTimes.h"
-#include "keys/TrackKey.h"
-#include "plugin/LocalCommands.h"
+#include "keys/rules/FrameTimes.h"
+#include "keys/views/TrackKey.h"
 #include "plugin/PluginImpl.h"
+#include "plugin/rules/LocalCommands.h"
 #include "resources/resource.h"
 #include "timeline/ScenarioDlg.h"
 

@@ -2,8 +2,8 @@
 
 #include "framework/DC.h"
 #include "framework/Resource.h"
+#include "plugin/base/PluginResources.h"
 #include "plugin/PluginImpl.h"
-#include "plugin/PluginResources.h"
 #include "resources/resource.h"
 #include "timeline/CommandNotes.h"
 #include "timeline/TimelineCommands.h"

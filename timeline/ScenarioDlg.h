@@ -1,10 +1,10 @@
 #pragma once
 
-#include "files/ToolBarReg.h"
+#include "files/base/ToolBarReg.h"
 #include "framework/Dialog.h"
-#include "plugin/Watch.h"
+#include "plugin/base/Watch.h"
+#include "plugin/session/ScenarioWindow.h"
 #include "timeline/FilmsMainCtrl.h"
-#include "timeline/ScenarioWindow.h"
 
 #include <array>
 

@@ -1,5 +1,5 @@
-#include "files/Log.h"
-#include "keys/TrackKey.h"
+#include "files/base/Log.h"
+#include "keys/views/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/ScenarioDlg.h"
 

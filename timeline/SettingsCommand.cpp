@@ -1,7 +1,7 @@
 #include "timeline/SettingsCommand.h"
 
 #include "files/MainCtrlSettingsDlg.h"
-#include "keys/Pixels.h"
+#include "keys/rules/Pixels.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 

@@ -1,9 +1,9 @@
 #include "timeline/ShownKey.h"
 
-#include "keys/TrackKey.h"
-#include "plugin/FilmSession.h"
-#include "timeline/TimelineContext.h"
-#include "timeline/TrackCtrl.h"
+#include "keys/views/TrackKey.h"
+#include "plugin/session/FilmSession.h"
+#include "timeline/rows/TimelineContext.h"
+#include "timeline/rows/TrackCtrl.h"
 
 IFilmKey* LeaveShownKey(const FilmSession& session, const IFilm* film) {
     IKeyAttributesDlg* dialog = session.keyAttributesDlg.get();

@@ -2,9 +2,9 @@
 
 #include "files/FilmWatch.h"
 #include "files/MovieFrameDlg.h"
-#include "keys/FrameTimes.h"
-#include "keys/NumberText.h"
-#include "keys/Pixels.h"
+#include "keys/properties/NumberText.h"
+#include "keys/rules/FrameTimes.h"
+#include "keys/rules/Pixels.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/AdjustTimeDlg.h"
 #include "timeline/FilmsMainCtrl.h"

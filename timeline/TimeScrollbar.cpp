@@ -1,8 +1,8 @@
 #include "timeline/TimeScrollbar.h"
 
 #include "framework/SelectionScope.h"
-#include "keys/Pixels.h"
-#include "timeline/TimelineContext.h"
+#include "keys/rules/Pixels.h"
+#include "timeline/rows/TimelineContext.h"
 
 #include <algorithm>
 #include <array>

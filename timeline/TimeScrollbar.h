@@ -1,7 +1,7 @@
 #pragma once
 
-#include "timeline/AdvWnd.h"
-#include "timeline/ThumbDrag.h"
+#include "timeline/rows/AdvWnd.h"
+#include "timeline/rows/ThumbDrag.h"
 
 /// A scroll bar with positions in any unit. It keeps no policy: clicks and drags become calls of the main
 /// control.

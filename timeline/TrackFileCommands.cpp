@@ -1,6 +1,6 @@
 #include "timeline/TrackFileCommands.h"
 
-#include "files/Log.h"
+#include "files/base/Log.h"
 #include "files/QuorlEdFileDialog.h"
 #include "framework/MessageBox.h"
 #include "plugin/contract/File.h"

@@ -1,9 +1,10 @@
 #include "undo/KeyActions.h"
 
-#include "keys/TimedTrackKey.h"
-#include "timeline/TimelineContext.h"
-#include "timeline/TrackCtrl.h"
-#include "undo/LooseKeys.h"
+#include "keys/views/LooseKeys.h"
+#include "keys/views/TimedTrackKey.h"
+#include "timeline/rows/TimelineContext.h"
+#include "timeline/rows/TrackCtrl.h"
+#include "undo/FilmsUndoMgr.h"
 
 #include <utility>
 
@@ -58,7 +59,7 @@ bool CFUAOneKey::RemoveTwin() {
         const Watch watch(trackCtrl);
         trackCtrl->RemoveKey(twin, /*destroy*/ false, /*redraw*/ true, /*noUndo*/ true);
         if (watch.IsAlive()) {
-            control->undoMgr.retired.KeepView(twin); // Required: it lives on, in no row and no action
+            control->GetUndoMgr().retired.KeepView(twin); // Required: it lives on, in no row and no action
         }
     }
     return true;

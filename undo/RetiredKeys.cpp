@@ -1,8 +1,8 @@
 #include "undo/RetiredKeys.h"
 
-#include "timeline/TimelineContext.h"
+#include "keys/views/LooseKeys.h"
+#include "timeline/rows/TimelineContext.h"
 #include "undo/KeyActions.h"
-#include "undo/LooseKeys.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "host/engine/ObjectFile.h"
 
-#include "files/Log.h"
+#include "files/base/Log.h"
 #include "host/engine/ByteStream.h"
 #include "host/engine/ChunkClient.h"
 #include "host/engine/ClassDatabase.h"

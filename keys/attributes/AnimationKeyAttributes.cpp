@@ -1,7 +1,7 @@
-#include "keys/AttrBrowsers.h"
+#include "keys/attributes/AttrBrowsers.h"
 #include "keys/attributes/FillAndApply.h"
 #include "keys/attributes/RowAccess.h"
-#include "keys/Pixels.h"
+#include "keys/rules/Pixels.h"
 #include "plugin/contract/FilmTrack.h"
 
 namespace {

@@ -1,5 +1,5 @@
 #include "framework/MessageBox.h"
-#include "keys/AttrBrowsers.h"
+#include "keys/attributes/AttrBrowsers.h"
 #include "keys/attributes/FillAndApply.h"
 #include "keys/attributes/RowAccess.h"
 #include "plugin/contract/Film.h"

@@ -1,9 +1,9 @@
-#include "keys/AttrBrowsers.h"
+#include "keys/attributes/AttrBrowsers.h"
 #include "keys/attributes/FillAndApply.h"
 #include "keys/attributes/HandleRows.h"
 #include "plugin/contract/ClassIds.h"
 #include "plugin/contract/FilmTrack.h"
-#include "plugin/FilmSession.h"
+#include "plugin/session/FilmSession.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "keys/AttrBrowsers.h"
+#include "keys/attributes/AttrBrowsers.h"
 #include "keys/attributes/FillAndApply.h"
 #include "keys/attributes/RowAccess.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "keys/KeyAttributes.h"
+#include "keys/attributes/KeyAttributes.h"
 
 // Rows of a record and back, by kind. Names, order and categories of the rows and the order of the writes are
 // fixed: rows are found by name and category, and records answer to setters one by one.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "keys/AttrRows.h"
+#include "keys/attributes/AttrRows.h"
 #include "plugin/contract/Types.h"
 
 #include <cstdint>

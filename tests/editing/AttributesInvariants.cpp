@@ -1,6 +1,6 @@
 #include "tests/editing/AttributesInvariants.h"
 
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "tests/editing/RowInvariants.h"
 #include "tests/editing/World.h"
 

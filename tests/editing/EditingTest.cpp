@@ -1,6 +1,6 @@
 #include "framework/Resource.h"
 #include "framework/ToolBar.h"
-#include "plugin/PluginResources.h"
+#include "plugin/base/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/editing/Operations.h"
 #include "tests/editing/Runner.h"

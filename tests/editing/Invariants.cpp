@@ -1,6 +1,6 @@
 #include "tests/editing/Invariants.h"
 
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "tests/editing/AttributesInvariants.h"
 #include "tests/editing/Living.h"
 #include "tests/editing/RowInvariants.h"

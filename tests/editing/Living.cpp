@@ -1,6 +1,6 @@
 #include "tests/editing/Living.h"
 
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "tests/editing/World.h"
 #include "undo/KeyActions.h"
 

@@ -1,6 +1,6 @@
 #include "tests/editing/RowInvariants.h"
 
-#include "keys/TimedTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
 #include "tests/editing/Living.h"
 #include "tests/editing/World.h"
 

@@ -1,7 +1,7 @@
 #include "tests/editing/World.h"
 
 #include "framework/QtBridge.h"
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "timeline/FilmsView.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #include "framework/ListBox.h"
 #include "framework/TestHooks.h"
 #include "host/engine/ChunkClient.h"
-#include "keys/KeyAttributesDlg.h"
+#include "keys/attributes/KeyAttributesDlg.h"
 #include "plugin/PluginImpl.h"
 #include "tests/editing/EditingHost.h"
 #include "tests/editing/Invariants.h"

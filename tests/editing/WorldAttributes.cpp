@@ -1,6 +1,6 @@
 // The attributes window under the user's hands, and what its browsers answer.
 #include "framework/QtBridge.h"
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "resources/resource.h"
 #include "tests/editing/Texts.h"
 #include "tests/editing/World.h"

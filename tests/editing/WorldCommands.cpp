@@ -1,8 +1,8 @@
 // Menus, toolbar and settings of the scenario window.
 #include "framework/QtBridge.h"
 #include "framework/Resource.h"
-#include "keys/TrackKey.h"
-#include "plugin/PluginResources.h"
+#include "keys/views/TrackKey.h"
+#include "plugin/base/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/editing/World.h"
 

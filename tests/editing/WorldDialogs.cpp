@@ -4,7 +4,7 @@
 #include "framework/Edit.h"
 #include "framework/ListBox.h"
 #include "framework/QtBridge.h"
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "tests/editing/Texts.h"
 #include "tests/editing/World.h"
 #include "timeline/FilmsView.h"

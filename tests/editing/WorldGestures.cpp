@@ -1,6 +1,6 @@
 // Mouse and keyboard in the rows, the ruler and the scroll bars.
 #include "framework/QtBridge.h"
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "tests/editing/World.h"
 
 #include <algorithm>

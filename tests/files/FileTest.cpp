@@ -1,6 +1,6 @@
 #include "plugin/contract/File.h"
 
-#include "files/Log.h"
+#include "files/base/Log.h"
 #include "host/engine/FileHandles.h"
 #include "plugin/contract/FileSystem.h"
 

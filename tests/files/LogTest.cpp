@@ -1,4 +1,4 @@
-#include "files/Log.h"
+#include "files/base/Log.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "files/Log.h"
+#include "files/base/Log.h"
 #include "tests/plugin/PluginFixture.h"
 
 #include <string>

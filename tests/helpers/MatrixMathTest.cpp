@@ -1,4 +1,4 @@
-#include "helpers/MatrixMath.h"
+#include "helpers/rules/MatrixMath.h"
 
 #include <array>
 #include <cmath>

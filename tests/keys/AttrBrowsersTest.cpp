@@ -1,4 +1,4 @@
-#include "keys/AttrBrowsers.h"
+#include "keys/attributes/AttrBrowsers.h"
 
 #include "files/ChooseMovieCameraDlg.h"
 #include "files/QuorlEdFileDialog.h"
@@ -6,9 +6,9 @@
 #include "framework/FileDialog.h"
 #include "framework/Resource.h"
 #include "host/engine/MeshLibrary.h"
-#include "keys/KeyAttributesDlg.h"
-#include "keys/TrackKey.h"
-#include "plugin/PluginResources.h"
+#include "keys/attributes/KeyAttributesDlg.h"
+#include "keys/views/TrackKey.h"
+#include "plugin/base/PluginResources.h"
 #include "tests/support/ElementMesh.h"
 #include "tests/support/TempFolder.h"
 #include "tests/timeline/ControlFixture.h"

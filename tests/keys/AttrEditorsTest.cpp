@@ -1,6 +1,6 @@
 // What the editors of the property list take and leave, and what a browser is given.
 #include "framework/QtBridge.h"
-#include "keys/AttrPropCtrl.h"
+#include "keys/attributes/AttrPropCtrl.h"
 #include "tests/keys/AttrListFixture.h"
 #include "tests/support/DrawRecorder.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "keys/AttrPropCtrl.h"
+#include "keys/attributes/AttrPropCtrl.h"
 #include "tests/plugin/PluginFixture.h"
 
 #include <functional>

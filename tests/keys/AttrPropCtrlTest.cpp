@@ -1,4 +1,4 @@
-#include "keys/AttrPropCtrl.h"
+#include "keys/attributes/AttrPropCtrl.h"
 
 #include "framework/QtBridge.h"
 #include "tests/keys/AttrListFixture.h"

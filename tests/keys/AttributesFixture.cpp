@@ -1,6 +1,6 @@
 #include "tests/keys/AttributesFixture.h"
 
-#include "keys/AttrBrowsers.h"
+#include "keys/attributes/AttrBrowsers.h"
 
 #include <cstdio>
 

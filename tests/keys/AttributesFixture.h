@@ -1,7 +1,7 @@
 #pragma once
 
-#include "keys/AttrRows.h"
-#include "keys/KeyAttributes.h"
+#include "keys/attributes/AttrRows.h"
+#include "keys/attributes/KeyAttributes.h"
 #include "tests/keys/KeyFixture.h"
 
 #include <functional>

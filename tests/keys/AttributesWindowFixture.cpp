@@ -1,7 +1,7 @@
 #include "tests/keys/AttributesWindowFixture.h"
 
 #include "framework/QtBridge.h"
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "tests/support/MouseScript.h"
 
 #include <QApplication>

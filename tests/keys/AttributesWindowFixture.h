@@ -1,6 +1,6 @@
 #pragma once
 
-#include "keys/KeyAttributesDlg.h"
+#include "keys/attributes/KeyAttributesDlg.h"
 #include "tests/timeline/ControlFixture.h"
 
 #include <string>

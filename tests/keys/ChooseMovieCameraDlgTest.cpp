@@ -2,7 +2,7 @@
 
 #include "framework/QtBridge.h"
 #include "framework/Resource.h"
-#include "plugin/PluginResources.h"
+#include "plugin/base/PluginResources.h"
 #include "tests/plugin/PluginFixture.h"
 
 #include <functional>

@@ -1,4 +1,4 @@
-#include "keys/KeyTimeRules.h"
+#include "keys/rules/KeyTimeRules.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,8 +1,8 @@
-#include "keys/GroupDrag.h"
+#include "keys/views/GroupDrag.h"
 
-#include "keys/KeyRow.h"
-#include "keys/KeyViewList.h"
-#include "keys/NullTimeTrackKey.h"
+#include "keys/views/KeyRow.h"
+#include "keys/views/KeyViewList.h"
+#include "keys/views/NullTimeTrackKey.h"
 
 #include <gtest/gtest.h>
 #include <memory>

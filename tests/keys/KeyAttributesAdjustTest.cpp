@@ -1,4 +1,4 @@
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "tests/keys/AttributesWindowFixture.h"
 
 #include <gmock/gmock.h>

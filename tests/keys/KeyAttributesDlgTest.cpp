@@ -1,7 +1,7 @@
-#include "keys/KeyAttributesDlg.h"
+#include "keys/attributes/KeyAttributesDlg.h"
 
 #include "framework/QtBridge.h"
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "resources/resource.h"
 #include "tests/keys/AttributesWindowFixture.h"
 #include "tests/support/MouseScript.h"

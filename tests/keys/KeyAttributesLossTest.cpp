@@ -1,5 +1,5 @@
 // The window with an open edit while what it shows goes away, and what becomes of the edit.
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "resources/resource.h"
 #include "tests/keys/AttributesWindowFixture.h"
 

@@ -1,4 +1,4 @@
-#include "keys/KeyKinds.h"
+#include "keys/rules/KeyKinds.h"
 #include "tests/keys/AttributesWindowFixture.h"
 #include "tests/support/Golden.h"
 

@@ -1,4 +1,4 @@
-#include "keys/KeyAttributes.h"
+#include "keys/attributes/KeyAttributes.h"
 
 #include "tests/keys/AttributesFixture.h"
 

@@ -1,6 +1,6 @@
-#include "keys/KeyViewList.h"
-#include "keys/NullTimeTrackKey.h"
-#include "keys/TimedTrackKey.h"
+#include "keys/views/KeyViewList.h"
+#include "keys/views/NullTimeTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
 #include "tests/keys/KeyFixture.h"
 
 #include <cstdlib>

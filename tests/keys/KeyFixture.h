@@ -1,7 +1,7 @@
 #pragma once
 
 #include "framework/DC.h"
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "tests/plugin/PluginFixture.h"
 #include "tests/support/FakeAttributes.h"
 #include "tests/support/FakeTimeline.h"

@@ -1,5 +1,5 @@
-#include "keys/KeyKinds.h"
-#include "files/Log.h"
+#include "keys/rules/KeyKinds.h"
+#include "files/base/Log.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,9 +1,9 @@
-#include "files/Log.h"
+#include "files/base/Log.h"
 #include "framework/Menu.h"
 #include "framework/Resource.h"
-#include "keys/NullTimeTrackKey.h"
-#include "keys/TimedTrackKey.h"
-#include "plugin/PluginResources.h"
+#include "keys/views/NullTimeTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
+#include "plugin/base/PluginResources.h"
 #include "tests/keys/KeyFixture.h"
 
 using ::testing::ElementsAre;

@@ -1,6 +1,6 @@
-#include "keys/KeyParamsFile.h"
+#include "keys/rules/KeyParamsFile.h"
 
-#include "keys/KeyKinds.h"
+#include "keys/rules/KeyKinds.h"
 #include "tests/plugin/PluginFixture.h"
 #include "tests/support/Paths.h"
 #include "tests/support/TempFolder.h"

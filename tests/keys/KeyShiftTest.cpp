@@ -1,6 +1,6 @@
-#include "keys/KeyShift.h"
+#include "keys/rules/KeyShift.h"
 
-#include "keys/KeyEnd.h"
+#include "keys/rules/KeyEnd.h"
 #include "tests/keys/KeyFixture.h"
 
 #include <ostream>

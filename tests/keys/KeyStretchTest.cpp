@@ -1,4 +1,4 @@
-#include "keys/KeyStretch.h"
+#include "keys/rules/KeyStretch.h"
 #include "tests/keys/KeyFixture.h"
 
 #include <limits>

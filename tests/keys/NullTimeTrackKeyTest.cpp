@@ -1,8 +1,8 @@
-#include "keys/NullTimeTrackKey.h"
+#include "keys/views/NullTimeTrackKey.h"
 
-#include "keys/TimedTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
 #include "tests/keys/KeyFixture.h"
-#include "timeline/TrackCtrl.h"
+#include "timeline/rows/TrackCtrl.h"
 
 #include <limits>
 

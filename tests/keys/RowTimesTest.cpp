@@ -1,4 +1,4 @@
-#include "keys/RowTimes.h"
+#include "keys/rules/RowTimes.h"
 
 #include <chrono>
 #include <cmath>

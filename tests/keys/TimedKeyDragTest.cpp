@@ -1,5 +1,5 @@
-#include "keys/TimedKeyDrag.h"
-#include "keys/TimedTrackKey.h"
+#include "keys/rules/TimedKeyDrag.h"
+#include "keys/views/TimedTrackKey.h"
 
 #include <gtest/gtest.h>
 #include <string>

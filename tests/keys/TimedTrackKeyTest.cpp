@@ -1,4 +1,4 @@
-#include "keys/TimedTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
 
 #include "tests/keys/KeyFixture.h"
 #include "tests/support/FakeKeyFactory.h"

@@ -1,7 +1,7 @@
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 
-#include "keys/NullTimeTrackKey.h"
-#include "keys/TimedTrackKey.h"
+#include "keys/views/NullTimeTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
 #include "tests/keys/KeyFixture.h"
 
 using ::testing::ElementsAre;

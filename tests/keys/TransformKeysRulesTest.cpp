@@ -1,4 +1,4 @@
-#include "keys/TransformKeys.h"
+#include "keys/views/TransformKeys.h"
 
 #include <array>
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "files/Log.h"
+#include "files/base/Log.h"
 #include "tests/plugin/PluginFixture.h"
 
 using ::testing::ElementsAre;

@@ -1,4 +1,4 @@
-#include "plugin/AttachedViews.h"
+#include "plugin/parts/AttachedViews.h"
 
 #include "tests/plugin/PartFixture.h"
 

@@ -1,4 +1,4 @@
-#include "plugin/LevelWatch.h"
+#include "plugin/session/LevelWatch.h"
 
 #include "files/CameraWatch.h"
 #include "tests/plugin/PluginFixture.h"

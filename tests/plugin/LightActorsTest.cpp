@@ -1,6 +1,6 @@
-#include "plugin/LightActors.h"
+#include "plugin/parts/LightActors.h"
 
-#include "plugin/ObjectMatrices.h"
+#include "plugin/parts/ObjectMatrices.h"
 #include "tests/plugin/PartFixture.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "plugin/MovieParams.h"
+#include "plugin/parts/MovieParams.h"
 
 #include "tests/plugin/PartFixture.h"
 

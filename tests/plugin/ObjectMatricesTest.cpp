@@ -1,4 +1,4 @@
-#include "plugin/ObjectMatrices.h"
+#include "plugin/parts/ObjectMatrices.h"
 
 #include "tests/plugin/PartFixture.h"
 

@@ -1,4 +1,4 @@
-#include "plugin/ObjectMatrixRecords.h"
+#include "plugin/rules/ObjectMatrixRecords.h"
 
 #include "tests/plugin/PluginFixture.h"
 

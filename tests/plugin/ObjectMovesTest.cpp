@@ -1,8 +1,8 @@
-#include "plugin/ObjectMoves.h"
+#include "plugin/parts/ObjectMoves.h"
 
-#include "plugin/ActorList.h"
-#include "plugin/FirstKeys.h"
-#include "plugin/ObjectMatrices.h"
+#include "plugin/parts/ActorList.h"
+#include "plugin/parts/FirstKeys.h"
+#include "plugin/parts/ObjectMatrices.h"
 #include "tests/plugin/PartFixture.h"
 
 using ::testing::ElementsAre;

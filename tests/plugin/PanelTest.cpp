@@ -1,7 +1,7 @@
 #include "framework/QtBridge.h"
 #include "framework/Resource.h"
 #include "framework/UserNote.h"
-#include "plugin/PluginResources.h"
+#include "plugin/base/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/plugin/PluginFixture.h"
 #include "timeline/FilmsView.h"

@@ -1,4 +1,4 @@
-#include "plugin/Player.h"
+#include "plugin/parts/Player.h"
 
 #include "tests/plugin/PartFixture.h"
 

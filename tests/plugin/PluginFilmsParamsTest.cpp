@@ -1,4 +1,4 @@
-#include "plugin/PluginFilmsParams.h"
+#include "plugin/rules/PluginFilmsParams.h"
 
 #include <gmock/gmock.h>
 

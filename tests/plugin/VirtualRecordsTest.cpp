@@ -1,4 +1,4 @@
-#include "plugin/VirtualObjects.h"
+#include "plugin/parts/VirtualObjects.h"
 
 #include "tests/plugin/PartFixture.h"
 

@@ -1,4 +1,4 @@
-#include "plugin/Watch.h"
+#include "plugin/base/Watch.h"
 
 #include <gtest/gtest.h>
 #include <memory>

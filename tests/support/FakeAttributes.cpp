@@ -1,6 +1,6 @@
 #include "tests/support/FakeAttributes.h"
 
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "plugin/PluginImpl.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "timeline/ScenarioWindow.h"
+#include "plugin/session/ScenarioWindow.h"
 
 #include <functional>
 #include <string>

@@ -1,7 +1,7 @@
 #include "tests/support/FakeTimeline.h"
 
-#include "keys/NullTimeTrackKey.h"
-#include "keys/TimedTrackKey.h"
+#include "keys/views/NullTimeTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
 #include "plugin/contract/FilmManager.h"
 
 #include <algorithm>

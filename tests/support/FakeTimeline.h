@@ -1,15 +1,15 @@
 #pragma once
 
-#include "timeline/TimelineContext.h"
+#include "timeline/edits/TimelineEdits.h"
 
 #include <string>
 #include <vector>
 
 /// A main control without rows of its own: it writes down what its children ask for. Make a window of it with
 /// Create and give it to them as their parent.
-class FakeTimeline : public CWnd, public TimelineContext {
+class FakeTimeline : public CWnd, public TimelineEdits {
 public:
-    using TimelineContext::TimelineContext;
+    using TimelineEdits::TimelineEdits;
     ~FakeTimeline() override { undoMgr.Clear(); }
     void ClearSelection() override;
     void SelectOnly(CTrackKey* key) override;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "undo/FilmsUndoMgr.h"
 #include "undo/KeyActions.h"
 

@@ -1,4 +1,4 @@
-#include "timeline/AdvWnd.h"
+#include "timeline/rows/AdvWnd.h"
 
 #include "tests/support/DrawRecorder.h"
 #include "tests/support/MouseScript.h"

@@ -2,7 +2,7 @@
 
 #include "framework/Dialog.h"
 #include "framework/Resource.h"
-#include "plugin/PluginResources.h"
+#include "plugin/base/PluginResources.h"
 #include "tests/timeline/ControlFixture.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #include "tests/timeline/CommandFixture.h"
 
-#include "keys/NullTimeTrackKey.h"
+#include "keys/views/NullTimeTrackKey.h"
 
 #include <algorithm>
 

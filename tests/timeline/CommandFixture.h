@@ -1,6 +1,6 @@
 #pragma once
 
-#include "keys/TimedTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
 #include "tests/support/FakeAttributes.h"
 #include "tests/timeline/ControlFixture.h"
 

@@ -1,4 +1,4 @@
-#include "keys/FrameTimes.h"
+#include "keys/rules/FrameTimes.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

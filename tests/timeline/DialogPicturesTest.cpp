@@ -3,7 +3,7 @@
 #include "files/MovieFrameDlg.h"
 #include "framework/QtBridge.h"
 #include "framework/Resource.h"
-#include "plugin/PluginResources.h"
+#include "plugin/base/PluginResources.h"
 #include "tests/support/Golden.h"
 #include "tests/timeline/ControlFixture.h"
 #include "timeline/AdjustTimeDlg.h"

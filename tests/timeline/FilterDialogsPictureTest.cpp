@@ -4,7 +4,7 @@
 #include "files/MainCtrlSettingsDlg.h"
 #include "framework/QtBridge.h"
 #include "framework/Resource.h"
-#include "plugin/PluginResources.h"
+#include "plugin/base/PluginResources.h"
 #include "tests/support/Golden.h"
 #include "tests/timeline/CommandFixture.h"
 

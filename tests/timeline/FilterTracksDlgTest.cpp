@@ -1,8 +1,8 @@
 #include "files/FilterTracksDlg.h"
 
 #include "framework/Resource.h"
-#include "helpers/FilmsLightHelper.h"
-#include "plugin/PluginResources.h"
+#include "helpers/rules/FilmsLightHelper.h"
+#include "plugin/base/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/timeline/CommandFixture.h"
 #include "tests/timeline/DialogUser.h"

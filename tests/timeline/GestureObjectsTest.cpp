@@ -1,13 +1,13 @@
 // The drags of a row and of the ruler, without windows.
 #include "helpers/FilmKeyDuplicator.h"
-#include "keys/TimedTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
 #include "tests/plugin/PluginFixture.h"
 #include "tests/support/FakeTimeline.h"
-#include "timeline/CloneDrag.h"
-#include "timeline/KeyDrag.h"
-#include "timeline/MarkDrag.h"
-#include "timeline/MarkedGridCtrl.h"
-#include "timeline/TrackCtrl.h"
+#include "timeline/rows/CloneDrag.h"
+#include "timeline/rows/KeyDrag.h"
+#include "timeline/rows/MarkDrag.h"
+#include "timeline/rows/MarkedGridCtrl.h"
+#include "timeline/rows/TrackCtrl.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

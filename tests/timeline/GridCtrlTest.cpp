@@ -1,10 +1,10 @@
-#include "timeline/GridCtrl.h"
+#include "timeline/rows/GridCtrl.h"
 
+#include "keys/rules/TicLayout.h"
 #include "plugin/PluginImpl.h"
 #include "tests/support/DrawRecorder.h"
 #include "tests/support/FakeTimeline.h"
 #include "tests/support/MouseScript.h"
-#include "timeline/TicLayout.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "tests/timeline/HeldGestureFixture.h"
 
 #include "framework/QtBridge.h"
-#include "keys/NullTimeTrackKey.h"
+#include "keys/views/NullTimeTrackKey.h"
 
 #include <QPixmap>
 #include <QWidget>

@@ -1,4 +1,4 @@
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "tests/timeline/CommandFixture.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "tests/timeline/ControlFixture.h"
 
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 
 #include <algorithm>
 #include <functional>

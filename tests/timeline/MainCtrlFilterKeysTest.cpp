@@ -2,7 +2,7 @@
 
 #include "files/KeysFilterDlg.h"
 #include "resources/resource.h"
-#include "timeline/TrackCtrlStore.h"
+#include "timeline/rows/TrackCtrlStore.h"
 
 using ::testing::Contains;
 using ::testing::ElementsAre;

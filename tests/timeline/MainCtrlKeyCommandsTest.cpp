@@ -1,8 +1,8 @@
 #include "tests/timeline/CommandFixture.h"
 
-#include "files/Log.h"
+#include "files/base/Log.h"
+#include "keys/views/LooseKey.h"
 #include "resources/resource.h"
-#include "timeline/LooseKey.h"
 #include "undo/KeyActions.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 // "Add GL light" and "Add dyn light".
 #include "framework/UserNote.h"
-#include "helpers/FilmsLightHelper.h"
+#include "helpers/rules/FilmsLightHelper.h"
 #include "resources/resource.h"
 #include "tests/timeline/CommandFixture.h"
 

@@ -1,10 +1,10 @@
 #include "framework/Menu.h"
 #include "framework/Resource.h"
-#include "plugin/PluginResources.h"
+#include "keys/views/LooseKey.h"
+#include "plugin/base/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/timeline/CommandFixture.h"
 #include "tests/timeline/NotingKey.h"
-#include "timeline/LooseKey.h"
 #include "undo/KeyActions.h"
 
 #include <cmath>

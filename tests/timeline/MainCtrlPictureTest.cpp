@@ -1,8 +1,8 @@
 #include "tests/timeline/ControlFixture.h"
 
-#include "keys/KeyKinds.h"
-#include "keys/NullTimeTrackKey.h"
-#include "keys/TimedTrackKey.h"
+#include "keys/rules/KeyKinds.h"
+#include "keys/views/NullTimeTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
 #include "tests/support/DrawRecorder.h"
 #include "tests/support/Golden.h"
 #include "tests/support/Paths.h"
@@ -74,7 +74,8 @@ TEST_F(MainCtrlPictureTest, NarrowColumnWithoutNames) {
 /// Twenty rows, one for each kind in the colours that the host ships: a normal, a selected, a hidden and,
 /// where it shows, a marked key.
 TEST_F(MainCtrlPictureTest, RowsOfEveryKindAndState) {
-    ASSERT_TRUE(control->ImportKeysParams((SourceFolder() + "/host/stage/data/DefaultKeysParams.fkd").c_str()));
+    ASSERT_TRUE(
+        control->ImportKeysParams((SourceFolder() + "/host/stage/data/DefaultKeysParams.fkd").c_str()));
     Resize(kWidth, 31 + 20 * KeyKind::FilterCount + 60);
     control->SetMovieRange(0.0f, 10.0f);
     control->SetViewRange(0.0f, 10.0f, false);

@@ -1,7 +1,7 @@
 #include "tests/timeline/ControlFixture.h"
 
 #include "framework/FileDialog.h"
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 
 #include <filesystem>
 #include <functional>

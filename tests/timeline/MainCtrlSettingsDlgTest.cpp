@@ -3,7 +3,7 @@
 #include "framework/QtBridge.h"
 #include "framework/Resource.h"
 #include "framework/TestHooks.h"
-#include "plugin/PluginResources.h"
+#include "plugin/base/PluginResources.h"
 #include "resources/resource.h"
 
 #include <functional>

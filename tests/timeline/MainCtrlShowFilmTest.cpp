@@ -1,8 +1,8 @@
 #include "tests/timeline/ControlFixture.h"
 
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "tests/support/FakeAttributes.h"
-#include "timeline/TrackOrder.h"
+#include "timeline/rows/TrackOrder.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>

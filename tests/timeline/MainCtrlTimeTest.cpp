@@ -1,7 +1,7 @@
 #include "tests/timeline/ControlFixture.h"
 
-#include "keys/TrackKey.h"
-#include "timeline/TicLayout.h"
+#include "keys/rules/TicLayout.h"
+#include "keys/views/TrackKey.h"
 
 #include <cstdint>
 #include <limits>

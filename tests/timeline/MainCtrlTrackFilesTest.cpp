@@ -1,4 +1,4 @@
-#include "files/Log.h"
+#include "files/base/Log.h"
 #include "files/QuorlEdFileDialog.h"
 #include "host/engine/LowLevelFiles.h"
 #include "plugin/contract/File.h"

@@ -1,4 +1,4 @@
-#include "timeline/MarkedGridCtrl.h"
+#include "timeline/rows/MarkedGridCtrl.h"
 
 #include "plugin/PluginImpl.h"
 #include "tests/support/DrawRecorder.h"

@@ -1,7 +1,7 @@
 // What the menus of the timeline offer, as their resources say it.
 #include "framework/Menu.h"
 #include "framework/Resource.h"
-#include "plugin/PluginResources.h"
+#include "plugin/base/PluginResources.h"
 #include "resources/resource.h"
 
 #include <gmock/gmock.h>

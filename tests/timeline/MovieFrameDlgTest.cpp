@@ -1,7 +1,7 @@
 #include "files/MovieFrameDlg.h"
 
 #include "framework/Resource.h"
-#include "plugin/PluginResources.h"
+#include "plugin/base/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/timeline/CommandFixture.h"
 #include "tests/timeline/ModalUser.h"

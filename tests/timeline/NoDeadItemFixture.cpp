@@ -6,7 +6,7 @@
 #include "framework/ToolBar.h"
 #include "framework/UserNote.h"
 #include "host/engine/LevelFile.h"
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 
 #include <iterator>
 #include <QCoreApplication>

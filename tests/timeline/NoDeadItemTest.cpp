@@ -3,7 +3,7 @@
 #include "tests/timeline/NoDeadItemFixture.h"
 
 #include "framework/ToolBar.h"
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "resources/resource.h"
 
 #include <algorithm>

@@ -4,8 +4,8 @@
 #include "framework/Edit.h"
 #include "framework/ListBox.h"
 #include "framework/QtBridge.h"
-#include "keys/KeyAttributesDlg.h"
-#include "keys/TrackKey.h"
+#include "keys/attributes/KeyAttributesDlg.h"
+#include "keys/views/TrackKey.h"
 #include "plugin/contract/EventCodes.h"
 #include "resources/resource.h"
 

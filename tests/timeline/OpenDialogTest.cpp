@@ -1,7 +1,7 @@
 // Every window that the timeline opens and waits for, whatever goes beneath it and however it is ended.
 #include "files/AttachMovieObjectDlg.h"
 #include "framework/QtBridge.h"
-#include "keys/KeyAttributesDlg.h"
+#include "keys/attributes/KeyAttributesDlg.h"
 #include "resources/resource.h"
 #include "tests/timeline/OpenDialogFixture.h"
 

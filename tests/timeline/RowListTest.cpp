@@ -1,7 +1,7 @@
-#include "timeline/RowList.h"
+#include "timeline/rows/RowList.h"
 
 #include "plugin/PluginImpl.h"
-#include "timeline/TrackCtrl.h"
+#include "timeline/rows/TrackCtrl.h"
 
 #include <gtest/gtest.h>
 

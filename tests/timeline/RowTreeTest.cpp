@@ -1,6 +1,6 @@
-#include "timeline/RowTree.h"
+#include "timeline/rows/RowTree.h"
 
-#include "plugin/PluginFilmsParams.h"
+#include "plugin/rules/PluginFilmsParams.h"
 
 #include <gtest/gtest.h>
 #include <vector>

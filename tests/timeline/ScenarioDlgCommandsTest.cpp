@@ -1,6 +1,6 @@
 #include "tests/timeline/ScenarioDlgFixture.h"
 
-#include "keys/TrackKey.h"
+#include "keys/views/TrackKey.h"
 #include "resources/resource.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "tests/timeline/ScenarioDlgFixture.h"
 
-#include "files/Log.h"
-#include "keys/TrackKey.h"
+#include "files/base/Log.h"
+#include "keys/views/TrackKey.h"
 #include "resources/resource.h"
 
 using ::testing::ElementsAre;

@@ -2,7 +2,7 @@
 
 #include "framework/Button.h"
 #include "framework/QtBridge.h"
-#include "plugin/PluginResources.h"
+#include "plugin/base/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/support/FakeAttributes.h"
 

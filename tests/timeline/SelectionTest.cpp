@@ -1,8 +1,8 @@
-#include "timeline/Selection.h"
+#include "keys/views/Selection.h"
 
-#include "keys/NullTimeTrackKey.h"
+#include "keys/views/NullTimeTrackKey.h"
 #include "plugin/PluginImpl.h"
-#include "timeline/TrackCtrl.h"
+#include "timeline/rows/TrackCtrl.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "timeline/ThumbDrag.h"
+#include "timeline/rows/ThumbDrag.h"
 
 #include <gtest/gtest.h>
 

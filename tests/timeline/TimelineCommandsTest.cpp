@@ -2,7 +2,7 @@
 
 #include "framework/Menu.h"
 #include "framework/Resource.h"
-#include "plugin/PluginResources.h"
+#include "plugin/base/PluginResources.h"
 #include "resources/resource.h"
 
 #include <gtest/gtest.h>

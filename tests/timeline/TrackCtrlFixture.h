@@ -1,11 +1,11 @@
 #pragma once
 
-#include "keys/NullTimeTrackKey.h"
-#include "keys/TimedTrackKey.h"
+#include "keys/views/NullTimeTrackKey.h"
+#include "keys/views/TimedTrackKey.h"
 #include "tests/plugin/PluginFixture.h"
 #include "tests/support/FakeTimeline.h"
-#include "timeline/MarkedGridCtrl.h"
-#include "timeline/TrackCtrl.h"
+#include "timeline/rows/MarkedGridCtrl.h"
+#include "timeline/rows/TrackCtrl.h"
 
 #include <functional>
 #include <list>

@@ -1,5 +1,5 @@
 #include "framework/Resource.h"
-#include "plugin/PluginResources.h"
+#include "plugin/base/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/timeline/TrackCtrlFixture.h"
 

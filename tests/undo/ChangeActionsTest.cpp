@@ -1,6 +1,6 @@
 // Keys that stay and change: the actions of a new size and of new attributes.
+#include "keys/views/LooseKeys.h"
 #include "tests/undo/UndoFixture.h"
-#include "undo/LooseKeys.h"
 
 #include <cmath>
 #include <utility>

@@ -1,6 +1,6 @@
 // A clone that is left at another time.
+#include "keys/views/LooseKeys.h"
 #include "tests/undo/DuplicatorFixture.h"
-#include "undo/LooseKeys.h"
 
 #include <cmath>
 

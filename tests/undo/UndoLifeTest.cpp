@@ -1,6 +1,6 @@
 // How long what was edited out lives: beside the main control, its films and the level.
 #include "host/engine/FilmManager.h"
-#include "keys/NullTimeTrackKey.h"
+#include "keys/views/NullTimeTrackKey.h"
 #include "tests/timeline/ControlFixture.h"
 #include "undo/KeyActions.h"
 

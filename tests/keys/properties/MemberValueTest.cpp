@@ -1,4 +1,4 @@
-#include "keys/NestedMembers.h"
+#include "keys/properties/NestedMembers.h"
 #include "tests/keys/properties/PropertyFixture.h"
 
 #include <array>
