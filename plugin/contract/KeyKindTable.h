@@ -61,7 +61,8 @@ KeyKindInfo info;
 ;
 
 /// The kinds of keys, by their number. A new kind is a row here; its record class stands in FilmKey.h, what
-/// its record holds in the host's list of fields, and its attributes in the table of keys/attributes/KeyAttributes.cpp.
+/// its record holds in the host's list of fields, and its attributes in the table of
+/// keys/attributes/KeyAttributes.cpp.
 inline constexpr std::tuple kKeyKindRows{
     KeyKindRow<CFilmCameraKey>("Camera keys", "Camera key", TrackBit::Level, KeyDuration::Free),
     KeyKindRow<CFilmAnimationKey>("Animation keys", "Animation key", TrackBit::Object, KeyDuration::Content),
