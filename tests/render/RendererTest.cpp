@@ -232,6 +232,27 @@ TEST_F(RendererTest, TheSunCastsShadows) {
     EXPECT_EQ(At(shadowed, 10, 80), At(open, 10, 80));
 }
 
+TEST_F(RendererTest, AShadowIsThatOfASingleFrameHoweverItsCasterCameThere) {
+    scene.sun.direction = {0.3f, 1, 0.2f};
+    camera.view = LookAt({0, 8, 9}, {0, 0, 0});
+    AddBox({-12, -0.2f, -12}, {12, 0, 12}, 150, 150, 150);
+    AddBox({-3, 0, -3}, {-2, 2, -2}, 150, 150, 150);
+    AddBox({-0.5f, 1.5f, -0.5f}, {0.5f, 1.8f, 0.5f}, 150, 150, 150);
+    std::set<std::vector<std::uint32_t>> pictures;
+    for (int step = 0; step < 6; ++step) {
+        scene.items[2].world = Moved({-2.0f + static_cast<float>(step), 0, 0.5f});
+        const RenderImage moved = Draw();
+        pictures.insert(moved.pixels);
+        std::string error;
+        const std::unique_ptr<Renderer> fresh = Renderer::Create(error);
+        RenderImage alone;
+        fresh->BeginFrame(scene);
+        ASSERT_TRUE(fresh->DrawView(camera, kWidth, kHeight, alone));
+        EXPECT_EQ(moved.pixels, alone.pixels) << step;
+    }
+    EXPECT_EQ(pictures.size(), 6u) << "the caster has moved";
+}
+
 TEST_F(RendererTest, LightsFadeOverMetres) {
     scene.sun.color = glm::vec3(0.0f);
     scene.sky = {glm::vec3(0), glm::vec3(0), glm::vec3(0), 0.0f, 0.0f}; // nothing else shines

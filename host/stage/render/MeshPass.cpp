@@ -144,12 +144,10 @@ void MeshPass::DrawFlat(const GlProgram& program, const FrameItem& entry, const 
     }
 }
 
-void MeshPass::DrawDepth(const std::vector<FrameItem>& items, const glm::mat4& projection) {
+void MeshPass::DrawDepth(const std::vector<const FrameItem*>& items, const glm::mat4& projection) {
     depth.Use();
-    for (const FrameItem& entry : items) {
-        if (entry.item->castsShadow) {
-            DrawFlat(depth, entry, projection);
-        }
+    for (const FrameItem* entry : items) {
+        DrawFlat(depth, *entry, projection);
     }
 }
 

@@ -26,7 +26,7 @@ public:
     void Prepare(const std::vector<FrameItem>& items);
     /// Near items first, without those outside the view.
     void DrawLit(const std::vector<FrameItem>& items, const RenderScene& scene, const View& view);
-    void DrawDepth(const std::vector<FrameItem>& items, const glm::mat4& projection);
+    void DrawDepth(const std::vector<const FrameItem*>& items, const glm::mat4& projection);
     /// The outlined items in white.
     void DrawMask(const std::vector<FrameItem>& items, const glm::mat4& projection);
 

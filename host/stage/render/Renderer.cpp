@@ -24,6 +24,7 @@ namespace {
 constexpr glm::vec3 kOutlineColor(1.0f, 0.62f, 0.10f);
 /// Shadows reach this far around what the first casters span; beyond, texels would grow too coarse.
 constexpr float kMaxShadowExtent = engine::Metres(160.0f);
+constexpr float kShadowStep = engine::Metres(8.0f);
 
 glm::vec3 SunDirection(const RenderSun& sun) {
     const float length = glm::length(sun.direction);
@@ -54,9 +55,10 @@ mesh::MeshBox CasterBox(const std::vector<FrameItem>& items) {
     if (box.IsEmpty()) {
         box.Add(glm::vec3(0.0f));
     }
-    const glm::vec3 center = box.Center();
-    box.min = glm::max(box.min, center - glm::vec3(kMaxShadowExtent * 0.5f));
-    box.max = glm::min(box.max, center + glm::vec3(kMaxShadowExtent * 0.5f));
+    // In steps: the map of a scene in which something moves is the same from frame to frame.
+    const glm::vec3 center = glm::floor(box.Center() / kShadowStep) * kShadowStep;
+    box.min = glm::max(glm::floor(box.min / kShadowStep) * kShadowStep, center - kMaxShadowExtent * 0.5f);
+    box.max = glm::min(glm::ceil(box.max / kShadowStep) * kShadowStep, center + kMaxShadowExtent * 0.5f);
     return box;
 }
 
@@ -76,12 +78,24 @@ struct Renderer::Parts {
         LinePass lines;
         OutlinePass outline;
         ShadowMap shadow;
+        ShadowAreas shadowAreas{ShadowMap::kSize};
         RenderTarget target;
         unsigned frameBuffer = 0;
     };
     std::unique_ptr<Passes> passes;
     const RenderScene* scene = nullptr;
     std::vector<FrameItem> items;
+
+    /// What has not moved since the last frame stays in the map.
+    void DrawShadows() {
+        passes->shadow.Begin(CasterBox(items), SunDirection(scene->sun));
+        const glm::mat4& projection = passes->shadow.Projection();
+        for (const ShadowArea& area : passes->shadowAreas.Update(items, projection)) {
+            ShadowMap::BeginArea(area);
+            passes->meshes.DrawDepth(passes->shadowAreas.CastersIn(area), projection);
+        }
+        ShadowMap::End();
+    }
 
     void UploadBlock(const FrameBlock& block) const {
         glBindBuffer(GL_UNIFORM_BUFFER, passes->frameBuffer);
@@ -179,10 +193,7 @@ void Renderer::BeginFrame(const RenderScene& scene) {
         return;
     }
     parts->passes->meshes.Prepare(parts->items);
-    const mesh::MeshBox box = CasterBox(parts->items);
-    parts->passes->shadow.Begin(box, SunDirection(scene.sun));
-    parts->passes->meshes.DrawDepth(parts->items, parts->passes->shadow.Projection());
-    ShadowMap::End();
+    parts->DrawShadows();
 }
 
 bool Renderer::DrawView(const RenderCamera& camera, int width, int height, RenderImage& image,

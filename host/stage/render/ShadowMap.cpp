@@ -55,12 +55,18 @@ void ShadowMap::Begin(const mesh::MeshBox& world, const glm::vec3& toSun) {
     glViewport(0, 0, kSize, kSize);
     glEnable(GL_DEPTH_TEST);
     glDepthMask(GL_TRUE);
-    glClear(GL_DEPTH_BUFFER_BIT);
     glEnable(GL_POLYGON_OFFSET_FILL);
     glPolygonOffset(1.5f, 2.0f);
+    glEnable(GL_SCISSOR_TEST);
+}
+
+void ShadowMap::BeginArea(const ShadowArea& area) {
+    glScissor(area.left, area.bottom, area.right - area.left, area.top - area.bottom);
+    glClear(GL_DEPTH_BUFFER_BIT);
 }
 
 void ShadowMap::End() {
+    glDisable(GL_SCISSOR_TEST);
     glDisable(GL_POLYGON_OFFSET_FILL);
 }
 

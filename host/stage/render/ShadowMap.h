@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/engine/mesh/MeshData.h"
+#include "host/stage/render/ShadowAreas.h"
 
 namespace render {
 
@@ -16,6 +16,8 @@ public:
 
     /// Starts a map of this box under a unit direction towards the sun; `Projection` holds from then on.
     void Begin(const mesh::MeshBox& world, const glm::vec3& toSun);
+    /// Empties a part of the map, outside of which nothing is drawn from then on.
+    static void BeginArea(const ShadowArea& area);
     static void End();
     /// World to the map's clip space.
     const glm::mat4& Projection() const { return projection; }
