@@ -53,5 +53,5 @@ public:                                                                         
 #define IMPLEMENT_DYNCREATE(Class, Base)                                                                     \
     FILMS_RUNTIME_CLASS_BODY(Class, Base, &Class::CreateObject)                                              \
     CObject* Class::CreateObject() {                                                                         \
-        return new Class;                                                                                    \
+        return new Class; /* NOLINT(bugprone-macro-parentheses): a type */                                   \
     }

@@ -74,7 +74,10 @@ void IPluginImpl::PoseAllTracks() {
 
 int IPluginImpl::CreateFilm() {
     IFilmManager* manager = GetFilmManager();
-    const int index = manager != nullptr ? manager->AllocateFilm() : -1;
+    if (manager == nullptr) {
+        return -1;
+    }
+    const int index = manager->AllocateFilm();
     IFilm* film = GetFilmByIndex(index);
     if (film == nullptr) {
         return -1;

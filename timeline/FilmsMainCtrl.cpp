@@ -48,7 +48,7 @@ IAttachDialog* CFilmsMainCtrl::GetAttachDialog() {
 }
 
 CFilmsMainCtrl::~CFilmsMainCtrl() {
-    ClearUndo(); // now: what goes there tells this control
+    undoMgr.Clear(); // now: what goes there tells this control
     delete hScroll;
     delete grid;
     delete vScroll;

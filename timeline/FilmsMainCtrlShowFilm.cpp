@@ -10,13 +10,20 @@
 #include "timeline/ShownKey.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <unordered_set>
 #include <vector>
 
 namespace {
+
+/// The settings as they are stored, to compare what no number equals too.
+std::array<std::uint32_t, 11> AsWords(const FilmViewSettings& settings) {
+    return std::bit_cast<std::array<std::uint32_t, 11>>(settings);
+}
 
 /// One more than the highest camera index among the track's keys, at least 1; 0 where there are no camera
 /// rows.
@@ -138,7 +145,7 @@ void CFilmsMainCtrl::TakeStoredSettings(const IFilm& film) {
     const bool isShown = shownFilm == &film;
     shownFilm = &film;
     shownSettings = stored;
-    if (isShown && std::memcmp(&stored, &before, sizeof(FilmViewSettings)) == 0) {
+    if (isShown && AsWords(stored) == AsWords(before)) {
         stored.mask &= ~(FilmViewSettings::kMovie | FilmViewSettings::kView);
     } else if (isShown && stored.viewStart == before.viewStart && stored.viewEnd == before.viewEnd &&
                viewStart < stored.movieEnd) {
@@ -200,7 +207,7 @@ bool CFilmsMainCtrl::ShowTrack(CFilmTrack* track, const Watch<FilmShow>& underWa
 void CFilmsMainCtrl::ShowKey(CTrackCtrl* root, IFilmKey* record) {
     std::unique_ptr<CTrackKey> view = MakeView(record);
     if (root->AddKeyView(view.get(), /*redraw*/ false, /*existing*/ true, /*noUndo*/ true)) {
-        view.release();
+        static_cast<void>(view.release()); // the row owns it now
     } else {
         ForgetView(view.get());
     }

@@ -38,7 +38,7 @@ void RemoveKey(CFilmsMainCtrl& control) {
 void MoveKey(CFilmsMainCtrl& control) {
     CTrackKey* key = KeyOfMenuRow(control);
     float time = key != nullptr ? key->time : 0.0f;
-    if (!AskForSeconds(control, time, "Key position", "Position :")) {
+    if (key == nullptr || !AskForSeconds(control, time, "Key position", "Position :")) {
         return;
     }
     if (control.menuRow->CanPlaceKey(key, time)) {

@@ -77,7 +77,7 @@ bool PlaceNewKey(CFilmsMainCtrl& control, LooseKey& key, float mouse, float time
     key->SetPosition(time, /*viewOnly*/ false);
     const bool taken = control.menuRow->AddKeyView(key.get(), redraw, /*existing*/ false, /*noUndo*/ false);
     if (taken) {
-        key.release();
+        static_cast<void>(key.release()); // the row owns it now
     }
     return taken;
 }

@@ -23,7 +23,7 @@ std::unique_ptr<AttrRow> AttrRows::Make(const char* name, std::uint32_t type, co
 CMember& AttrRows::Append(std::unique_ptr<AttrRow> row) {
     CMember& member = *row->member;
     rows.push_back(row.get());
-    row.release();
+    static_cast<void>(row.release()); // the list owns it now
     return member;
 }
 

@@ -27,7 +27,7 @@ protected:
     explicit WatchLink(Watched* target) { Follow(target); }
     WatchLink(const WatchLink& other) : WatchLink(other.watched) {}
     WatchLink& operator=(const WatchLink& other) {
-        if (watched != other.watched) {
+        if (this != &other && watched != other.watched) {
             Leave();
             Follow(other.watched);
         }

@@ -68,7 +68,8 @@ void ActorList::Add(const ObjectList& objects) {
         session.GetLevelData() == nullptr) {
         return;
     }
-    const ObjectList candidates = objects; // the host's list may change while tracks are made
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the host's list may change meanwhile
+    const ObjectList candidates = objects;
     const IFilm* film = session.currentFilm;
     bool added = false;
     bool told = false; // behind a box anything may have gone
