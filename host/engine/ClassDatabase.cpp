@@ -18,6 +18,8 @@ constexpr DefaultClass kDefaultClasses[] = {
     {"SkinnedMeshObject", ClassName::Mesh, "A mesh with bones and animation sequences"},
     {"EmptyObject", "EditorObject", "A place and a direction without a body"},
     {"SoundEmitter", "EditorObject", "A place that a sound comes from"},
+    {kCameraClass, "EditorObject", "A camera that views look through"},
+    {kLabelClass, "EditorObject", "A text in the editor's views"},
     {ClassName::Gizmo, "EditorObject", "A handle that moves other objects"},
     {ClassName::Helper, "EditorObject", "An object of the editor alone"},
     {ClassName::HelperCwO, ClassName::Helper, "A helper with objects of its own"},

@@ -25,6 +25,10 @@ public:
 /// The database that the engine itself asks, with the default classes.
 const ClassDatabase& DefaultClasses();
 
+/// Cameras and texts that the user places; only the editor shows them.
+constexpr const char* kCameraClass = "CameraObject";
+constexpr const char* kLabelClass = "TextLabel";
+
 /// Whether objects of the class shine: the two kinds of lights of films and what derives from them.
 bool IsLightClass(const std::string& className);
 /// Whether the class is that of a point of a film's camera: eye, target or handle of the path.

@@ -100,6 +100,7 @@ SceneObject& LevelData::Create(const ObjectSpec& spec, UniqueNames* names) {
     object.info.active = spec.active;
     object.meshName = spec.meshName;
     object.world = spec.matrix;
+    object.notes = spec.notes;
     if (IsLightClass(spec.className)) {
         object.light.emplace();
     }

@@ -27,6 +27,7 @@ struct ObjectSpec {
     Matrix4 matrix;
     SceneObject* parent = nullptr; ///< the matrix is a world matrix all the same
     bool active = true;            ///< false for helpers, which wait for EditorObjectInfo::Update
+    ObjectNotes notes{};
 };
 
 /// A view's camera as a level file keeps it.

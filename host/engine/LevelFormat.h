@@ -23,6 +23,7 @@ constexpr std::uint16_t Views = 6007;
 constexpr std::uint16_t Object = 6010; ///< in Objects
 constexpr std::uint16_t ObjectCore = 6011;
 constexpr std::uint16_t ObjectLight = 6012;
+constexpr std::uint16_t ObjectNotes = 6013;
 constexpr std::uint16_t Film = 6020; ///< in Films
 constexpr std::uint16_t FilmHead = 6021;
 constexpr std::uint16_t Track = 6022; ///< in Film

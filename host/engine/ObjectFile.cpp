@@ -89,6 +89,28 @@ LightProperties ReadLight(const FoundChunk& chunk, std::size_t& rest) {
     return light;
 }
 
+std::string NotesBytes(const ObjectNotes& notes) {
+    std::string bytes;
+    ByteWriter out(bytes);
+    out.U8(notes.locked ? 1 : 0);
+    out.F32(notes.fieldOfView);
+    out.Text(notes.text);
+    return bytes;
+}
+
+ObjectNotes ReadNotes(const FoundChunk& chunk, std::size_t& rest) {
+    ByteReader in(chunk.data);
+    ObjectNotes notes;
+    notes.locked = in.U8() != 0;
+    notes.fieldOfView = in.F32();
+    notes.text = in.Text();
+    if (!in.Good()) {
+        throw ChunkError(chunk.offset, "the notes of an object are cut short");
+    }
+    rest += in.Left();
+    return notes;
+}
+
 /// Gives the plug-ins their chunks of a freshly read object; the others are kept.
 void GiveExtras(SceneObject& object, fs::file& file, std::uint64_t start,
                 const std::vector<ObjectExtra>& extras) {
@@ -114,6 +136,9 @@ void SaveSceneObject(SceneObject& object, fs::file& file) {
     if (object.light) {
         AppendChunk(bytes, LevelChunk::ObjectLight, LightBytes(*object.light));
     }
+    if (object.notes != ObjectNotes()) {
+        AppendChunk(bytes, LevelChunk::ObjectNotes, NotesBytes(object.notes));
+    }
     if (IChunkClient* client = object.Data().Owner().ChunkClient()) {
         MemoryFile scratch;
         client->SaveChunks(scratch.file, &object);
@@ -128,6 +153,7 @@ SceneObject& ParseObject(LevelData& data, std::string_view parts, std::size_t of
     std::size_t rest = 0;
     std::optional<ObjectCore> core;
     std::optional<LightProperties> light;
+    std::optional<ObjectNotes> notes;
     ChunkCursor cursor(parts, offset);
     FoundChunk chunk;
     for (int place = 0; cursor.Next(chunk);) {
@@ -136,6 +162,9 @@ SceneObject& ParseObject(LevelData& data, std::string_view parts, std::size_t of
             ++place;
         } else if (chunk.id == LevelChunk::ObjectLight && !light) {
             light = ReadLight(chunk, rest);
+            ++place;
+        } else if (chunk.id == LevelChunk::ObjectNotes && !notes) {
+            notes = ReadNotes(chunk, rest);
             ++place;
         } else {
             extras.push_back({chunk, place});
@@ -158,6 +187,7 @@ SceneObject& ParseObject(LevelData& data, std::string_view parts, std::size_t of
     object.SetMeshName(core->meshName);
     object.SetMatrix(core->matrix.m, 0);
     object.light = light;
+    object.notes = notes.value_or(ObjectNotes());
     if (!light && IsLightClass(core->className)) {
         object.light.emplace();
     }

@@ -1,6 +1,7 @@
 #include "host/engine/References.h"
 
 #include "host/engine/FileReplace.h"
+#include "host/engine/Shape.h"
 
 #include <algorithm>
 #include <cctype>
@@ -77,7 +78,7 @@ std::string ReferencePath(const std::string& folder, const std::string& name) {
 }
 
 std::string RebasedReference(const std::string& name, const std::string& from, const std::string& to) {
-    if (name.empty() || to.empty() || IsAbsolute(Portable(name))) {
+    if (name.empty() || to.empty() || IsAbsolute(Portable(name)) || ShapeOf(name)) {
         return name;
     }
     const stdfs::path file = ReferencePath(from, name);

@@ -18,7 +18,7 @@ std::string LevelFolder(const std::string& path);
 /// their names.
 std::string ReferencePath(const std::string& folder, const std::string& name);
 /// The name that leads from folder `to` where `name` leads from folder `from`. Never empty unless `name` is;
-/// a name that can't be told in another way stays.
+/// a name that can't be told in another way stays, as does that of a shape, which is no file.
 std::string RebasedReference(const std::string& name, const std::string& from, const std::string& to);
 /// Whether both names mean one folder, by links and all spellings.
 bool IsSameFolder(const std::string& first, const std::string& second);

@@ -2,6 +2,7 @@
 
 #include "host/engine/Light.h"
 #include "host/engine/MeshLibrary.h"
+#include "host/engine/ObjectNotes.h"
 #include "host/engine/RawChunk.h"
 #include "host/engine/SceneObjectInfo.h"
 
@@ -86,6 +87,7 @@ public:
     void PutStanding(const Standing& standing);
 
     std::optional<LightProperties> light; ///< set in the two light classes
+    ObjectNotes notes;
     /// Kept out of level files: bodies that a plug-in makes anew in each session.
     bool transient = false;
     int pendingParentId = 0;             ///< parent by the file's id while it was not found

@@ -1,6 +1,7 @@
 #include "host/engine/mesh/MeshStore.h"
 
 #include "host/engine/mesh/GltfLoader.h"
+#include "host/engine/mesh/ShapeMesh.h"
 
 #include <filesystem>
 
@@ -31,7 +32,9 @@ std::shared_ptr<const Mesh> MeshStore::Find(const std::string& name) {
         return nullptr;
     }
     const auto [entry, isNew] = entries.try_emplace(name);
-    if (isNew) {
+    if (const std::optional<engine::Shape> shape = isNew ? engine::ShapeOf(name) : std::nullopt) {
+        entry->second.mesh = MakeShapeMesh(*shape);
+    } else if (isNew) {
         try {
             entry->second.mesh = LoadGltf(PathOf(folder, name), folder);
         } catch (const MeshError& error) {

@@ -7,8 +7,8 @@
 
 namespace mesh {
 
-/// Meshes by the name that objects hold: a path relative to one folder, the level's own. A file is
-/// loaded at its first use and kept; a file that failed is not tried again until Clear.
+/// Meshes by the name that objects hold: a path relative to one folder, the level's own, or the name of a
+/// shape. A file is loaded at its first use and kept; a file that failed is not tried again until Clear.
 class MeshStore {
 public:
     /// Another folder empties the store.

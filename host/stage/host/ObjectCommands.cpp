@@ -91,6 +91,7 @@ engine::SceneObject* ObjectCommands::Copy(const engine::SceneObject& source, eng
     spec.meshName = source.meshName;
     spec.matrix = source.World();
     spec.parent = source.Parent();
+    spec.notes = source.notes;
     engine::SceneObject* copy = host.level.CreateObject(spec, &names);
     if (copy != nullptr) {
         copy->objectKind = source.objectKind;
@@ -306,6 +307,13 @@ void ObjectCommands::SetMesh(engine::SceneObject& object, const std::string& mes
     if (object.meshName != meshName) {
         object.SetMeshName(meshName);
         host.plugins.SendEvent(EventCode::ObjectSetChanged, nullptr);
+        Changed();
+    }
+}
+
+void ObjectCommands::SetNotes(engine::SceneObject& object, const engine::ObjectNotes& notes) {
+    if (object.notes != notes) {
+        object.notes = notes;
         Changed();
     }
 }

@@ -42,6 +42,8 @@ public:
     /// series of small ones. Matrices that are not finite are left out.
     void Move(std::vector<ObjectMove> moves);
     void SetMesh(engine::SceneObject& object, const std::string& meshName);
+    /// Lock, lens and text; no event, as plug-ins know nothing of them.
+    void SetNotes(engine::SceneObject& object, const engine::ObjectNotes& notes);
     void SetVisible(engine::SceneObject& object, bool visible);
     void SetLight(engine::SceneObject& object, const engine::LightProperties& light);
     void SetSun(const Vector3& direction, const engine::LightProperties& light);

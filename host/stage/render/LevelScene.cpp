@@ -1,5 +1,6 @@
 #include "host/stage/render/LevelScene.h"
 
+#include "host/engine/ClassDatabase.h"
 #include "host/engine/FilmManager.h"
 #include "host/engine/mesh/GlmConvert.h"
 #include "host/engine/Units.h"
@@ -22,6 +23,13 @@ constexpr float kLargestCaster = engine::Metres(150.0f);
 constexpr float kLightStrength = 2.2f;
 /// Bodies of sun helpers against those of other lights.
 constexpr float kSunBodyScale = 2.2f;
+
+/// Drawn pyramids of placed cameras, width over height and units.
+constexpr float kCameraAspect = 16.0f / 9.0f;
+constexpr float kCameraDepth = engine::Metres(0.8f);
+constexpr float kChosenCameraDepth = engine::Metres(3.0f);
+constexpr glm::vec4 kCameraColor(0.12f, 0.26f, 0.45f, 1.0f);
+constexpr glm::vec4 kChosenCameraColor(1.0f, 0.80f, 0.35f, 1.0f);
 
 /// Times full light. Levels and keys may hold any number, the shaders only what they can still show.
 constexpr float kBrightest = 100.0f;
@@ -66,7 +74,7 @@ void LevelScene::Update(const engine::Level& level, const LevelSceneOptions& opt
     FindSunHelpers(*data);
     TakeSun(*data);
     for (const auto& object : data->Objects()) {
-        if (object->IsShown() && !CameraPoints::IsPoint(*object)) {
+        if (object->IsShown() && object->id != options.hiddenId && !CameraPoints::IsPoint(*object)) {
             object->IsLight() ? AddLight(*object, options) : AddObject(*object, options);
         }
     }
@@ -142,6 +150,11 @@ void LevelScene::AddObject(const engine::SceneObject& object, const LevelSceneOp
         return;
     }
     item.outline = options.editor && object.Info().IsSelected();
+    if (object.Info().className == engine::kCameraClass) {
+        HelperShapes::AddCamera(scene.lines, item.world, object.notes.Angle(), kCameraAspect,
+                                item.outline ? kChosenCameraDepth : kCameraDepth,
+                                item.outline ? kChosenCameraColor : kCameraColor);
+    }
     scene.items.push_back(std::move(item));
 }
 

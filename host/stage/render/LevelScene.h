@@ -16,6 +16,7 @@ struct LevelSceneOptions {
     bool editor = true; ///< bodies of lights, helpers and objects without a mesh, rims of what is selected
     bool grid = false;
     float seconds = 0.0f;              ///< moves water and clouds
+    int hiddenId = 0;                  ///< object that is left out: the camera that is looked through
     std::optional<glm::vec3> viewer{}; ///< where the view stands, for bodies that keep their size in it
 };
 

@@ -201,13 +201,121 @@ void DrawFilm(QPainter& p) {
     }
 }
 
+void DrawBox(QPainter& p) {
+    p.drawPolygon(QPolygonF({{2.5, 5}, {8, 2}, {13.5, 5}, {13.5, 11}, {8, 14}, {2.5, 11}}));
+    p.drawPolyline(QPolygonF({{2.5, 5}, {8, 8}, {13.5, 5}}));
+    Line(p, 8, 8, 8, 14);
+}
+
+void DrawPlane(QPainter& p) {
+    p.drawPolygon(QPolygonF({{1.5, 11.5}, {5, 5.5}, {14.5, 5.5}, {11, 11.5}}));
+}
+
+void DrawSphere(QPainter& p) {
+    p.drawEllipse(QPointF(8, 8), 6, 6);
+    p.drawArc(QRectF(2, 6, 12, 4), 180 * 16, 180 * 16);
+}
+
+void DrawCylinder(QPainter& p) {
+    p.drawEllipse(QRectF(3, 1.5, 10, 4));
+    p.drawArc(QRectF(3, 10.5, 10, 4), 180 * 16, 180 * 16);
+    Line(p, 3, 3.5, 3, 12.5);
+    Line(p, 13, 3.5, 13, 12.5);
+}
+
+void DrawCone(QPainter& p) {
+    p.drawArc(QRectF(2.5, 10.5, 11, 4), 180 * 16, 180 * 16);
+    p.drawPolyline(QPolygonF({{2.5, 12.5}, {8, 1.5}, {13.5, 12.5}}));
+}
+
+void DrawCapsule(QPainter& p) {
+    p.drawRoundedRect(QRectF(4.5, 1.5, 7, 13), 3.5, 3.5);
+}
+
+void DrawCamera(QPainter& p) {
+    p.drawRoundedRect(QRectF(1.5, 4.5, 9, 7.5), 1, 1);
+    p.drawPolygon(QPolygonF({{10.5, 8}, {14.5, 5}, {14.5, 11.5}}));
+}
+
+void DrawLabel(QPainter& p) {
+    Line(p, 3, 3, 13, 3);
+    Line(p, 8, 3, 8, 13.5);
+}
+
+void DrawEye(QPainter& p) {
+    QPainterPath lid(QPointF(1.5, 8));
+    lid.quadTo(8, 1.5, 14.5, 8);
+    lid.quadTo(8, 14.5, 1.5, 8);
+    p.drawPath(lid);
+    p.drawEllipse(QPointF(8, 8), 2, 2);
+}
+
+void DrawEyeShut(QPainter& p) {
+    QPainterPath lid(QPointF(1.5, 7));
+    lid.quadTo(8, 13, 14.5, 7);
+    p.drawPath(lid);
+    Line(p, 4, 9.5, 2.8, 11.5);
+    Line(p, 8, 10.2, 8, 12.5);
+    Line(p, 12, 9.5, 13.2, 11.5);
+}
+
+void DrawLock(QPainter& p) {
+    p.drawRect(QRectF(3.5, 7.5, 9, 6.5));
+    p.drawArc(QRectF(5, 2, 6, 9), 0, 180 * 16);
+}
+
+void DrawSnapGrid(QPainter& p) {
+    for (const double line : {3.0, 8.0, 13.0}) {
+        Line(p, line, 2, line, 14);
+        Line(p, 2, line, 14, line);
+    }
+    Accent(p);
+    p.drawEllipse(QPointF(8, 8), 2.2, 2.2);
+}
+
+void DrawSnapAngle(QPainter& p) {
+    p.drawPolyline(QPolygonF({{13.5, 13.5}, {2.5, 13.5}, {11, 3.5}}));
+    Accent(p);
+    p.drawArc(QRectF(-3.5, 7.5, 12, 12), 0, 50 * 16);
+}
+
+void DrawSnapSurface(QPainter& p) {
+    Line(p, 1.5, 13.5, 14.5, 13.5);
+    p.drawRect(QRectF(5, 2.5, 6, 4.5));
+    Accent(p);
+    Line(p, 8, 8, 8, 12.5);
+    p.drawPolyline(QPolygonF({{6, 10.5}, {8, 12.5}, {10, 10.5}}));
+}
+
+void DrawSnapVertex(QPainter& p) {
+    p.drawPolyline(QPolygonF({{2.5, 14}, {2.5, 4.5}, {13.5, 4.5}}));
+    Accent(p);
+    p.drawEllipse(QPointF(2.5, 4.5), 2.2, 2.2);
+}
+
+void DrawLocalAxes(QPainter& p) {
+    p.drawPolygon(QPolygonF({{8, 1.5}, {14, 6.5}, {9, 12.5}, {3, 7.5}}));
+    Accent(p);
+    Line(p, 8.5, 7, 12.5, 14.5);
+    Line(p, 8.5, 7, 1.5, 14);
+}
+
+void DrawPivot(QPainter& p) {
+    p.drawRect(QRectF(2.5, 2.5, 11, 11));
+    Accent(p);
+    p.drawEllipse(QPointF(2.5, 13.5), 2, 2);
+}
+
 constexpr Draw kDrawings[] = {
-    DrawNew,          DrawOpen,    DrawSave,     DrawSelect,    DrawMove,        DrawRotate,
-    DrawScale,        DrawOneView, DrawTwoViews, DrawFourViews, DrawGrid,        DrawFocus,
-    DrawDuplicate,    DrawDelete,  DrawGroup,    DrawMesh,      DrawCharacter,   DrawLight,
-    DrawDynamicLight, DrawSun,     DrawEmpty,    DrawSound,     DrawCameraPoint, DrawFilm,
+    DrawNew,          DrawOpen,        DrawSave,       DrawSelect,    DrawMove,        DrawRotate,
+    DrawScale,        DrawOneView,     DrawTwoViews,   DrawFourViews, DrawGrid,        DrawFocus,
+    DrawDuplicate,    DrawDelete,      DrawGroup,      DrawMesh,      DrawCharacter,   DrawLight,
+    DrawDynamicLight, DrawSun,         DrawEmpty,      DrawSound,     DrawCameraPoint, DrawFilm,
+    DrawBox,          DrawPlane,       DrawSphere,     DrawCylinder,  DrawCone,        DrawCapsule,
+    DrawCamera,       DrawLabel,       DrawEye,        DrawEyeShut,   DrawLock,        DrawSnapGrid,
+    DrawSnapAngle,    DrawSnapSurface, DrawSnapVertex, DrawLocalAxes, DrawPivot,
 };
-static_assert(std::size(kDrawings) == static_cast<std::size_t>(IconId::Film) + 1);
+static_assert(std::size(kDrawings) == static_cast<std::size_t>(IconId::Pivot) + 1);
 
 class VectorIcon : public QIconEngine {
 public:

@@ -30,6 +30,23 @@ enum class IconId {
     Sound,
     CameraPoint,
     Film,
+    Box,
+    Plane,
+    Sphere,
+    Cylinder,
+    Cone,
+    Capsule,
+    Camera,
+    Label,
+    Eye,
+    EyeShut,
+    Lock,
+    SnapGrid,
+    SnapAngle,
+    SnapSurface,
+    SnapVertex,
+    LocalAxes,
+    Pivot,
 };
 
 QIcon MakeIcon(IconId id);

@@ -21,6 +21,7 @@ class QToolBar;
 
 namespace stage {
 
+class CreateMenu;
 class EffectWatch;
 class FilmEffects;
 class ObjectPanel;
@@ -119,7 +120,6 @@ private:
     void MakeStatusBar();
     void MakeKeeper();
     void FillRecentMenu();
-    void FillMeshMenu();
     void FillPluginMenu();
     /// Runs a plug-in's command by the name that the user chose, and tells him if nothing came of it.
     void RunChosen(const QString& name, const std::function<void()>& command);
@@ -148,7 +148,6 @@ private:
     bool Recover(FoundWork& found);
     void AskAutosaveMinutes();
 
-    void CreateObject(const char* className, const QString& name, const QString& meshName);
     void DuplicateSelected();
     void RenameSelected();
     void SelectAll();
@@ -156,7 +155,7 @@ private:
     void ShowKeys();
 
     QMenu* recentMenu = nullptr;
-    QMenu* meshMenu = nullptr;
+    CreateMenu* create = nullptr;
     QMenu* pluginMenu = nullptr;
     QToolBar* tools = nullptr;
     QDockWidget* treeDock = nullptr;

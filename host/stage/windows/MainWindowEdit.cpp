@@ -1,14 +1,10 @@
-#include "host/engine/Units.h"
+#include "host/stage/windows/CreateMenu.h"
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/MainWindow.h"
-#include "host/stage/windows/MeshFiles.h"
 #include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/ObjectTree.h"
-#include "host/stage/windows/ViewArea.h"
-#include "plugin/contract/ClassIds.h"
 
 #include <QAction>
-#include <QFileInfo>
 #include <QInputDialog>
 #include <QMenuBar>
 
@@ -57,57 +53,8 @@ void MainWindow::MakeEditMenu() {
 
 void MainWindow::MakeCreateMenu() {
     QMenu* menu = menuBar()->addMenu(tr("&Create"));
-    meshMenu = menu->addMenu(MakeIcon(IconId::Mesh), tr("&Mesh"));
-    connect(meshMenu, &QMenu::aboutToShow, this, &MainWindow::FillMeshMenu);
-    menu->addSeparator();
-    AddAction(
-        *menu, tr("&Light"), {}, [this] { CreateObject(ClassName::GLLight, tr("Light"), {}); }, "CreateLight")
-        ->setIcon(MakeIcon(IconId::Light));
-    AddAction(
-        *menu, tr("&Dynamic light"), {},
-        [this] { CreateObject(ClassName::DynLight, tr("DynamicLight"), {}); }, "CreateDynamicLight")
-        ->setIcon(MakeIcon(IconId::DynamicLight));
-    AddAction(
-        *menu, tr("&Empty"), {}, [this] { CreateObject("EmptyObject", tr("Empty"), {}); }, "CreateEmpty")
-        ->setIcon(MakeIcon(IconId::Empty));
-    AddAction(
-        *menu, tr("&Sound emitter"), {}, [this] { CreateObject("SoundEmitter", tr("Sound"), {}); },
-        "CreateSound")
-        ->setIcon(MakeIcon(IconId::Sound));
-}
-
-void MainWindow::FillMeshMenu() {
-    meshMenu->clear();
-    for (const std::string& file : FindMeshFiles(host.level.Folder())) {
-        const QString meshName = QString::fromStdString(file);
-        connect(meshMenu->addAction(meshName), &QAction::triggered, this, [this, meshName] {
-            CreateObject(ClassName::Mesh, QFileInfo(meshName).baseName(), meshName);
-        });
-    }
-    if (meshMenu->isEmpty()) {
-        const QString reason = host.level.Folder().empty()
-                                   ? tr("Save the level first: meshes are found in its folder")
-                                   : tr("No .glb or .gltf files in the level's folder");
-        meshMenu->addAction(reason)->setEnabled(false);
-    }
-}
-
-void MainWindow::CreateObject(const char* className, const QString& name, const QString& meshName) {
-    engine::ObjectSpec spec;
-    spec.className = className;
-    spec.name = name.toStdString();
-    spec.meshName = meshName.toStdString();
-    Vector3 place = views->PlaceForNew();
-    if (host.classes.IsDerivedFrom(className, ClassName::Helper)) {
-        place.y += engine::Metres(2.0f); // a light on the ground would shine on nothing
-    }
-    spec.matrix.SetTranslation(place);
-    if (engine::SceneObject* object = commands.Create(spec)) {
-        if (object->Mesh() != nullptr && !object->Mesh()->Clips().empty()) {
-            object->Info().SetClassName("SkinnedMeshObject");
-            ObjectsChanged();
-        }
-    }
+    create = new CreateMenu(*this);
+    create->Fill(*menu);
 }
 
 void MainWindow::DuplicateSelected() {

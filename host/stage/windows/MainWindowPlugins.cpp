@@ -1,6 +1,7 @@
 #include "framework/Menu.h"
 #include "framework/QtBridge.h"
 #include "framework/ToolBar.h"
+#include "host/stage/windows/CreateMenu.h"
 #include "host/stage/windows/EffectWatch.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/ObjectLook.h"
@@ -255,6 +256,8 @@ void MainWindow::ShowMenu(int view, EditorObject* object, const QPoint& screen) 
         if (host.FillViewMenu(&items)) {
             AppendToQMenu(items, &menu, run);
         }
+        menu.addSeparator();
+        create->FillHere(*menu.addMenu(tr("Add here")), views->PlaceAt(view, screen));
     }
     if (!menu.isEmpty()) {
         menu.exec(screen);

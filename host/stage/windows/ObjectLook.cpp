@@ -18,6 +18,8 @@ constexpr ClassLook kLooks[] = {
     {"SkinnedMeshObject", IconId::Character, "Character"},
     {"EmptyObject", IconId::Empty, "Empty"},
     {"SoundEmitter", IconId::Sound, "Sound emitter"},
+    {engine::kCameraClass, IconId::Camera, "Camera"},
+    {engine::kLabelClass, IconId::Label, "Text label"},
     {ClassName::GLLight, IconId::Light, "Light"},
     {ClassName::DynLight, IconId::DynamicLight, "Dynamic light"},
     {ClassName::VirtualObject, IconId::Film, "Virtual object"},

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "host/stage/host/DrivenLight.h"
+#include "host/stage/windows/LightFields.h"
 
+#include <functional>
 #include <QScrollArea>
+#include <vector>
 
 class QCheckBox;
 class QComboBox;
@@ -13,45 +16,21 @@ class QLabel;
 class QLineEdit;
 
 namespace engine {
+struct ObjectNotes;
 class SceneObject;
-struct LightProperties;
 } // namespace engine
 
 namespace stage {
 
-class ColorButton;
+class CameraFields;
 class EditorHost;
+class LabelField;
 class ObjectCommands;
+class ShapeFields;
 class TransformFields;
 
-/// Colour, strength and range of a light.
-class LightFields : public QWidget {
-    Q_OBJECT
-public:
-    explicit LightFields(QWidget* parent, bool withRange);
-
-    void Show(const engine::LightProperties& light);
-    /// The fields that the open film sets are grey, and a line says whose they are.
-    void ShowDriven(const DrivenLight& driven);
-    /// What is grey comes from the light as it shines now.
-    engine::LightProperties Properties(const engine::LightProperties& present) const;
-
-    QCheckBox* on;
-    ColorButton* color;
-    QDoubleSpinBox* intensity;
-    QDoubleSpinBox* range;
-    QLabel* belongs; ///< shown while a film drives the light
-
-signals:
-    /// By the user.
-    void Changed();
-
-private:
-    void Tell();
-    bool showing = false;
-};
-
-/// Name, place, mesh and flags of the selected object; the sun when nothing is selected.
+/// Name, place, mesh, flags and body of the selected objects; the sun when nothing is selected. Where several
+/// objects differ, the field says so, and an entry goes to all of them.
 class ObjectPanel : public QScrollArea {
     Q_OBJECT
 public:
@@ -70,24 +49,42 @@ public:
     QComboBox* parentBox;
     QComboBox* mesh;
     QCheckBox* visible;
+    QCheckBox* locked;
     LightFields* light;
     LightFields* sun;
+    ShapeFields* shape;
+    CameraFields* camera;
+    LabelField* label;
+
+signals:
+    /// The user wants to look through the selected camera.
+    void LookRequested(int cameraId);
 
 private:
     QWidget* MakeObjectPage();
     QWidget* MakeLevelPage();
-    void ShowObject(engine::SceneObject& object);
+    using Objects = std::vector<engine::SceneObject*>;
+
+    void ShowObjects(const Objects& objects);
+    void ShowPlaces(const Objects& objects);
+    void ShowBodies(const Objects& objects);
     void ShowLevel();
-    void FillParents(const engine::SceneObject& object);
-    void FillMeshes(const engine::SceneObject& object);
+    void FillParents(const Objects& objects);
+    void FillMeshes(const Objects& objects);
     void ConnectFields();
+    void ConnectBodies();
+    void ConnectSun();
     DrivenLight DrivenNow() const;
-    engine::SceneObject* Object() const; ///< the one selected object, else null
+    Objects Selected() const; ///< empty while the fields are being filled
+    /// Runs a change for each selected object that is still there: a change may call plug-ins.
+    void ForEach(const std::function<void(engine::SceneObject&)>& change);
+    void ChangeNotes(const std::function<void(engine::ObjectNotes&)>& change);
 
     EditorHost& host;
     ObjectCommands& commands;
     QWidget* objectPage;
     QWidget* levelPage;
+    QGroupBox* bodyBox = nullptr;
     QGroupBox* lightBox = nullptr;
     QGroupBox* sunBox = nullptr;
     QLabel* summary = nullptr;

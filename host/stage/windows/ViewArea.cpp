@@ -130,6 +130,18 @@ Vector3 ViewArea::PlaceForNew() const {
     return {place.x, place.y, place.z};
 }
 
+Vector3 ViewArea::PlaceAt(int number, const QPoint& screen) const {
+    const StageView* view = host.views.At(number);
+    const ViewWidget* widget = Widget(number);
+    if (view == nullptr || widget == nullptr) {
+        return {};
+    }
+    const QPoint pixel = widget->mapFromGlobal(screen);
+    const render::ViewRay ray = view->RayAt(static_cast<float>(pixel.x()), static_cast<float>(pixel.y()));
+    const glm::vec3 place = picker.PlaceAt(ray, view->navigation.distance);
+    return {place.x, place.y, place.z};
+}
+
 void ViewArea::CountFrame() {
     ++frames;
     const qint64 elapsed = rateClock.elapsed();

@@ -38,6 +38,8 @@ public:
     void ShowAll();
     /// A place for a new object: what the middle of the active view looks at.
     Vector3 PlaceForNew() const;
+    /// What stands at a place of the screen in a view: the nearest mesh, else the ground.
+    Vector3 PlaceAt(int number, const QPoint& screen) const;
 
     EditorHost& host;
     ObjectCommands& commands;

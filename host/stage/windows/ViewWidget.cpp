@@ -1,5 +1,6 @@
 #include "host/stage/windows/ViewWidget.h"
 
+#include "host/engine/ClassDatabase.h"
 #include "host/engine/Units.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/ObjectCommands.h"
@@ -316,12 +317,39 @@ void ViewWidget::PaintChrome(QPainter& painter) {
     }
     painter.setPen(QColor(255, 255, 255, 200));
     painter.drawText(QRect(12, 8, 120, 20), Qt::AlignLeft | Qt::AlignVCenter, tr("View %1").arg(number + 1));
+    PaintLabels(painter);
     PaintBadge(painter);
     PaintHint(painter);
     if (area.ActiveView() == number && area.host.views.Count() > 1) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(QColor::fromRgb(0xff1f7a8c), 2));
         painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
+}
+
+/// Labels of the level, over everything; the film's picture has none.
+void ViewWidget::PaintLabels(QPainter& painter) {
+    const StageView* view = View();
+    const engine::LevelData* level = area.host.level.Data();
+    if (view == nullptr || level == nullptr || view->attachedTo != 0) {
+        return;
+    }
+    for (const auto& object : level->Objects()) {
+        glm::vec2 pixel;
+        const Vector3 place = object->World().Translation();
+        if (object->Info().className != engine::kLabelClass || !object->IsShown() ||
+            object->notes.text.empty() || !view->Project({place.x, place.y, place.z}, pixel)) {
+            continue;
+        }
+        constexpr int kPad = 6;
+        const QString text = QString::fromStdString(object->notes.text);
+        QRectF box = painter.boundingRect(QRectF(pixel.x, pixel.y, 0, 0), Qt::AlignCenter, text);
+        box.adjust(-kPad, -kPad / 2.0, kPad, kPad / 2.0);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(object->Info().IsSelected() ? QColor(200, 120, 20, 220) : QColor(20, 26, 32, 170));
+        painter.drawRoundedRect(box, 4, 4);
+        painter.setPen(QColor(240, 244, 247));
+        painter.drawText(box, Qt::AlignCenter, text);
     }
 }
 

@@ -50,6 +50,7 @@ private:
     QRect Band() const;
     QRect BadgeRect() const;
     void PaintChrome(QPainter& painter);
+    void PaintLabels(QPainter& painter);
     void PaintBadge(QPainter& painter);
     void PaintHint(QPainter& painter);
 
