@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <glm/gtc/matrix_transform.hpp>
 #include <gtest/gtest.h>
 
 namespace HelperShapes = render::HelperShapes;
@@ -99,6 +100,22 @@ TEST(GroundGridTest, TheAxesAreColoured) {
     }
     EXPECT_EQ(red, 1);
     EXPECT_EQ(blue, 1);
+}
+
+TEST(FlatGridTest, LinesStandAPowerOfTenApartAndTheAxesAreColoured) {
+    render::RenderCamera camera;
+    camera.view = glm::translate(glm::mat4(1.0f), {0.0f, 0.0f, -100.0f});
+    camera.projection = glm::ortho(-400.0f, 400.0f, -300.0f, 300.0f, -1000.0f, 1000.0f);
+    const std::vector<RenderLine> lines = render::FlatGrid(render::RenderGrid::Front, camera);
+    // 300 / 3 is 100: nine lines across x from -400 to 400 and seven across y.
+    ASSERT_EQ(lines.size(), 16u);
+    EXPECT_EQ(lines[0].from.x, -400.0f);
+    EXPECT_EQ(lines[1].from.x, -300.0f);
+    EXPECT_GT(lines[4].color.g, lines[4].color.r) << "at x = 0 runs the y axis, green";
+    EXPECT_GT(lines[12].color.r, lines[12].color.g) << "at y = 0 runs the x axis, red";
+    EXPECT_TRUE(render::FlatGrid(render::RenderGrid::Ground, camera).empty());
+    camera.projection = glm::perspective(1.0f, 1.0f, 1.0f, 100.0f);
+    EXPECT_TRUE(render::FlatGrid(render::RenderGrid::Front, camera).empty());
 }
 
 TEST(GroundGridTest, FarAwayEyesAreNoTrouble) {

@@ -159,7 +159,7 @@ TEST_F(RendererTest, ACameraThatIsNotFiniteGivesAPlainPicture) {
 
 TEST_F(RendererTest, TheSameSceneGivesTheSameBytes) {
     scene.sky.clouds = 0.5f;
-    scene.grid = true;
+    scene.grid = render::RenderGrid::Ground;
     AddLight({1, 1, 2}, {3, 2, 1}, 5);
     AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20).outline = true;
     AddBox({-5, -0.2f, -5}, {5, 0, 5}, 120, 120, 120);

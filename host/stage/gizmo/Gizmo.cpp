@@ -17,6 +17,8 @@ constexpr std::array<GizmoPart, 7> kParts = {GizmoPart::Uniform, GizmoPart::Plan
                                              GizmoPart::AxisZ};
 /// Sine of the angle between sight and plane below which the plane tells nothing.
 constexpr float kEdgeOn = 0.02f;
+/// Cosine of the angle between an axis and the sight above which a pull along it tells nothing.
+constexpr float kAlongTheSight = 0.9998f;
 /// Units. A camera nearer to the gizmo than this sees it as from there.
 constexpr float kLeastDepth = engine::Metres(0.05f);
 /// Units from the middle within which a pull has no ratio.
@@ -79,7 +81,8 @@ float Gizmo::Size(const render::RenderCamera& camera) const {
     constexpr float kShareOfHeight = 0.24f;
     const glm::vec3 seen(camera.view * glm::vec4(Place(), 1.0f));
     const float slope = camera.projection[1][1] != 0.0f ? 1.0f / std::abs(camera.projection[1][1]) : 1.0f;
-    return std::max(std::abs(seen.z), kLeastDepth) * slope * kShareOfHeight;
+    const bool isFlat = camera.projection[3][3] == 1.0f; // without perspective size is no matter of depth
+    return (isFlat ? 1.0f : std::max(std::abs(seen.z), kLeastDepth)) * slope * kShareOfHeight;
 }
 
 float Gizmo::DistanceTo(GizmoPart part, const render::ViewRay& ray, float size) const {
@@ -101,6 +104,9 @@ float Gizmo::DistanceTo(GizmoPart part, const render::ViewRay& ray, float size) 
         return inside ? -size : size;
     }
     if (mode != GizmoMode::Rotate) {
+        if (std::abs(glm::dot(Axis(axis), ray.direction)) > kAlongTheSight) {
+            return size; // nothing to grip: it is seen as a point
+        }
         return GizmoGeometry::DistanceToSegment(
             ray, Place() + Axis(axis) * (size * GizmoGeometry::kAxisStart), Place() + Axis(axis) * size);
     }

@@ -108,6 +108,9 @@ public:
     void SetViewCount(int count);
     /// Whether a plug-in says that the view follows it.
     bool FollowsPlugin(int view);
+    /// A view that looks through a camera of the level takes that camera's place; if it has gone, the view is
+    /// the user's own again. Before a view is drawn.
+    void FollowCamera(int view);
     /// The plug-ins' lines for one view, made by their render calls.
     const std::vector<OverlayLine>& RenderPlugins(int view);
     void RunCommand(PluginCommandId command);

@@ -1,3 +1,5 @@
+#include "host/engine/ClassDatabase.h"
+#include "host/engine/mesh/GlmConvert.h"
 #include "host/stage/host/EditorHost.h"
 #include "plugin/contract/EventCodes.h"
 
@@ -97,6 +99,19 @@ bool EditorHost::FollowsPlugin(int view) {
                         [&] { owner->plugin->OnViewRequest(ViewRequest::IsAttached, 0, &number, &follows); });
     }
     return follows;
+}
+
+void EditorHost::FollowCamera(int view) {
+    StageView* stageView = views.At(view);
+    if (stageView == nullptr || !stageView->IsCameraNow()) {
+        return;
+    }
+    const engine::SceneObject* camera = level.FindObject(stageView->CameraId());
+    if (camera == nullptr || camera->Info().className != engine::kCameraClass) {
+        stageView->SetKind(ViewKind::Perspective);
+        return;
+    }
+    stageView->LookThrough(mesh::ToGlm(camera->World()), camera->notes.Angle());
 }
 
 const std::vector<OverlayLine>& EditorHost::RenderPlugins(int view) {

@@ -64,6 +64,8 @@ void LevelScene::Update(const engine::Level& level, const LevelSceneOptions& opt
     processor::ClearUpperHalves(); // meshes are bent on the way
     scene = RenderScene();
     scene.grid = options.grid;
+    scene.style = options.style;
+    scene.plainBackground = options.plainBackground;
     scene.seconds = options.seconds;
     const engine::LevelData* data = level.Data();
     if (data == nullptr) {
@@ -78,8 +80,23 @@ void LevelScene::Update(const engine::Level& level, const LevelSceneOptions& opt
             object->IsLight() ? AddLight(*object, options) : AddObject(*object, options);
         }
     }
+    if (options.style != RenderStyle::Lit) {
+        PutOutLights();
+    }
     if (options.editor) {
         cameraPoints.Append(*data, options.viewer, scene);
+    }
+}
+
+void LevelScene::PutOutLights() {
+    scene.lights.clear();
+    scene.sun.color = glm::vec3(0.0f);
+    scene.sky.zenith = glm::vec3(1.0f);
+    scene.sky.horizon = glm::vec3(0.75f);
+    scene.sky.ground = glm::vec3(0.45f);
+    scene.sky.fog = 0.0f;
+    for (RenderItem& item : scene.items) {
+        item.castsShadow = false;
     }
 }
 

@@ -14,7 +14,9 @@ namespace render {
 /// What of a level its scene shows besides the objects with meshes.
 struct LevelSceneOptions {
     bool editor = true; ///< bodies of lights, helpers and objects without a mesh, rims of what is selected
-    bool grid = false;
+    RenderGrid grid = RenderGrid::None;
+    RenderStyle style = RenderStyle::Lit;
+    bool plainBackground = false;
     float seconds = 0.0f;              ///< moves water and clouds
     int hiddenId = 0;                  ///< object that is left out: the camera that is looked through
     std::optional<glm::vec3> viewer{}; ///< where the view stands, for bodies that keep their size in it
@@ -36,6 +38,7 @@ private:
     void AddLight(const engine::SceneObject& object, const LevelSceneOptions& options);
     const mesh::MeshPose* PoseFor(const engine::SceneObject& object, const mesh::Mesh& mesh);
     void TakeSun(const engine::LevelData& data);
+    void PutOutLights();
     void DropOldPoses(const engine::LevelData& data);
     void FindSunHelpers(const engine::LevelData& data);
 

@@ -48,7 +48,8 @@ void SetLights(const GlProgram& program, const RenderScene& scene, const ItemLig
 
 MeshPass::MeshPass()
     : depth(Shaders::kFramePrelude, Shaders::kDepthVertex, Shaders::kDepthFragment),
-      mask(Shaders::kFramePrelude, Shaders::kDepthVertex, Shaders::kMaskFragment) {
+      mask(Shaders::kFramePrelude, Shaders::kDepthVertex, Shaders::kMaskFragment),
+      wire(Shaders::kFramePrelude, Shaders::kDepthVertex, Shaders::kWireFragment) {
     // The plainest form at once, so that a driver that can't do it is found out at the start.
     Program({});
 }
@@ -149,6 +150,25 @@ void MeshPass::DrawDepth(const std::vector<const FrameItem*>& items, const glm::
     for (const FrameItem* entry : items) {
         DrawFlat(depth, *entry, projection);
     }
+}
+
+void MeshPass::DrawWires(const std::vector<FrameItem>& items, const glm::mat4& projection) {
+    constexpr glm::vec3 kWire(0.10f, 0.12f, 0.16f);
+    constexpr glm::vec3 kChosenWire(0.80f, 0.35f, 0.0f);
+    wire.Use();
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_CULL_FACE);
+    glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
+    for (const bool outlined : {false, true}) {
+        const glm::vec3& color = outlined ? kChosenWire : kWire;
+        glUniform3fv(wire.Location("color"), 1, &color.x);
+        for (const FrameItem& entry : items) {
+            if (entry.item->outline == outlined) {
+                DrawFlat(wire, entry, projection);
+            }
+        }
+    }
+    glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
 }
 
 void MeshPass::DrawMask(const std::vector<FrameItem>& items, const glm::mat4& projection) {

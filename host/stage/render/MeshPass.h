@@ -27,6 +27,8 @@ public:
     /// Near items first, without those outside the view.
     void DrawLit(const std::vector<FrameItem>& items, const RenderScene& scene, const View& view);
     void DrawDepth(const std::vector<const FrameItem*>& items, const glm::mat4& projection);
+    /// The edges of all items; those of outlined ones stand out.
+    void DrawWires(const std::vector<FrameItem>& items, const glm::mat4& projection);
     /// The outlined items in white.
     void DrawMask(const std::vector<FrameItem>& items, const glm::mat4& projection);
 
@@ -51,6 +53,7 @@ private:
     std::map<Variant, std::unique_ptr<GlProgram>> lit;
     GlProgram depth;
     GlProgram mask;
+    GlProgram wire;
     MeshBuffers buffers;
     std::vector<const FrameItem*> order; ///< of the view being drawn
 };

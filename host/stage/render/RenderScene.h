@@ -52,6 +52,16 @@ struct RenderSky {
     float clouds = 0.38f;                  ///< 0 clear to 1 overcast
 };
 
+/// How bodies are drawn.
+enum class RenderStyle {
+    Lit,
+    Flat,     ///< in their colours, a little darker below; no sun, no lamps, no shadows, no fog
+    Wireframe ///< the edges of their triangles
+};
+
+/// The squares to measure by.
+enum class RenderGrid { None, Ground, Top, Front, Side };
+
 /// All that one frame shows; the views of a frame share it.
 struct RenderScene {
     static constexpr std::size_t kMaxLights = 8;
@@ -62,8 +72,10 @@ struct RenderScene {
     std::vector<RenderLine> overlay; ///< drawn over everything
     RenderSun sun;
     RenderSky sky;
-    bool grid = false;
-    float seconds = 0.0f; ///< moves water and clouds
+    RenderGrid grid = RenderGrid::None;
+    RenderStyle style = RenderStyle::Lit;
+    bool plainBackground = false; ///< instead of the sky
+    float seconds = 0.0f;         ///< moves water and clouds
     float exposure = 1.0f;
 };
 

@@ -22,6 +22,8 @@ namespace render {
 namespace {
 
 constexpr glm::vec3 kOutlineColor(1.0f, 0.62f, 0.10f);
+/// Of flat views and wireframes, as on the screen.
+constexpr glm::vec3 kPlainBackground(0.62f, 0.66f, 0.70f);
 /// Shadows reach this far around what the first casters span; beyond, texels would grow too coarse.
 constexpr float kMaxShadowExtent = engine::Metres(160.0f);
 constexpr float kShadowStep = engine::Metres(8.0f);
@@ -138,7 +140,7 @@ struct Renderer::Parts {
 
     void DrawLines(const RenderCamera& camera, int supersample) const {
         const auto scale = static_cast<float>(supersample);
-        if (scene->grid) {
+        if (scene->grid == RenderGrid::Ground) {
             passes->lines.Draw(GroundGrid(glm::vec3(glm::inverse(camera.view)[3])), scale,
                                /*depthTest*/ true);
         }
@@ -152,11 +154,24 @@ struct Renderer::Parts {
         block.viewport = glm::vec4(size, 1.0f / size);
         block.shadow = passes->shadow.TextureMatrix();
         UploadBlock(block);
-        passes->sky.Prepare(passes->target.Width(), passes->target.Height());
+        if (!scene->plainBackground) {
+            passes->sky.Prepare(passes->target.Width(), passes->target.Height());
+        }
         passes->target.Bind();
-        passes->meshes.DrawLit(
-            items, *scene, {viewProjection, glm::vec3(block.eye), passes->shadow.Texture(), supersample > 1});
-        passes->sky.Draw();
+        if (scene->grid != RenderGrid::Ground) {
+            passes->lines.Draw(FlatGrid(scene->grid, camera), static_cast<float>(supersample),
+                               /*depthTest*/ false);
+        }
+        if (scene->style == RenderStyle::Wireframe) {
+            passes->meshes.DrawWires(items, viewProjection);
+        } else {
+            passes->meshes.DrawLit(
+                items, *scene,
+                {viewProjection, glm::vec3(block.eye), passes->shadow.Texture(), supersample > 1});
+        }
+        if (!scene->plainBackground) {
+            passes->sky.Draw();
+        }
         DrawOutline(viewProjection, supersample);
         DrawLines(camera, supersample);
     }
@@ -206,8 +221,8 @@ bool Renderer::DrawView(const RenderCamera& camera, int width, int height, Rende
     }
     const glm::mat4 viewProjection = camera.projection * camera.view;
     parts->passes->target.Bind();
-    const glm::vec3& horizon = parts->scene->sky.horizon;
-    glClearColor(horizon.r, horizon.g, horizon.b, 1.0f);
+    const glm::vec3& back = parts->scene->plainBackground ? kPlainBackground : parts->scene->sky.horizon;
+    glClearColor(back.r, back.g, back.b, 1.0f);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     if (IsFinite(viewProjection) && IsFinite(glm::inverse(viewProjection)) &&
         IsFinite(glm::inverse(camera.view))) {

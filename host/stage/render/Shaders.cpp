@@ -179,6 +179,13 @@ out vec4 result;
 void main() { result = vec4(1.0); }
 )";
 
+const char* const kWireFragment = R"(
+uniform vec3 color;
+out vec4 result;
+
+void main() { result = vec4(color, 1.0); }
+)";
+
 const char* const kScreenVertex = R"(
 out vec2 place;
 

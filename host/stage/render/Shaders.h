@@ -9,6 +9,7 @@ extern const char* const kMeshFragment;
 extern const char* const kDepthVertex;
 extern const char* const kDepthFragment;
 extern const char* const kMaskFragment;
+extern const char* const kWireFragment;
 extern const char* const kScreenVertex;
 extern const char* const kSkyFragment;
 extern const char* const kBackdropFragment;

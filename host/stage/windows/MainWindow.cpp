@@ -271,6 +271,8 @@ void MainWindow::RestorePlaces() {
     const QSettings settings;
     restoreGeometry(settings.value("window/geometry").toByteArray());
     isPanelUnplaced = !restoreState(settings.value("window/state").toByteArray());
+    views->RestoreLooks();
+    CheckLayout();
     if (panelForm == nullptr) {
         pluginPanel->hide(); // it was shown at the last end; its plug-in says whether it is again
     }
@@ -285,6 +287,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     settings.setValue("window/geometry", saveGeometry());
     settings.setValue("window/state", saveState());
     toolWindows->SavePlaces();
+    views->SaveLooks();
     // A film that plays is left here; its loop then ends, and the plug-ins are unloaded after it.
     session.Close();
     keeper->Drop();

@@ -130,6 +130,8 @@ private:
     void PlacePanel(int formHeight);
     void OpenPanel();
     void UpdateActions();
+    /// Checks the action of the present number of views.
+    void CheckLayout();
     void FlushRefresh();
 
     void NewLevel();
@@ -153,6 +155,7 @@ private:
     void SelectAll();
     void ShowMenu(int view, EditorObject* object, const QPoint& screen);
     void ShowKeys();
+    void LookThroughSelected();
 
     QMenu* recentMenu = nullptr;
     CreateMenu* create = nullptr;

@@ -1,9 +1,12 @@
+#include "host/engine/ClassDatabase.h"
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/MainWindow.h"
+#include "host/stage/windows/ObjectPanel.h"
 #include "host/stage/windows/PluginPanel.h"
 #include "host/stage/windows/ScenePictures.h"
 #include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
+#include "host/stage/windows/ViewHeader.h"
 #include "host/stage/windows/ViewTool.h"
 
 #include <QAction>
@@ -45,6 +48,20 @@ constexpr LayoutEntry kLayouts[] = {
     {2, QT_TR_NOOP("&Two views"), Qt::Key_2, IconId::TwoViews, "Views2"},
     {3, QT_TR_NOOP("T&hree views"), Qt::Key_3, IconId::FourViews, "Views3"},
     {4, QT_TR_NOOP("&Four views"), Qt::Key_4, IconId::FourViews, "Views4"},
+};
+
+struct KindKey {
+    ViewKind kind;
+    const char* text;
+    Qt::Key key;
+    const char* name;
+};
+
+constexpr KindKey kKindKeys[] = {
+    {ViewKind::Perspective, QT_TR_NOOP("&Perspective view"), Qt::Key_F5, "ViewPerspective"},
+    {ViewKind::Top, QT_TR_NOOP("To&p view"), Qt::Key_F6, "ViewTop"},
+    {ViewKind::Front, QT_TR_NOOP("F&ront view"), Qt::Key_F7, "ViewFront"},
+    {ViewKind::Side, QT_TR_NOOP("S&ide view"), Qt::Key_F8, "ViewSide"},
 };
 
 struct KeyLine {
@@ -106,10 +123,32 @@ void MainWindow::MakeViewMenu() {
         layoutGroup->addAction(action);
     }
     menu->addSeparator();
+    for (const KindKey& entry : kKindKeys) {
+        AddAction(
+            *menu, tr(entry.text), QKeySequence(entry.key),
+            [this, kind = entry.kind] { views->SetKind(ActiveView(), kind); }, entry.name);
+    }
+    AddAction(
+        *menu, tr("Look through the selected &camera"), QKeySequence(Qt::Key_F9),
+        [this] { LookThroughSelected(); }, "ViewLookThrough");
+    QMenu* looks = menu->addMenu(tr("&Active view"));
+    connect(looks, &QMenu::aboutToShow, this, [this, looks] {
+        looks->clear();
+        ViewHeader::Fill(*looks, *views, ActiveView());
+    });
+    connect(panel, &ObjectPanel::LookRequested, this,
+            [this](int camera) { views->SetKind(ActiveView(), ViewKind::Camera, camera); });
+    menu->addSeparator();
     menu->addAction(treeDock->toggleViewAction());
     menu->addAction(panelDock->toggleViewAction());
     menu->addAction(pluginPanel->toggleViewAction());
     toolWindows->SetMenu(menu);
+}
+
+void MainWindow::CheckLayout() {
+    for (const LayoutEntry& layout : kLayouts) {
+        findChild<QAction*>(layout.name)->setChecked(layout.views == host.views.Count());
+    }
 }
 
 void MainWindow::MakeToolBar() {
@@ -129,6 +168,16 @@ void MainWindow::MakeToolBar() {
             tools->addSeparator();
         }
     }
+}
+
+void MainWindow::LookThroughSelected() {
+    for (const engine::SceneObject* object : commands.Selected()) {
+        if (object->Info().className == engine::kCameraClass) {
+            views->SetKind(ActiveView(), ViewKind::Camera, object->id);
+            return;
+        }
+    }
+    Report("Select a camera to look through it; Create makes one");
 }
 
 void MainWindow::MakeHelpMenu() {

@@ -13,6 +13,18 @@ namespace stage {
 namespace {
 /// Pictures that follow each other faster than this are a film.
 constexpr qint64 kFilmMs = 200;
+
+render::RenderStyle StyleOf(ViewShading shading) {
+    return shading == ViewShading::Lit    ? render::RenderStyle::Lit
+           : shading == ViewShading::Flat ? render::RenderStyle::Flat
+                                          : render::RenderStyle::Wireframe;
+}
+
+render::RenderGrid GridOf(ViewKind kind) {
+    return kind == ViewKind::Top     ? render::RenderGrid::Top
+           : kind == ViewKind::Front ? render::RenderGrid::Front
+                                     : render::RenderGrid::Side;
+}
 } // namespace
 
 ScenePictures::ScenePictures(ViewArea& viewArea) : area(viewArea), level(viewArea.host.meshes) {
@@ -46,6 +58,19 @@ void ScenePictures::AddLines(int view, const std::vector<OverlayLine>& lines) {
     area.tool->AppendLines(*area.host.views.At(view), level.scene.overlay);
 }
 
+render::LevelSceneOptions ScenePictures::OptionsFor(const StageView& view) const {
+    render::LevelSceneOptions options;
+    options.editor = view.attachedTo == 0;
+    options.hiddenId = options.editor ? view.CameraId() : 0;
+    options.style = options.editor ? StyleOf(view.shading) : render::RenderStyle::Lit;
+    options.plainBackground =
+        options.editor && (view.IsFlatNow() || options.style == render::RenderStyle::Wireframe);
+    if (showGrid) {
+        options.grid = view.IsFlatNow() ? GridOf(view.Kind()) : render::RenderGrid::Ground;
+    }
+    return options;
+}
+
 const QImage& ScenePictures::Draw(int view, const QSize& size, bool fine) {
     const StageView* stageView = area.host.views.At(view);
     // A plug-in's render call may pump; a picture in a picture would use the scene that is being built.
@@ -63,11 +88,10 @@ const QImage& ScenePictures::Draw(int view, const QSize& size, bool fine) {
     }
     drawing = true;
     MoveClock();
+    area.host.FollowCamera(view);
     // The plug-ins first: they pose the film that is drawn.
     const std::vector<OverlayLine>& lines = area.host.RenderPlugins(view);
-    render::LevelSceneOptions options;
-    options.grid = showGrid;
-    options.editor = stageView->attachedTo == 0;
+    render::LevelSceneOptions options = OptionsFor(*stageView);
     options.seconds = seconds;
     options.viewer = glm::vec3(stageView->CameraMatrix()[3]);
     level.Update(area.host.level, options);

@@ -14,6 +14,7 @@ class Renderer;
 namespace stage {
 
 struct OverlayLine;
+class StageView;
 class ViewArea;
 
 /// The pictures of the views: level, plug-in lines and gizmo, drawn by one renderer that is made at the
@@ -32,6 +33,7 @@ public:
     bool showGrid = true;
 
 private:
+    render::LevelSceneOptions OptionsFor(const StageView& view) const;
     void AddLines(int view, const std::vector<OverlayLine>& lines);
     void MoveClock();
 

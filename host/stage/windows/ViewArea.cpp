@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <QGridLayout>
+#include <QSettings>
 
 namespace stage {
 
@@ -91,6 +92,47 @@ void ViewArea::Redraw(int number) {
     }
 }
 
+void ViewArea::SetKind(int number, ViewKind kind, int cameraId) {
+    host.TakeView(number);
+    if (StageView* view = host.views.At(number)) {
+        view->SetKind(kind, cameraId);
+        host.FollowCamera(number);
+        Redraw(number);
+    }
+}
+
+void ViewArea::SetShading(int number, ViewShading shading) {
+    if (StageView* view = host.views.At(number)) {
+        view->shading = shading;
+        Redraw(number);
+    }
+}
+
+void ViewArea::SaveLooks() const {
+    QSettings settings;
+    settings.setValue("views/count", host.views.Count());
+    for (int number = 0; number < host.views.Count(); ++number) {
+        const StageView& view = *host.views.At(number);
+        const ViewKind kind = view.Kind() == ViewKind::Camera ? ViewKind::Perspective : view.Kind();
+        settings.setValue(QString("views/kind%1").arg(number), static_cast<int>(kind));
+        settings.setValue(QString("views/shading%1").arg(number), static_cast<int>(view.shading));
+    }
+}
+
+void ViewArea::RestoreLooks() {
+    const QSettings settings;
+    const auto read = [&](const QString& key, int most) {
+        return std::clamp(settings.value(key, 0).toInt(), 0, most);
+    };
+    SetViewCount(std::clamp(settings.value("views/count", 1).toInt(), 1, StageViews::kMaxViews));
+    for (int number = 0; number < host.views.Count(); ++number) {
+        SetKind(number, static_cast<ViewKind>(
+                            read(QString("views/kind%1").arg(number), static_cast<int>(ViewKind::Side))));
+        SetShading(number, static_cast<ViewShading>(read(QString("views/shading%1").arg(number),
+                                                         static_cast<int>(ViewShading::Wireframe))));
+    }
+}
+
 void ViewArea::FocusSelection() {
     StageView* view = host.views.At(activeView);
     if (view == nullptr) {
@@ -109,9 +151,15 @@ void ViewArea::FocusSelection() {
 void ViewArea::ShowAll() {
     const Sphere ball = picker.BoundsOf(ObjectList());
     for (int number = 0; number < host.views.Count(); ++number) {
-        ViewNavigation& navigation = host.views.At(number)->navigation;
-        navigation.yaw = kYaw[number];
-        navigation.pitch = kPitch[number];
+        StageView& view = *host.views.At(number);
+        ViewNavigation& navigation = view.navigation;
+        if (view.Kind() == ViewKind::Camera) {
+            view.SetKind(ViewKind::Perspective);
+        }
+        if (!IsFlat(view.Kind())) {
+            navigation.yaw = kYaw[number];
+            navigation.pitch = kPitch[number];
+        }
         // Levels are flat: a whole ball around them would leave most of the picture empty.
         navigation.Focus(ball.center, ball.radius * 0.6f);
         host.views.At(number)->ApplyNavigation();
@@ -126,7 +174,7 @@ Vector3 ViewArea::PlaceForNew() const {
     }
     const render::ViewRay ray =
         view->RayAt(static_cast<float>(view->width) * 0.5f, static_cast<float>(view->height) * 0.5f);
-    const glm::vec3 place = picker.PlaceAt(ray, view->navigation.distance);
+    const glm::vec3 place = picker.PlaceAt(ray, view->DepthOfPivot());
     return {place.x, place.y, place.z};
 }
 
@@ -138,7 +186,7 @@ Vector3 ViewArea::PlaceAt(int number, const QPoint& screen) const {
     }
     const QPoint pixel = widget->mapFromGlobal(screen);
     const render::ViewRay ray = view->RayAt(static_cast<float>(pixel.x()), static_cast<float>(pixel.y()));
-    const glm::vec3 place = picker.PlaceAt(ray, view->navigation.distance);
+    const glm::vec3 place = picker.PlaceAt(ray, view->DepthOfPivot());
     return {place.x, place.y, place.z};
 }
 

@@ -32,6 +32,13 @@ public:
     ViewWidget* Widget(int number) const;
     /// True while the gizmo is dragged.
     bool IsDragging() const;
+    /// Another kind of view; a plug-in that holds the view gives it back first.
+    void SetKind(int number, ViewKind kind, int cameraId = 0);
+    void SetShading(int number, ViewShading shading);
+    /// How many views there are, what kinds they are and how they show bodies, per user. Cameras belong to
+    /// their level: such a view is one in perspective the next time.
+    void SaveLooks() const;
+    void RestoreLooks();
     /// Shows the selected objects whole in the active view; the whole level without a selection.
     void FocusSelection();
     /// Points all views at the whole level, each from another side.

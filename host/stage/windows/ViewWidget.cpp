@@ -1,11 +1,13 @@
 #include "host/stage/windows/ViewWidget.h"
 
 #include "host/engine/ClassDatabase.h"
+#include "host/engine/mesh/GlmConvert.h"
 #include "host/engine/Units.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/ObjectCommands.h"
 #include "host/stage/windows/ScenePictures.h"
 #include "host/stage/windows/ViewArea.h"
+#include "host/stage/windows/ViewHeader.h"
 #include "host/stage/windows/ViewTool.h"
 
 #include <QApplication>
@@ -49,6 +51,7 @@ ViewWidget::ViewWidget(ViewArea& viewArea, int viewNumber)
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setMinimumSize(120, 90);
+    header = new ViewHeader(area, *this);
     refineTimer.setInterval(kRefineMs);
     refineTimer.setSingleShot(true);
     connect(&refineTimer, &QTimer::timeout, this, [this] {
@@ -123,31 +126,48 @@ bool ViewWidget::MayNavigate() {
         emit area.StatusText(tr("This view shows the film's camera. Click its badge to take it back."));
         return false;
     }
+    const engine::SceneObject* camera = area.host.level.FindObject(view->CameraId());
+    if (camera != nullptr && camera->notes.locked) {
+        emit area.StatusText(
+            tr("%1 is locked and stays where it is.").arg(QString::fromStdString(camera->name)));
+        return false;
+    }
     return true;
+}
+
+/// The view goes where the navigation is; if it looks through a camera, that goes along.
+void ViewWidget::TakeNavigation() {
+    StageView& view = *View();
+    if (view.IsCameraNow()) {
+        engine::SceneObject* camera = area.host.level.FindObject(view.CameraId());
+        if (camera != nullptr) {
+            area.commands.Move({{camera, mesh::FromGlm(view.navigation.CameraMatrix())}});
+        }
+    } else {
+        view.ApplyNavigation();
+    }
+    update();
 }
 
 void ViewWidget::Navigate(const QPointF& delta) {
     if (!MayNavigate()) {
         return;
     }
-    ViewNavigation& navigation = View()->navigation;
+    StageView& view = *View();
+    ViewNavigation& navigation = view.navigation;
     const auto dx = static_cast<float>(delta.x());
     const auto dy = static_cast<float>(delta.y());
-    switch (gesture) {
-    case Gesture::Orbit:
-        navigation.Orbit(dx, dy);
-        break;
-    case Gesture::Pan:
+    const bool isFlat = view.IsFlatNow(); // which can't turn
+    if (gesture == Gesture::Pan || (isFlat && (gesture == Gesture::Orbit || gesture == Gesture::Look))) {
         navigation.Pan(dx, dy, height());
-        break;
-    case Gesture::Look:
+    } else if (gesture == Gesture::Orbit) {
+        navigation.Orbit(dx, dy);
+    } else if (gesture == Gesture::Look) {
         navigation.Look(dx, dy);
-        break;
-    default:
+    } else {
         return;
     }
-    View()->ApplyNavigation();
-    update();
+    TakeNavigation();
 }
 
 void ViewWidget::mouseMoveEvent(QMouseEvent* event) {
@@ -225,9 +245,9 @@ void ViewWidget::mouseDoubleClickEvent(QMouseEvent* event) {
 void ViewWidget::wheelEvent(QWheelEvent* event) {
     area.Activate(number);
     if (MayNavigate()) {
-        View()->navigation.Zoom(static_cast<float>(event->angleDelta().y()) / 120.0f);
-        View()->ApplyNavigation();
-        update();
+        View()->ZoomAt(static_cast<float>(event->angleDelta().y()) / 120.0f,
+                       static_cast<float>(event->position().x()), static_cast<float>(event->position().y()));
+        TakeNavigation();
     }
     event->accept();
 }
@@ -268,8 +288,7 @@ void ViewWidget::Fly() {
     }
     const bool fast = QApplication::keyboardModifiers() & Qt::ShiftModifier;
     View()->navigation.Fly(way * seconds * kFlyUnitsPerSecond * (fast ? kFastFactor : 1.0f));
-    View()->ApplyNavigation();
-    update();
+    TakeNavigation();
 }
 
 void ViewWidget::focusOutEvent(QFocusEvent* event) {
@@ -305,6 +324,7 @@ void ViewWidget::paintEvent(QPaintEvent*) {
         painter.drawImage(rect(), picture);
     }
     PaintChrome(painter);
+    header->Follow();
     area.CountFrame();
 }
 
@@ -315,8 +335,6 @@ void ViewWidget::PaintChrome(QPainter& painter) {
         painter.setBrush(QColor(31, 122, 140, 50));
         painter.drawRect(QRectF(Band()).adjusted(0.5, 0.5, -0.5, -0.5));
     }
-    painter.setPen(QColor(255, 255, 255, 200));
-    painter.drawText(QRect(12, 8, 120, 20), Qt::AlignLeft | Qt::AlignVCenter, tr("View %1").arg(number + 1));
     PaintLabels(painter);
     PaintBadge(painter);
     PaintHint(painter);

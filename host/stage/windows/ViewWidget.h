@@ -11,6 +11,7 @@
 namespace stage {
 
 class ViewArea;
+class ViewHeader;
 
 /// One 3D view: shows the picture of its number and turns the mouse into gestures.
 class ViewWidget : public QWidget {
@@ -44,6 +45,7 @@ private:
     void BeginLeft(const QMouseEvent& event);
     void FinishSelect(const QMouseEvent& event);
     void Navigate(const QPointF& delta);
+    void TakeNavigation();
     bool MayNavigate();
     void EndGesture();
     void Fly();
@@ -55,6 +57,7 @@ private:
     void PaintHint(QPainter& painter);
 
     ViewArea& area;
+    ViewHeader* header;
     Gesture gesture = Gesture::None;
     Qt::MouseButton button = Qt::NoButton; ///< the one that holds the gesture
     QPointF pressed;

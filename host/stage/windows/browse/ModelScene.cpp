@@ -88,7 +88,7 @@ const render::RenderScene& ModelScene::Update(const ViewNavigation& navigation, 
     processor::ClearUpperHalves(); // the mesh is bent on the way
     scene = render::RenderScene();
     SetBackdrop(scene);
-    scene.grid = true;
+    scene.grid = render::RenderGrid::Ground;
     scene.sun.direction = navigation.Up() * 0.75f - navigation.Forward() * 0.8f - navigation.Right() * 0.55f;
     scene.sun.color = glm::vec3(1.5f, 1.45f, 1.35f);
     // From the other side, so that what the sun leaves dark keeps its shape.
