@@ -343,6 +343,7 @@ void Film::SetTime(float time, float previousTime) {
 }
 
 void Film::Stop() {
+    endedPlaying = playing;
     if (playing) {
         playing = false;
         for (std::size_t i = 0; i < bases.size(); ++i) {

@@ -81,6 +81,8 @@ public:
     bool IsActive() const { return active; }
     /// Some step was fired since the last Stop.
     bool IsPlaying() const { return playing; }
+    /// The last Stop ended a playing.
+    bool EndedPlaying() const { return endedPlaying; }
     /// The tracks in an order in which what drives a parent comes before what drives its children.
     std::vector<TrackBase*> UpperFirst() const;
     /// Seconds of the last SetTime while active.
@@ -116,6 +118,7 @@ private:
     bool active = false;
     float posedTime = 0.0f;  ///< seconds; of the last SetTime
     bool playing = false;    ///< some step was fired since the last Stop
+    bool endedPlaying = false;
     bool startFired = false; ///< the keys at the start were
 };
 

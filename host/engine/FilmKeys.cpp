@@ -1,5 +1,6 @@
 #include "host/engine/FilmKeys.h"
 
+#include "host/engine/DescribedKey.h"
 #include "host/engine/FilmManager.h"
 #include "host/engine/SceneObject.h"
 #include "plugin/contract/ClassIds.h"
@@ -51,6 +52,7 @@ template <class Base> void KeyRecord<Base>::Describe(char* buffer, int framesPer
     if (buffer == nullptr) {
         return;
     }
+    NoteDescribed(*this);
     const KeyKindInfo* info = FindKeyKind(this->kind);
     std::string text = std::string(info != nullptr ? info->title : "") + '\n';
     // Required elsewhere too: a frame number is cut, not rounded; half a frame in 1000 hides float errors.

@@ -7,6 +7,8 @@
 #include "host/stage/windows/browse/SoundPreview.h"
 #include "host/stage/windows/EffectWatch.h"
 #include "host/stage/windows/FilmEffects.h"
+#include "host/stage/windows/films/FilmCommands.h"
+#include "host/stage/windows/films/ScenarioKeys.h"
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/ObjectPanel.h"
@@ -71,6 +73,7 @@ MainWindow::MainWindow(HostFolders folders)
     MakeEditMenu();
     MakeCreateMenu();
     MakeViewMenu();
+    MakeFilmsMenu();
     MakePluginMenu();
     MakeHelpMenu();
     MakeToolBar();
@@ -82,7 +85,10 @@ MainWindow::MainWindow(HostFolders folders)
     connect(views, &ViewArea::MenuRequested, this, &MainWindow::ShowMenu);
     resize(1360, 860);
     effects = std::make_unique<FilmEffects>(host.level, [this](const std::string& text) { Report(text); });
-    effects->onStopped = [this] { effectWatch->NoteFilmStopped(); };
+    effects->onStopped = [this] {
+        effectWatch->NoteFilmStopped();
+        scenarioKeys->FilmStopped();
+    };
     host.level.SetFilmSink(effects.get());
     SetFilePreview(SoundPreview::Maker([this] { return QString::fromStdString(host.level.Folder()); }));
     session.New();

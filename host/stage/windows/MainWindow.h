@@ -23,12 +23,14 @@ namespace stage {
 
 class CreateMenu;
 class EffectWatch;
+class FilmCommands;
 class FilmEffects;
 class ObjectPanel;
 class ObjectTree;
 class PickModeSign;
 class PluginPanel;
 class QuietMoments;
+class ScenarioKeys;
 class ToolWindows;
 class ViewArea;
 class WorkKeeper;
@@ -55,6 +57,8 @@ public:
     bool SaveLevelAs(const QString& path);
     /// Loads plug-in libraries and starts them with a new level. Failures are reported.
     void LoadPlugins(const QStringList& libraries);
+    /// The form of the plug-in's panel, which is opened if need be; null if there is none.
+    CWnd* OpenFilmsPanel();
     /// Takes leave of the plug-ins. Call it when no plug-in's call is under way.
     void ShutdownHost();
 
@@ -96,6 +100,7 @@ public:
     ToolWindows* toolWindows = nullptr;
     QuietMoments* quiet = nullptr;
     WorkKeeper* keeper = nullptr;
+    ScenarioKeys* scenarioKeys = nullptr;
 
 signals:
     /// The user closed the window and nothing keeps it open.
@@ -113,6 +118,7 @@ private:
     void MakeEditMenu();
     void MakeCreateMenu();
     void MakeViewMenu();
+    void MakeFilmsMenu();
     void MakePluginMenu();
     void MakeHelpMenu();
     void MakeToolBar();
@@ -175,6 +181,7 @@ private:
     bool treeStale = false;
     bool panelStale = false;
     bool transformStale = false;
+    std::unique_ptr<FilmCommands> filmCommands;
     std::unique_ptr<FilmEffects> effects;
     std::unique_ptr<EffectWatch> effectWatch;
     std::unique_ptr<PickModeSign> pickSign;

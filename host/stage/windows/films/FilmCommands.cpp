@@ -1,0 +1,334 @@
+#include "host/stage/windows/films/FilmCommands.h"
+
+#include "framework/ColorDialog.h"
+#include "framework/Dialog.h"
+#include "framework/FileDialog.h"
+#include "host/engine/Film.h"
+#include "host/engine/FilmManager.h"
+#include "host/stage/windows/films/FilmNameDialog.h"
+#include "host/stage/windows/films/FilmsIds.h"
+#include "host/stage/windows/MainWindow.h"
+#include "host/stage/windows/QuietMoments.h"
+#include "host/stage/windows/ToolWindows.h"
+#include "plugin/contract/KeyKindTable.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <memory>
+
+namespace stage {
+
+namespace {
+
+constexpr float kNewDuration = 5.0f; ///< seconds, of a key whose content has no length; as the timeline's own
+constexpr const char* kSounds = "Sounds (*.wav;*.ogg;*.flac)|*.wav;*.ogg;*.flac|All files (*)|*||";
+
+QStringList NamesBut(const IFilmManager& manager, const IFilm* left) {
+    QStringList names;
+    for (const IFilm* film : manager.films) {
+        if (film != nullptr && film != left && film->name != nullptr) {
+            names << QString::fromUtf8(film->name);
+        }
+    }
+    return names;
+}
+
+bool Has(const IFilmManager& manager, const IFilm* film) {
+    return film != nullptr && std::ranges::find(manager.films, film) != std::end(manager.films);
+}
+
+bool HasCameraKeys(const IFilm& film) {
+    return film.mainTrack != nullptr && std::ranges::any_of(film.mainTrack->keys, [](const IFilmKey* key) {
+               return key->kind == KeyKind::Camera;
+           });
+}
+
+/// From the level's folder for what lies in it, so that the level can move.
+std::string NameFrom(const std::string& folder, const std::string& path) {
+    return !folder.empty() && path.starts_with(folder) ? path.substr(folder.size()) : path;
+}
+
+Vector3 ToVector(COLORREF color) {
+    constexpr float kFull = 255.0f;
+    return {static_cast<float>(color & 0xFF) / kFull, static_cast<float>((color >> 8) & 0xFF) / kFull,
+            static_cast<float>((color >> 16) & 0xFF) / kFull};
+}
+
+void Fill(IFilmKey& key, const std::string& name, Vector3 color) {
+    switch (key.kind) {
+    case KeyKind::Animation:
+        key.SetInHandle(&name);
+        break;
+    case KeyKind::Speech:
+    case KeyKind::Sound:
+        key.SetValue(&name);
+        break;
+    case KeyKind::Color:
+        key.SetValue(color.Data());
+        key.SetInHandle(color.Data());
+        key.SetOutHandle(color.Data());
+        break;
+    default:
+        static_cast<CFilmFxKey&>(key).fxName = name;
+        break;
+    }
+}
+
+/// Gives the selection back, which the plug-in drops with each choice of a film.
+class KeptSelection {
+public:
+    explicit KeptSelection(EditorHost& editor) : host(editor) {
+        for (const EditorObject* object : host.level.selection) {
+            ids.push_back(object->id);
+        }
+    }
+    ~KeptSelection() {
+        ObjectList objects;
+        for (const int id : ids) {
+            if (EditorObject* object = host.level.FindObject(id)) {
+                objects.push_back(object);
+            }
+        }
+        host.Select(objects);
+    }
+    KeptSelection(const KeptSelection&) = delete;
+    KeptSelection& operator=(const KeptSelection&) = delete;
+
+private:
+    EditorHost& host;
+    std::vector<int> ids;
+};
+
+} // namespace
+
+std::optional<float> RoomForKey(const CFilmTrack& track, int kind, float time) {
+    float room = std::numeric_limits<float>::infinity();
+    for (const IFilmKey* key : track.keys) {
+        const bool isOfRow =
+            key->kind == kind &&
+            (kind != KeyKind::Animation || static_cast<const CFilmAnimationKey*>(key)->meshElement.empty());
+        if (!isOfRow || (key->flags & KeyFlag::MayOverlap) != 0) {
+            continue;
+        }
+        if (key->time == time || (key->time < time && key->endTime >= time)) {
+            return std::nullopt;
+        }
+        if (key->time > time) {
+            room = std::min(room, key->time);
+        }
+    }
+    return room;
+}
+
+CFilmTrack* TrackOfObject(const IFilm& film, const EditorObject* object) {
+    const auto plays = [object](CFilmTrack* track) {
+        const CFilmObjectTrack* actor = AsObjectTrack(track);
+        const CFilmGLLightTrack* light = AsGLLightTrack(track);
+        const CFilmDynLightTrack* dynLight = AsDynLightTrack(track);
+        return object != nullptr && ((actor != nullptr && actor->actor == object) ||
+                                     (light != nullptr && light->lightObject == object) ||
+                                     (dynLight != nullptr && dynLight->lightObject == object));
+    };
+    const auto found = std::ranges::find_if(film.tracks, plays);
+    return found != film.tracks.end() ? *found : nullptr;
+}
+
+FilmCommands::FilmCommands(MainWindow& mainWindow)
+    : window(mainWindow), timeline(*mainWindow.toolWindows),
+      panel([&mainWindow] { return mainWindow.OpenFilmsPanel(); }) {
+}
+
+engine::FilmManager* FilmCommands::Manager() const {
+    const engine::LevelData* data = window.host.level.Data();
+    return data != nullptr ? static_cast<engine::FilmManager*>(data->filmManager) : nullptr;
+}
+
+engine::Film* FilmCommands::Shown() const {
+    const engine::FilmManager* manager = Manager();
+    return manager != nullptr ? static_cast<engine::Film*>(manager->currentFilm) : nullptr;
+}
+
+void FilmCommands::Report(const std::string& text) const {
+    window.Report(text);
+}
+
+void FilmCommands::New() {
+    const engine::FilmManager* manager = Manager();
+    if (manager == nullptr || window.OpenFilmsPanel() == nullptr) {
+        return;
+    }
+    const std::unique_ptr<char[]> proposal(manager->NewFilmName());
+    FilmNameDialog dialog(MainWindow::tr("New film"), QString::fromUtf8(proposal.get()),
+                          NamesBut(*manager, nullptr), /*offersCamera*/ true, &window);
+    if (dialog.exec() != QDialog::Accepted || (manager = Manager()) == nullptr) {
+        return;
+    }
+    IFilm* film = panel.Add(*manager);
+    if (film == nullptr) {
+        Report("No film was added: a level holds " + std::to_string(IFilmManager::kFilms) + " at most.");
+        return;
+    }
+    film->SetName(dialog.Name().toUtf8().constData());
+    panel.Refresh();
+    panel.ShowTimeline();
+    if (dialog.WantsCamera()) {
+        AddCamera();
+    } else {
+        Report("The film is open. Move the cursor in the ruler, press \"Animate object\" and move things.");
+    }
+}
+
+void FilmCommands::Rename() {
+    IFilm* film = Shown();
+    if (film == nullptr) {
+        Report("Open the film first: choose it in the list.");
+        return;
+    }
+    FilmNameDialog dialog(MainWindow::tr("Rename film"), QString::fromUtf8(film->name),
+                          NamesBut(*Manager(), film), /*offersCamera*/ false, &window);
+    const bool isTaken = dialog.exec() == QDialog::Accepted;
+    if (isTaken && Manager() != nullptr && Has(*Manager(), film)) {
+        film->SetName(dialog.Name().toUtf8().constData());
+        panel.Refresh();
+        window.quiet->Request();
+        Report("The film is called " + std::string(film->name) + " now");
+    }
+}
+
+void FilmCommands::AddCamera() {
+    engine::Film* film = Shown();
+    if (film == nullptr) {
+        Report("Open a film first: choose it in the list, or make one with Films > New film.");
+        return;
+    }
+    const std::list<CFilmTrack*> before = film->tracks;
+    timeline.AnswerDialog(films_id::kAddCamera, [](CDialog&) { return true; }); // with the name it proposes
+    if (Shown() != film) {
+        return;
+    }
+    const auto made = std::ranges::find_if(film->tracks, [&](CFilmTrack* track) {
+        return AsCameraTrack(track) != nullptr && std::ranges::find(before, track) == before.end();
+    });
+    if (made == film->tracks.end()) {
+        Report("No camera was added");
+        return;
+    }
+    const std::string name = AsCameraTrack(*made)->cameraName;
+    if (!HasCameraKeys(*film) && !film->IsPlaying()) {
+        ShowFromStart(*film, name);
+        Report(name + " stands where the view looks from, and the film shows it from its start to its end");
+    } else {
+        Report(name + " stands where the view looks from; a camera key shows it");
+    }
+}
+
+/// The first camera of a film is shown all the time: without a key nobody would see through it.
+void FilmCommands::ShowFromStart(engine::Film& film, const std::string& camera) {
+    const float time = film.PosedTime();
+    const KeptSelection selection(window.host);
+    engine::FilmManager* manager = Manager();
+    if (!panel.Choose(*manager, nullptr) || Manager() != manager || !Has(*manager, &film) ||
+        film.mainTrack == nullptr) {
+        return;
+    }
+    IFilmKey* key = manager->keyFactory->CreateKey(KeyKind::Camera);
+    key->SetValue(&camera);
+    key->SetTime(0.0f);
+    key->SetEndTime(film.length);
+    if (film.mainTrack->AddKey(key)) {
+        film.mainTrack->Finish();
+    } else {
+        manager->keyFactory->DestroyKey(key);
+    }
+    Reopen(film, time);
+}
+
+bool FilmCommands::Reopen(const IFilm& film, float seconds) {
+    const engine::FilmManager* manager = Manager();
+    if (manager == nullptr || !panel.Choose(*manager, &film)) {
+        return false;
+    }
+    const auto frame = std::lround(static_cast<double>(seconds) * manager->FramesPerSecond());
+    timeline.AnswerDialog(films_id::kSetMovieFrame, [frame](CDialog& dialog) {
+        dialog.SetDlgItemText(films_id::kFrameNumber, std::to_string(frame));
+        return true;
+    });
+    return true;
+}
+
+std::optional<FilmCommands::Content> FilmCommands::Choose(int kind, EditorObject* object) const {
+    const auto named = [](std::optional<std::string> name) -> std::optional<Content> {
+        return name && !name->empty() ? std::optional<Content>({std::move(*name), {}}) : std::nullopt;
+    };
+    switch (kind) {
+    case KeyKind::Animation:
+        return named(window.BrowseMeshAnimation(object, {}));
+    case KeyKind::Speech:
+    case KeyKind::Sound: {
+        const std::string& folder = window.host.level.Folder();
+        CFileDialog dialog(TRUE, nullptr, nullptr, OFN_FILEMUSTEXIST, kSounds);
+        dialog.ofn.lpstrInitialDir = folder;
+        return dialog.DoModal() == IDOK ? named(NameFrom(folder, dialog.GetPathName())) : std::nullopt;
+    }
+    case KeyKind::Color: {
+        CColorDialog dialog(0xFFFFFF);
+        return dialog.DoModal() == IDOK ? std::optional<Content>({{}, ToVector(dialog.GetColor())})
+                                        : std::nullopt;
+    }
+    default:
+        return named(window.BrowseFx(kind, {}));
+    }
+}
+
+void FilmCommands::AddKey(int kind) {
+    engine::Film* film = Shown();
+    if (film == nullptr || film->IsPlaying()) {
+        Report(film == nullptr ? "Open a film first: choose it in the list." : "Stop the film first.");
+        return;
+    }
+    const ObjectList& selected = window.host.level.selection;
+    EditorObject* object = selected.size() == 1 ? selected.front() : nullptr;
+    CFilmTrack* track = TrackOfObject(*film, object);
+    const KeyKindInfo* info = FindKeyKind(kind);
+    if (track == nullptr || info == nullptr || track->subTracks[kind] == nullptr) {
+        Report(kind == KeyKind::Color
+                   ? "Select one light of the film first: click its name in the timeline."
+                   : "Select one actor of the film first: click its name in the timeline.");
+        return;
+    }
+    const float time = film->PosedTime();
+    if (!RoomForKey(*track, kind, time)) {
+        Report("Another key of this kind is in the way: move the cursor first.");
+        return;
+    }
+    const int id = object->id;
+    const std::optional<Content> content = Choose(kind, object);
+    // The user was asked meanwhile: film, track and room are looked for again.
+    engine::FilmManager* manager = Manager();
+    if (!content || manager == nullptr || Shown() != film || film->IsPlaying() ||
+        TrackOfObject(*film, window.host.level.FindObject(id)) != track) {
+        return;
+    }
+    const KeptSelection selection(window.host);
+    const std::optional<float> room = RoomForKey(*track, kind, time);
+    if (!room || !panel.Choose(*manager, nullptr) || Manager() != manager || !Has(*manager, film) ||
+        TrackOfObject(*film, window.host.level.FindObject(id)) != track) {
+        return;
+    }
+    IFilmKey* key = manager->keyFactory->CreateKey(kind);
+    Fill(*key, content->name, content->color);
+    key->SetTime(time);
+    key->SetEndTime(time);
+    if (!track->AddKey(key)) {
+        manager->keyFactory->DestroyKey(key);
+    } else if (info->duration != KeyDuration::None) {
+        const float natural = key->GetNaturalDuration();
+        key->SetEndTime(std::min(time + (natural > 0.0f ? natural : kNewDuration), *room));
+    }
+    track->Finish();
+    Reopen(*film, time);
+    Report("A " + std::string(info->title) + " stands at the cursor");
+}
+
+} // namespace stage

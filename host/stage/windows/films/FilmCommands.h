@@ -1,0 +1,62 @@
+#pragma once
+
+#include "host/stage/windows/films/PanelHand.h"
+#include "host/stage/windows/films/TimelineHand.h"
+
+#include "plugin/contract/Types.h"
+
+#include <optional>
+#include <string>
+
+class CFilmTrack;
+class EditorObject;
+class IFilm;
+
+namespace engine {
+class Film;
+class FilmManager;
+} // namespace engine
+
+namespace stage {
+
+class MainWindow;
+
+/// What Stage's menu "Films" does with films. It works the plug-in's panel and timeline as a user does, and
+/// writes names, tracks and keys by the contract. Tracks of a film are written while it is closed; then it is
+/// opened anew at the cursor.
+class FilmCommands {
+public:
+    /// The window must outlive this object.
+    explicit FilmCommands(MainWindow& mainWindow);
+
+    void New();
+    void Rename();
+    void AddCamera();
+    /// A key of this kind for the selected actor at the cursor, with what the user chooses for it.
+    void AddKey(int kind);
+
+private:
+    /// What the user has chosen for a new key.
+    struct Content {
+        std::string name;
+        Vector3 color;
+    };
+
+    engine::FilmManager* Manager() const;
+    engine::Film* Shown() const;
+    std::optional<Content> Choose(int kind, EditorObject* object) const;
+    void ShowFromStart(engine::Film& film, const std::string& camera);
+    bool Reopen(const IFilm& film, float seconds);
+    void Report(const std::string& text) const;
+
+    MainWindow& window;
+    TimelineHand timeline;
+    PanelHand panel;
+};
+
+/// Whether a new key of the kind may begin at a time, and until when it may last then, in seconds.
+std::optional<float> RoomForKey(const CFilmTrack& track, int kind, float time);
+/// Of the film's tracks the one that plays the object or lights by it; null for none.
+CFilmTrack* TrackOfObject(const IFilm& film, const EditorObject* object);
+
+} // namespace stage

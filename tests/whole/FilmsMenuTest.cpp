@@ -1,0 +1,186 @@
+#include "framework/ColorDialog.h"
+#include "framework/FileDialog.h"
+#include "framework/Wnd.h"
+#include "host/engine/Film.h"
+#include "host/engine/FilmManager.h"
+#include "host/stage/windows/films/FilmCommands.h"
+#include "host/stage/windows/films/FilmNameDialog.h"
+#include "host/stage/windows/films/TimelineHand.h"
+#include "host/stage/windows/ToolWindows.h"
+#include "tests/whole/StageFixture.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+/// Stage's menu "Films" over the sample level and the plug-in's panel.
+class FilmsMenuTest : public StageTest {
+protected:
+    void Choose(const char* action) {
+        window->findChild<QAction*>(action)->trigger();
+        Settle();
+    }
+    /// Answers the next dialog that asks for a film's name, as with the keyboard.
+    void AnswerName(const QString& name, bool camera = false) {
+        QTimer::singleShot(0, window.get(), [this, name, camera] {
+            auto* dialog = qobject_cast<stage::FilmNameDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            auto* line = dialog->findChild<QLineEdit*>("Name");
+            proposal = line->text();
+            line->setText(name);
+            dialog->findChild<QCheckBox*>("Camera")->setChecked(camera);
+            auto* ok = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+            isAccepted = ok->isEnabled();
+            QTest::keyClick(dialog, isAccepted ? Qt::Key_Return : Qt::Key_Escape);
+        });
+    }
+    engine::Film* Open() const { return static_cast<engine::Film*>(Films().currentFilm); }
+    /// The first actor of the sample's film, selected, with the film open.
+    CFilmTrack* SelectActor() {
+        ChooseFilm("Intro");
+        EditorObject* actor = FirstActor(Open());
+        window->host.Select({actor});
+        Settle();
+        return stage::TrackOfObject(*Open(), actor);
+    }
+    static std::vector<IFilmKey*> KeysOf(const CFilmTrack& track, int kind) {
+        std::vector<IFilmKey*> keys;
+        std::ranges::copy_if(track.keys, std::back_inserter(keys),
+                             [kind](const IFilmKey* key) { return key->kind == kind; });
+        return keys;
+    }
+    std::string Note() const { return window->statusBar()->currentMessage().toStdString(); }
+
+    QString proposal;
+    bool isAccepted = false;
+};
+
+} // namespace
+
+TEST_F(FilmsMenuTest, NewFilmGetsItsNameAndOpensInTheDockedTimeline) {
+    AnswerName("Harbour at night");
+    Choose("FilmsNew");
+    ASSERT_NE(Open(), nullptr);
+    EXPECT_STREQ(Open()->name, "Harbour at night");
+    EXPECT_EQ(FilmLines().back(), "Harbour at night");
+    EXPECT_EQ(FilmList()->currentItem()->text(), "Harbour at night");
+    ASSERT_EQ(window->toolWindows->Docks().size(), 1);
+    EXPECT_TRUE(window->toolWindows->Docks().front()->isVisible());
+    EXPECT_FALSE(window->toolWindows->Docks().front()->isFloating());
+    EXPECT_TRUE(boxes.empty());
+}
+
+TEST_F(FilmsMenuTest, NewFilmWithACameraShowsItFromTheStart) {
+    AnswerName("Close", /*camera*/ true);
+    Choose("FilmsNew");
+    ASSERT_NE(Open(), nullptr);
+    const std::vector<IFilmKey*> keys = KeysOf(*Open()->mainTrack, KeyKind::Camera);
+    ASSERT_EQ(keys.size(), 1u);
+    EXPECT_EQ(keys[0]->time, 0.0f);
+    EXPECT_EQ(keys[0]->endTime, 10.0f);
+    EXPECT_NE(Open()->FindCamera(static_cast<CFilmCameraKey*>(keys[0])->cameraName), nullptr);
+    EXPECT_TRUE(boxes.empty());
+    Choose("FilmsAddCamera"); // a second one is for the user to cut to
+    EXPECT_EQ(KeysOf(*Open()->mainTrack, KeyKind::Camera).size(), 1u);
+}
+
+TEST_F(FilmsMenuTest, NewFilmRefusesATakenNameAndMakesNothing) {
+    const std::vector<std::string> before = FilmLines();
+    AnswerName("Intro");
+    Choose("FilmsNew");
+    EXPECT_FALSE(isAccepted);
+    AnswerName("  ");
+    Choose("FilmsNew");
+    EXPECT_FALSE(isAccepted);
+    EXPECT_EQ(FilmLines(), before);
+}
+
+TEST_F(FilmsMenuTest, RenamedFilmIsListedSoAndKeepsItsTracks) {
+    ChooseFilm("Intro");
+    engine::Film* film = Open();
+    const std::size_t tracks = film->tracks.size();
+    AnswerName("Opening");
+    Choose("FilmsRename");
+    EXPECT_EQ(proposal, "Intro");
+    EXPECT_STREQ(film->name, "Opening");
+    EXPECT_EQ(Open(), film);
+    EXPECT_EQ(film->tracks.size(), tracks);
+    EXPECT_EQ(FilmList()->currentItem()->text(), "Opening");
+    Settle();
+    EXPECT_TRUE(window->session.IsChanged());
+}
+
+TEST_F(FilmsMenuTest, RenameWithoutAFilmSaysWhatToDo) {
+    Choose("FilmsRename");
+    EXPECT_EQ(Note(), "Open the film first: choose it in the list.");
+    Choose("FilmsAddCamera");
+    EXPECT_NE(Note().find("Open a film first"), std::string::npos);
+}
+
+TEST_F(FilmsMenuTest, SoundKeyComesAtTheCursorWithTheChosenFile) {
+    CFilmTrack* track = SelectActor();
+    ASSERT_NE(track, nullptr);
+    OpenScenario("Intro");
+    window->host.Select({FirstActor(Open())});
+    const stage::TimelineHand hand(*window->toolWindows);
+    for (int i = 0; i < 3; ++i) {
+        hand.PressButton(36841); // a frame forward
+    }
+    const std::size_t before = KeysOf(*track, KeyKind::Sound).size();
+    const std::string sound = window->host.level.Folder() + "sounds/bell.wav";
+    Hooks().fileDialog = [&](CFileDialog& dialog) {
+        dialog.SetPathName(sound);
+        return IDOK;
+    };
+    Choose("FilmsAddSound");
+    const std::vector<IFilmKey*> keys = KeysOf(*track, KeyKind::Sound);
+    ASSERT_EQ(keys.size(), before + 1);
+    const auto found = std::ranges::find_if(keys, [](const IFilmKey* key) {
+        return static_cast<const CFilmSoundKey*>(key)->wavPath == "sounds/bell.wav";
+    });
+    ASSERT_NE(found, keys.end());
+    EXPECT_NEAR((*found)->time, 0.1f, 1e-5f);
+    EXPECT_GT((*found)->endTime, (*found)->time);
+    EXPECT_EQ(Open(), Film("Intro"));
+    EXPECT_NEAR(Open()->PosedTime(), 0.1f, 1e-5f);
+    EXPECT_EQ(window->host.level.selection.front(), FirstActor(Open())); // as it was
+    Choose("FilmsAddSound");
+    EXPECT_EQ(KeysOf(*track, KeyKind::Sound).size(), before + 1);
+    EXPECT_NE(Note().find("in the way"), std::string::npos);
+}
+
+TEST_F(FilmsMenuTest, CancelledChoiceAddsNothing) {
+    CFilmTrack* track = SelectActor();
+    const std::size_t before = track->keys.size();
+    Hooks().fileDialog = [](CFileDialog&) { return IDCANCEL; };
+    Choose("FilmsAddSpeech");
+    EXPECT_EQ(track->keys.size(), before);
+    Hooks().fileDialog = [this](CFileDialog& dialog) { // the film closes while the user is asked
+        ChooseFilm("<none>");
+        dialog.SetPathName("/tmp/x.wav");
+        return IDOK;
+    };
+    Choose("FilmsAddSpeech");
+    EXPECT_EQ(track->keys.size(), before);
+    EXPECT_EQ(Open(), nullptr);
+}
+
+TEST_F(FilmsMenuTest, ColourIsForLightsAndAnAnimationForActors) {
+    SelectActor();
+    Choose("FilmsAddColor");
+    EXPECT_NE(Note().find("Select one light"), std::string::npos);
+    window->host.Select({});
+    Choose("FilmsAddAnimation");
+    EXPECT_NE(Note().find("Select one actor"), std::string::npos);
+    ChooseFilm("<none>");
+    Choose("FilmsAddAnimation");
+    EXPECT_NE(Note().find("Open a film first"), std::string::npos);
+}
