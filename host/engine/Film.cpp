@@ -10,6 +10,7 @@
 #include "processor/UpperHalves.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace engine {
 
@@ -99,6 +100,23 @@ Film::~Film() {
     for (CFilmTrack* track : tracks) {
         delete track;
     }
+}
+
+void Film::Empty() {
+    active = playing = startFired = orderKnown = false;
+    posedTime = 0.0f;
+    plan.Clear();
+    order.clear();
+    bases.clear();
+    mainTrack = nullptr;
+    for (CFilmTrack* track : std::exchange(tracks, {})) {
+        delete track;
+    }
+    foreignChunks.clear();
+    SetName("");
+    length = 10.0f; // seconds, as of a new one
+    validated = 0;
+    NoteChange();
 }
 
 void Film::SetName(const char* text) {

@@ -91,6 +91,8 @@ public:
     CFilmTrack* CreateTrack(int classId);
     const std::vector<TrackBase*>& Tracks() const { return bases; }
     std::vector<RawChunk> foreignChunks; ///< in the film's part of the file and known to nobody
+    /// As a film that was just made: no track, no name.
+    void Empty();
     /// The film is about to be deleted and its lights stay in the level.
     void TellFreedLights() const;
     void Forget(const DoomedObjects& doomed);

@@ -55,17 +55,9 @@ void ReadCameraHead(ByteReader& in, CameraTrack& track) {
 void WriteTrack(const TrackBase& track, std::string& bytes) {
     const std::size_t whole = BeginChunkAt(bytes, LevelChunk::Track);
     const std::size_t head = BeginChunkAt(bytes, LevelChunk::TrackHead);
-    ByteWriter out(bytes);
-    out.I32(track.TrackClass());
-    if (track.TrackClass() == ClassId::ObjectTrack) {
-        WriteObjectHead(out, static_cast<const ObjectTrack&>(track));
-    } else if (track.TrackClass() == ClassId::CameraTrack) {
-        WriteCameraHead(out, static_cast<const CameraTrack&>(track));
-    } else if (track.TrackClass() == ClassId::GLLightTrack) {
-        out.U8(static_cast<const GLLightTrack&>(track).isFixedLight);
-        out.U8(static_cast<const GLLightTrack&>(track).isSun);
-    }
+    WriteTrackHead(track, bytes);
     EndChunkAt(bytes, head);
+    ByteWriter out(bytes);
     for (int kind = 0; kind < KeyKind::Count; ++kind) {
         const KeyChannel* channel = track.Channel(kind);
         if (channel != nullptr && !channel->Empty()) {
@@ -86,20 +78,24 @@ void TellRest(const FoundChunk& chunk, std::size_t left, const std::string& part
     }
 }
 
-/// Null for a class that no track has.
-std::unique_ptr<CFilmTrack> ReadTrackHead(Film& film, const FoundChunk& chunk,
-                                          std::vector<std::string>& messages) {
-    ByteReader in(chunk.data);
-    const int classId = in.I32();
-    std::unique_ptr<CFilmTrack> track(film.CreateTrack(classId));
-    if (CFilmObjectTrack* object = AsObjectTrack(track.get())) {
+/// What follows the track's class.
+void ReadHeadFields(ByteReader& in, CFilmTrack* track) {
+    if (CFilmObjectTrack* object = AsObjectTrack(track)) {
         ReadObjectHead(in, static_cast<ObjectTrack&>(*object));
-    } else if (CFilmCameraTrack* camera = AsCameraTrack(track.get())) {
+    } else if (CFilmCameraTrack* camera = AsCameraTrack(track)) {
         ReadCameraHead(in, static_cast<CameraTrack&>(*camera));
-    } else if (CFilmGLLightTrack* light = AsGLLightTrack(track.get())) {
+    } else if (CFilmGLLightTrack* light = AsGLLightTrack(track)) {
         light->isFixedLight = in.U8();
         light->isSun = in.U8();
     }
+}
+
+/// Null for a class that no track has.
+std::unique_ptr<CFilmTrack> MakeTrack(Film& film, const FoundChunk& chunk,
+                                      std::vector<std::string>& messages) {
+    ByteReader in(chunk.data);
+    std::unique_ptr<CFilmTrack> track(film.CreateTrack(in.I32()));
+    ReadHeadFields(in, track.get());
     if (!in.Good()) {
         return nullptr;
     }
@@ -128,7 +124,7 @@ void ReadTrack(Film& film, const FoundChunk& chunk, std::vector<std::string>& me
     while (cursor.Next(part)) {
         if (part.id == LevelChunk::TrackHead && track == nullptr) {
             ++place;
-            std::unique_ptr<CFilmTrack> made = ReadTrackHead(film, part, messages);
+            std::unique_ptr<CFilmTrack> made = MakeTrack(film, part, messages);
             if (made == nullptr) {
                 throw ChunkError(part.offset, "a track is damaged");
             }
@@ -152,7 +148,7 @@ void ReadTrack(Film& film, const FoundChunk& chunk, std::vector<std::string>& me
     track->foreignChunks = std::move(foreign);
 }
 
-Film& ReadFilmHead(FilmManager& films, const FoundChunk& chunk, std::vector<std::string>& messages) {
+Film& MakeFilm(FilmManager& films, const FoundChunk& chunk, std::vector<std::string>& messages) {
     ByteReader in(chunk.data);
     const int slot = in.U16();
     const std::string name = in.Text();
@@ -184,8 +180,50 @@ std::size_t FilmsSizeGuess(const FilmManager& films) {
     return size;
 }
 
-void WriteFilms(const FilmManager& films, std::string& bytes) {
+void WriteFilmHead(const Film& film, int slot, std::string& bytes) {
     ByteWriter out(bytes);
+    out.U16(static_cast<std::uint16_t>(slot));
+    out.Text(film.name);
+    out.F32(film.length);
+    out.U8(film.validated);
+}
+
+bool ReadFilmHead(Film& film, std::string_view bytes) {
+    ByteReader in(bytes);
+    in.U16();
+    const std::string name = in.Text();
+    const float length = in.F32();
+    const std::uint8_t validated = in.U8();
+    if (in.Good()) {
+        film.SetName(name.c_str());
+        film.length = length;
+        film.validated = validated;
+    }
+    return in.Good();
+}
+
+void WriteTrackHead(const TrackBase& track, std::string& bytes) {
+    ByteWriter out(bytes);
+    out.I32(track.TrackClass());
+    if (track.TrackClass() == ClassId::ObjectTrack) {
+        WriteObjectHead(out, static_cast<const ObjectTrack&>(track));
+    } else if (track.TrackClass() == ClassId::CameraTrack) {
+        WriteCameraHead(out, static_cast<const CameraTrack&>(track));
+    } else if (track.TrackClass() == ClassId::GLLightTrack) {
+        out.U8(static_cast<const GLLightTrack&>(track).isFixedLight);
+        out.U8(static_cast<const GLLightTrack&>(track).isSun);
+    }
+}
+
+bool ReadTrackHead(TrackBase& track, std::string_view bytes) {
+    ByteReader in(bytes);
+    if (in.I32() == track.TrackClass()) {
+        ReadHeadFields(in, &track.Self());
+    }
+    return in.Good();
+}
+
+void WriteFilms(const FilmManager& films, std::string& bytes) {
     for (int slot = 0; slot < IFilmManager::kFilms; ++slot) {
         const Film* film = films.FilmAt(slot);
         if (film == nullptr) {
@@ -193,10 +231,7 @@ void WriteFilms(const FilmManager& films, std::string& bytes) {
         }
         const std::size_t whole = BeginChunkAt(bytes, LevelChunk::Film);
         const std::size_t head = BeginChunkAt(bytes, LevelChunk::FilmHead);
-        out.U16(static_cast<std::uint16_t>(slot));
-        out.Text(film->name);
-        out.F32(film->length);
-        out.U8(film->validated);
+        WriteFilmHead(*film, slot, bytes);
         EndChunkAt(bytes, head);
         for (const TrackBase* track : film->Tracks()) {
             WriteTrack(*track, bytes);
@@ -215,7 +250,7 @@ void ReadFilm(FilmManager& films, const FoundChunk& chunk, std::vector<std::stri
         int place = 0;
         while (cursor.Next(part)) {
             if (part.id == LevelChunk::FilmHead && film == nullptr) {
-                film = &ReadFilmHead(films, part, messages);
+                film = &MakeFilm(films, part, messages);
                 film->foreignChunks = std::move(early);
                 ++place;
             } else if (part.id == LevelChunk::Track && film != nullptr) {

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string>
+#include <utility>
 
 namespace engine {
 
@@ -19,6 +20,7 @@ FilmManager::FilmManager(LevelData& levelData) : data(levelData), factory(*this)
 }
 
 FilmManager::~FilmManager() {
+    DropParked();
     for (IFilm* film : films) {
         delete film;
     }
@@ -57,9 +59,32 @@ char* FilmManager::NewFilmName() const {
 }
 
 Film& FilmManager::MakeFilm(int index) {
-    auto* film = new Film(*this, index);
+    Film* film = emptied[index] != nullptr ? emptied[index].release() : new Film(*this, index);
     films[index] = film;
     return *film;
+}
+
+void FilmManager::Empty() {
+    currentFilm = nullptr;
+    for (int i = 0; i < kFilms; ++i) {
+        if (Film* film = FilmAt(i)) {
+            film->Empty();
+            films[i] = nullptr;
+            emptied[i].reset(film);
+        }
+    }
+}
+
+void FilmManager::DropParked() {
+    for (IFilmKey* key : std::exchange(parked, {})) {
+        factory.DestroyKey(key);
+    }
+}
+
+void FilmManager::DropEmptied() {
+    for (auto& film : emptied) {
+        film.reset();
+    }
 }
 
 int FilmManager::AllocateFilm() {

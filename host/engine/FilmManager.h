@@ -7,6 +7,7 @@
 #include "host/engine/SlabPool.h"
 #include "plugin/contract/FilmManager.h"
 
+#include <memory>
 #include <vector>
 
 namespace engine {
@@ -42,6 +43,14 @@ public:
     Film* FilmAt(int index) const;
     /// A new film in this slot, which must be free.
     Film& MakeFilm(int index);
+    /// A key that was taken out of its track while somebody may still show it: it lives until DropParked.
+    void Park(IFilmKey* key) { parked.push_back(key); }
+    /// When no film is shown.
+    void DropParked();
+    /// All slots are free. The films without tracks are kept aside, for MakeFilm in their slots.
+    void Empty();
+    /// Deletes what Empty kept aside and nobody took.
+    void DropEmptied();
     Film* FindFilm(const std::string& name) const;
     /// Seconds of a sound file by the host's duration function or, without one, read from the file beside
     /// the level; -1.0 if it can't be read.
@@ -59,6 +68,8 @@ private:
     SlabPool pool; ///< outlives the keys and the lists of all films
     KeyFactory factory;
     int framesPerSecond = 30;
+    std::unique_ptr<Film> emptied[kFilms];
+    std::vector<IFilmKey*> parked;
 };
 
 } // namespace engine

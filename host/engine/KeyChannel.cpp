@@ -93,6 +93,11 @@ void KeyChannel::Append(std::vector<IFilmKey*> added) {
     MarkDirty();
 }
 
+void KeyChannel::SetKeys(std::vector<IFilmKey*> keys) {
+    sortedKeys = std::move(keys);
+    MarkDirty();
+}
+
 bool KeyChannel::Remove(IFilmKey* key) {
     const auto found = std::find(sortedKeys.begin(), sortedKeys.end(), key);
     if (found == sortedKeys.end()) {

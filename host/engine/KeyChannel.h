@@ -32,6 +32,9 @@ public:
     void Insert(IFilmKey* key);
     /// Adds many keys at once; their order is made at the next use.
     void Append(std::vector<IFilmKey*> added);
+    /// The same keys or others in this order, which stays for those of one time. Those that are left out are
+    /// the caller's now.
+    void SetKeys(std::vector<IFilmKey*> keys);
     /// Takes the key out without destroying it; false if it is not here.
     bool Remove(IFilmKey* key);
     void DestroyAll();

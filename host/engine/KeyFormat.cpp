@@ -4,6 +4,7 @@
 #include "host/engine/FilmManager.h"
 #include "host/engine/KeyFields.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <type_traits>
@@ -219,6 +220,54 @@ bool ReadKeys(std::string_view bytes, int kind, FilmManager& manager, CFilmTrack
     }
     keys.clear();
     return false;
+}
+
+namespace {
+
+/// Visitor of KeyFields that goes past a record's fields.
+template <class Record> struct Skipping {
+    ByteReader& in;
+    template <class Value> void operator()(Value Record::* /*field*/) { Skip(std::type_identity<Value>()); }
+    template <class Base, class Value> void operator()(Value Base::* /*field*/) {
+        Skip(std::type_identity<Value>());
+    }
+    void Place(auto field) { (*this)(field); }
+    void Method(auto) { ReadMethod(in); }
+    void Skip(std::type_identity<std::string>) { in.Bytes(in.U32()); }
+    template <class Value> void Skip(std::type_identity<Value>) { in.Bytes(sizeof(Value)); }
+};
+
+void SkipKey(ByteReader& in, int kind) {
+    const std::uint8_t marks = in.U8();
+    in.Bytes(sizeof(float) * ((marks & kHasEndTime) != 0 ? 2 : 1));
+    in.Bytes((marks & kHasFlags) != 0 ? sizeof(std::uint32_t) : 0);
+    WithKeyRecord(kind, [&in]<class Record>(std::type_identity<Record>) {
+        KeyFields<Record>::Visit(Skipping<Record>{in});
+    });
+}
+
+} // namespace
+
+std::vector<std::string_view> KeyPieces(std::string_view bytes, int kind) {
+    ByteReader in(bytes);
+    const std::uint32_t count = in.U32();
+    std::vector<std::string_view> pieces;
+    pieces.reserve(std::min<std::size_t>(count, in.Left() / kSmallestKey));
+    for (std::uint32_t i = 0; i < count && in.Good(); ++i) {
+        const std::size_t begin = in.Position();
+        SkipKey(in, kind);
+        pieces.push_back(bytes.substr(begin, in.Position() - begin));
+    }
+    return in.Good() && in.Left() == 0 ? pieces : std::vector<std::string_view>{};
+}
+
+bool ReadKeyPiece(std::string_view piece, IFilmKey& key) {
+    ByteReader in(piece);
+    ReadKey(in, key);
+    if (key.kind == KeyKind::CameraPosition || key.kind == KeyKind::CameraTarget) {
+        static_cast<CFilmLinkedKey&>(key).linkObject = nullptr;
+    }
+    return in.Good() && in.Left() == 0;
 }
 
 } // namespace engine

@@ -187,6 +187,18 @@ void LevelData::Delete(SceneObject* object) {
     objects.erase(found);
 }
 
+void LevelData::Empty() {
+    for (const auto& object : objects) {
+        level.OnDestroying(object.get());
+    }
+    level.ClearSelection();
+    films->Empty();
+    groups.clear();
+    byId.clear();
+    addresses.clear();
+    objects.clear();
+}
+
 void LevelData::RelinkParents(std::vector<std::string>& messages) {
     for (const auto& owned : objects) {
         SceneObject& object = *owned;

@@ -80,10 +80,15 @@ public:
 
     /// For readers of files: an object of this id, or of a fresh one if the id is taken or not positive.
     SceneObject& AddLoaded(int id);
+    void ClearGroups() { groups.clear(); }
     /// The members stand in the group's missingIds until Relink.
     void AddLoadedGroup(std::unique_ptr<Group> group) { groups.push_back(std::move(group)); }
     int NextId() const { return nextId; }
     void SetNextId(int id);
+    /// Everything goes that a file of the level makes anew: objects, groups, tracks, films. Chunks that
+    /// nobody knows in the level, its root and among its films stay, and so do ids. Films that are made in
+    /// the same slots before DropEmptied are the same objects, so that who remembers one finds it again.
+    void Empty();
     /// Finds the parents and group members that a file knows by id. Rings and chains deeper than
     /// kDeepestChild are cut and told.
     void Relink(std::vector<std::string>& messages);
@@ -93,6 +98,8 @@ public:
 
     static constexpr int kDeepestChild = 200;
 
+    /// While set, takes where in their files objects are written: which chunks of a plug-in hold objects.
+    std::vector<std::uint64_t>* savedPlaces = nullptr;
     std::shared_ptr<const OwnPlaces> placesBeforeMove; ///< set by PlacesBeforeMove, null outside of one
 
     std::vector<SavedView> savedViews;

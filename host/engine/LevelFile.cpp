@@ -109,7 +109,7 @@ PendingLevel ParseLevel(Level& level, const std::string& path, std::string bytes
     pending.bytes = std::move(bytes);
     pending.data = std::make_unique<LevelData>(level);
     try {
-        LevelReader(pending).Read();
+        LevelReader(pending, *pending.data).Read();
     } catch (const ChunkError& error) {
         throw LevelFileError(path, static_cast<std::int64_t>(error.offset), error.what());
     }
@@ -141,6 +141,24 @@ LevelMessages InstallLevel(Level& level, PendingLevel pending) {
         messages.push_back(pending.path + ": " + message);
     }
     ShowViews(level);
+    return messages;
+}
+
+LevelMessages RefillLevel(Level& level, std::string bytes) {
+    processor::ClearUpperHalves();
+    PendingLevel pending;
+    pending.path = "the level";
+    pending.bytes = std::move(bytes);
+    LevelData& data = *level.Data();
+    std::string behind = std::move(data.bytesBehind);
+    data.Empty();
+    LevelReader(pending, data).Read();
+    data.bytesBehind = std::move(behind);
+    LevelMessages messages = std::move(pending.messages);
+    GiveChunks(level, pending, messages);
+    data.Relink(messages);
+    data.Films().Relink(messages);
+    data.Films().DropEmptied();
     return messages;
 }
 

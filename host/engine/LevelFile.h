@@ -69,6 +69,9 @@ PendingLevel ParseLevel(Level& level, const std::string& path, std::string bytes
 /// Replaces the level's data, gives the plug-ins their chunks and links films with objects. What a plug-in
 /// throws becomes a message.
 LevelMessages InstallLevel(Level& level, PendingLevel pending);
+/// Puts the level's own data back to what the bytes say, which WriteLevelParts wrote of it; see
+/// LevelData::Empty. The selection is empty then. No film may be open.
+LevelMessages RefillLevel(Level& level, std::string bytes);
 /// Both steps.
 LevelMessages LoadLevel(Level& level, const std::string& path);
 

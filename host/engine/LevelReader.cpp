@@ -1,6 +1,5 @@
 #include "host/engine/LevelReader.h"
 
-#include "host/engine/ByteStream.h"
 #include "host/engine/FilmFile.h"
 #include "host/engine/FilmManager.h"
 #include "host/engine/LevelData.h"
@@ -8,7 +7,39 @@
 
 namespace engine {
 
-LevelReader::LevelReader(PendingLevel& pendingLevel) : pending(pendingLevel), data(*pendingLevel.data) {
+bool ReadGroups(ByteReader& in, LevelData& data) {
+    const std::uint32_t count = in.U32();
+    for (std::uint32_t i = 0; i < count && in.Good(); ++i) {
+        auto group = std::make_unique<Group>();
+        group->name = in.Text();
+        const std::uint32_t members = in.U32();
+        for (std::uint32_t k = 0; k < members && in.Good(); ++k) {
+            group->missingIds.push_back(in.I32());
+        }
+        if (in.Good()) {
+            data.AddLoadedGroup(std::move(group));
+        }
+    }
+    return in.Good();
+}
+
+bool ReadSun(ByteReader& in, LevelData& data) {
+    const bool isThere = in.U8() != 0;
+    if (isThere != (data.Sun() != nullptr)) {
+        data.SetSun(isThere);
+    }
+    SunObject* sun = data.Sun();
+    if (sun != nullptr) {
+        in.Floats(sun->direction.Data(), 3);
+        in.Floats(sun->light.color.Data(), 3);
+        sun->light.intensity = in.F32();
+        sun->light.on = in.U8() != 0;
+    }
+    return in.Good();
+}
+
+LevelReader::LevelReader(PendingLevel& pendingLevel, LevelData& levelData)
+    : pending(pendingLevel), data(levelData) {
 }
 
 void LevelReader::Read() {
@@ -143,19 +174,7 @@ void LevelReader::ReadFilms(const FoundChunk& container) {
 
 void LevelReader::ReadGroups(const FoundChunk& chunk) {
     ByteReader in(chunk.data);
-    const std::uint32_t count = in.U32();
-    for (std::uint32_t i = 0; i < count && in.Good(); ++i) {
-        auto group = std::make_unique<Group>();
-        group->name = in.Text();
-        const std::uint32_t members = in.U32();
-        for (std::uint32_t k = 0; k < members && in.Good(); ++k) {
-            group->missingIds.push_back(in.I32());
-        }
-        if (in.Good()) {
-            data.AddLoadedGroup(std::move(group));
-        }
-    }
-    if (!in.Good()) {
+    if (!engine::ReadGroups(in, data)) {
         Tell(chunk.offset, "the groups are cut short");
     }
     TellRest(chunk, in.Good() ? in.Left() : 0, "the list of groups");
@@ -163,15 +182,7 @@ void LevelReader::ReadGroups(const FoundChunk& chunk) {
 
 void LevelReader::ReadSun(const FoundChunk& chunk) {
     ByteReader in(chunk.data);
-    data.SetSun(in.U8() != 0);
-    SunObject* sun = data.Sun();
-    if (sun != nullptr) {
-        in.Floats(sun->direction.Data(), 3);
-        in.Floats(sun->light.color.Data(), 3);
-        sun->light.intensity = in.F32();
-        sun->light.on = in.U8() != 0;
-    }
-    if (!in.Good()) {
+    if (!engine::ReadSun(in, data)) {
         data.SetSun(true);
         Tell(chunk.offset, "the sun is damaged and shines as in a new level");
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/engine/ByteStream.h"
 #include "host/engine/LevelFile.h"
 #include "host/engine/LevelFormat.h"
 
@@ -10,11 +11,15 @@ constexpr int kInRoot = 0;
 constexpr int kInFilms = -1;
 constexpr int kInLevel = -2;
 
-/// Fills a pending level from its bytes. Damage inside one object, film or group costs that one and a
-/// message; damage of the outline throws ChunkError.
+/// The data of the two chunks; false if they are damaged, with what could be read.
+bool ReadGroups(ByteReader& in, LevelData& data);
+bool ReadSun(ByteReader& in, LevelData& data);
+
+/// Fills a level's data from a pending level's bytes. Damage inside one object, film or group costs that one
+/// and a message; damage of the outline throws ChunkError.
 class LevelReader {
 public:
-    explicit LevelReader(PendingLevel& pendingLevel);
+    LevelReader(PendingLevel& pendingLevel, LevelData& levelData);
     void Read();
 
 private:

@@ -16,60 +16,12 @@
 
 namespace engine {
 
-namespace {
-
-class HiddenObjects : public IObjectCollection {
-public:
-    bool Contains(const EditorObject* object) const override { return objects.count(object) != 0; }
-    void Add(EditorObject* object) override { objects.insert(object); }
-
-private:
-    std::unordered_set<const EditorObject*> objects;
-};
-
-std::string HeaderBytes(const LevelData& data) {
-    std::string bytes;
-    ByteWriter out(bytes);
-    out.U32(kLevelVersion);
-    out.I32(data.NextId());
-    return bytes;
-}
-
 std::string PluginBytes(Level& level, IHostObject* object) {
     MemoryFile scratch;
     if (level.ChunkClient() != nullptr) {
         level.ChunkClient()->SaveChunks(scratch.file, object);
     }
     return scratch.Take();
-}
-
-std::string RootBytes(Level& level) {
-    std::string bytes = PluginBytes(level, &level.Data()->Root());
-    MergeForeign(bytes, level.Data()->foreignRootChunks);
-    return bytes;
-}
-
-std::string ObjectsBytes(LevelData& data, const HiddenObjects& hidden) {
-    std::string bytes;
-    for (const auto& object : data.Objects()) {
-        if (object->transient || object->savedAsObject == 0 || hidden.Contains(object.get())) {
-            continue;
-        }
-        MemoryFile scratch;
-        object->Save(scratch.file);
-        AppendChunk(bytes, LevelChunk::Object, scratch.Take());
-    }
-    return bytes;
-}
-
-void AppendFilms(Level& level, std::string& bytes) {
-    FilmManager& films = level.Data()->Films();
-    const std::size_t begin = BeginChunkAt(bytes, LevelChunk::Films);
-    bytes.reserve(bytes.size() + FilmsSizeGuess(films));
-    WriteFilms(films, bytes);
-    bytes += PluginBytes(level, &films);
-    MergeForeignAt(bytes, begin, films.foreignChunks);
-    EndChunkAt(bytes, begin);
 }
 
 std::string GroupsBytes(const LevelData& data) {
@@ -101,6 +53,54 @@ std::string SunBytes(const LevelData& data) {
         out.U8(sun->light.on ? 1 : 0);
     }
     return bytes;
+}
+
+namespace {
+
+class HiddenObjects : public IObjectCollection {
+public:
+    bool Contains(const EditorObject* object) const override { return objects.count(object) != 0; }
+    void Add(EditorObject* object) override { objects.insert(object); }
+
+private:
+    std::unordered_set<const EditorObject*> objects;
+};
+
+std::string HeaderBytes(const LevelData& data) {
+    std::string bytes;
+    ByteWriter out(bytes);
+    out.U32(kLevelVersion);
+    out.I32(data.NextId());
+    return bytes;
+}
+
+std::string RootBytes(Level& level) {
+    std::string bytes = PluginBytes(level, &level.Data()->Root());
+    MergeForeign(bytes, level.Data()->foreignRootChunks);
+    return bytes;
+}
+
+std::string ObjectsBytes(LevelData& data, const HiddenObjects& hidden) {
+    std::string bytes;
+    for (const auto& object : data.Objects()) {
+        if (object->transient || object->savedAsObject == 0 || hidden.Contains(object.get())) {
+            continue;
+        }
+        MemoryFile scratch;
+        object->Save(scratch.file);
+        AppendChunk(bytes, LevelChunk::Object, scratch.Take());
+    }
+    return bytes;
+}
+
+void AppendFilms(Level& level, std::string& bytes) {
+    FilmManager& films = level.Data()->Films();
+    const std::size_t begin = BeginChunkAt(bytes, LevelChunk::Films);
+    bytes.reserve(bytes.size() + FilmsSizeGuess(films));
+    WriteFilms(films, bytes);
+    bytes += PluginBytes(level, &films);
+    MergeForeignAt(bytes, begin, films.foreignChunks);
+    EndChunkAt(bytes, begin);
 }
 
 std::string ViewsBytes(Level& level) {

@@ -130,8 +130,7 @@ void GiveExtras(SceneObject& object, fs::file& file, std::uint64_t start,
 
 } // namespace
 
-void SaveSceneObject(SceneObject& object, fs::file& file) {
-    std::string bytes;
+void WriteObjectCore(SceneObject& object, std::string& bytes) {
     AppendChunk(bytes, LevelChunk::ObjectCore, CoreBytes(object));
     if (object.light) {
         AppendChunk(bytes, LevelChunk::ObjectLight, LightBytes(*object.light));
@@ -139,6 +138,14 @@ void SaveSceneObject(SceneObject& object, fs::file& file) {
     if (object.notes != ObjectNotes()) {
         AppendChunk(bytes, LevelChunk::ObjectNotes, NotesBytes(object.notes));
     }
+}
+
+void SaveSceneObject(SceneObject& object, fs::file& file) {
+    if (auto* places = object.Data().savedPlaces) {
+        places->push_back(FilePosition(file.handle));
+    }
+    std::string bytes;
+    WriteObjectCore(object, bytes);
     if (IChunkClient* client = object.Data().Owner().ChunkClient()) {
         MemoryFile scratch;
         client->SaveChunks(scratch.file, &object);
@@ -148,23 +155,30 @@ void SaveSceneObject(SceneObject& object, fs::file& file) {
     file.Write(bytes.data(), static_cast<int>(bytes.size()));
 }
 
-SceneObject& ParseObject(LevelData& data, std::string_view parts, std::size_t offset,
-                         std::vector<ObjectExtra>& extras, std::vector<std::string>* told) {
-    std::size_t rest = 0;
-    std::optional<ObjectCore> core;
+namespace {
+
+/// The engine's own parts of an object.
+struct OwnParts {
+    ObjectCore core;
     std::optional<LightProperties> light;
     std::optional<ObjectNotes> notes;
+    std::size_t rest = 0; ///< bytes that are not known
+};
+
+OwnParts ReadOwnParts(std::string_view parts, std::size_t offset, std::vector<ObjectExtra>& extras) {
+    OwnParts own;
+    std::optional<ObjectCore> core;
     ChunkCursor cursor(parts, offset);
     FoundChunk chunk;
     for (int place = 0; cursor.Next(chunk);) {
         if (chunk.id == LevelChunk::ObjectCore && !core) {
-            core = ReadCore(chunk, rest);
+            core = ReadCore(chunk, own.rest);
             ++place;
-        } else if (chunk.id == LevelChunk::ObjectLight && !light) {
-            light = ReadLight(chunk, rest);
+        } else if (chunk.id == LevelChunk::ObjectLight && !own.light) {
+            own.light = ReadLight(chunk, own.rest);
             ++place;
-        } else if (chunk.id == LevelChunk::ObjectNotes && !notes) {
-            notes = ReadNotes(chunk, rest);
+        } else if (chunk.id == LevelChunk::ObjectNotes && !own.notes) {
+            own.notes = ReadNotes(chunk, own.rest);
             ++place;
         } else {
             extras.push_back({chunk, place});
@@ -173,25 +187,59 @@ SceneObject& ParseObject(LevelData& data, std::string_view parts, std::size_t of
     if (!core) {
         throw ChunkError(offset, "an object has no description");
     }
-    if (rest > 0 && told != nullptr) {
-        told->push_back(RestMessage(rest, "object \"" + core->name + "\""));
-    }
-    SceneObject& object = data.AddLoaded(core->id);
-    object.objectKind = core->kind;
-    object.pendingParentId = core->parentId;
-    object.SetFlags(core->flags);
-    object.visible = core->visible;
-    object.savedAsObject = core->savedAsObject;
-    object.Info().SetClassName(core->className);
-    object.name = core->name;
-    object.SetMeshName(core->meshName);
-    object.SetMatrix(core->matrix.m, 0);
-    object.light = light;
-    object.notes = notes.value_or(ObjectNotes());
-    if (!light && IsLightClass(core->className)) {
+    own.core = std::move(*core);
+    return own;
+}
+
+/// Everything but the mesh, the place and the parent.
+void GiveFields(SceneObject& object, const OwnParts& own) {
+    object.objectKind = own.core.kind;
+    object.SetFlags(own.core.flags);
+    object.visible = own.core.visible;
+    object.savedAsObject = own.core.savedAsObject;
+    object.Info().SetClassName(own.core.className);
+    object.name = own.core.name;
+    object.light = own.light;
+    object.notes = own.notes.value_or(ObjectNotes());
+    if (!own.light && IsLightClass(own.core.className)) {
         object.light.emplace();
     }
+}
+
+} // namespace
+
+SceneObject& ParseObject(LevelData& data, std::string_view parts, std::size_t offset,
+                         std::vector<ObjectExtra>& extras, std::vector<std::string>* told) {
+    const OwnParts own = ReadOwnParts(parts, offset, extras);
+    if (own.rest > 0 && told != nullptr) {
+        told->push_back(RestMessage(own.rest, "object \"" + own.core.name + "\""));
+    }
+    SceneObject& object = data.AddLoaded(own.core.id);
+    GiveFields(object, own);
+    object.pendingParentId = own.core.parentId;
+    object.SetMeshName(own.core.meshName);
+    object.SetMatrix(own.core.matrix.m, 0);
     return object;
+}
+
+bool ReadObjectCore(SceneObject& object, std::string_view parts) {
+    try {
+        std::vector<ObjectExtra> extras;
+        const OwnParts own = ReadOwnParts(parts, 0, extras);
+        SceneObject* parent = object.Data().Find(own.core.parentId);
+        const bool isParentKnown = parent != nullptr || own.core.parentId == 0;
+        if (own.core.id != object.id || !isParentKnown || !object.Data().SetParent(object, parent)) {
+            return false;
+        }
+        GiveFields(object, own);
+        if (object.meshName != own.core.meshName) {
+            object.SetMeshName(own.core.meshName);
+        }
+        object.PutWorld(own.core.matrix);
+        return true;
+    } catch (const ChunkError&) {
+        return false;
+    }
 }
 
 EditorObject* LoadSceneObject(LevelData& data, fs::file& file, std::uint32_t dataSize, int, EditorObject*) {

@@ -16,6 +16,11 @@ struct ObjectExtra {
     int place = 0;
 };
 
+/// Appends the chunks of what the engine itself knows of an object.
+void WriteObjectCore(SceneObject& object, std::string& bytes);
+/// Gives an object of the level what WriteObjectCore wrote of one with its id. Children stay where they are.
+/// False if the bytes say no such thing; then the object may be changed in part.
+bool ReadObjectCore(SceneObject& object, std::string_view parts);
 /// Writes what SceneObject::Save writes: the object's own parts and the plug-ins' chunks for it.
 void SaveSceneObject(SceneObject& object, fs::file& file);
 /// Body of EditorObject::LoadObject: consumes `dataSize` bytes as far as the file has them; null, and no

@@ -58,6 +58,14 @@ void SceneObject::SetMatrix(const float* matrix, int) {
     }
 }
 
+void SceneObject::PutWorld(const Matrix4& matrix) {
+    world = matrix;
+    localKnown = false;
+    for (EditorObject* child = firstChild; child != nullptr; child = child->nextSibling) {
+        static_cast<SceneObject*>(child)->localKnown = false;
+    }
+}
+
 void SceneObject::StandUpright() {
     const Vector3 place = world.Translation();
     world = {};

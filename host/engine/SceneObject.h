@@ -68,6 +68,8 @@ public:
     /// Where a film may write the matrix itself: null for an object in a hierarchy, whose matrix moves
     /// others.
     float* FreeMatrix() { return parent == nullptr && firstChild == nullptr ? world.m : nullptr; }
+    /// Stands the object somewhere by itself: children stay, and go along from there with the next move.
+    void PutWorld(const Matrix4& matrix);
     /// Shows or drops what was written to PreparePose's matrices.
     void SetPosed(bool shown) { posed = shown && !pose.empty(); }
 

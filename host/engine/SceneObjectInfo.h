@@ -2,6 +2,7 @@
 
 #include "plugin/contract/EditorObject.h"
 
+#include <algorithm>
 #include <map>
 
 namespace engine {
@@ -21,6 +22,11 @@ public:
     void* GetPluginData(int pluginKind) const override {
         const auto found = pluginData.find(pluginKind);
         return found == pluginData.end() ? nullptr : found->second;
+    }
+
+    /// Whether any plug-in keeps something for the object.
+    bool HasPluginData() const {
+        return std::ranges::any_of(pluginData, [](const auto& kept) { return kept.second != nullptr; });
     }
 
     bool hidden = false; ///< set through IEditor::SetObjectsHidden

@@ -94,6 +94,9 @@ public:
     virtual void Refresh() { MarkAllChanged(); }
 
     std::vector<RawChunk> foreignChunks; ///< in the track's part of the file and known to nobody
+    /// Tells the track from all others of the session. One that takes the place of a former one gets its
+    /// number; see LevelParts.
+    std::uint64_t serial = NoteChange();
 
 protected:
     TrackBase(CFilmTrack& track, int trackClass, FilmManager& filmManager);

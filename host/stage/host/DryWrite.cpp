@@ -16,40 +16,29 @@ namespace {
 /// Stands before the names of files that plug-ins write beside the level. Nothing can be made in it.
 constexpr const char* kNowhere = "/dev/null/";
 
-/// What plug-ins set while they save, as it was before.
-class UnsavedState {
-public:
-    explicit UnsavedState(engine::LevelData& levelData)
-        : data(levelData), rootName(std::exchange(levelData.Root().name, kNowhere)) {
-        for (const auto& object : data.Objects()) {
-            saved.emplace_back(object.get(), object->savedAsObject);
-        }
-        for (IFilm* film : data.filmManager->films) {
-            if (film != nullptr) {
-                validated.emplace_back(film, film->validated);
-            }
-        }
-    }
-    ~UnsavedState() {
-        data.Root().name = rootName;
-        for (const auto& [object, flag] : saved) {
-            object->savedAsObject = flag;
-        }
-        for (const auto& [film, flag] : validated) {
-            film->validated = flag;
-        }
-    }
-    UnsavedState(const UnsavedState&) = delete;
-    UnsavedState& operator=(const UnsavedState&) = delete;
-
-private:
-    engine::LevelData& data;
-    std::string rootName;
-    std::vector<std::pair<engine::SceneObject*, std::uint8_t>> saved;
-    std::vector<std::pair<IFilm*, std::uint8_t>> validated;
-};
-
 } // namespace
+
+UnsavedState::UnsavedState(engine::LevelData& levelData)
+    : data(levelData), rootName(std::exchange(levelData.Root().name, kNowhere)) {
+    for (const auto& object : data.Objects()) {
+        saved.emplace_back(object.get(), object->savedAsObject);
+    }
+    for (IFilm* film : data.filmManager->films) {
+        if (film != nullptr) {
+            validated.emplace_back(film, film->validated);
+        }
+    }
+}
+
+UnsavedState::~UnsavedState() {
+    data.Root().name = rootName;
+    for (const auto& [object, flag] : saved) {
+        object->savedAsObject = flag;
+    }
+    for (const auto& [film, flag] : validated) {
+        film->validated = flag;
+    }
+}
 
 struct OwnCameras::Held {
     StageView* view;

@@ -1,7 +1,16 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
+
+class IFilm;
+
+namespace engine {
+class LevelData;
+class SceneObject;
+} // namespace engine
 
 namespace stage {
 
@@ -18,6 +27,22 @@ enum class DryWriteFor {
 /// Everything that they set for a save is as before afterwards. Throws engine::LevelFileError, also where
 /// there is no level.
 std::string DryWrite(EditorHost& host, DryWriteFor purpose = DryWriteFor::Keeping);
+
+/// While it lives, plug-ins may write: what they set for a save is as before afterwards, and files that they
+/// write beside the level are not made.
+class UnsavedState {
+public:
+    explicit UnsavedState(engine::LevelData& levelData);
+    ~UnsavedState();
+    UnsavedState(const UnsavedState&) = delete;
+    UnsavedState& operator=(const UnsavedState&) = delete;
+
+private:
+    engine::LevelData& data;
+    std::string rootName;
+    std::vector<std::pair<engine::SceneObject*, std::uint8_t>> saved;
+    std::vector<std::pair<IFilm*, std::uint8_t>> validated;
+};
 
 /// While it lives, views that a plug-in holds look as the user left them: a level keeps no film's camera.
 class OwnCameras {

@@ -1,0 +1,108 @@
+#include "host/stage/host/history/EditHistory.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace stage {
+
+std::size_t HistoryStep::Size() const {
+    std::size_t size = sizeof *this + name.capacity() + parts.capacity() * sizeof(PartDelta);
+    for (const PartDelta& part : parts) {
+        size += part.bytes.Size();
+    }
+    return size;
+}
+
+void EditHistory::Clear() {
+    steps.clear();
+    done = 0;
+}
+
+std::uint64_t EditHistory::NumberOf(const std::optional<std::string_view>& bytes) {
+    return bytes ? std::hash<std::string_view>{}(*bytes) | 1u : 0;
+}
+
+std::vector<PartDelta> EditHistory::DeltasOf(const PartChanges& changes) {
+    std::vector<PartDelta> parts;
+    parts.reserve(changes.size());
+    for (const PartChange& change : changes) {
+        parts.push_back({change.key, change.before.has_value(), change.after.has_value(),
+                         ByteDelta::Between(change.before.value_or(""), change.after.value_or("")),
+                         NumberOf(change.before), NumberOf(change.after)});
+    }
+    return parts;
+}
+
+void EditHistory::Join(HistoryStep& step, const PartChanges& changes) const {
+    for (const PartChange& change : changes) {
+        const auto known = std::ranges::find(step.parts, change.key, &PartDelta::key);
+        if (known == step.parts.end()) {
+            const auto added = DeltasOf({change});
+            step.parts.push_back(added.front());
+            continue;
+        }
+        const std::string before = known->bytes.Before(change.before.value_or(""));
+        if (known->after != NumberOf(change.before)) {
+            continue; // looks change between steps too
+        }
+        known->after = NumberOf(change.after);
+        known->isThere = change.after.has_value();
+        known->bytes = ByteDelta::Between(before, change.after.value_or(""));
+    }
+}
+
+void EditHistory::Add(HistoryStep step, const PartChanges& changes) {
+    steps.resize(done);
+    const bool joins = step.series != 0 && !steps.empty() && steps.back().series == step.series;
+    if (joins) {
+        Join(steps.back(), changes);
+        steps.back().hashAfter = step.hashAfter;
+        return;
+    }
+    step.parts = DeltasOf(changes);
+    steps.push_back(std::move(step));
+    done = steps.size();
+}
+
+void EditHistory::AddLook(HistoryStep step) {
+    steps.resize(done);
+    steps.push_back(std::move(step));
+    done = steps.size();
+}
+
+void EditHistory::Amend(const PartChanges& changes, std::uint64_t hash) {
+    if (done == 0) {
+        return;
+    }
+    steps.resize(done);
+    Join(steps.back(), changes);
+    steps.back().hashAfter = hash;
+}
+
+std::size_t EditHistory::BeforeUndo() const {
+    for (std::size_t i = done; i > 0; --i) {
+        if (!steps[i - 1].isLook) {
+            return i - 1;
+        }
+    }
+    return done;
+}
+
+std::size_t EditHistory::AfterRedo() const {
+    for (std::size_t i = done; i < steps.size(); ++i) {
+        if (!steps[i].isLook) {
+            return i + 1;
+        }
+    }
+    return done;
+}
+
+std::size_t EditHistory::Size() const {
+    std::size_t size = 0;
+    for (const HistoryStep& step : steps) {
+        size += step.Size();
+    }
+    return size;
+}
+
+} // namespace stage

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "host/stage/host/history/ByteDelta.h"
+#include "host/stage/host/history/PartStore.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace stage {
+
+/// How a part changed in a step.
+struct PartDelta {
+    engine::PartKey key;
+    bool wasThere = false;
+    bool isThere = false;
+    ByteDelta bytes;
+    std::uint64_t before = 0; ///< numbers of the bytes on both sides, 0 for none
+    std::uint64_t after = 0;
+};
+
+/// What a user did at once.
+struct HistoryStep {
+    std::string name;
+    std::vector<PartDelta> parts;
+    std::uint64_t hashBefore = 0; ///< PartStore::WorkHash
+    std::uint64_t hashAfter = 0;
+    int film = -1; ///< slot of the film that was open; -1 none
+    /// Not the user's doing: what plug-ins wrote down because they showed something. Undo and redo pass over.
+    bool isLook = false;
+    std::uint64_t series = 0; ///< steps of the same number, one behind the other, become one; 0 never
+
+    std::size_t Size() const;
+};
+
+/// The steps of a level, and which of them are done. It knows differences only, not the level.
+class EditHistory {
+public:
+    void Clear();
+    /// The user did something: what was undone before is gone. The changes' `before` must be what the
+    /// level was after the steps done so far.
+    void Add(HistoryStep step, const PartChanges& changes);
+    /// A step whose differences are worked out already.
+    void AddLook(HistoryStep step);
+    /// A number of the bytes of a part, 0 for none.
+    static std::uint64_t NumberOf(const std::optional<std::string_view>& bytes);
+    /// Found late: it belongs to the step that was done last.
+    void Amend(const PartChanges& changes, std::uint64_t hash);
+
+    const std::vector<HistoryStep>& Steps() const { return steps; }
+    /// Number of steps that are done.
+    std::size_t Done() const { return done; }
+    void SetDone(std::size_t count) { done = count; }
+    /// Number of steps that stay done when the last of the user's is undone; `Done()` if there is none.
+    std::size_t BeforeUndo() const;
+    /// Number of steps that are done when the next of the user's is redone; `Done()` if there is none.
+    std::size_t AfterRedo() const;
+    bool CanUndo() const { return BeforeUndo() != done; }
+    bool CanRedo() const { return AfterRedo() != done; }
+    /// The names of what the two would do, empty if nothing.
+    std::string UndoName() const { return CanUndo() ? steps[BeforeUndo()].name : std::string(); }
+    std::string RedoName() const { return CanRedo() ? steps[AfterRedo() - 1].name : std::string(); }
+    /// Bytes that it takes, about.
+    std::size_t Size() const;
+
+private:
+    static std::vector<PartDelta> DeltasOf(const PartChanges& changes);
+    /// The last step's changes and these as one.
+    void Join(HistoryStep& step, const PartChanges& changes) const;
+
+    std::vector<HistoryStep> steps;
+    std::size_t done = 0;
+};
+
+} // namespace stage

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "host/stage/host/history/EditHistory.h"
+#include "host/stage/host/history/LevelRestore.h"
+
+#include <functional>
+
+namespace stage {
+
+class EditorHost;
+
+/// What was done with the open level, step by step, and back again. Nobody tells of edits, so it looks at the
+/// level's parts where a gesture, a command or a dialog has ended: never call it in the middle of one.
+///
+/// Plug-ins are told by the contract's own means (LevelRestore) and have no part in it.
+class LevelHistory {
+public:
+    explicit LevelHistory(EditorHost& editorHost);
+
+    /// No level, or one on the way.
+    void Forget();
+    /// Another level, as it is now: no steps.
+    void Start();
+
+    enum class Pace {
+        Single,
+        Series ///< one of many that follow each other: turns of a wheel, a key that repeats itself
+    };
+    /// What the user has done since is a step. True if there was anything.
+    bool Note(Pace pace = Pace::Single);
+    /// The same also for what was written without a word into fields; it costs a look at everything. What
+    /// `Note` did not find belongs to the step that it made.
+    bool NoteAll();
+    /// From here on another gesture: what follows makes a step of its own, also in a series.
+    void EndSeries() { ++seriesNumber; }
+
+    /// False if there is nothing to undo, or if a film plays or something else is under way.
+    bool Undo();
+    bool Redo();
+    /// Until so many steps are done.
+    bool GoTo(std::size_t done);
+    const EditHistory& Edits() const { return edits; }
+    /// A number of what the level says, up to date; none where that can't be told.
+    std::optional<std::uint64_t> Content();
+    /// The same without what only says how it is shown, as of the last look.
+    std::uint64_t WorkHash() const { return store.WorkHash(); }
+    /// Something of this is under way.
+    bool IsBusy() const { return busy; }
+    /// Bytes that steps and parts take, about.
+    std::size_t Size() const { return edits.Size() + store.Size(); }
+
+    /// There are other steps, or another number of them is done.
+    std::function<void()> changed;
+
+private:
+    class Busy;
+
+    /// None if the level can't be read, which ends all steps.
+    std::optional<PartChanges> Look(PartStore::Look look);
+    bool Take(PartChanges changes, Pace pace, bool isLate);
+    bool MayRestore() const;
+    bool RestoreTo(std::size_t done);
+    /// False if the steps don't fit to the level.
+    bool AddTargets(PartTargets& targets, const HistoryStep& step, bool isBack) const;
+    std::optional<std::string_view> Present(const PartTargets& targets, const engine::PartKey& key) const;
+    bool Carry(PartTargets targets);
+    void ApplyToStore(const PartTargets& targets);
+    void Tell() const;
+
+    EditorHost& host;
+    PartStore store;
+    EditHistory edits;
+    std::vector<HistoryStep> looks; ///< since something was undone; newest last
+    bool started = false;
+    bool busy = false;
+    bool hasFreshStep = false; ///< the last Note made one
+    std::uint64_t seriesNumber = 1;
+};
+
+} // namespace stage

@@ -1,0 +1,288 @@
+#include "host/stage/host/history/LevelHistory.h"
+
+#include "host/engine/FilmManager.h"
+#include "host/engine/LevelContent.h"
+#include "host/stage/host/DryWrite.h"
+#include "host/stage/host/LevelSession.h"
+#include "host/stage/host/ObjectCommands.h"
+#include "plugin/contract/FilmManager.h"
+#include "tests/stage/HostFixture.h"
+
+#include <vector>
+
+using ::testing::_;
+
+/// A level with two objects, and a film with an actor's track that has two position keys.
+class LevelHistoryTest : public HostFixture {
+protected:
+    LevelHistoryTest() {
+        crate = Make("Crate");
+        barrel = Make("Barrel");
+        films = host.level.Data()->filmManager;
+        film = films->GetFilm(films->AllocateFilm());
+        film->SetName("Intro");
+        film->AddTrack(film->CreateLevelTrack());
+        track = film->CreateObjectTrack();
+        film->AddTrack(track);
+        AsObjectTrack(track)->SetActor(barrel, false);
+        AddKey(1.0f, 10.0f);
+        AddKey(2.0f, 20.0f);
+        history.Start();
+    }
+    CFilmVectorKey* AddKey(float time, float x) {
+        auto* key = static_cast<CFilmVectorKey*>(films->keyFactory->CreateKey(KeyKind::Position));
+        key->SetTime(time);
+        const float value[3] = {x, 0.0f, 0.0f};
+        key->SetValue(value);
+        EXPECT_TRUE(track->AddKey(key));
+        return key;
+    }
+    void MoveTo(engine::SceneObject* object, float x) {
+        engine::Matrix4 matrix;
+        matrix.SetTranslation({x, 0.0f, 0.0f});
+        host.level.SetSelection({object});
+        commands.Move({{object, matrix}});
+    }
+    std::uint64_t Content() { return engine::LevelContent(stage::DryWrite(host)); }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const stage::HistoryStep& step : history.Edits().Steps()) {
+            names.push_back(step.name);
+        }
+        return names;
+    }
+    IFilm* FirstFilm() { return host.level.Data()->filmManager->GetFilm(0); }
+
+    stage::LevelSession session{host};
+    stage::ObjectCommands commands{host, session};
+    stage::LevelHistory history{host};
+    engine::SceneObject* crate = nullptr;
+    engine::SceneObject* barrel = nullptr;
+    IFilmManager* films = nullptr;
+    IFilm* film = nullptr;
+    CFilmTrack* track = nullptr;
+};
+
+TEST_F(LevelHistoryTest, AMoveIsAStepAndComesBackAndGoesAgain) {
+    const std::uint64_t start = Content();
+    MoveTo(crate, 300.0f);
+    EXPECT_TRUE(history.Note());
+    EXPECT_FALSE(history.Note()) << "nothing more";
+    EXPECT_EQ(history.Edits().UndoName(), "Move Crate");
+    const std::uint64_t moved = Content();
+    ASSERT_NE(moved, start);
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(crate->World().m[12], 0.0f);
+    EXPECT_EQ(Content(), start);
+    EXPECT_EQ(history.Edits().RedoName(), "Move Crate");
+    ASSERT_TRUE(history.Redo());
+    EXPECT_EQ(crate->World().m[12], 300.0f);
+    EXPECT_EQ(Content(), moved);
+}
+
+TEST_F(LevelHistoryTest, KeysComeBackInPlaceWhileTheFilmStaysOpen) {
+    films->currentFilm = film;
+    film->Activate();
+    film->SetTime(1.0f, -1.0f);
+    EXPECT_FALSE(history.Note());
+    const std::uint64_t start = Content();
+    auto* key = static_cast<CFilmVectorKey*>(track->keys.front());
+    key->SetTime(3.0f);
+    EXPECT_TRUE(history.Note());
+    EXPECT_EQ(history.Edits().UndoName(), "Edit Intro: 1 key");
+    EXPECT_CALL(first, OnEvent(EventCode::Suspend, _)).Times(0);
+    EXPECT_CALL(first, OnEvent(EventCode::ObjectSetChanged, _)).Times(::testing::AtLeast(1));
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(Content(), start);
+    EXPECT_EQ(key->time, 1.0f) << "the record is the same";
+    film->Deactivate();
+    films->currentFilm = nullptr;
+}
+
+TEST_F(LevelHistoryTest, AKeyThatCameGoesAndOneThatWentComesBack) {
+    const std::uint64_t start = Content();
+    AddKey(1.5f, 15.0f);
+    EXPECT_TRUE(history.Note());
+    const std::uint64_t added = Content();
+    track->ClearKind(KeyKind::Position);
+    EXPECT_TRUE(history.Note());
+    const std::uint64_t cleared = Content();
+    EXPECT_EQ(Names(), (std::vector<std::string>{"Edit Intro: 1 key", "Edit Intro: 3 keys"}));
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(Content(), added);
+    EXPECT_EQ(track->keys.size(), 3u);
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(Content(), start);
+    ASSERT_TRUE(history.GoTo(2));
+    EXPECT_EQ(Content(), cleared);
+    EXPECT_TRUE(track->keys.empty());
+}
+
+TEST_F(LevelHistoryTest, DeletedObjectsComeBackWithTheirIdsPlacesChildrenAndRoles) {
+    commands.SetParent(*crate, barrel);
+    host.level.SetSelection({crate, barrel});
+    commands.GroupSelected();
+    history.Start();
+    const std::uint64_t start = Content();
+    const int id = barrel->id;
+    host.Select({barrel});
+    commands.DeleteSelected();
+    EXPECT_TRUE(history.Note());
+    EXPECT_EQ(history.Edits().UndoName(), "Delete Barrel");
+    const std::uint64_t deleted = Content();
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(Content(), start);
+    engine::SceneObject* again = host.level.FindObject(id);
+    ASSERT_NE(again, nullptr);
+    EXPECT_EQ(host.level.FindObject("Crate")->Parent(), again);
+    EXPECT_NE(FirstFilm()->FindObjectTrack(again), nullptr);
+    ASSERT_TRUE(history.Redo());
+    EXPECT_EQ(Content(), deleted);
+    EXPECT_EQ(host.level.FindObject(id), nullptr);
+}
+
+TEST_F(LevelHistoryTest, AFilmThatWentComesBackAndTheOthersStayTheSameObjects) {
+    IFilm* other = films->GetFilm(films->AllocateFilm());
+    other->SetName("Outro");
+    other->AddTrack(other->CreateLevelTrack());
+    history.Start();
+    const std::uint64_t start = Content();
+    films->DeleteFilm(0);
+    EXPECT_TRUE(history.Note());
+    EXPECT_EQ(history.Edits().UndoName(), "Delete film Intro");
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(Content(), start);
+    EXPECT_EQ(films->GetFilm(1), other) << "a plug-in may go back to the film that it has left";
+}
+
+TEST_F(LevelHistoryTest, PluginsLeaveTheFilmAndGoBackAroundAChangeOfTheLevel) {
+    host.level.SetSelection({crate});
+    commands.DeleteSelected();
+    history.Note();
+    testing::InSequence order;
+    EXPECT_CALL(second, OnEvent(_, _)).Times(::testing::AnyNumber());
+    EXPECT_CALL(first, OnEvent(EventCode::CollectHiddenObjects, _)).Times(::testing::AnyNumber());
+    EXPECT_CALL(first, OnEvent(EventCode::Suspend, _));
+    EXPECT_CALL(first, OnEvent(EventCode::ObjectsDeleting, _));
+    EXPECT_CALL(first, OnEvent(EventCode::ReleaseRenderResources, _));
+    EXPECT_CALL(first, OnEvent(EventCode::LevelLoaded, _));
+    EXPECT_CALL(first, OnEvent(EventCode::SelectionChanged, _));
+    EXPECT_CALL(first, OnEvent(EventCode::Resume, _));
+    EXPECT_CALL(first, OnEvent(EventCode::CollectHiddenObjects, _)).Times(::testing::AnyNumber());
+    EXPECT_TRUE(history.Undo());
+}
+
+TEST_F(LevelHistoryTest, AnotherEditEndsWhatWasUndone) {
+    MoveTo(crate, 300.0f);
+    history.Note();
+    MoveTo(barrel, 200.0f);
+    history.Note();
+    ASSERT_TRUE(history.Undo());
+    host.level.Rename(crate, "Box");
+    EXPECT_TRUE(history.Note());
+    EXPECT_EQ(Names(), (std::vector<std::string>{"Move Crate", "Rename Crate to Box"}));
+    EXPECT_FALSE(history.Redo());
+}
+
+TEST_F(LevelHistoryTest, TurnsOfAWheelBecomeOneStepAndOtherRowsAnother) {
+    auto* key = static_cast<CFilmVectorKey*>(track->keys.front());
+    const std::uint64_t start = Content();
+    for (const float x : {11.0f, 12.0f, 13.0f}) {
+        const float value[3] = {x, 0.0f, 0.0f};
+        key->SetValue(value);
+        history.Note(stage::LevelHistory::Pace::Series);
+    }
+    EXPECT_EQ(history.Edits().Steps().size(), 1u);
+    history.EndSeries();
+    const float value[3] = {14.0f, 0.0f, 0.0f};
+    key->SetValue(value);
+    history.Note(stage::LevelHistory::Pace::Series);
+    EXPECT_EQ(history.Edits().Steps().size(), 2u);
+    history.Undo();
+    EXPECT_EQ(key->value.x, 13.0f);
+    history.Undo();
+    EXPECT_EQ(key->value.x, 10.0f);
+    EXPECT_EQ(Content(), start);
+}
+
+TEST_F(LevelHistoryTest, WhatNobodyToldIsFoundBeforeAnUndo) {
+    for (int i = 0; i < 100; ++i) {
+        AddKey(3.0f + static_cast<float>(i), 0.0f); // too many to be read each time
+    }
+    history.Start();
+    auto* key = static_cast<CFilmVectorKey*>(track->keys.front());
+    key->value.x = 77.0f; // the field itself
+    EXPECT_FALSE(history.Note());
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(key->value.x, 10.0f);
+}
+
+TEST_F(LevelHistoryTest, LateFindingsBelongToTheStepOfTheirGesture) {
+    for (int i = 0; i < 100; ++i) {
+        AddKey(3.0f + static_cast<float>(i), 0.0f);
+    }
+    history.Start();
+    MoveTo(crate, 5.0f);
+    static_cast<CFilmVectorKey*>(track->keys.front())->value.x = 77.0f;
+    EXPECT_TRUE(history.Note());
+    EXPECT_TRUE(history.NoteAll());
+    EXPECT_EQ(history.Edits().Steps().size(), 1u);
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(static_cast<CFilmVectorKey*>(track->keys.front())->value.x, 10.0f);
+    EXPECT_EQ(crate->World().m[12], 0.0f);
+}
+
+TEST_F(LevelHistoryTest, APlayingFilmIsLeftAlone) {
+    MoveTo(crate, 5.0f);
+    history.Note();
+    films->currentFilm = film;
+    film->Activate();
+    film->SetTime(0.1f, 0.0f);
+    EXPECT_FALSE(history.Undo());
+    film->Stop();
+    EXPECT_TRUE(history.Undo());
+    film->Deactivate();
+    films->currentFilm = nullptr;
+}
+
+TEST_F(LevelHistoryTest, NamesSayWhatWasDone) {
+    const auto name = [this] {
+        history.Note();
+        return history.Edits().UndoName();
+    };
+    host.level.SetSelection({crate, barrel});
+    commands.Duplicate();
+    EXPECT_EQ(name(), "Create Crate1 and 1 other");
+    commands.GroupSelected();
+    EXPECT_EQ(name(), "Group");
+    commands.UngroupSelected();
+    EXPECT_EQ(name(), "Ungroup");
+    commands.SetParent(*crate, barrel);
+    EXPECT_EQ(name(), "Attach Crate");
+    MoveTo(barrel, 40.0f);
+    EXPECT_EQ(name(), "Move Barrel") << "what goes along is not named";
+    commands.SetParent(*crate, nullptr);
+    EXPECT_EQ(name(), "Set free Crate");
+    commands.SetVisible(*crate, false);
+    EXPECT_EQ(name(), "Hide Crate");
+    film->length = 20.0f;
+    EXPECT_EQ(name(), "Length of Intro");
+    film->SetName("Start");
+    EXPECT_EQ(name(), "Rename film Intro to Start");
+    CFilmTrack* camera = film->CreateCameraTrack();
+    AsCameraTrack(camera)->cameraName = "Camera 1";
+    film->AddTrack(camera);
+    EXPECT_EQ(name(), "Add Camera 1 to Start");
+    film->RemoveTrack(camera, 1);
+    EXPECT_EQ(name(), "Remove Camera 1 from Start");
+    commands.SetSun({0.0f, 1.0f, 0.0f}, host.level.Data()->Sun()->light);
+    EXPECT_EQ(name(), "Sun");
+    const std::size_t steps = history.Edits().Steps().size();
+    const std::uint64_t last = Content();
+    for (std::size_t i = 0; i < steps; ++i) {
+        EXPECT_TRUE(history.Undo()) << i;
+    }
+    EXPECT_FALSE(history.Undo());
+    EXPECT_TRUE(history.GoTo(steps));
+    EXPECT_EQ(Content(), last);
+}
