@@ -103,7 +103,7 @@ void AppendToQMenu(const CMenu& menu, QMenu* target, const CommandSink& onComman
     }
 }
 
-QMenu* BuildQMenu(const CMenu& menu, QWidget* parent, CommandSink onCommand) {
+QMenu* BuildQMenu(const CMenu& menu, QWidget* parent, const CommandSink& onCommand) {
     auto* built = new QMenu(parent);
     AppendToQMenu(menu, built, onCommand);
     return built;

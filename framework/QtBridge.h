@@ -28,7 +28,7 @@ FILMS_API QWidget* NativeWidget(const CWnd& window);
 FILMS_API CWnd* WrapWidget(QWidget* widget);
 
 /// A menu for the host to show; it is a copy, owned by `parent`. `onCommand` gets the id of a chosen item.
-FILMS_API QMenu* BuildQMenu(const CMenu& menu, QWidget* parent, CommandSink onCommand);
+FILMS_API QMenu* BuildQMenu(const CMenu& menu, QWidget* parent, const CommandSink& onCommand);
 /// Appends the items of a menu to one that the host builds.
 FILMS_API void AppendToQMenu(const CMenu& menu, QMenu* target, const CommandSink& onCommand);
 

@@ -19,10 +19,8 @@ struct Run {
 // Takes the runs one by one.
 class Sink {
 public:
+    virtual ~Sink() = default;
     virtual void Take(const Run& run) = 0;
-
-protected:
-    ~Sink() = default;
 };
 
 struct Pen {

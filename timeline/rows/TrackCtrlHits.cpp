@@ -55,7 +55,8 @@ CTrackKey* CTrackCtrl::GetKeyAt(CPoint point) const {
 bool CTrackCtrl::FindCandidates(float time, float secondsPerPixel, std::vector<CTrackKey*>& found) const {
     // Times are float: what rounding can move is far less than this part of a number.
     constexpr double kSlack = 1e-6;
-    const double reach = static_cast<double>(widestHit / 2) * secondsPerPixel;
+    const int halfWidth = widestHit / 2; // whole pixels
+    const double reach = static_cast<double>(halfWidth) * secondsPerPixel;
     if (!(secondsPerPixel > 0.0f) || !std::isfinite(reach) || !std::isfinite(time)) {
         return false;
     }

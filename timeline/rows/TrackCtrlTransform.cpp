@@ -49,7 +49,7 @@ void AddMovedKey(CTrackCtrl& row, TimelineContext& timeline, float time, const V
     if (!row.AddKeyView(key.get(), /*redraw*/ false, /*existing*/ false, /*noUndo*/ false)) {
         return;
     }
-    key.release();
+    static_cast<void>(key.release()); // the row owns it now
     // The attributes window may have made the rows anew; the record is the film's by now.
     if (watchedKey.IsAlive() || IsInOpenFilm(session, track, record)) {
         record->SetValue(value.Data());
