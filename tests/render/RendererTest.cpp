@@ -71,10 +71,10 @@ protected:
         return scene.items.back();
     }
 
-    RenderImage Draw(int supersample = 1) {
+    RenderImage Draw(float detail = 1.0f) {
         RenderImage image;
         renderer->BeginFrame(scene);
-        EXPECT_TRUE(renderer->DrawView(camera, kWidth, kHeight, image, supersample));
+        EXPECT_TRUE(renderer->DrawView(camera, kWidth, kHeight, image, detail));
         return image;
     }
 
@@ -378,6 +378,19 @@ TEST_F(RendererTest, SupersamplingSmoothsEdges) {
         return std::set<std::uint32_t>(image.pixels.begin(), image.pixels.end()).size();
     };
     EXPECT_GT(shades(Draw(2)), shades(Draw(1)));
+}
+
+TEST_F(RendererTest, FewerDrawnPixelsFillThePicture) {
+    AddBox({-1, 0, -1}, {1, 2, 1}, 220, 20, 20);
+    const RenderImage full = Draw();
+    const RenderImage draft = Draw(0.5f);
+    EXPECT_EQ(draft.width, kWidth);
+    EXPECT_EQ(draft.height, kHeight);
+    ASSERT_EQ(draft.pixels.size(), full.pixels.size());
+    EXPECT_NEAR(Red(Middle(draft)), Red(Middle(full)), 8);
+    EXPECT_NE(draft.pixels, full.pixels);
+    EXPECT_EQ(Draw(0.01f).pixels, draft.pixels) << "half a side is the least";
+    EXPECT_EQ(Draw(std::numeric_limits<float>::quiet_NaN()).pixels, full.pixels);
 }
 
 TEST_F(RendererTest, ManyViewsShareAFrame) {

@@ -1,6 +1,7 @@
 #include "tests/stage/WindowFixture.h"
 
 #include "host/stage/gizmo/Gizmo.h"
+#include "host/stage/windows/ScenePictures.h"
 #include "host/stage/windows/ViewArea.h"
 #include "host/stage/windows/ViewTool.h"
 
@@ -46,6 +47,20 @@ TEST_F(ViewWindowTest, ShiftAddsAndControlToggles) {
     EXPECT_EQ(window.host.level.selection, (ObjectList{left, right}));
     Click(PixelOf(-300, 100, 0), Qt::ControlModifier);
     EXPECT_EQ(window.host.level.selection, (ObjectList{right}));
+}
+
+TEST_F(ViewWindowTest, LessDetailWhileMovingIsASettingThatIsKept) {
+    const auto* area = window.findChild<stage::ViewArea*>();
+    ASSERT_NE(area, nullptr);
+    EXPECT_TRUE(area->pictures->quickWhileMoving);
+    Action("ViewQuickPictures")->trigger();
+    EXPECT_FALSE(area->pictures->quickWhileMoving);
+    {
+        const stage::MainWindow other(window.host.folders);
+        EXPECT_FALSE(other.findChild<stage::ViewArea*>()->pictures->quickWhileMoving);
+    }
+    Action("ViewQuickPictures")->trigger();
+    EXPECT_TRUE(area->pictures->quickWhileMoving);
 }
 
 TEST_F(ViewWindowTest, ARectangleSelectsWhatHasItsMiddleInIt) {

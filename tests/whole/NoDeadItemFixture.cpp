@@ -32,11 +32,15 @@ bool CanBeChosen(const QAction& action) {
     return action.isEnabled() && action.isVisible() && !action.isSeparator() && !isPresent;
 }
 
+std::string NameOf(const QAction& action) {
+    return action.text().remove('&').section('\t', 0, 0).toStdString();
+}
+
 void Collect(const QMenu& menu, const std::string& path,
              std::vector<std::pair<std::string, QAction*>>& found) {
     emit const_cast<QMenu&>(menu).aboutToShow(); // some are filled then
     for (QAction* action : menu.actions()) {
-        const std::string name = path + '/' + action->text().remove('&').section('\t', 0, 0).toStdString();
+        const std::string name = path + '/' + NameOf(*action);
         if (action->menu() != nullptr) {
             Collect(*action->menu(), name, found);
         } else if (CanBeChosen(*action)) {
@@ -145,12 +149,17 @@ std::string NoDeadItemInStageTest::Look() {
     }
     for (int view = 0; view < window->host.views.Count(); ++view) {
         const stage::StageView& shown = *window->host.views.At(view);
-        look << shown.attachedTo << ' ';
+        look << shown.attachedTo << ' ' << static_cast<int>(shown.Kind()) << static_cast<int>(shown.shading);
         for (int i = 0; i < 16; ++i) {
             look << window->host.GetViewMatrix(view)[i] << ' ';
         }
     }
     look << static_cast<int>(window->views->tool->Mode()) << window->views->pictures->showGrid << '|';
+    for (const QAction* action : window->findChildren<QAction*>()) {
+        if (!action->objectName().isEmpty()) {
+            look << action->isChecked();
+        }
+    }
     for (const QDockWidget* dock : window->findChildren<QDockWidget*>()) {
         look << dock->isVisible();
     }
@@ -307,10 +316,10 @@ std::set<std::string> NoDeadItemInStageTest::DeadInMenu(const Prepare& prepare,
     prepare();
     open([&](QMenu& menu) {
         offered.clear();
-        for (const QAction* action : menu.actions()) {
-            if (CanBeChosen(*action)) {
-                offered.push_back(action->text().toStdString());
-            }
+        std::vector<std::pair<std::string, QAction*>> found;
+        Collect(menu, "", found);
+        for (const auto& [name, action] : found) {
+            offered.push_back(name);
         }
         menu.close();
     });
@@ -321,7 +330,10 @@ std::set<std::string> NoDeadItemInStageTest::DeadInMenu(const Prepare& prepare,
         const std::string before = LookBefore();
         open([&](QMenu& menu) {
             for (QAction* action : menu.actions()) {
-                if (action->text().toStdString() == item) {
+                const std::string name = "/" + NameOf(*action);
+                const bool isOnTheWay =
+                    action->menu() != nullptr && item.find(name + "/") != std::string::npos;
+                if (isOnTheWay || (action->menu() == nullptr && item.ends_with(name))) {
                     menu.setActiveAction(action);
                     QTest::keyClick(&menu, Qt::Key_Return);
                     return;

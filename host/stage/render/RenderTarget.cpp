@@ -1,7 +1,9 @@
 #include "host/stage/render/RenderTarget.h"
 
 #include <algorithm>
+#include <cmath>
 #include <epoxy/gl.h>
+#include <limits>
 
 namespace render {
 
@@ -26,6 +28,14 @@ unsigned MakeFrame(unsigned color, unsigned depth) {
     return frame;
 }
 
+/// Pixels that are drawn for so many of the picture; a size that no driver has instead of one that no int
+/// has.
+int Drawn(int size, float detail) {
+    constexpr int kTooLarge = std::numeric_limits<int>::max();
+    const double drawn = static_cast<double>(size) * detail;
+    return drawn < kTooLarge ? std::max(static_cast<int>(std::lround(drawn)), 1) : kTooLarge;
+}
+
 } // namespace
 
 RenderTarget::~RenderTarget() {
@@ -33,34 +43,39 @@ RenderTarget::~RenderTarget() {
 }
 
 void RenderTarget::Release() {
-    const GLuint frames[] = {frame, smallFrame};
-    const GLuint buffers[] = {color, depth, smallColor};
+    const GLuint frames[] = {frame, pictureFrame};
+    const GLuint buffers[] = {color, depth, pictureColor};
     glDeleteFramebuffers(2, frames);
     glDeleteRenderbuffers(3, buffers);
-    frame = smallFrame = color = depth = smallColor = 0;
-    width = height = 0;
+    frame = pictureFrame = color = depth = pictureColor = 0;
+    width = height = drawnWidth = drawnHeight = 0;
 }
 
-bool RenderTarget::Resize(int newWidth, int newHeight, int newFactor) {
-    if (newWidth == width && newHeight == height && newFactor == factor && frame != 0) {
+bool RenderTarget::Resize(int newWidth, int newHeight, float detail) {
+    const int newDrawnWidth = Drawn(newWidth, detail);
+    const int newDrawnHeight = Drawn(newHeight, detail);
+    if (newWidth == width && newHeight == height && newDrawnWidth == drawnWidth &&
+        newDrawnHeight == drawnHeight && frame != 0) {
         return true;
     }
     Release();
     GLint limit = 0;
     glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &limit);
-    if (newWidth <= 0 || newHeight <= 0 || newWidth > limit / newFactor || newHeight > limit / newFactor) {
+    if (newWidth <= 0 || newHeight <= 0 || std::max(newWidth, newDrawnWidth) > limit ||
+        std::max(newHeight, newDrawnHeight) > limit) {
         return false;
     }
     width = newWidth;
     height = newHeight;
-    factor = newFactor;
-    color = MakeBuffer(GL_RGBA8, Width(), Height());
-    depth = MakeBuffer(GL_DEPTH_COMPONENT24, Width(), Height());
+    drawnWidth = newDrawnWidth;
+    drawnHeight = newDrawnHeight;
+    color = MakeBuffer(GL_RGBA8, drawnWidth, drawnHeight);
+    depth = MakeBuffer(GL_DEPTH_COMPONENT24, drawnWidth, drawnHeight);
     frame = MakeFrame(color, depth);
     bool complete = glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
-    if (factor > 1) {
-        smallColor = MakeBuffer(GL_RGBA8, width, height);
-        smallFrame = MakeFrame(smallColor, 0);
+    if (drawnWidth != width || drawnHeight != height) {
+        pictureColor = MakeBuffer(GL_RGBA8, width, height);
+        pictureFrame = MakeFrame(pictureColor, 0);
         complete = complete && glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
     }
     return complete;
@@ -73,10 +88,10 @@ void RenderTarget::Bind() const {
 
 void RenderTarget::Read(RenderImage& image) const {
     glBindFramebuffer(GL_READ_FRAMEBUFFER, frame);
-    if (factor > 1) {
-        glBindFramebuffer(GL_DRAW_FRAMEBUFFER, smallFrame);
+    if (pictureFrame != 0) {
+        glBindFramebuffer(GL_DRAW_FRAMEBUFFER, pictureFrame);
         glBlitFramebuffer(0, 0, Width(), Height(), 0, 0, width, height, GL_COLOR_BUFFER_BIT, GL_LINEAR);
-        glBindFramebuffer(GL_READ_FRAMEBUFFER, smallFrame);
+        glBindFramebuffer(GL_READ_FRAMEBUFFER, pictureFrame);
     }
     image.width = width;
     image.height = height;

@@ -4,7 +4,7 @@
 
 namespace render {
 
-/// A colour and depth buffer off the screen, larger than the picture by a whole factor for smooth edges.
+/// A colour and depth buffer off the screen, larger than the picture for smooth edges or smaller for speed.
 /// Used and destroyed with its context current.
 class RenderTarget {
 public:
@@ -13,25 +13,27 @@ public:
     RenderTarget(const RenderTarget&) = delete;
     RenderTarget& operator=(const RenderTarget&) = delete;
 
-    /// Pixels of the picture; `factor` 1 or 2. False if the driver refuses the size.
-    bool Resize(int width, int height, int factor);
+    /// Pixels of the picture, and how many are drawn for one of them along a side. False if the driver
+    /// refuses the size.
+    bool Resize(int width, int height, float detail);
     void Bind() const;
-    /// Averages down to the picture's size and copies it out.
+    /// Brings what was drawn to the picture's size and copies it out.
     void Read(RenderImage& image) const;
-    int Width() const { return width * factor; }
-    int Height() const { return height * factor; }
+    int Width() const { return drawnWidth; }
+    int Height() const { return drawnHeight; }
 
 private:
     void Release();
 
     int width = 0;
     int height = 0;
-    int factor = 1;
+    int drawnWidth = 0;
+    int drawnHeight = 0;
     unsigned frame = 0;
     unsigned color = 0;
     unsigned depth = 0;
-    unsigned smallFrame = 0;
-    unsigned smallColor = 0;
+    unsigned pictureFrame = 0; ///< 0 while what is drawn has the picture's size
+    unsigned pictureColor = 0;
 };
 
 } // namespace render

@@ -26,6 +26,8 @@ constexpr glm::vec3 kOutlineColor(1.0f, 0.62f, 0.10f);
 constexpr glm::vec3 kPlainBackground(0.62f, 0.66f, 0.70f);
 /// Shadows reach this far around what the first casters span; beyond, texels would grow too coarse.
 constexpr float kMaxShadowExtent = engine::Metres(160.0f);
+constexpr float kLeastDetail = 0.5f;
+constexpr float kMostDetail = 2.0f;
 constexpr float kShadowStep = engine::Metres(8.0f);
 
 glm::vec3 SunDirection(const RenderSun& sun) {
@@ -126,8 +128,8 @@ struct Renderer::Parts {
                 static_cast<int>(high.y - low.y) + 1};
     }
 
-    void DrawOutline(const glm::mat4& viewProjection, int supersample) const {
-        const int radius = 2 * supersample;
+    void DrawOutline(const glm::mat4& viewProjection, float detail) const {
+        const int radius = std::max(static_cast<int>(std::lround(2.0f * detail)), 1);
         const OutlinePass::Area area = OutlineArea(viewProjection, radius + 1);
         if (area.width == 0) {
             return;
@@ -138,17 +140,16 @@ struct Renderer::Parts {
         passes->outline.Draw(kOutlineColor, static_cast<float>(radius));
     }
 
-    void DrawLines(const RenderCamera& camera, int supersample) const {
-        const auto scale = static_cast<float>(supersample);
+    void DrawLines(const RenderCamera& camera, float detail) const {
         if (scene->grid == RenderGrid::Ground) {
-            passes->lines.Draw(GroundGrid(glm::vec3(glm::inverse(camera.view)[3])), scale,
+            passes->lines.Draw(GroundGrid(glm::vec3(glm::inverse(camera.view)[3])), detail,
                                /*depthTest*/ true);
         }
-        passes->lines.Draw(scene->lines, scale, /*depthTest*/ true);
-        passes->lines.Draw(scene->overlay, scale, /*depthTest*/ false);
+        passes->lines.Draw(scene->lines, detail, /*depthTest*/ true);
+        passes->lines.Draw(scene->overlay, detail, /*depthTest*/ false);
     }
 
-    void DrawScene(const RenderCamera& camera, const glm::mat4& viewProjection, int supersample) const {
+    void DrawScene(const RenderCamera& camera, const glm::mat4& viewProjection, float detail) const {
         FrameBlock block = MakeBlock(*scene, camera);
         const glm::vec2 size(passes->target.Width(), passes->target.Height());
         block.viewport = glm::vec4(size, 1.0f / size);
@@ -159,7 +160,7 @@ struct Renderer::Parts {
         }
         passes->target.Bind();
         if (scene->grid != RenderGrid::Ground) {
-            passes->lines.Draw(FlatGrid(scene->grid, camera), static_cast<float>(supersample),
+            passes->lines.Draw(FlatGrid(scene->grid, camera), detail,
                                /*depthTest*/ false);
         }
         if (scene->style == RenderStyle::Wireframe) {
@@ -167,13 +168,13 @@ struct Renderer::Parts {
         } else {
             passes->meshes.DrawLit(
                 items, *scene,
-                {viewProjection, glm::vec3(block.eye), passes->shadow.Texture(), supersample > 1});
+                {viewProjection, glm::vec3(block.eye), passes->shadow.Texture(), detail > 1.0f});
         }
         if (!scene->plainBackground) {
             passes->sky.Draw();
         }
-        DrawOutline(viewProjection, supersample);
-        DrawLines(camera, supersample);
+        DrawOutline(viewProjection, detail);
+        DrawLines(camera, detail);
     }
 };
 
@@ -211,12 +212,11 @@ void Renderer::BeginFrame(const RenderScene& scene) {
     parts->DrawShadows();
 }
 
-bool Renderer::DrawView(const RenderCamera& camera, int width, int height, RenderImage& image,
-                        int supersample) {
+bool Renderer::DrawView(const RenderCamera& camera, int width, int height, RenderImage& image, float detail) {
     image = RenderImage();
-    const int factor = std::clamp(supersample, 1, 2);
+    const float drawn = std::isfinite(detail) ? std::clamp(detail, kLeastDetail, kMostDetail) : 1.0f;
     if (parts->scene == nullptr || !parts->context.MakeCurrent() ||
-        !parts->passes->target.Resize(width, height, factor)) {
+        !parts->passes->target.Resize(width, height, drawn)) {
         return false;
     }
     const glm::mat4 viewProjection = camera.projection * camera.view;
@@ -226,7 +226,7 @@ bool Renderer::DrawView(const RenderCamera& camera, int width, int height, Rende
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     if (IsFinite(viewProjection) && IsFinite(glm::inverse(viewProjection)) &&
         IsFinite(glm::inverse(camera.view))) {
-        parts->DrawScene(camera, viewProjection, factor);
+        parts->DrawScene(camera, viewProjection, drawn);
     }
     parts->passes->target.Read(image);
     return true;

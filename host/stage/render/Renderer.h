@@ -21,10 +21,11 @@ public:
     /// Takes the scene of the next views and draws its shadow map. The scene must stay as it is until the
     /// last of them is drawn.
     void BeginFrame(const RenderScene& scene);
-    /// Draws the frame's scene as a camera sees it. `supersample` is 1, or 2 for smooth edges at four
-    /// times the work. A camera that is not finite gives a plain picture. False, with an empty picture, for
-    /// a size that the driver refuses.
-    bool DrawView(const RenderCamera& camera, int width, int height, RenderImage& image, int supersample = 1);
+    /// Draws the frame's scene as a camera sees it. `detail` is how many pixels are drawn for one of the
+    /// picture, along a side: 1, up to 2 for smooth edges at four times the work, down to 0.5 for speed. A
+    /// camera that is not finite gives a plain picture. False, with an empty picture, for a size that the
+    /// driver refuses.
+    bool DrawView(const RenderCamera& camera, int width, int height, RenderImage& image, float detail = 1.0f);
 
 private:
     struct Parts;

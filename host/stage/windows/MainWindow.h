@@ -118,6 +118,7 @@ private:
     void MakeEditMenu();
     void MakeCreateMenu();
     void MakeViewMenu();
+    void AddQuickPictures(QMenu& menu);
     void MakeFilmsMenu();
     void MakePluginMenu();
     void MakeHelpMenu();

@@ -14,6 +14,7 @@
 #include <QDockWidget>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QSettings>
 #include <QToolBar>
 
 namespace stage {
@@ -82,6 +83,20 @@ constexpr KeyLine kKeys[] = {
 
 } // namespace
 
+void MainWindow::AddQuickPictures(QMenu& menu) {
+    static constexpr auto kKey = "view/quickPictures";
+    QAction* quick = AddAction(
+        menu, tr("Less &Detail While Moving"), {}, [] {}, "ViewQuickPictures");
+    quick->setToolTip(tr("Films and moving views are drawn with fewer pixels where this machine is slow; "
+                         "a still view is always drawn in full"));
+    quick->setCheckable(true);
+    connect(quick, &QAction::toggled, this, [this](bool on) {
+        views->pictures->quickWhileMoving = on;
+        QSettings().setValue(kKey, on);
+    });
+    quick->setChecked(QSettings().value(kKey, true).toBool());
+}
+
 void MainWindow::MakeViewMenu() {
     QMenu* menu = menuBar()->addMenu(tr("&View"));
     auto* toolGroup = new QActionGroup(this);
@@ -111,6 +126,7 @@ void MainWindow::MakeViewMenu() {
         views->pictures->showGrid = shown;
         RedrawView(-1);
     });
+    AddQuickPictures(*menu);
     menu->addSeparator();
     auto* layoutGroup = new QActionGroup(this);
     for (const LayoutEntry& layout : kLayouts) {
@@ -123,10 +139,18 @@ void MainWindow::MakeViewMenu() {
         layoutGroup->addAction(action);
     }
     menu->addSeparator();
+    auto* kindGroup = new QActionGroup(this);
+    kindGroup->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
     for (const KindKey& entry : kKindKeys) {
-        AddAction(
+        QAction* action = AddAction(
             *menu, tr(entry.text), QKeySequence(entry.key),
             [this, kind = entry.kind] { views->SetKind(ActiveView(), kind); }, entry.name);
+        action->setCheckable(true);
+        kindGroup->addAction(action);
+        connect(menu, &QMenu::aboutToShow, action, [this, action, kind = entry.kind] {
+            const StageView* view = host.views.At(ActiveView());
+            action->setChecked(view != nullptr && view->Kind() == kind);
+        });
     }
     AddAction(
         *menu, tr("Look through the selected &camera"), QKeySequence(Qt::Key_F9),

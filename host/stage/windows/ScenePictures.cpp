@@ -43,11 +43,12 @@ QString ScenePictures::Hint() const {
     return {};
 }
 
-void ScenePictures::MoveClock() {
+bool ScenePictures::MoveClock() {
     const qint64 elapsed = sinceLast.isValid() ? sinceLast.restart() : (sinceLast.start(), kFilmMs);
     if (elapsed < kFilmMs) {
         seconds += static_cast<float>(elapsed) / 1000.0f;
     }
+    return elapsed < kFilmMs;
 }
 
 void ScenePictures::AddLines(int view, const std::vector<OverlayLine>& lines) {
@@ -87,7 +88,7 @@ const QImage& ScenePictures::Draw(int view, const QSize& size, bool fine) {
         return picture;
     }
     drawing = true;
-    MoveClock();
+    const bool isQuick = MoveClock() && quickWhileMoving && !fine;
     area.host.FollowCamera(view);
     // The plug-ins first: they pose the film that is drawn.
     const std::vector<OverlayLine>& lines = area.host.RenderPlugins(view);
@@ -96,8 +97,14 @@ const QImage& ScenePictures::Draw(int view, const QSize& size, bool fine) {
     options.viewer = glm::vec3(stageView->CameraMatrix()[3]);
     level.Update(area.host.level, options);
     AddLines(view, lines);
+    QElapsedTimer spent;
+    spent.start();
     renderer->BeginFrame(level.scene);
-    if (renderer->DrawView(stageView->Camera(), size.width(), size.height(), image, fine ? 2 : 1)) {
+    const float drawn = fine ? 2.0f : isQuick ? detail.Detail() : 1.0f;
+    if (renderer->DrawView(stageView->Camera(), size.width(), size.height(), image, drawn)) {
+        if (isQuick) {
+            detail.Note(static_cast<double>(spent.nsecsElapsed()) * 1e-6 * area.host.views.Count());
+        }
         picture = QImage(reinterpret_cast<const uchar*>(image.pixels.data()), image.width, image.height,
                          image.width * 4, QImage::Format_RGB32);
     } else {

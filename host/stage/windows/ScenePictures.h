@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/stage/render/LevelScene.h"
+#include "host/stage/windows/PictureDetail.h"
 
 #include <memory>
 #include <QElapsedTimer>
@@ -31,11 +32,13 @@ public:
     QString Hint() const;
 
     bool showGrid = true;
+    bool quickWhileMoving = false; ///< pictures that follow each other may be drawn less finely
 
 private:
     render::LevelSceneOptions OptionsFor(const StageView& view) const;
     void AddLines(int view, const std::vector<OverlayLine>& lines);
-    void MoveClock();
+    /// True for a picture that follows another as in a film.
+    bool MoveClock();
 
     ViewArea& area;
     render::LevelScene level;
@@ -44,6 +47,7 @@ private:
     QImage picture;
     render::RenderImage image;
     QElapsedTimer sinceLast;
+    PictureDetail detail;
     float seconds = 0.0f; ///< stands still while no film plays, so that the sky does not jump
     bool drawing = false;
 };

@@ -5,6 +5,7 @@
 #include "host/stage/windows/ViewArea.h"
 #include "host/stage/windows/ViewWidget.h"
 
+#include <QActionGroup>
 #include <QMenu>
 
 namespace stage {
@@ -34,12 +35,23 @@ constexpr ShadingEntry kShadings[] = {
     {ViewShading::Wireframe, QT_TR_NOOP("Wireframe")},
 };
 
-QAction* AddChoice(QMenu& menu, const QString& text, bool chosen) {
-    QAction* action = menu.addAction(text);
-    action->setCheckable(true);
-    action->setChecked(chosen);
-    return action;
-}
+/// Choices of which one holds. They go with the menu's actions, whose first owns the group.
+class Choices {
+public:
+    explicit Choices(QMenu& target) : menu(target) {}
+    QAction* Add(const QString& text, bool chosen) {
+        QAction* action = menu.addAction(text);
+        group = group != nullptr ? group : new QActionGroup(action);
+        group->addAction(action);
+        action->setCheckable(true);
+        action->setChecked(chosen);
+        return action;
+    }
+
+private:
+    QMenu& menu;
+    QActionGroup* group = nullptr;
+};
 
 } // namespace
 
@@ -104,15 +116,16 @@ void ViewHeader::Fill(QMenu& menu, ViewArea& area, int view) {
     if (present == nullptr) {
         return;
     }
+    Choices kinds(menu);
     for (const KindEntry& entry : kKinds) {
-        connect(AddChoice(menu, tr(entry.text), present->Kind() == entry.kind), &QAction::triggered, &area,
+        connect(kinds.Add(tr(entry.text), present->Kind() == entry.kind), &QAction::triggered, &area,
                 [&area, view, kind = entry.kind] { area.SetKind(view, kind); });
     }
     menu.addSeparator();
     if (const engine::LevelData* level = area.host.level.Data()) {
         for (const auto& object : level->Objects()) {
             if (object->Info().className == engine::kCameraClass) {
-                connect(AddChoice(menu, tr("Through %1").arg(QString::fromStdString(object->name)),
+                connect(kinds.Add(tr("Through %1").arg(QString::fromStdString(object->name)),
                                   present->CameraId() == object->id),
                         &QAction::triggered, &area,
                         [&area, view, id = object->id] { area.SetKind(view, ViewKind::Camera, id); });
@@ -120,9 +133,10 @@ void ViewHeader::Fill(QMenu& menu, ViewArea& area, int view) {
         }
     }
     menu.addSeparator();
+    Choices shadings(menu);
     for (const ShadingEntry& entry : kShadings) {
-        connect(AddChoice(menu, tr(entry.text), present->shading == entry.shading), &QAction::triggered,
-                &area, [&area, view, shading = entry.shading] { area.SetShading(view, shading); });
+        connect(shadings.Add(tr(entry.text), present->shading == entry.shading), &QAction::triggered, &area,
+                [&area, view, shading = entry.shading] { area.SetShading(view, shading); });
     }
 }
 

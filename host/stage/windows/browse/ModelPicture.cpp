@@ -132,7 +132,7 @@ void ModelPicture::Draw() {
     const QSize size = this->size() * devicePixelRatioF();
     renderer->BeginFrame(scene.Update(navigation, size.height()));
     renderer->DrawView(scene.Camera(navigation, Aspect()), size.width(), size.height(), pixels,
-                       moving ? 1 : 2);
+                       moving ? 1.0f : 2.0f);
 }
 
 void ModelPicture::paintEvent(QPaintEvent*) {
