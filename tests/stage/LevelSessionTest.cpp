@@ -87,7 +87,8 @@ TEST_F(LevelSessionTest, TheRootIsNamedByTheLevelsFolderWithASeparator) {
         .WillOnce([&](fs::file&, IHostObject* object) {
             name = static_cast<EditorObject*>(object)->name;
             return false;
-        });
+        })
+        .WillRepeatedly(::testing::Return(false)); // what is saved now is noted
     session.Save(PathOf("a.level"));
     EXPECT_EQ(name, folder.string() + "/");
 }

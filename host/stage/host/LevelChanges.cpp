@@ -1,12 +1,12 @@
 #include "host/stage/host/LevelChanges.h"
 
-#include "host/engine/LevelContent.h"
-#include "host/stage/host/DryWrite.h"
 #include "host/stage/host/EditorHost.h"
+#include "host/stage/host/history/LevelHistory.h"
 
 namespace stage {
 
-LevelChanges::LevelChanges(EditorHost& editorHost) : host(editorHost) {
+LevelChanges::LevelChanges(EditorHost& editorHost, const LevelHistory& levelHistory)
+    : host(editorHost), history(levelHistory) {
 }
 
 void LevelChanges::Forget() {
@@ -15,12 +15,10 @@ void LevelChanges::Forget() {
 }
 
 void LevelChanges::CountAsSaved() {
-    tracking = true;
-    changed = looking = false;
-    saved = Content();
+    CountAsSaved(Content());
 }
 
-void LevelChanges::CountAsSaved(std::uint64_t content) {
+void LevelChanges::CountAsSaved(std::optional<std::uint64_t> content) {
     tracking = true;
     changed = looking = false;
     saved = content;
@@ -39,7 +37,7 @@ std::optional<std::uint64_t> LevelChanges::Content() {
     writing = true;
     std::optional<std::uint64_t> content;
     try {
-        content = engine::LevelContent(DryWrite(host, DryWriteFor::Comparison));
+        content = history.ContentNow();
     } catch (const std::exception&) {
         content.reset(); // a save tells why
     }

@@ -1,7 +1,6 @@
 #include "host/stage/host/LevelSession.h"
 
 #include "host/engine/FileReplace.h"
-#include "host/engine/FilmAtRest.h"
 #include "host/engine/LevelFile.h"
 #include "host/engine/References.h"
 #include "host/stage/host/DryWrite.h"
@@ -28,8 +27,14 @@ std::string Joined(const std::vector<std::string>& messages) {
 }
 } // namespace
 
-LevelSession::LevelSession(EditorHost& editorHost) : host(editorHost), changes(editorHost) {
-    host.level.SetShowHook([this] { changes.BeginLook(); });
+LevelSession::LevelSession(EditorHost& editorHost)
+    : host(editorHost), history(editorHost), changes(editorHost, history) {
+    // What is put back is shown too, but it is the user who wanted it back.
+    host.level.SetShowHook([this] {
+        if (!history.IsBusy()) {
+            changes.BeginLook();
+        }
+    });
     host.level.SetEditHook([this] { changes.BreakLook(); });
 }
 
@@ -39,12 +44,17 @@ LevelSession::~LevelSession() {
 }
 
 void LevelSession::New() {
-    changes.Forget();
+    Leave();
     host.LeaveLevel();
     host.level.New("");
     host.meshes.SetFolder("");
     Forget();
     Arrive("");
+}
+
+void LevelSession::Leave() {
+    changes.Forget();
+    history.Forget();
 }
 
 bool LevelSession::Open(const std::string& newPath) {
@@ -71,7 +81,7 @@ std::vector<std::string> LevelSession::Load(const std::string& newPath) {
 std::vector<std::string> LevelSession::Install(engine::PendingLevel pending, const std::string& newPath,
                                                const engine::FileStamp& opened) {
     std::string bytes = pending.bytes;
-    changes.Forget();
+    Leave();
     host.LeaveLevel();
     host.level.Close(); // before its meshes go
     host.meshes.SetFolder(pending.folder);
@@ -98,7 +108,7 @@ void LevelSession::Forget() {
 void LevelSession::Arrive(const std::string& newPath) {
     path = newPath;
     host.plugins.SendEvent(EventCode::LevelLoaded, nullptr);
-    changes.CountAsSaved();
+    changes.CountAsSaved(history.Start());
     host.windows.LevelChanged();
     host.windows.ObjectsChanged();
     host.windows.SelectionChanged();
@@ -106,7 +116,7 @@ void LevelSession::Arrive(const std::string& newPath) {
 }
 
 void LevelSession::Close() {
-    changes.Forget();
+    Leave();
     host.LeaveLevel();
     host.level.Close();
     path.clear();
@@ -192,11 +202,10 @@ std::vector<std::string> LevelSession::Write(const std::string& newPath) {
         engine::SavedLevel written;
         std::vector<std::string> messages = engine::SaveLevel(host.level, newPath, &written);
         stamp = written.stamp;
-        if (engine::FilmAtRest::IsAllDark(host.level)) {
-            changes.CountAsSaved(written.content);
-        } else {
-            changes.CountAsSaved();
+        if (names.HasMoved()) {
+            history.Start(); // what names files from the old folder can't come back
         }
+        changes.CountAsSaved();
         original.clear();
         return messages;
     } catch (...) {

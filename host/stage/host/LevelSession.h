@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/engine/FileStamp.h"
+#include "host/stage/host/history/LevelHistory.h"
 #include "host/stage/host/KeptWork.h"
 #include "host/stage/host/LevelChanges.h"
 
@@ -54,6 +55,8 @@ public:
     bool IsMarkedChanged() const { return changes.IsMarked(); }
     void MarkChanged() { changes.Mark(); }
     LevelChanges& Changes() { return changes; }
+    /// What was done with the open level, to be undone and redone.
+    LevelHistory& History() { return history; }
     /// Absolute path of the open level's file, empty before the first save.
     const std::string& Path() const { return path; }
     /// File name without folder and ending, "Untitled" before the first save.
@@ -61,6 +64,8 @@ public:
 
 private:
     void Arrive(const std::string& newPath);
+    /// The open level is about to go.
+    void Leave();
     /// No file is known of the level.
     void Forget();
     /// Leaves the open level and puts another in its place, the start of which is known to be good.
@@ -78,6 +83,7 @@ private:
     std::string path;
     engine::FileStamp stamp; ///< of the level's file as this session knows it
     std::string original;    ///< the file that was opened, if not all of it could be read, until it is kept
+    LevelHistory history;
     mutable LevelChanges changes; ///< answers, and remembers the answer
 };
 

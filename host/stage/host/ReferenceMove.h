@@ -21,6 +21,9 @@ public:
     /// Whether some mesh has another name now.
     bool HasMovedMeshes() const { return !meshes.empty(); }
 
+    /// Whether anything has another name now.
+    bool HasMoved() const { return HasMovedMeshes() || !sounds.empty(); }
+
 private:
     struct Mesh {
         engine::SceneObject* object;

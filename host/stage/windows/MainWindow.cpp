@@ -68,6 +68,7 @@ MainWindow::MainWindow(HostFolders folders)
     effectWatch = std::make_unique<EffectWatch>(); // told by all that follows
     views = new ViewArea(host, commands, this);
     setCentralWidget(views);
+    MakeHistory();
     MakeDocks();
     MakeFileMenu();
     MakeEditMenu();
@@ -140,6 +141,8 @@ void MainWindow::MakeDocks() {
     pluginPanel = new PluginPanel(this);
     addDockWidget(Qt::RightDockWidgetArea, pluginPanel);
     pluginPanel->hide();
+    addDockWidget(Qt::LeftDockWidgetArea, historyDock);
+    historyDock->hide();
     resizeDocks({treeDock, panelDock}, {240, 300}, Qt::Horizontal);
     connect(pluginPanel, &PluginPanel::ClosedByUser, this, [this] {
         HidePanel();

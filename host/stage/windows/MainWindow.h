@@ -32,6 +32,7 @@ class PluginPanel;
 class QuietMoments;
 class ScenarioKeys;
 class ToolWindows;
+class UndoCommands;
 class ViewArea;
 class WorkKeeper;
 struct FoundWork;
@@ -101,6 +102,7 @@ public:
     QuietMoments* quiet = nullptr;
     WorkKeeper* keeper = nullptr;
     ScenarioKeys* scenarioKeys = nullptr;
+    UndoCommands* undo = nullptr;
 
 signals:
     /// The user closed the window and nothing keeps it open.
@@ -126,6 +128,7 @@ private:
     void MakeDocks();
     void MakeStatusBar();
     void MakeKeeper();
+    void MakeHistory();
     void FillRecentMenu();
     void FillPluginMenu();
     /// Runs a plug-in's command by the name that the user chose, and tells him if nothing came of it.
@@ -170,6 +173,7 @@ private:
     QToolBar* tools = nullptr;
     QDockWidget* treeDock = nullptr;
     QDockWidget* panelDock = nullptr;
+    QDockWidget* historyDock = nullptr;
     QLabel* rateLabel = nullptr;
     QLabel* selectionLabel = nullptr;
     QList<QAction*> selectionActions; ///< enabled while something is selected

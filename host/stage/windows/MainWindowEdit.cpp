@@ -3,6 +3,9 @@
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/ObjectTree.h"
+#include "host/stage/windows/UndoCommands.h"
+#include "host/stage/windows/ViewArea.h"
+#include "plugin/contract/ClassIds.h"
 
 #include <QAction>
 #include <QInputDialog>
@@ -12,6 +15,8 @@ namespace stage {
 
 void MainWindow::MakeEditMenu() {
     QMenu* menu = menuBar()->addMenu(tr("&Edit"));
+    undo->AddTo(*menu);
+    menu->addSeparator();
     const auto add = [&](const QString& text, const QKeySequence& keys, std::function<void()> run,
                          const char* name) {
         QAction* action = AddAction(*menu, text, keys, run, name);

@@ -1,19 +1,24 @@
+#include "host/stage/windows/HistoryPanel.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/QuietMoments.h"
 #include "host/stage/windows/RecoverDialog.h"
+#include "host/stage/windows/UndoCommands.h"
 #include "host/stage/windows/ViewArea.h"
 #include "host/stage/windows/WorkKeeper.h"
 
 #include <algorithm>
+#include <QDockWidget>
 #include <QInputDialog>
 #include <QMessageBox>
 
 namespace stage {
 
 void MainWindow::MakeKeeper() {
-    quiet = new QuietMoments(host, this);
     keeper = new WorkKeeper(host, session, *quiet, this);
-    connect(quiet, &QuietMoments::Quiet, this, [this] { session.IsChanged(); });
+    connect(quiet, &QuietMoments::Quiet, this, [this] {
+        session.History().NoteAll();
+        session.IsChanged();
+    });
     connect(keeper, &WorkKeeper::Failed, this, [this](const QString& reason) {
         Report(tr("Unsaved work can't be kept: %1").arg(reason).toStdString());
     });
@@ -21,6 +26,14 @@ void MainWindow::MakeKeeper() {
     lookTimer.setInterval(0);
     connect(&lookTimer, &QTimer::timeout, this, [this] { session.Changes().EndLook(); });
     session.Changes().lookBegan = [this] { lookTimer.start(); };
+}
+
+void MainWindow::MakeHistory() {
+    quiet = new QuietMoments(host, this);
+    undo = new UndoCommands(*this, *quiet);
+    historyDock = new QDockWidget(tr("History"), this);
+    historyDock->setObjectName("HistoryDock");
+    historyDock->setWidget(new HistoryPanel(*undo, session.History(), this));
 }
 
 bool MainWindow::MayDiscard() {

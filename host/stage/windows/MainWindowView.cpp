@@ -165,6 +165,7 @@ void MainWindow::MakeViewMenu() {
     menu->addSeparator();
     menu->addAction(treeDock->toggleViewAction());
     menu->addAction(panelDock->toggleViewAction());
+    menu->addAction(historyDock->toggleViewAction());
     menu->addAction(pluginPanel->toggleViewAction());
     toolWindows->SetMenu(menu);
 }

@@ -24,8 +24,7 @@ struct PartDelta {
 struct HistoryStep {
     std::string name;
     std::vector<PartDelta> parts;
-    std::uint64_t hashBefore = 0; ///< PartStore::WorkHash
-    std::uint64_t hashAfter = 0;
+    std::uint64_t hashAfter = 0; ///< PartStore::WorkHash
     int film = -1; ///< slot of the film that was open; -1 none
     /// Not the user's doing: what plug-ins wrote down because they showed something. Undo and redo pass over.
     bool isLook = false;

@@ -67,9 +67,10 @@ void LevelHistory::Forget() {
     Tell();
 }
 
-void LevelHistory::Start() {
+std::optional<std::uint64_t> LevelHistory::Start() {
     Forget();
     started = Look(PartStore::Look::All).has_value();
+    return started ? std::optional(store.FullHash()) : std::nullopt;
 }
 
 std::optional<PartChanges> LevelHistory::Look(PartStore::Look look) {
@@ -179,11 +180,11 @@ bool LevelHistory::GoTo(std::size_t done) {
     return done <= edits.Steps().size() && done != edits.Done() && RestoreTo(done);
 }
 
-std::optional<std::uint64_t> LevelHistory::Content() {
-    if (!busy) {
-        NoteAll();
-    }
-    return started ? std::optional(store.FullHash()) : std::nullopt;
+std::uint64_t LevelHistory::ContentNow() const {
+    processor::ClearUpperHalves();
+    const UnsavedState unsaved(*host.level.Data());
+    const engine::FilmAtRest film(host.level, engine::FilmAtRest::ClosedFilms::AllDark);
+    return store.HashNow(host.level, PartStore::Look::All);
 }
 
 std::optional<std::string_view> LevelHistory::Present(const PartTargets& targets,

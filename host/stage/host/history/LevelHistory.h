@@ -19,8 +19,8 @@ public:
 
     /// No level, or one on the way.
     void Forget();
-    /// Another level, as it is now: no steps.
-    void Start();
+    /// Another level, as it is now: no steps. ContentNow, or none if the level can't be read.
+    std::optional<std::uint64_t> Start();
 
     enum class Pace {
         Single,
@@ -40,10 +40,14 @@ public:
     /// Until so many steps are done.
     bool GoTo(std::size_t done);
     const EditHistory& Edits() const { return edits; }
-    /// A number of what the level says, up to date; none where that can't be told.
-    std::optional<std::uint64_t> Content();
-    /// The same without what only says how it is shown, as of the last look.
+    /// A number of what the level says now; good within one run of the program. Left out is what mere looking
+    /// changes: where the views look from. May be asked in the middle of something. Throws what a
+    /// plug-in throws; there must be a level.
+    std::uint64_t ContentNow() const;
+    /// The same without what only says how it is shown, as of the last note.
     std::uint64_t WorkHash() const { return store.WorkHash(); }
+    /// Whether plug-ins have added something again by showing what an undo or redo has put back.
+    bool HasLooks() const { return !looks.empty(); }
     /// Something of this is under way.
     bool IsBusy() const { return busy; }
     /// Bytes that steps and parts take, about.

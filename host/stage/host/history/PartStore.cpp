@@ -71,6 +71,34 @@ private:
     Look look;
 };
 
+class PartStore::HashSink : public engine::IPartSink {
+public:
+    HashSink(const PartStore& partStore, Look partLook) : store(partStore), look(partLook) {}
+
+    bool Wants(const engine::PartKey& key, std::uint64_t version) override {
+        const auto found = store.parts.find(key);
+        const bool isKnown = found != store.parts.end() && look == Look::Told && version != 0 &&
+                             found->second.version == version;
+        hash ^= isKnown ? found->second.hash : 0;
+        return !isKnown;
+    }
+    void Take(const engine::PartKey& key, std::uint64_t /*version*/, std::string_view bytes) override {
+        hash ^= HashOf(key, bytes);
+    }
+
+    std::uint64_t hash = 0;
+
+private:
+    const PartStore& store;
+    Look look;
+};
+
+std::uint64_t PartStore::HashNow(engine::Level& level, Look look) const {
+    HashSink sink(*this, look);
+    engine::ReadLevelParts(level, sink);
+    return sink.hash;
+}
+
 PartChanges PartStore::Update(engine::Level& level, Look look) {
     ++updates;
     Sink sink(*this, look);

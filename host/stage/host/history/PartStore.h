@@ -29,6 +29,8 @@ public:
     /// Takes the level as it is, and says what is different. Throws what a plug-in throws; then nothing is
     /// known any more until Clear.
     PartChanges Update(engine::Level& level, Look look);
+    /// FullHash as it would be after an update; nothing is taken.
+    std::uint64_t HashNow(engine::Level& level, Look look) const;
     /// Writes a part that was put back; it is read again at the next update.
     void Set(const engine::PartKey& key, std::optional<std::string> bytes);
     void Clear();
@@ -50,6 +52,7 @@ private:
         std::uint64_t seen = 0; ///< number of the update that saw it last
     };
     class Sink;
+    class HashSink;
 
     void Hash(const engine::PartKey& key, Part& part);
     void Unhash(const engine::PartKey& key, const Part& part);
