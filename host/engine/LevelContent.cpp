@@ -38,7 +38,7 @@ std::uint64_t LevelContent(std::string_view bytes) {
         while (cursor.Next(chunk)) {
             if (chunk.id == LevelChunk::Header) {
                 content.Add(chunk.id, chunk.data.substr(0, kVersionBytes));
-            } else if (chunk.id != LevelChunk::Views) {
+            } else if (chunk.id != LevelChunk::Views && chunk.id != LevelChunk::Bookmarks) {
                 content.Add(chunk.id, chunk.data);
             }
         }

@@ -7,6 +7,7 @@
 #include "host/engine/SceneObject.h"
 #include "plugin/contract/Level.h"
 
+#include <map>
 #include <memory>
 #include <unordered_map>
 #include <unordered_set>
@@ -36,6 +37,15 @@ struct SavedView {
     float fieldOfView = 1.0471976f;    ///< radians
     float nearPlane = ClipPlane::Near; ///< units
     float farPlane = ClipPlane::Far;
+};
+
+/// A place to look from that the user has kept.
+struct ViewBookmark {
+    Vector3 pivot; ///< what the view turns about
+    float yaw = 0.0f;
+    float pitch = 0.0f;
+    float distance = 0.0f; ///< of the eye from the pivot, units
+    float fieldOfView = 1.0471976f;
 };
 
 /// Everything of one level: objects, groups, sun and films. Owned by the Level.
@@ -103,6 +113,7 @@ public:
     std::shared_ptr<const OwnPlaces> placesBeforeMove; ///< set by PlacesBeforeMove, null outside of one
 
     std::vector<SavedView> savedViews;
+    std::map<int, ViewBookmark> bookmarks;   ///< by number
     std::vector<RawChunk> foreignChunks;     ///< of the level's file and known to nobody
     std::vector<RawChunk> foreignRootChunks; ///< the same inside the root object's part
     std::string bytesBehind;                 ///< what stood in the file behind the level, written back there

@@ -20,6 +20,7 @@ constexpr std::uint16_t Films = 6004; ///< films, then the plug-ins' chunks of t
 constexpr std::uint16_t Groups = 6005;
 constexpr std::uint16_t Sun = 6006;
 constexpr std::uint16_t Views = 6007;
+constexpr std::uint16_t Bookmarks = 6008;
 constexpr std::uint16_t Object = 6010; ///< in Objects
 constexpr std::uint16_t ObjectCore = 6011;
 constexpr std::uint16_t ObjectLight = 6012;

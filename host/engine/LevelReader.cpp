@@ -5,6 +5,8 @@
 #include "host/engine/LevelData.h"
 #include "host/engine/ObjectFile.h"
 
+#include <cmath>
+
 namespace engine {
 
 bool ReadGroups(ByteReader& in, LevelData& data) {
@@ -85,6 +87,9 @@ bool LevelReader::ReadPart(const FoundChunk& chunk) {
         return true;
     case LevelChunk::Views:
         ReadViews(chunk);
+        return true;
+    case LevelChunk::Bookmarks:
+        ReadBookmarks(chunk);
         return true;
     default:
         return false;
@@ -206,6 +211,30 @@ void LevelReader::ReadViews(const FoundChunk& chunk) {
         Tell(chunk.offset, "the views are cut short");
     }
     TellRest(chunk, in.Good() ? in.Left() : 0, "the list of views");
+}
+
+void LevelReader::ReadBookmarks(const FoundChunk& chunk) {
+    ByteReader in(chunk.data);
+    const std::uint32_t count = in.U32();
+    for (std::uint32_t i = 0; i < count && in.Good(); ++i) {
+        const int number = in.I32();
+        ViewBookmark mark;
+        in.Floats(mark.pivot.Data(), 3);
+        mark.yaw = in.F32();
+        mark.pitch = in.F32();
+        mark.distance = in.F32();
+        mark.fieldOfView = in.F32();
+        const bool usable = IsFinite(mark.pivot) && std::isfinite(mark.yaw + mark.pitch) &&
+                            mark.distance > 0.0f && std::isfinite(mark.distance) && mark.fieldOfView > 0.0f &&
+                            mark.fieldOfView < 3.1f;
+        if (in.Good() && usable) {
+            data.bookmarks[number] = mark;
+        }
+    }
+    if (!in.Good()) {
+        Tell(chunk.offset, "the bookmarks are cut short");
+    }
+    TellRest(chunk, in.Good() ? in.Left() : 0, "the list of bookmarks");
 }
 
 } // namespace engine

@@ -31,6 +31,7 @@ private:
     void ReadGroups(const FoundChunk& chunk);
     void ReadSun(const FoundChunk& chunk);
     void ReadViews(const FoundChunk& chunk);
+    void ReadBookmarks(const FoundChunk& chunk);
     void Tell(std::size_t offset, const std::string& what);
     /// A newer program has written more into a part than this one reads.
     void TellRest(const FoundChunk& chunk, std::size_t left, const std::string& part);

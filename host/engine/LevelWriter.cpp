@@ -128,6 +128,21 @@ std::string ViewsBytes(Level& level) {
     return bytes;
 }
 
+std::string BookmarksBytes(const LevelData& data) {
+    std::string bytes;
+    ByteWriter out(bytes);
+    out.U32(static_cast<std::uint32_t>(data.bookmarks.size()));
+    for (const auto& [number, mark] : data.bookmarks) {
+        out.I32(number);
+        out.Floats(mark.pivot.Data(), 3);
+        out.F32(mark.yaw);
+        out.F32(mark.pitch);
+        out.F32(mark.distance);
+        out.F32(mark.fieldOfView);
+    }
+    return bytes;
+}
+
 } // namespace
 
 /// The films, which are most of it, are written in place.
@@ -146,6 +161,9 @@ std::string WriteLevelBytes(Level& level) {
     AppendChunk(bytes, LevelChunk::Groups, GroupsBytes(data));
     AppendChunk(bytes, LevelChunk::Sun, SunBytes(data));
     AppendChunk(bytes, LevelChunk::Views, ViewsBytes(level));
+    if (!data.bookmarks.empty()) {
+        AppendChunk(bytes, LevelChunk::Bookmarks, BookmarksBytes(data));
+    }
     MergeForeignAt(bytes, begin, data.foreignChunks);
     if (bytes.size() + data.bytesBehind.size() >
         static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {

@@ -262,6 +262,12 @@ const glm::mat4& Gizmo::UpdateDrag(const render::ViewRay& ray, bool snap) {
     return delta;
 }
 
+void Gizmo::SetDelta(const glm::mat4& other) {
+    if (IsDragging()) {
+        delta = other;
+    }
+}
+
 void Gizmo::EndDrag() {
     if (IsDragging()) {
         dragged = GizmoPart::None;

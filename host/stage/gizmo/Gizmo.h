@@ -47,6 +47,10 @@ public:
     /// The matrix from start to now, in world space. A line of sight that tells nothing (along the axis, away
     /// from the plane) gives the last one again. Identity without a drag.
     const glm::mat4& UpdateDrag(const render::ViewRay& ray, bool snap);
+    /// Puts another matrix in place of the last one: where the drag is drawn, and left by its end.
+    void SetDelta(const glm::mat4& other);
+    /// Where the handles stood when the drag began, and stand now without one.
+    glm::vec3 StartPlace() const { return Place(); }
     /// Ends the drag and leaves the gizmo where the drag brought it.
     void EndDrag();
     /// Ends the drag and puts the gizmo back; the objects go back to their starting matrices.

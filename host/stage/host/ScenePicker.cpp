@@ -49,8 +49,8 @@ void KeepMeshes(ObjectList& objects) {
 
 /// A view that a plug-in holds shows the film's picture: only meshes, no bodies of lights and helpers.
 bool IsPickable(const engine::SceneObject& object, const StageView& view) {
-    return object.IsShown() && engine::IsFinite(object.World()) &&
-           (view.attachedTo == 0 || object.Mesh() != nullptr);
+    return object.IsShown() && !object.notes.locked && object.id != view.CameraId() &&
+           engine::IsFinite(object.World()) && (view.attachedTo == 0 || object.Mesh() != nullptr);
 }
 } // namespace
 

@@ -13,6 +13,7 @@ struct Sphere {
 
 /// What the mouse meets in a view. Objects with a mesh are met at their triangles, as posed; the others
 /// within a few pixels of their place, and not in a view that a plug-in holds, which doesn't show them.
+/// Locked objects are passed over.
 class ScenePicker {
 public:
     static constexpr float kMarkerPixels = 14.0f;
@@ -30,9 +31,10 @@ public:
     /// A ball around objects; for an empty list around the whole level, without its ground and background.
     Sphere BoundsOf(const ObjectList& objects) const;
 
-private:
+    /// Units along a line of sight to the object's mesh, infinity if it is not met.
     float MeshDistance(const engine::SceneObject& object, const render::ViewRay& ray) const;
 
+private:
     engine::Level& level;
 };
 

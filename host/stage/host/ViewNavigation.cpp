@@ -48,6 +48,13 @@ void ViewNavigation::Orbit(float dx, float dy) {
     ClampPitch();
 }
 
+void ViewNavigation::OrbitAbout(const glm::vec3& point, float dx, float dy) {
+    const glm::vec3 way = point - pivot;
+    const glm::vec3 seen(glm::dot(way, Right()), glm::dot(way, Up()), glm::dot(way, Forward()));
+    Orbit(dx, dy);
+    pivot = point - (Right() * seen.x + Up() * seen.y + Forward() * seen.z);
+}
+
 void ViewNavigation::Look(float dx, float dy) {
     const glm::vec3 eye = Eye();
     Orbit(dx, dy);

@@ -14,6 +14,8 @@ public:
 
     /// Turns around the pivot; pixels, right and down positive.
     void Orbit(float dx, float dy);
+    /// Turns around a point of the world, which stays where it is in the picture.
+    void OrbitAbout(const glm::vec3& point, float dx, float dy);
     /// Turns the head: the eye stays, the pivot moves.
     void Look(float dx, float dy);
     /// Moves eye and pivot so that a point at the pivot's distance follows the mouse.

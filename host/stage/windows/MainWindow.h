@@ -31,6 +31,7 @@ class PickModeSign;
 class PluginPanel;
 class QuietMoments;
 class ScenarioKeys;
+class SnapMenu;
 class ToolWindows;
 class UndoCommands;
 class ViewArea;
@@ -166,9 +167,13 @@ private:
     void ShowMenu(int view, EditorObject* object, const QPoint& screen);
     void ShowKeys();
     void LookThroughSelected();
+    /// A key that counts while a view has the keyboard: elsewhere it means something else.
+    void AddViewKey(const QKeySequence& keys, const std::function<void()>& run);
+    void MakeBookmarkMenu(QMenu& menu);
 
     QMenu* recentMenu = nullptr;
     CreateMenu* create = nullptr;
+    SnapMenu* snapMenu = nullptr;
     QMenu* pluginMenu = nullptr;
     QToolBar* tools = nullptr;
     QDockWidget* treeDock = nullptr;

@@ -4,6 +4,7 @@
 #include "host/stage/windows/ObjectPanel.h"
 #include "host/stage/windows/PluginPanel.h"
 #include "host/stage/windows/ScenePictures.h"
+#include "host/stage/windows/SnapMenu.h"
 #include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
 #include "host/stage/windows/ViewHeader.h"
@@ -15,6 +16,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSettings>
+#include <QShortcut>
 #include <QToolBar>
 
 namespace stage {
@@ -71,12 +73,14 @@ struct KeyLine {
 };
 
 constexpr KeyLine kKeys[] = {
-    {"Left click, drag", QT_TR_NOOP("Select an object, or all in a rectangle (Ctrl toggles, Shift adds)")},
-    {"Alt + left, middle", QT_TR_NOOP("Orbit around what the view looks at")},
+    {"Left click, drag", QT_TR_NOOP("Select an object, or all in a rectangle (Shift adds, Ctrl takes out)")},
+    {"Alt + left, middle", QT_TR_NOOP("Orbit around the selection, or what the view looks at")},
     {"Shift + middle", QT_TR_NOOP("Pan")},
     {"Right drag", QT_TR_NOOP("Look around; W A S D Q E fly, Shift is faster")},
     {"Wheel", QT_TR_NOOP("Closer or farther")},
-    {"F", QT_TR_NOOP("Show the selection whole")},
+    {"F, Home", QT_TR_NOOP("Show the selection, or the level, whole")},
+    {"1 to 9, Ctrl + Alt + 1 to 9", QT_TR_NOOP("Go to a bookmark of the view, make one")},
+    {"Ctrl, Shift, V in a drag", QT_TR_NOOP("Snap to grid and angle, to surfaces, to vertices")},
     {"Q  W  E  R", QT_TR_NOOP("Select, move, rotate, scale; Ctrl snaps while dragging, Esc cancels")},
     {"Right click", QT_TR_NOOP("Menu of an object or of the view")},
 };
@@ -117,6 +121,17 @@ void MainWindow::MakeViewMenu() {
     AddAction(
         *menu, tr("F&ocus"), QKeySequence(Qt::Key_F), [this] { views->FocusSelection(); }, "ViewFocus")
         ->setIcon(MakeIcon(IconId::Focus));
+    AddAction(
+        *menu, tr("Focus &all"), {}, [this] { views->FocusAll(); }, "ViewFocusAll");
+    AddViewKey(Qt::Key_Home, [this] { views->FocusAll(); });
+    QAction* orbit = AddAction(
+        *menu, tr("Or&bit round the selection"), {}, [] {}, "ViewOrbitSelection");
+    orbit->setCheckable(true);
+    orbit->setChecked(true);
+    connect(orbit, &QAction::toggled, this, [this](bool on) { views->orbitsSelection = on; });
+    MakeBookmarkMenu(*menu->addMenu(tr("Boo&kmarks")));
+    snapMenu = new SnapMenu(*views);
+    snapMenu->Fill(*menu->addMenu(tr("S&napping and handles")));
     QAction* grid = AddAction(
         *menu, tr("&Grid"), QKeySequence(Qt::Key_G), [] {}, "ViewGrid");
     grid->setCheckable(true);
@@ -178,20 +193,46 @@ void MainWindow::CheckLayout() {
 
 void MainWindow::MakeToolBar() {
     constexpr const char* kButtons[] = {
-        "FileNew",   "FileOpen", "FileSave",      "",          "ToolSelect", "ToolMove", "ToolRotate",
-        "ToolScale", "",         "EditDuplicate", "EditGroup", "EditDelete", "",         "ViewFocus",
-        "ViewGrid",  "",         "Views1",        "Views2",    "Views4",
+        "FileNew",   "FileOpen",  "FileSave", "", "ToolSelect",    "ToolMove",  "ToolRotate",
+        "ToolScale", "",          "Snapping", "", "EditDuplicate", "EditGroup", "EditDelete",
+        "",          "ViewFocus", "ViewGrid", "", "Views1",        "Views2",    "Views4",
     };
     tools = addToolBar(tr("Tools"));
     tools->setObjectName("ToolsBar");
     tools->setIconSize(QSize(20, 20));
     tools->setMovable(true);
     for (const char* name : kButtons) {
+        if (std::string_view(name) == "Snapping") {
+            tools->addActions(snapMenu->Switches());
+            continue;
+        }
         if (QAction* action = *name != '\0' ? findChild<QAction*>(name) : nullptr) {
             tools->addAction(action);
         } else {
             tools->addSeparator();
         }
+    }
+}
+
+void MainWindow::AddViewKey(const QKeySequence& keys, const std::function<void()>& run) {
+    auto* shortcut = new QShortcut(keys, views);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this, [run] { run(); });
+}
+
+void MainWindow::MakeBookmarkMenu(QMenu& menu) {
+    for (int number = 1; number <= ViewArea::kBookmarks; ++number) {
+        AddAction(
+            menu, tr("Go to &%1").arg(number), {}, [this, number] { views->GoToBookmark(number); },
+            qPrintable(QString("BookmarkGo%1").arg(number)));
+        AddViewKey(QKeySequence(Qt::Key_0 + number), [this, number] { views->GoToBookmark(number); });
+    }
+    menu.addSeparator();
+    for (int number = 1; number <= ViewArea::kBookmarks; ++number) {
+        AddAction(
+            menu, tr("Keep this view as %1").arg(number),
+            QKeySequence(QKeyCombination(Qt::CTRL | Qt::ALT, Qt::Key(Qt::Key_0 + number))),
+            [this, number] { views->SetBookmark(number); }, qPrintable(QString("BookmarkSet%1").arg(number)));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "host/stage/windows/ViewArea.h"
 
+#include "host/engine/mesh/GlmConvert.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/ObjectCommands.h"
 #include "host/stage/windows/ScenePictures.h"
@@ -134,18 +135,70 @@ void ViewArea::RestoreLooks() {
 }
 
 void ViewArea::FocusSelection() {
+    FocusOn(host.level.selection);
+}
+
+void ViewArea::FocusAll() {
+    FocusOn({});
+}
+
+StageView* ViewArea::FreeView() {
     StageView* view = host.views.At(activeView);
+    if (view != nullptr && view->attachedTo != 0) {
+        emit StatusText(tr("This view shows the film's camera. Click its badge to take it back."));
+        return nullptr;
+    }
+    return view;
+}
+
+void ViewArea::FocusOn(const ObjectList& objects) {
+    StageView* view = FreeView();
     if (view == nullptr) {
         return;
     }
-    if (view->attachedTo != 0) {
-        emit StatusText(tr("This view shows the film's camera. Click its badge to take it back."));
+    if (view->IsCameraNow()) {
+        emit StatusText(tr("This view looks through a camera. F5 goes back to your own view."));
         return;
     }
-    const Sphere ball = picker.BoundsOf(host.level.selection);
+    const Sphere ball = picker.BoundsOf(objects);
     view->navigation.Focus(ball.center, ball.radius);
     view->ApplyNavigation();
     Redraw(activeView);
+}
+
+void ViewArea::SetBookmark(int number) {
+    const StageView* view = FreeView();
+    engine::LevelData* level = host.level.Data();
+    if (view == nullptr || level == nullptr) {
+        return;
+    }
+    const ViewNavigation& navigation = view->navigation;
+    level->bookmarks[number] = {mesh::FromGlm(navigation.pivot), navigation.yaw, navigation.pitch,
+                                navigation.distance, navigation.fieldOfView};
+    emit StatusText(tr("View kept as bookmark %1; the next save keeps it in the level").arg(number));
+}
+
+bool ViewArea::GoToBookmark(int number) {
+    const engine::LevelData* level = host.level.Data();
+    const auto kept = level != nullptr ? level->bookmarks.find(number) : decltype(level->bookmarks.end())();
+    if (level == nullptr || kept == level->bookmarks.end()) {
+        emit StatusText(tr("There is no bookmark %1 yet: Ctrl+Alt+%1 makes one").arg(number));
+        return false;
+    }
+    StageView* view = FreeView();
+    if (view == nullptr) {
+        return false;
+    }
+    const engine::ViewBookmark mark = kept->second;
+    view->SetKind(ViewKind::Perspective);
+    view->navigation.pivot = mesh::ToGlm(mark.pivot);
+    view->navigation.yaw = mark.yaw;
+    view->navigation.pitch = mark.pitch;
+    view->navigation.distance = mark.distance;
+    view->navigation.fieldOfView = mark.fieldOfView;
+    view->ApplyNavigation();
+    Redraw(activeView);
+    return true;
 }
 
 void ViewArea::ShowAll() {

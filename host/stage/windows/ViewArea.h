@@ -41,6 +41,13 @@ public:
     void RestoreLooks();
     /// Shows the selected objects whole in the active view; the whole level without a selection.
     void FocusSelection();
+    /// Shows the whole level in the active view, from where that looks.
+    void FocusAll();
+    /// Keeps where the active view stands under a number from 1 to kBookmarks, in the level.
+    void SetBookmark(int number);
+    /// The active view stands there again, in perspective. False if nothing was kept.
+    bool GoToBookmark(int number);
+    static constexpr int kBookmarks = 9;
     /// Points all views at the whole level, each from another side.
     void ShowAll();
     /// A place for a new object: what the middle of the active view looks at.
@@ -53,6 +60,7 @@ public:
     ScenePicker picker;
     std::unique_ptr<ScenePictures> pictures;
     std::unique_ptr<ViewTool> tool;
+    bool orbitsSelection = true; ///< else what the view looks at
 
 signals:
     /// Asked for with the right button; the object under the mouse, null for none, in screen coordinates.
@@ -64,6 +72,9 @@ signals:
 private:
     friend class ViewWidget;
     void Layout();
+    void FocusOn(const ObjectList& objects);
+    /// The active view, null with a word to the user while a plug-in holds it.
+    StageView* FreeView();
     void CountFrame();
 
     std::vector<ViewWidget*> widgets;

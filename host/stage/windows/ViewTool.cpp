@@ -4,9 +4,11 @@
 #include "host/stage/gizmo/GizmoLines.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/ObjectCommands.h"
+#include "host/stage/host/SnapTargets.h"
 #include "host/stage/windows/ViewArea.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace stage {
 
@@ -35,7 +37,7 @@ void ViewTool::SetMode(ToolMode newMode) {
     hot = gizmo::GizmoPart::None;
 }
 
-void ViewTool::Choose(const ObjectList& found, Qt::KeyboardModifiers modifiers) {
+void ViewTool::Choose(const ObjectList& found, Qt::KeyboardModifiers modifiers, bool byRectangle) {
     const ObjectList met = area.commands.WithGroups(found);
     if (!(modifiers & (Qt::ShiftModifier | Qt::ControlModifier))) {
         area.host.Select(met);
@@ -45,7 +47,9 @@ void ViewTool::Choose(const ObjectList& found, Qt::KeyboardModifiers modifiers) 
     for (EditorObject* object : met) {
         const auto present = std::find(chosen.begin(), chosen.end(), object);
         if (present == chosen.end()) {
-            chosen.push_back(object);
+            if (!byRectangle || !(modifiers & Qt::ControlModifier)) {
+                chosen.push_back(object);
+            }
         } else if (modifiers & Qt::ControlModifier) {
             chosen.erase(present);
         }
@@ -62,16 +66,20 @@ void ViewTool::Place() {
         gizmo.Hide();
         return;
     }
-    // Scaling goes along an object's own axes: along others it would shear a turned object.
-    if (selected.size() == 1 && mode == ToolMode::Scale) {
-        gizmo.Show(mesh::ToGlm(selected.front()->World()));
-        return;
-    }
-    glm::vec3 middle(0.0f);
+    const glm::mat4 last = mesh::ToGlm(selected.back()->World());
+    glm::vec3 place(0.0f);
     for (const engine::SceneObject* object : selected) {
-        middle += mesh::ToGlm(object->World().Translation()) / static_cast<float>(selected.size());
+        place += mesh::ToGlm(object->World().Translation()) / static_cast<float>(selected.size());
     }
-    gizmo.ShowAt(middle);
+    place = snap.pivotOfLast ? glm::vec3(last[3]) : place;
+    // Scaling goes along an object's own axes: along others it would shear a turned object.
+    if (snap.localAxes || (selected.size() == 1 && mode == ToolMode::Scale)) {
+        glm::mat4 frame = last;
+        frame[3] = glm::vec4(place, 1.0f);
+        gizmo.Show(frame);
+    } else {
+        gizmo.ShowAt(place);
+    }
 }
 
 void ViewTool::AppendLines(const StageView& view, std::vector<render::RenderLine>& lines) {
@@ -123,9 +131,51 @@ void ViewTool::MoveTo(const glm::mat4& delta) {
     area.commands.Move(std::move(moves));
 }
 
-void ViewTool::Drag(const StageView& view, const QPointF& place, bool snap) {
-    if (gizmo.IsDragging()) {
-        MoveTo(gizmo.UpdateDrag(RayAt(view, place), snap));
+std::optional<glm::vec3> ViewTool::Target(const StageView& view, const QPointF& place, const SnapKeys& keys,
+                                          const glm::vec3& free) const {
+    const SnapTargets targets(area.host);
+    const auto x = static_cast<float>(place.x());
+    const auto y = static_cast<float>(place.y());
+    std::optional<glm::vec3> target;
+    if (snap.vertex || keys.vertex) {
+        target = targets.Vertex(view, x, y);
+    }
+    if (!target && (snap.surface || keys.surface)) {
+        target = targets.Surface(view, x, y);
+    }
+    if (!target && snap.grid != keys.inverted && !snap.localAxes && snap.step > 0.0f) {
+        // Only what moves goes to the grid: a drag along one axis leaves the others alone.
+        constexpr float kStill = 1e-3f;
+        target = free;
+        for (int axis = 0; axis < 3; ++axis) {
+            if (std::abs(free[axis] - gizmo.StartPlace()[axis]) > kStill) {
+                (*target)[axis] = std::round(free[axis] / snap.step) * snap.step;
+            }
+        }
+    }
+    return target;
+}
+
+void ViewTool::Drag(const StageView& view, const QPointF& place, const SnapKeys& keys) {
+    if (!gizmo.IsDragging()) {
+        return;
+    }
+    gizmo.snapping.units = snap.step;
+    gizmo.snapping.degrees = snap.degrees;
+    const render::ViewRay ray = RayAt(view, place);
+    if (mode != ToolMode::Move) {
+        MoveTo(gizmo.UpdateDrag(ray, (mode == ToolMode::Rotate ? snap.angle : snap.grid) != keys.inverted));
+        return;
+    }
+    const bool bySteps = snap.localAxes && snap.grid != keys.inverted;
+    const glm::vec3 way(gizmo.UpdateDrag(ray, bySteps)[3]);
+    if (const std::optional<glm::vec3> target = Target(view, place, keys, gizmo.StartPlace() + way)) {
+        glm::mat4 delta(1.0f);
+        delta[3] = glm::vec4(*target - gizmo.StartPlace(), 1.0f);
+        gizmo.SetDelta(delta);
+        MoveTo(delta);
+    } else {
+        MoveTo(gizmo.UpdateDrag(ray, bySteps));
     }
 }
 

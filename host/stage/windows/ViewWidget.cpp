@@ -23,6 +23,7 @@ constexpr int kFlyIntervalMs = 15;
 constexpr int kRefineMs = 250;
 constexpr float kFlyUnitsPerSecond = engine::Metres(6.0f);
 constexpr float kFastFactor = 4.0f;
+constexpr int kVertexKey = Qt::Key_V; ///< held during a drag: to corners of meshes
 
 struct FlyKey {
     int key;
@@ -160,6 +161,8 @@ void ViewWidget::Navigate(const QPointF& delta) {
     const bool isFlat = view.IsFlatNow(); // which can't turn
     if (gesture == Gesture::Pan || (isFlat && (gesture == Gesture::Orbit || gesture == Gesture::Look))) {
         navigation.Pan(dx, dy, height());
+    } else if (gesture == Gesture::Orbit && area.orbitsSelection && !area.host.level.selection.empty()) {
+        navigation.OrbitAbout(area.picker.BoundsOf(area.host.level.selection).center, dx, dy);
     } else if (gesture == Gesture::Orbit) {
         navigation.Orbit(dx, dy);
     } else if (gesture == Gesture::Look) {
@@ -181,7 +184,9 @@ void ViewWidget::mouseMoveEvent(QMouseEvent* event) {
     }
     moved = moved || (event->position() - pressed).manhattanLength() > kClickPixels;
     if (gesture == Gesture::Gizmo) {
-        area.tool->Drag(*View(), event->position(), event->modifiers() & Qt::ControlModifier);
+        area.tool->Drag(*View(), event->position(),
+                        {(event->modifiers() & Qt::ControlModifier) != 0,
+                         (event->modifiers() & Qt::ShiftModifier) != 0, vertexHeld});
     } else if (moved) {
         if (gesture == Gesture::Look && !flyTimer.isActive()) {
             flyTimer.start();
@@ -227,7 +232,7 @@ void ViewWidget::FinishSelect(const QMouseEvent& event) {
                                                      static_cast<float>(pressed.y()))) {
         found.push_back(object);
     }
-    area.tool->Choose(found, event.modifiers());
+    area.tool->Choose(found, event.modifiers(), moved);
 }
 
 void ViewWidget::EndGesture() {
@@ -235,6 +240,7 @@ void ViewWidget::EndGesture() {
     button = Qt::NoButton;
     flyTimer.stop();
     flyKeys = 0;
+    vertexHeld = false;
     update();
 }
 
@@ -256,6 +262,8 @@ void ViewWidget::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && gesture == Gesture::Gizmo) {
         area.tool->Cancel();
         EndGesture();
+    } else if (event->key() == kVertexKey && gesture == Gesture::Gizmo) {
+        vertexHeld = true;
     } else if (gesture == Gesture::Look && FlyBit(event->key()) != 0) {
         flyKeys |= FlyBit(event->key());
         moved = true;
@@ -271,6 +279,7 @@ void ViewWidget::keyPressEvent(QKeyEvent* event) {
 void ViewWidget::keyReleaseEvent(QKeyEvent* event) {
     if (!event->isAutoRepeat()) {
         flyKeys &= ~FlyBit(event->key());
+        vertexHeld = vertexHeld && event->key() != kVertexKey;
     }
     QWidget::keyReleaseEvent(event);
 }

@@ -67,6 +67,7 @@ private:
     bool fine = false;
     QTimer flyTimer;
     QElapsedTimer flyClock;
+    bool vertexHeld = false;
     unsigned flyKeys = 0; ///< bits in the order of the fly key table
 };
 
