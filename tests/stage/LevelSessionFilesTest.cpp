@@ -6,6 +6,7 @@
 #include "tests/support/TempFolder.h"
 
 #include <filesystem>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
@@ -250,6 +251,25 @@ TEST_F(LevelSessionFilesTest, AWriteProtectedLevelIsToldAndStays) {
     ASSERT_EQ(windows.errors.size(), 1u);
     EXPECT_THAT(windows.errors[0], HasSubstr("write-protected"));
     EXPECT_TRUE(ReadWholeFile(path) == bytes);
+}
+
+TEST_F(LevelSessionFilesTest, ALevelThatCantBeOpenedComesWithWhatToDo) {
+    MakeLevel();
+    EXPECT_FALSE(session.Open(folder.File("level/gone.level")));
+    EXPECT_THAT(windows.errors.back(), HasSubstr("File > Open"));
+    const std::string broken = folder.File("level/broken.level");
+    std::ofstream(broken) << "no level";
+    EXPECT_FALSE(session.Open(broken));
+    EXPECT_THAT(windows.errors.back(), HasSubstr("File > Recover work"));
+    std::ofstream(broken + ".bak") << "older";
+    EXPECT_FALSE(session.Open(broken));
+    EXPECT_THAT(windows.errors.back(), HasSubstr("\"broken.level.bak\""));
+    EXPECT_THAT(Names(), AreAsMade()); // the open level stays
+}
+
+TEST_F(LevelSessionFilesTest, ALevelThatCantBeSavedComesWithWhatToDo) {
+    EXPECT_FALSE(session.Save(folder.File("nowhere/a.level")));
+    EXPECT_THAT(windows.errors.back(), HasSubstr("File > Save as"));
 }
 
 } // namespace

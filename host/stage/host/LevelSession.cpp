@@ -3,6 +3,7 @@
 #include "host/engine/FileReplace.h"
 #include "host/engine/LevelFile.h"
 #include "host/engine/References.h"
+#include "host/stage/host/Advice.h"
 #include "host/stage/host/DryWrite.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/ReferenceMove.h"
@@ -62,7 +63,8 @@ bool LevelSession::Open(const std::string& newPath) {
     try {
         messages = Load(newPath);
     } catch (const std::exception& failure) {
-        host.windows.ReportError(std::string("The level can't be opened.\n") + failure.what());
+        host.windows.ReportError(std::string("The level can't be opened.\n") + failure.what() + "\n\n" +
+                                 AdviceForOpening(newPath));
         return false;
     }
     if (!messages.empty()) {
@@ -183,7 +185,8 @@ bool LevelSession::SaveUnder(const std::string& newPath) {
             host.windows.ReportError("The level was saved, but:\n" + Joined(messages));
         }
     } catch (const std::exception& failure) {
-        host.windows.ReportError(std::string("The level can't be saved.\n") + failure.what());
+        host.windows.ReportError(std::string("The level can't be saved.\n") + failure.what() + "\n\n" +
+                                 AdviceForSaving());
     }
     host.windows.LevelChanged();
     // Last of all: a film that was playing goes on in here.
