@@ -166,12 +166,12 @@ class Desktop:
         self.move(rect[0] + rect[2] / 2, rect[1] + rect[3] / 2)
         self.x("click", "--repeat", times, "--delay", 60, button)
 
-    def drag(self, start, end, steps=12):
+    def drag(self, start, end, steps=12, button=1):
         self.move(*start)
-        self.x("mousedown", 1)
+        self.x("mousedown", button)
         for i in range(1, steps + 1):
             self.move(*(a + (b - a) * i / steps for a, b in zip(start, end)))
-        self.x("mouseup", 1)
+        self.x("mouseup", button)
 
     def key(self, name):
         self.x("key", name)

@@ -306,6 +306,16 @@ void DrawPivot(QPainter& p) {
     p.drawEllipse(QPointF(2.5, 13.5), 2, 2);
 }
 
+void DrawMoreRight(QPainter& p) {
+    p.drawPolyline(QPolygonF({{3.5, 3.5}, {7.5, 8}, {3.5, 12.5}}));
+    p.drawPolyline(QPolygonF({{8.5, 3.5}, {12.5, 8}, {8.5, 12.5}}));
+}
+
+void DrawMoreBelow(QPainter& p) {
+    p.drawPolyline(QPolygonF({{3.5, 3.5}, {8, 7.5}, {12.5, 3.5}}));
+    p.drawPolyline(QPolygonF({{3.5, 8.5}, {8, 12.5}, {12.5, 8.5}}));
+}
+
 constexpr Draw kDrawings[] = {
     DrawNew,          DrawOpen,        DrawSave,       DrawSelect,    DrawMove,        DrawRotate,
     DrawScale,        DrawOneView,     DrawTwoViews,   DrawFourViews, DrawGrid,        DrawFocus,
@@ -313,9 +323,9 @@ constexpr Draw kDrawings[] = {
     DrawDynamicLight, DrawSun,         DrawEmpty,      DrawSound,     DrawCameraPoint, DrawFilm,
     DrawBox,          DrawPlane,       DrawSphere,     DrawCylinder,  DrawCone,        DrawCapsule,
     DrawCamera,       DrawLabel,       DrawEye,        DrawEyeShut,   DrawLock,        DrawSnapGrid,
-    DrawSnapAngle,    DrawSnapSurface, DrawSnapVertex, DrawLocalAxes, DrawPivot,
+    DrawSnapAngle,    DrawSnapSurface, DrawSnapVertex, DrawLocalAxes, DrawPivot, DrawMoreRight, DrawMoreBelow,
 };
-static_assert(std::size(kDrawings) == static_cast<std::size_t>(IconId::Pivot) + 1);
+static_assert(std::size(kDrawings) == static_cast<std::size_t>(IconId::MoreBelow) + 1);
 
 class VectorIcon : public QIconEngine {
 public:

@@ -47,6 +47,8 @@ enum class IconId {
     SnapVertex,
     LocalAxes,
     Pivot,
+    MoreRight,
+    MoreBelow,
 };
 
 QIcon MakeIcon(IconId id);

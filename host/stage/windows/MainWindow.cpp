@@ -16,6 +16,7 @@
 #include "host/stage/windows/PickModeSign.h"
 #include "host/stage/windows/PluginPanel.h"
 #include "host/stage/windows/QuietMoments.h"
+#include "host/stage/windows/ScreenFit.h"
 #include "host/stage/windows/SeparatorDrag.h"
 #include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
@@ -28,6 +29,7 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QLabel>
+#include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
 #include <utility>
@@ -282,8 +284,22 @@ void MainWindow::RestorePlaces() {
     isPanelUnplaced = !restoreState(settings.value("window/state").toByteArray());
     views->RestoreLooks();
     CheckLayout();
+    StayOnScreen();
     if (panelForm == nullptr) {
         pluginPanel->hide(); // it was shown at the last end; its plug-in says whether it is again
+    }
+}
+
+void MainWindow::StayOnScreen() {
+    constexpr QSize kFrame(4, 40); // pixels: what window managers add at most, before it is known
+    const QRect area = screen()->availableGeometry();
+    if (isMaximized() || isFullScreen()) {
+        return;
+    }
+    if (!testAttribute(Qt::WA_Moved)) {
+        resize(size().boundedTo(area.size() - kFrame)); // the window manager finds a place
+    } else if (!area.contains(geometry())) {
+        setGeometry(FitInto(geometry(), area.adjusted(0, kFrame.height(), 0, 0), {kFrame.width(), 0}));
     }
 }
 

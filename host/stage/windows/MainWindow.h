@@ -50,8 +50,10 @@ public:
 
     /// False if the user chose to keep working on unsaved changes, or if saving them failed.
     bool MayLoseChanges();
-    /// Size, bars and docks as the user left them.
+    /// Size, bars and docks as the user left them, inside the screen.
     void RestorePlaces();
+    /// Not larger than the screen, and on it.
+    void StayOnScreen();
     bool OpenLevel(const QString& path);
     /// Lists unsaved work that was kept; with `onlyAfterCrash` not unless a Stage has left some that ended
     /// without leave. True if the user chose some and it is open now.
@@ -122,6 +124,7 @@ private:
     void MakeCreateMenu();
     void MakeViewMenu();
     void AddQuickPictures(QMenu& menu);
+    void AddThemeMenu(QMenu& menu);
     void MakeFilmsMenu();
     void MakePluginMenu();
     void MakeHelpMenu();

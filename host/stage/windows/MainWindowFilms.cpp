@@ -58,7 +58,11 @@ void MainWindow::MakeFilmsMenu() {
         *menu, tr("&Extra keys in the Scenario window"), {}, [] {}, "FilmsExtraKeys");
     extras->setCheckable(true);
     extras->setChecked(ScenarioKeys::IsOn());
-    connect(extras, &QAction::toggled, this, [](bool on) { ScenarioKeys::SetOn(on); });
+    connect(extras, &QAction::toggled, this, [this](bool on) {
+        ScenarioKeys::SetOn(on);
+        Report(on ? "Stage's own keys work in the Scenario window"
+                  : "The Scenario window has the plug-in's keys alone");
+    });
 }
 
 CWnd* MainWindow::OpenFilmsPanel() {

@@ -1,10 +1,12 @@
 #include "host/engine/ClassDatabase.h"
+#include "host/stage/windows/HelpDialogs.h"
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/ObjectPanel.h"
 #include "host/stage/windows/PluginPanel.h"
 #include "host/stage/windows/ScenePictures.h"
 #include "host/stage/windows/SnapMenu.h"
+#include "host/stage/windows/Theme.h"
 #include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
 #include "host/stage/windows/ViewHeader.h"
@@ -14,7 +16,6 @@
 #include <QActionGroup>
 #include <QDockWidget>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QSettings>
 #include <QShortcut>
 #include <QToolBar>
@@ -65,24 +66,6 @@ constexpr KindKey kKindKeys[] = {
     {ViewKind::Top, QT_TR_NOOP("To&p view"), Qt::Key_F6, "ViewTop"},
     {ViewKind::Front, QT_TR_NOOP("F&ront view"), Qt::Key_F7, "ViewFront"},
     {ViewKind::Side, QT_TR_NOOP("S&ide view"), Qt::Key_F8, "ViewSide"},
-};
-
-struct KeyLine {
-    const char* keys;
-    const char* meaning;
-};
-
-constexpr KeyLine kKeys[] = {
-    {"Left click, drag", QT_TR_NOOP("Select an object, or all in a rectangle (Shift adds, Ctrl takes out)")},
-    {"Alt + left, middle", QT_TR_NOOP("Orbit around the selection, or what the view looks at")},
-    {"Shift + middle", QT_TR_NOOP("Pan")},
-    {"Right drag", QT_TR_NOOP("Look around; W A S D Q E fly, Shift is faster")},
-    {"Wheel", QT_TR_NOOP("Closer or farther")},
-    {"F, Home", QT_TR_NOOP("Show the selection, or the level, whole")},
-    {"1 to 9, Ctrl + Alt + 1 to 9", QT_TR_NOOP("Go to a bookmark of the view, make one")},
-    {"Ctrl, Shift, V in a drag", QT_TR_NOOP("Snap to grid and angle, to surfaces, to vertices")},
-    {"Q  W  E  R", QT_TR_NOOP("Select, move, rotate, scale; Ctrl snaps while dragging, Esc cancels")},
-    {"Right click", QT_TR_NOOP("Menu of an object or of the view")},
 };
 
 } // namespace
@@ -177,6 +160,7 @@ void MainWindow::MakeViewMenu() {
     });
     connect(panel, &ObjectPanel::LookRequested, this,
             [this](int camera) { views->SetKind(ActiveView(), ViewKind::Camera, camera); });
+    AddThemeMenu(*menu);
     menu->addSeparator();
     menu->addAction(treeDock->toggleViewAction());
     menu->addAction(panelDock->toggleViewAction());
@@ -188,6 +172,28 @@ void MainWindow::MakeViewMenu() {
 void MainWindow::CheckLayout() {
     for (const LayoutEntry& layout : kLayouts) {
         findChild<QAction*>(layout.name)->setChecked(layout.views == host.views.Count());
+    }
+}
+
+void MainWindow::AddThemeMenu(QMenu& menu) {
+    constexpr std::pair<ThemeChoice, const char*> kThemes[] = {
+        {ThemeChoice::Desktop, QT_TR_NOOP("As the &desktop")},
+        {ThemeChoice::Light, QT_TR_NOOP("&Light")},
+        {ThemeChoice::Dark, QT_TR_NOOP("D&ark")},
+    };
+    QMenu* themes = menu.addMenu(tr("T&heme"));
+    auto* group = new QActionGroup(this);
+    for (const auto& [choice, text] : kThemes) {
+        QAction* action = AddAction(
+            *themes, tr(text), {},
+            [this, chosen = choice] {
+                ChooseTheme(chosen);
+                Report("Stage looks so from its next start on");
+            },
+            "");
+        action->setCheckable(true);
+        action->setChecked(choice == ChosenTheme());
+        group->addAction(action);
     }
 }
 
@@ -207,6 +213,10 @@ void MainWindow::MakeToolBar() {
             continue;
         }
         if (QAction* action = *name != '\0' ? findChild<QAction*>(name) : nullptr) {
+            if (!action->shortcut().isEmpty()) {
+                action->setToolTip(action->toolTip() + " (" +
+                                   action->shortcut().toString(QKeySequence::NativeText) + ')');
+            }
             tools->addAction(action);
         } else {
             tools->addSeparator();
@@ -250,15 +260,15 @@ void MainWindow::MakeHelpMenu() {
     QMenu* menu = menuBar()->addMenu(tr("&Help"));
     AddAction(
         *menu, tr("&Mouse and keys"), QKeySequence(Qt::Key_F1), [this] { ShowKeys(); }, "HelpKeys");
+    AddAction(
+        *menu, tr("Your &first film"), {}, [this] { ShowFirstFilm(this); }, "HelpFirstFilm");
+    menu->addSeparator();
+    AddAction(
+        *menu, tr("&About Stage"), {}, [this] { ShowAbout(this); }, "HelpAbout");
 }
 
 void MainWindow::ShowKeys() {
-    QString text = "<table cellpadding=4>";
-    for (const KeyLine& line : kKeys) {
-        text += QString("<tr><td><b>%1</b></td><td>%2</td></tr>").arg(line.keys, tr(line.meaning));
-    }
-    QMessageBox box(QMessageBox::NoIcon, tr("Mouse and keys"), text + "</table>", QMessageBox::Close, this);
-    box.exec();
+    ShortcutsDialog(AllShortcuts(*this), this).exec();
 }
 
 } // namespace stage

@@ -1,19 +1,24 @@
 #pragma once
 
+#include "host/stage/windows/ThemeColors.h"
+
 class QApplication;
-class QWidget;
+class QPalette;
+class QString;
 
 namespace stage {
 
-/// The editor's look: Fusion with a calm light palette and a style sheet for docks, bars and lists.
-void ApplyTheme(QApplication& application);
+/// What the user wants: as the desktop has it, or one whatever that is.
+enum class ThemeChoice { Desktop, Light, Dark };
 
-namespace Color {
-constexpr unsigned kAccent = 0xff1f7a8c;
-constexpr unsigned kFilm = 0xffd9822b; ///< what belongs to a film: badges, attached views
-constexpr unsigned kIcon = 0xff46505a;
-constexpr unsigned kMuted = 0xff7a858f;
-constexpr unsigned kDanger = 0xffb3413a;
-} // namespace Color
+/// Kept per user; counts from the next start on.
+ThemeChoice ChosenTheme();
+void ChooseTheme(ThemeChoice choice);
+/// Whether the desktop's own colours, as the toolkit got them, or the variable GTK_THEME say dark.
+bool IsDesktopDark(const QPalette& desktop, const QString& gtkTheme);
+
+/// The editor's look: Fusion with a calm palette and a style sheet for docks, bars and lists, light or dark.
+/// Once, before the first window.
+void ApplyTheme(QApplication& application);
 
 } // namespace stage

@@ -35,7 +35,7 @@ QRect ScreenRect(const QWidget& widget) {
 }
 
 QJsonObject DescribeButton(const QAbstractButton& button) {
-    const QString text = button.text().isEmpty() ? button.toolTip() : button.text();
+    const QString text = button.text().isEmpty() ? button.toolTip().section(" (", 0, 0) : button.text();
     return {{"text", QString(text).remove('&')},
             {"rect", ToJson(ScreenRect(button))},
             {"enabled", button.isEnabled()},

@@ -41,6 +41,7 @@ int RunWindows(QApplication& application, const stage::CommandLine& line) {
     window.RestorePlaces();
     if (line.size.isValid()) {
         window.resize(line.size);
+        window.StayOnScreen();
     }
     // Not by the last closed window: plug-ins have windows of their own.
     QObject::connect(&window, &stage::MainWindow::Closed, &application, &QApplication::quit,

@@ -1,6 +1,6 @@
 #include "host/stage/windows/browse/EffectPicture.h"
 
-#include "host/stage/windows/Theme.h"
+#include "host/stage/windows/ThemeColors.h"
 
 #include <algorithm>
 #include <cmath>
@@ -70,7 +70,7 @@ void EffectPicture::paintEvent(QPaintEvent*) {
         shown->Paint(painter, QRectF(rect()), time);
         return;
     }
-    painter.fillRect(rect(), QColor(0xdd, 0xe2, 0xe7));
+    painter.fillRect(rect(), QColor::fromRgb(PresentColors().title));
     painter.setPen(QColor::fromRgb(Color::kMuted));
     painter.drawText(rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, message);
 }

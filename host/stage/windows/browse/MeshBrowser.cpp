@@ -1,7 +1,7 @@
 #include "host/stage/windows/browse/MeshBrowser.h"
 
 #include "host/stage/windows/browse/ModelPicture.h"
-#include "host/stage/windows/Theme.h"
+#include "host/stage/windows/ThemeColors.h"
 
 #include <QHeaderView>
 #include <QLabel>

@@ -2,7 +2,7 @@
 
 #include "host/engine/mesh/Mesh.h"
 #include "host/stage/windows/browse/ModelPicture.h"
-#include "host/stage/windows/Theme.h"
+#include "host/stage/windows/ThemeColors.h"
 
 #include <algorithm>
 #include <QHeaderView>

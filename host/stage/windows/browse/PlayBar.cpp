@@ -1,6 +1,6 @@
 #include "host/stage/windows/browse/PlayBar.h"
 
-#include "host/stage/windows/Theme.h"
+#include "host/stage/windows/ThemeColors.h"
 
 #include <cmath>
 #include <QHBoxLayout>

@@ -1,6 +1,6 @@
 #include "host/stage/windows/browse/WaveView.h"
 
-#include "host/stage/windows/Theme.h"
+#include "host/stage/windows/ThemeColors.h"
 
 #include <algorithm>
 #include <QMouseEvent>
@@ -68,7 +68,7 @@ void WaveView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(wave != nullptr ? QColor::fromRgb(kPlate) : QColor(0xdd, 0xe2, 0xe7));
+    painter.setBrush(wave != nullptr ? QColor::fromRgb(kPlate) : QColor::fromRgb(PresentColors().title));
     painter.drawRoundedRect(rect(), kCorner, kCorner);
     if (wave != nullptr) {
         painter.setRenderHint(QPainter::Antialiasing, false);
