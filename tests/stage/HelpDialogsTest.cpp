@@ -75,6 +75,8 @@ TEST_F(HelpDialogsTest, FirstFilmStaysOpenBesideTheWorkAndGoesWhenClosed) {
     QPointer<QDialog> page = window.findChild<QDialog*>("FirstFilm");
     ASSERT_FALSE(page.isNull());
     EXPECT_FALSE(page->isModal());
+    stage::ShowFirstFilm(&window);
+    EXPECT_EQ(window.findChildren<QDialog*>("FirstFilm").size(), 1);
     page->close();
     Settle();
     EXPECT_TRUE(page.isNull());

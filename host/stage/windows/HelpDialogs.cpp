@@ -167,6 +167,12 @@ std::span<const char* const> FirstFilmSteps() {
 }
 
 void ShowFirstFilm(QWidget* parent) {
+    if (auto* open = parent->findChild<QDialog*>("FirstFilm")) {
+        open->show();
+        open->raise();
+        open->activateWindow();
+        return;
+    }
     auto* dialog = new QDialog(parent);
     dialog->setObjectName("FirstFilm");
     dialog->setAttribute(Qt::WA_DeleteOnClose);

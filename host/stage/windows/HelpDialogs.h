@@ -42,7 +42,7 @@ private:
 /// What a first film takes, step by step, as the user guide has it.
 std::span<const char* const> FirstFilmSteps();
 
-/// The steps in a window that stays open beside the work. Deletes itself when it is closed.
+/// The steps in a window that stays open beside the work, one of a parent. Deletes itself when it is closed.
 void ShowFirstFilm(QWidget* parent);
 void ShowAbout(QWidget* parent);
 

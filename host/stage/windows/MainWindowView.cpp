@@ -261,7 +261,12 @@ void MainWindow::MakeHelpMenu() {
     AddAction(
         *menu, tr("&Mouse and keys"), QKeySequence(Qt::Key_F1), [this] { ShowKeys(); }, "HelpKeys");
     AddAction(
-        *menu, tr("Your &first film"), {}, [this] { ShowFirstFilm(this); }, "HelpFirstFilm");
+        *menu, tr("Your &first film"), {},
+        [this] {
+            ShowFirstFilm(this);
+            Report("The steps stand in a window of their own");
+        },
+        "HelpFirstFilm");
     menu->addSeparator();
     AddAction(
         *menu, tr("&About Stage"), {}, [this] { ShowAbout(this); }, "HelpAbout");
