@@ -6,15 +6,19 @@
 #include "host/engine/SceneObject.h"
 
 #include <algorithm>
-#include <cstring>
+#include <array>
+#include <bit>
+#include <cstdint>
 
 namespace engine {
 
 namespace {
 
 bool SameBits(const std::vector<Matrix4>& a, const std::vector<Matrix4>& b) {
-    return std::ranges::equal(
-        a, b, [](const Matrix4& x, const Matrix4& y) { return std::memcmp(x.m, y.m, sizeof x.m) == 0; });
+    using Words = std::array<std::uint32_t, sizeof(Matrix4) / sizeof(std::uint32_t)>;
+    return std::ranges::equal(a, b, [](const Matrix4& x, const Matrix4& y) {
+        return std::bit_cast<Words>(x) == std::bit_cast<Words>(y);
+    });
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include "host/engine/ObjectTrack.h"
 
 #include <memory>
+#include <utility>
 
 namespace engine {
 
@@ -251,7 +252,7 @@ void ReadFilm(FilmManager& films, const FoundChunk& chunk, std::vector<std::stri
         while (cursor.Next(part)) {
             if (part.id == LevelChunk::FilmHead && film == nullptr) {
                 film = &MakeFilm(films, part, messages);
-                film->foreignChunks = std::move(early);
+                film->foreignChunks = std::exchange(early, {});
                 ++place;
             } else if (part.id == LevelChunk::Track && film != nullptr) {
                 ReadTrack(*film, part, messages);
