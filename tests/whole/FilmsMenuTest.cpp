@@ -118,6 +118,53 @@ TEST_F(FilmsMenuTest, RenamedFilmIsListedSoAndKeepsItsTracks) {
     EXPECT_TRUE(window->session.IsChanged());
 }
 
+TEST_F(FilmsMenuTest, CopyOfAFilmHasAllButItsLightsAndOutlivesIt) {
+    ChooseFilm("Intro");
+    engine::Film* film = Open();
+    std::size_t tracks = 0;
+    std::size_t keys = 0;
+    for (CFilmTrack* track : film->tracks) {
+        const CFilmGLLightTrack* light = AsGLLightTrack(track);
+        if (AsDynLightTrack(track) == nullptr && (light == nullptr || light->isSun != 0)) {
+            ++tracks;
+            keys += track->keys.size();
+        }
+    }
+    AnswerName("Second");
+    Choose("FilmsDuplicate");
+    EXPECT_EQ(proposal, "Intro copy");
+    engine::Film* copy = Open();
+    ASSERT_NE(copy, film);
+    EXPECT_STREQ(copy->name, "Second");
+    EXPECT_EQ(copy->length, film->length);
+    EXPECT_EQ(copy->tracks.size(), tracks);
+    std::size_t copied = 0;
+    for (const CFilmTrack* track : copy->tracks) {
+        copied += track->keys.size();
+    }
+    EXPECT_EQ(copied, keys);
+    EXPECT_TRUE(window->SaveLevelAs(QString::fromStdString(levelPath)));
+    // Camera and actors stand where the first film has them, also when that has gone.
+    EditorObject* actor = FirstActor(film);
+    const auto poseAt = [&](engine::Film& shown) {
+        shown.SetTime(2.0f, -1.0f);
+        return MatrixOf(*actor);
+    };
+    const std::vector<float> second = poseAt(*copy);
+    ChooseFilm("Intro");
+    EXPECT_EQ(poseAt(*film), second);
+    for (QPushButton* button : window->findChildren<QPushButton*>()) {
+        if (button->text() == "Delete" && button->isVisible()) {
+            button->click();
+        }
+    }
+    Settle();
+    EXPECT_EQ(Film("Intro"), nullptr);
+    ChooseFilm("Second");
+    EXPECT_EQ(poseAt(*copy), second);
+    EXPECT_TRUE(boxes.empty());
+}
+
 TEST_F(FilmsMenuTest, RenameWithoutAFilmSaysWhatToDo) {
     Choose("FilmsRename");
     EXPECT_EQ(Note(), "Open the film first: choose it in the list.");

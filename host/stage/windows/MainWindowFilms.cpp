@@ -40,6 +40,8 @@ void MainWindow::MakeFilmsMenu() {
         *menu, tr("&New film..."), {}, [this] { filmCommands->New(); }, "FilmsNew");
     AddAction(
         *menu, tr("&Rename film..."), {}, [this] { filmCommands->Rename(); }, "FilmsRename");
+    AddAction(
+        *menu, tr("&Duplicate film..."), {}, [this] { filmCommands->Duplicate(); }, "FilmsDuplicate");
     menu->addSeparator();
     AddAction(
         *menu, tr("Add &camera here"), {}, [this] { filmCommands->AddCamera(); }, "FilmsAddCamera");

@@ -5,8 +5,10 @@
 #include "framework/FileDialog.h"
 #include "host/engine/Film.h"
 #include "host/engine/FilmManager.h"
+#include "host/stage/windows/films/FilmCopy.h"
 #include "host/stage/windows/films/FilmNameDialog.h"
 #include "host/stage/windows/films/FilmsIds.h"
+#include "host/stage/windows/films/ScenarioKeys.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/QuietMoments.h"
 #include "host/stage/windows/ToolWindows.h"
@@ -194,6 +196,38 @@ void FilmCommands::Rename() {
         window.quiet->Request();
         Report("The film is called " + std::string(film->name) + " now");
     }
+}
+
+void FilmCommands::Duplicate() {
+    engine::Film* film = Shown();
+    if (film == nullptr || film->IsPlaying()) {
+        Report(film == nullptr ? "Open the film first: choose it in the list." : "Stop the film first.");
+        return;
+    }
+    FilmNameDialog dialog(MainWindow::tr("Duplicate film"),
+                          MainWindow::tr("%1 copy").arg(QString::fromUtf8(film->name)),
+                          NamesBut(*Manager(), nullptr), /*offersCamera*/ false, &window);
+    if (dialog.exec() != QDialog::Accepted || Shown() != film || film->IsPlaying()) {
+        return;
+    }
+    engine::FilmManager* manager = Manager();
+    auto* copy = static_cast<engine::Film*>(panel.Add(*manager));
+    if (copy == nullptr) {
+        Report("No film was added: a level holds " + std::to_string(IFilmManager::kFilms) + " at most.");
+        return;
+    }
+    copy->SetName(dialog.Name().toUtf8().constData());
+    if (!panel.Choose(*manager, nullptr) || Manager() != manager || !Has(*manager, film) ||
+        !Has(*manager, copy)) {
+        return;
+    }
+    const int lights = CopyFilm(*film, *copy);
+    Reopen(*copy, 0.0f);
+    panel.ShowTimeline();
+    window.scenarioKeys->Run(ScenarioAction::ShowAll); // a new film's axis is ten seconds long
+    const std::string left =
+        lights == 0 ? "" : "; its lights stay with the first one: " + std::to_string(lights);
+    Report(std::string(copy->name) + " is a copy of " + film->name + left);
 }
 
 void FilmCommands::AddCamera() {

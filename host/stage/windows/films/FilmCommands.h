@@ -31,6 +31,8 @@ public:
 
     void New();
     void Rename();
+    /// A copy of the open film under another name, which is opened.
+    void Duplicate();
     void AddCamera();
     /// A key of this kind for the selected actor at the cursor, with what the user chooses for it.
     void AddKey(int kind);
