@@ -12,7 +12,8 @@ class CDialog;
 class CFileDialog;
 class CMenu;
 
-/// Stand-ins for what waits for a user or reads the world. All are empty in production; a test sets those
+/// Stand-ins for what waits for a user or reads the world. Empty in production, but for the moment in which a
+/// host works a window by messages and answers what it opens; a test sets those
 /// that it answers itself.
 struct TestHooks {
     /// Returns the button, IDOK, IDYES...

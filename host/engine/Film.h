@@ -118,8 +118,8 @@ private:
     std::vector<TrackBase*> order; ///< the others: posing parents first, then lights, cameras, level track
     bool orderKnown = false;
     bool active = false;
-    float posedTime = 0.0f;  ///< seconds; of the last SetTime
-    bool playing = false;    ///< some step was fired since the last Stop
+    float posedTime = 0.0f; ///< seconds; of the last SetTime
+    bool playing = false;   ///< some step was fired since the last Stop
     bool endedPlaying = false;
     bool startFired = false; ///< the keys at the start were
 };
