@@ -167,6 +167,7 @@ private:
     void DuplicateSelected();
     void RenameSelected();
     void SelectAll();
+    void SelectSameKind();
     void ShowMenu(int view, EditorObject* object, const QPoint& screen);
     void ShowKeys();
     void LookThroughSelected();

@@ -1,5 +1,7 @@
+#include "host/stage/host/ObjectCopies.h"
 #include "host/stage/windows/CreateMenu.h"
 #include "host/stage/windows/Icons.h"
+#include "host/stage/windows/ImportFiles.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/ObjectTree.h"
@@ -8,10 +10,41 @@
 #include "plugin/contract/ClassIds.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QClipboard>
 #include <QInputDialog>
 #include <QMenuBar>
+#include <QMimeData>
+#include <set>
 
 namespace stage {
+
+namespace {
+
+constexpr const char* kObjectsMime = "application/x-stage-objects";
+
+void CopySelected(MainWindow& window) {
+    const std::string bytes = CopyObjects(window.host.level, window.commands.Selected());
+    if (bytes.empty()) {
+        window.Report("None of what is selected can be copied");
+        return;
+    }
+    auto* data = new QMimeData; // the clipboard's own
+    data->setData(kObjectsMime, QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())));
+    QApplication::clipboard()->setMimeData(data);
+    window.Report("Copied; Ctrl+V puts it into this or another level");
+}
+
+void PasteCopied(MainWindow& window) {
+    const QMimeData* data = QApplication::clipboard()->mimeData();
+    const QByteArray bytes = data != nullptr ? data->data(kObjectsMime) : QByteArray();
+    const int count =
+        PasteObjects(window.host, window.session, {bytes.data(), static_cast<std::size_t>(bytes.size())});
+    window.Report(count > 0 ? MainWindow::tr("Pasted: %1").arg(count).toStdString()
+                            : "There are no objects to paste");
+}
+
+} // namespace
 
 void MainWindow::MakeEditMenu() {
     QMenu* menu = menuBar()->addMenu(tr("&Edit"));
@@ -27,6 +60,16 @@ void MainWindow::MakeEditMenu() {
         tr("&Duplicate"), QKeySequence(Qt::CTRL | Qt::Key_D), [this] { DuplicateSelected(); },
         "EditDuplicate")
         ->setIcon(MakeIcon(IconId::Duplicate));
+    // These keys mean something else in the windows of plug-ins.
+    for (QAction* action :
+         {add(
+              tr("&Copy"), QKeySequence::Copy, [this] { CopySelected(*this); }, "EditCopy"),
+          AddAction(
+              *menu, tr("&Paste"), QKeySequence::Paste, [this] { PasteCopied(*this); }, "EditPaste")}) {
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        views->addAction(action);
+        tree->addAction(action);
+    }
     add(
         tr("&Rename..."), QKeySequence(Qt::Key_F2), [this] { RenameSelected(); }, "EditRename");
     add(
@@ -49,6 +92,8 @@ void MainWindow::MakeEditMenu() {
         },
         "EditUngroup");
     menu->addSeparator();
+    add(
+        tr("Select same &kind"), {}, [this] { SelectSameKind(); }, "EditSelectKind");
     AddAction(
         *menu, tr("Select &all"), QKeySequence::SelectAll, [this] { SelectAll(); }, "EditSelectAll");
     add(
@@ -60,6 +105,11 @@ void MainWindow::MakeCreateMenu() {
     QMenu* menu = menuBar()->addMenu(tr("&Create"));
     create = new CreateMenu(*this);
     create->Fill(*menu);
+    auto* import = new ImportFiles(*this, *create);
+    menu->addSeparator();
+    AddAction(
+        *menu, tr("&Import models and sounds..."), QKeySequence(Qt::CTRL | Qt::Key_I),
+        [import] { import->Ask(); }, "CreateImport");
 }
 
 void MainWindow::DuplicateSelected() {
@@ -79,6 +129,9 @@ void MainWindow::RenameSelected() {
         return;
     }
     engine::SceneObject* object = selected.front();
+    if (tree->tree->EditName(*object)) {
+        return;
+    }
     const int id = object->id;
     bool accepted = false;
     const QString name = QInputDialog::getText(this, tr("Rename"), tr("Name"), QLineEdit::Normal,
@@ -88,6 +141,21 @@ void MainWindow::RenameSelected() {
     if (accepted && object != nullptr) {
         commands.Rename(*object, name.trimmed().toStdString());
     }
+}
+
+void MainWindow::SelectSameKind() {
+    std::set<std::string> kinds;
+    for (const engine::SceneObject* object : commands.Selected()) {
+        kinds.insert(object->Info().className);
+    }
+    ObjectList all;
+    host.level.CollectObjects(all);
+    all.remove_if([&](EditorObject* object) {
+        const auto& scene = static_cast<engine::SceneObject&>(*object);
+        return !IsListed(scene) || kinds.count(scene.Info().className) == 0;
+    });
+    host.Select(all);
+    Report(tr("Objects of the same kind are selected: %1").arg(all.size()).toStdString());
 }
 
 void MainWindow::SelectAll() {

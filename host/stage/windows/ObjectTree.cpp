@@ -7,8 +7,10 @@
 
 #include <algorithm>
 #include <QDropEvent>
+#include <QHeaderView>
 #include <QItemSelection>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QVBoxLayout>
 #include <utility>
@@ -18,6 +20,7 @@ namespace stage {
 
 namespace {
 constexpr int kIdRole = Qt::UserRole;
+constexpr int kSignWidth = 24; ///< pixels of the columns of eye and lock
 
 /// Rows that follow each other make one range: a selection works through its ranges again for each that is
 /// added.
@@ -45,7 +48,15 @@ QItemSelection RangesOf(std::vector<QModelIndex> rows) {
 ObjectTreeWidget::ObjectTreeWidget(EditorHost& editorHost, ObjectCommands& objectCommands, QWidget* parent)
     : QTreeWidget(parent), host(editorHost), commands(objectCommands) {
     setObjectName("ObjectTree");
+    setColumnCount(3);
     setHeaderHidden(true);
+    header()->setStretchLastSection(false);
+    header()->setMinimumSectionSize(kSignWidth);
+    header()->setSectionResizeMode(kNameColumn, QHeaderView::Stretch);
+    for (const int column : {kEyeColumn, kLockColumn}) {
+        header()->setSectionResizeMode(column, QHeaderView::Fixed);
+        header()->resizeSection(column, kSignWidth);
+    }
     setSelectionMode(ExtendedSelection);
     setDragDropMode(InternalMove);
     setEditTriggers(EditKeyPressed);
@@ -73,6 +84,10 @@ QTreeWidgetItem* ObjectTreeWidget::AddItem(engine::SceneObject& object, QTreeWid
     item->setData(0, kIdRole, object.id);
     item->setFlags(item->flags() | Qt::ItemIsEditable | Qt::ItemIsDragEnabled | Qt::ItemIsDropEnabled);
     item->setToolTip(0, ClassText(object) + QString(" (%1)").arg(object.id));
+    item->setIcon(kEyeColumn, MakeIcon(object.visible != 0 ? IconId::Eye : IconId::EyeShut));
+    item->setToolTip(kEyeColumn, tr("Shown or hidden"));
+    item->setIcon(kLockColumn, object.notes.locked ? MakeIcon(IconId::Lock) : QIcon());
+    item->setToolTip(kLockColumn, tr("Locked: clicks in the views pass over it"));
     if (object.visible == 0) {
         item->setForeground(0, QColor::fromRgb(Color::kMuted));
     }
@@ -155,6 +170,51 @@ void ObjectTreeWidget::TakeName(QTreeWidgetItem* item) {
         updating = true;
         item->setText(0, QString::fromStdString(object->name));
         updating = false;
+    }
+}
+
+bool ObjectTreeWidget::EditName(const EditorObject& object) {
+    QTreeWidgetItem* item = isVisible() ? ItemOf(&object) : nullptr;
+    if (item == nullptr || item->isHidden()) {
+        return false;
+    }
+    setFocus();
+    scrollToItem(item);
+    setCurrentItem(item, kNameColumn, QItemSelectionModel::NoUpdate);
+    editItem(item, kNameColumn);
+    return true;
+}
+
+bool ObjectTreeWidget::PressSign(const QPoint& place) {
+    const int column = columnAt(place.x());
+    engine::SceneObject* pressed = ObjectOf(itemAt(place));
+    if (pressed == nullptr || (column != kEyeColumn && column != kLockColumn)) {
+        return false;
+    }
+    const std::vector<engine::SceneObject*> objects =
+        host.level.IsSelected(pressed) ? commands.Selected() : std::vector{pressed};
+    const bool isOn = column == kEyeColumn ? pressed->visible == 0 : !pressed->notes.locked;
+    for (engine::SceneObject* object : objects) {
+        if (column == kEyeColumn) {
+            commands.SetVisible(*object, isOn);
+        } else {
+            engine::ObjectNotes notes = object->notes;
+            notes.locked = isOn;
+            commands.SetNotes(*object, notes);
+        }
+    }
+    return true;
+}
+
+void ObjectTreeWidget::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !PressSign(event->position().toPoint())) {
+        QTreeWidget::mousePressEvent(event);
+    }
+}
+
+void ObjectTreeWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !PressSign(event->position().toPoint())) {
+        QTreeWidget::mouseDoubleClickEvent(event);
     }
 }
 
