@@ -66,6 +66,9 @@ public:
     /// Takes leave of the plug-ins. Call it when no plug-in's call is under way.
     void ShutdownHost();
 
+    /// The form that a plug-in shows in the side panel, null for none.
+    CWnd* PanelForm() const { return panelForm; }
+
     // IStageWindows
     int ActiveView() override;
     void RedrawView(int view) override;

@@ -2,8 +2,8 @@
 
 #include "framework/PickMode.h"
 #include "host/stage/windows/EditMoments.h"
+#include "host/stage/windows/FilmChoice.h"
 #include "host/stage/windows/MainWindow.h"
-#include "host/stage/windows/PluginPanel.h"
 #include "host/stage/windows/QuietMoments.h"
 
 #include <QAbstractSpinBox>
@@ -11,7 +11,6 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMenu>
 
 namespace stage {
@@ -128,12 +127,8 @@ void UndoCommands::ShowFilmOf(int slot) {
     if (film == nullptr || data->filmManager->currentFilm == film) {
         return;
     }
-    for (QListWidget* list : window.pluginPanel->findChildren<QListWidget*>()) {
-        const auto found = list->findItems(QString::fromUtf8(film->name), Qt::MatchExactly);
-        if (found.size() == 1) {
-            list->setCurrentItem(found.front());
-            return;
-        }
+    if (CWnd* form = window.PanelForm()) {
+        ChooseLine(*form, QString::fromUtf8(film->name));
     }
 }
 

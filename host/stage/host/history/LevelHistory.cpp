@@ -122,18 +122,12 @@ bool LevelHistory::Take(PartChanges changes, Pace pace, bool isLate) {
     if (!hasWork) {
         return false; // how it is shown is nothing to take back
     }
-    HistoryStep step;
-    step.hashAfter = store.WorkHash();
-    step.film = OpenFilm(*host.level.Data());
-    step.isLook = IsOnlyLook(changes);
-    if (step.isLook && edits.CanRedo()) {
-        EditHistory one;
-        one.Add(std::move(step), changes);
-        looks.push_back(one.Steps().front());
+    if (IsOnlyLook(changes)) {
+        TakeLook(std::move(changes));
         return false;
     }
-    if (isLate && !step.isLook && looks.empty()) {
-        edits.Amend(changes, step.hashAfter);
+    if (isLate && looks.empty()) {
+        edits.Amend(changes, store.WorkHash());
         Tell();
         return true;
     }
@@ -141,12 +135,28 @@ bool LevelHistory::Take(PartChanges changes, Pace pace, bool isLate) {
         edits.AddLook(std::move(look));
     }
     looks.clear();
-    step.name = step.isLook ? std::string() : StepName(changes, store, *host.level.Data());
+    HistoryStep step;
+    step.name = StepName(changes, store, *host.level.Data());
+    step.hashAfter = store.WorkHash();
+    step.film = OpenFilm(*host.level.Data());
     step.series = pace == Pace::Series ? SeriesOf(changes, seriesNumber) : 0;
-    const bool isLook = step.isLook;
     edits.Add(std::move(step), changes);
     Tell();
-    return !isLook;
+    return true;
+}
+
+/// What was undone stays to be redone.
+void LevelHistory::TakeLook(PartChanges changes) {
+    HistoryStep step;
+    step.isLook = true;
+    step.hashAfter = store.WorkHash();
+    if (!edits.CanRedo()) {
+        edits.Add(std::move(step), changes);
+        return;
+    }
+    EditHistory one;
+    one.Add(std::move(step), changes);
+    looks.push_back(one.Steps().front());
 }
 
 bool LevelHistory::MayRestore() const {
@@ -273,12 +283,11 @@ bool LevelHistory::Carry(PartTargets targets) {
         if (!hasWork && good) {
             return true;
         }
-        if (IsOnlyLook(*strays) && good) {
-            Take(std::move(*strays), Pace::Single, /*isLate*/ false);
+        // Nobody but plug-ins has done anything: a level that comes from its parts gets what a loaded one
+        // gets.
+        if (extent == LevelRestore::Extent::All || (good && IsOnlyLook(*strays))) {
+            TakeLook(std::move(*strays));
             return true;
-        }
-        if (extent == LevelRestore::Extent::All) {
-            return Take(std::move(*strays), Pace::Single, /*isLate*/ false), false;
         }
         targets.clear();
         for (PartChange& stray : *strays) {
