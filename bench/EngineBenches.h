@@ -17,5 +17,6 @@ void RegisterStageObjectsBenches();
 void RegisterAttributesBenches();
 void RegisterFilterBenches();
 void RegisterTrackFileBenches();
+void RegisterUndoBenches();
 
 } // namespace films_bench

@@ -23,6 +23,7 @@ int main(int argc, char** argv) {
     films_bench::RegisterAttributesBenches();
     films_bench::RegisterFilterBenches();
     films_bench::RegisterTrackFileBenches();
+    films_bench::RegisterUndoBenches();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;

@@ -43,12 +43,14 @@ RATIOS = [
     ("AttributesNext/10000", "AttributesNext/1000", 12.0),
     ("FilterKeys/M", "ShowFilm/600rows_300k", 1.3),
     ("ImportTrack/10000", "ImportTrack/1000", 30.0),
+    ("UndoRestore/M", "UndoLoad/M", 2.0),
 ]
 # name, counter, highest value
 COUNTERS = [
     ("memory/M", "bytes_per_key", 144.0),
     ("save/M", "bytes_per_key", 45.0),
     ("view_memory/300k", "bytes_per_key", 150.0),
+    ("undo_memory/M", "megabytes", 200.0),
 ]
 # name, highest microseconds
 TIMES = [
@@ -64,6 +66,7 @@ TIMES = [
     ("Rows2000/hide_hidden", 1000.0),
     ("Rows2000/scroll", 1000.0),
     ("AttributesShow", 1000.0),
+    ("UndoStep/M", 5000.0),
 ]
 
 
