@@ -141,6 +141,28 @@ TEST_F(LevelHistoryTest, DeletedObjectsComeBackWithTheirIdsPlacesChildrenAndRole
     EXPECT_EQ(host.level.FindObject(id), nullptr);
 }
 
+TEST_F(LevelHistoryTest, WhatTheEditorNotesOfAnObjectComesBack) {
+    crate->notes.locked = true;
+    crate->notes.text = "Stand here";
+    ASSERT_TRUE(history.NoteAll());
+    ASSERT_TRUE(history.Undo());
+    EXPECT_FALSE(crate->notes.locked);
+    EXPECT_EQ(crate->notes.text, "");
+    ASSERT_TRUE(history.Redo());
+    EXPECT_TRUE(crate->notes.locked);
+    EXPECT_EQ(crate->notes.text, "Stand here");
+}
+
+TEST_F(LevelHistoryTest, BookmarksOfViewsAreNoStepsAndStay) {
+    host.level.Data()->bookmarks[3] = {};
+    EXPECT_FALSE(history.NoteAll());
+    host.level.SetSelection({crate});
+    commands.DeleteSelected();
+    ASSERT_TRUE(history.Note());
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(host.level.Data()->bookmarks.count(3), 1u);
+}
+
 TEST_F(LevelHistoryTest, AFilmThatWentComesBackAndTheOthersStayTheSameObjects) {
     IFilm* other = films->GetFilm(films->AllocateFilm());
     other->SetName("Outro");

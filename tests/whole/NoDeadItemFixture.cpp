@@ -6,10 +6,12 @@
 #include "host/stage/windows/ViewArea.h"
 #include "host/stage/windows/ViewTool.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QDockWidget>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -159,6 +161,9 @@ std::string NoDeadItemInStageTest::Look() {
         if (!action->objectName().isEmpty()) {
             look << action->isChecked();
         }
+    }
+    for (const QAbstractItemView* list : window->findChildren<QAbstractItemView*>()) {
+        look << (list->viewport()->findChild<QLineEdit*>() != nullptr); // a name is written in its row
     }
     for (const QDockWidget* dock : window->findChildren<QDockWidget*>()) {
         look << dock->isVisible();

@@ -121,7 +121,8 @@ void FilmPlayback::Play(int first, int last,
         look.seconds = time;
         scene.Update(host.Level(), look);
         renderer->BeginFrame(scene.scene);
-        if (!renderer->DrawView(Camera(), options.width, options.height, image, options.draft ? 1.0f : 2.0f)) {
+        if (!renderer->DrawView(Camera(), options.width, options.height, image,
+                                options.draft ? 1.0f : 2.0f)) {
             throw OutputError("the GL driver can't draw " + std::to_string(options.width) + "x" +
                               std::to_string(options.height) + " pixels");
         }

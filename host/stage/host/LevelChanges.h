@@ -51,8 +51,9 @@ private:
 
     EditorHost& host;
     const LevelHistory& history;
-    std::optional<std::uint64_t> saved; ///< LevelHistory::ContentNow; none: nothing that the level could be equal to
-    bool tracking = false;              ///< there is a level
+    std::optional<std::uint64_t>
+        saved;             ///< LevelHistory::ContentNow; none: nothing that the level could be equal to
+    bool tracking = false; ///< there is a level
     bool changed = false;
     bool looking = false;
     bool writing = false;

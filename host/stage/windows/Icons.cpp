@@ -323,7 +323,8 @@ constexpr Draw kDrawings[] = {
     DrawDynamicLight, DrawSun,         DrawEmpty,      DrawSound,     DrawCameraPoint, DrawFilm,
     DrawBox,          DrawPlane,       DrawSphere,     DrawCylinder,  DrawCone,        DrawCapsule,
     DrawCamera,       DrawLabel,       DrawEye,        DrawEyeShut,   DrawLock,        DrawSnapGrid,
-    DrawSnapAngle,    DrawSnapSurface, DrawSnapVertex, DrawLocalAxes, DrawPivot, DrawMoreRight, DrawMoreBelow,
+    DrawSnapAngle,    DrawSnapSurface, DrawSnapVertex, DrawLocalAxes, DrawPivot,       DrawMoreRight,
+    DrawMoreBelow,
 };
 static_assert(std::size(kDrawings) == static_cast<std::size_t>(IconId::MoreBelow) + 1);
 

@@ -25,7 +25,7 @@ struct HistoryStep {
     std::string name;
     std::vector<PartDelta> parts;
     std::uint64_t hashAfter = 0; ///< PartStore::WorkHash
-    int film = -1; ///< slot of the film that was open; -1 none
+    int film = -1;               ///< slot of the film that was open; -1 none
     /// Not the user's doing: what plug-ins wrote down because they showed something. Undo and redo pass over.
     bool isLook = false;
     std::uint64_t series = 0; ///< steps of the same number, one behind the other, become one; 0 never
