@@ -358,9 +358,8 @@ void ObjectPanel::ShowLevel() {
     const engine::LevelData* levelData = host.level.Data();
     sunBox->setVisible(levelData != nullptr && levelData->Sun() != nullptr);
     const int count = levelData != nullptr ? static_cast<int>(levelData->Objects().size()) : 0;
-    summary->setText(
-        tr("Nothing is selected. Click an object in a view or in the list.\n\n%1 objects in the level.")
-            .arg(count));
+    summary->setText(tr("Nothing is selected. Click an object in a view or in the list.") + "\n\n" +
+                     (count == 1 ? tr("1 object in the level.") : tr("%1 objects in the level.").arg(count)));
     if (levelData != nullptr && levelData->Sun() != nullptr) {
         const Vector3& way = levelData->Sun()->direction;
         sunHeading->setValue(std::atan2(way.x, way.z) * kDegrees);
