@@ -1,14 +1,13 @@
 #!/usr/bin/env python3
 """Drives Stage on a plain X desktop as a user does. See run.sh."""
 
-import argparse
 import shutil
 import sys
 import tempfile
 import time
 from pathlib import Path
 
-from desktop import Desktop, Failure, check, different_pixels
+from desktop import Desktop, Failure, arguments_of, check, different_pixels
 
 FILM = "Intro"
 MOTION_SECONDS = 0.4  # the sample's actors move in any stretch of this length while it plays
@@ -266,11 +265,7 @@ def run(stage, level, screenshots):
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--stage", required=True, help="the program")
-    parser.add_argument("--level", required=True, help="the sample level; a copy is used")
-    parser.add_argument("--screenshots", required=True, help="folder for the pictures")
-    arguments = parser.parse_args()
+    arguments = arguments_of(__doc__, "out/desktop").parse_args()
     return run(arguments.stage, arguments.level, arguments.screenshots)
 
 

@@ -1,5 +1,6 @@
 """A display of its own with a window manager and the editor on it, driven with real X input."""
 
+import argparse
 import json
 import os
 import select
@@ -207,6 +208,15 @@ def different_pixels(first, second):
 def check(condition, what):
     if not condition:
         raise Failure(what)
+
+
+def arguments_of(description, screenshots):
+    """What a script is called with; the pictures go to `screenshots` unless it is told otherwise."""
+    parser = argparse.ArgumentParser(description=description, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--stage", required=True, help="the program")
+    parser.add_argument("--level", required=True, help="the sample level; a copy is used")
+    parser.add_argument("--screenshots", default=screenshots, help="where the pictures go")
+    return parser
 
 
 signal.signal(signal.SIGTERM, lambda *_: (_ for _ in ()).throw(SystemExit(1)))

@@ -6,7 +6,6 @@
 A new film shows only rows of kinds that have keys, so the kinds that a new actor lacks are worked on in the sample film.
 """
 
-import argparse
 import shutil
 import sys
 import tempfile
@@ -15,7 +14,7 @@ from pathlib import Path
 
 import record_session
 from check_desktop import is_moving, panel_opens, poses, rows, scenario
-from desktop import Desktop, Failure, check, different_pixels, find
+from desktop import Desktop, Failure, arguments_of, check, different_pixels, find
 from record_session import empty_place, go_to, key_place, menu_at, new_film, unfold
 
 ACTOR, FILM = "Sailor", "Intro"
@@ -431,11 +430,7 @@ def run(desktop, steps):
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--stage", required=True)
-    parser.add_argument("--level", required=True, help="the sample level; a copy is used")
-    parser.add_argument("--screenshots", default="out/attributes", help="where the pictures go, numbered in order")
-    arguments = parser.parse_args()
+    arguments = arguments_of(__doc__, "out/attributes").parse_args()
     stage, pictures = Path(arguments.stage).resolve(), Path(arguments.screenshots)
     kept = []
 

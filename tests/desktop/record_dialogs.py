@@ -6,7 +6,6 @@
 Motion is moved by files into a film of another level, which a second Stage opens and plays.
 """
 
-import argparse
 import shutil
 import sys
 import tempfile
@@ -15,7 +14,7 @@ from pathlib import Path
 
 import record_session
 from check_desktop import panel_opens, rows, scenario
-from desktop import Desktop, check, different_pixels, find
+from desktop import Desktop, arguments_of, check, different_pixels, find
 from record_attributes import (browse, closes, enter, fold_all, inside, open_key, press_line, run, taller_window,
                                type_text, view_picture, window_of)
 from record_session import (animate_on, drag_handle, empty_place, go_to, key_place, new_film, orbit, row, select,
@@ -694,11 +693,7 @@ STEPS = [boat_gets_keys, movie_frame, settings, adjust_time, filter_keys, looks_
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--stage", required=True)
-    parser.add_argument("--level", required=True, help="the sample level; copies are used")
-    parser.add_argument("--screenshots", default="out/dialogs", help="where the pictures go, numbered in order")
-    arguments = parser.parse_args()
+    arguments = arguments_of(__doc__, "out/dialogs").parse_args()
     stage, sample, pictures = Path(arguments.stage).resolve(), Path(arguments.level), Path(arguments.screenshots)
     with tempfile.TemporaryDirectory(prefix="films_dialogs_") as folder:
         work = Path(folder)

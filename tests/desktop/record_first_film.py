@@ -1,14 +1,13 @@
 #!/usr/bin/env python3
 """Follows "Your first film in ten minutes" of the user guide, step by step, with real mouse and keys."""
 
-import argparse
 import shutil
 import sys
 import tempfile
 import time
 from pathlib import Path
 
-from desktop import Desktop, Failure, check, find
+from desktop import Desktop, Failure, arguments_of, check, find
 
 MAIN_CONTROL, RULER, ROW = 1234, 20, 55  # control numbers of the parts of the window "Scenario"
 GUIDE = Path(__file__).resolve().parents[2] / "docs" / "USER_GUIDE.md"
@@ -186,11 +185,7 @@ def run(stage, level, screenshots):
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--stage", required=True, help="the program")
-    parser.add_argument("--level", required=True, help="the sample level; a copy is used")
-    parser.add_argument("--screenshots", required=True, help="folder for the pictures")
-    arguments = parser.parse_args()
+    arguments = arguments_of(__doc__, "out/first_film").parse_args()
     return run(arguments.stage, arguments.level, arguments.screenshots)
 
 

@@ -4,7 +4,6 @@
     python3 tests/desktop/record_session.py --stage build/debug/bin/stage --level examples/harbour/harbour.level
 """
 
-import argparse
 import shutil
 import sys
 import tempfile
@@ -12,7 +11,7 @@ import time
 from pathlib import Path
 
 from check_desktop import MAIN_CONTROL, at, child, is_moving, panel_opens, poses, rows, ruler, scenario
-from desktop import Desktop, Failure, check, find
+from desktop import Desktop, Failure, arguments_of, check, find
 
 PROP = "Fishing boat"
 FILM_SECONDS = 10.0
@@ -251,11 +250,7 @@ STEPS = [new_film, animate_on, move_the_prop, turn_and_scale_the_prop, edit_keys
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--stage", required=True)
-    parser.add_argument("--level", required=True, help="the sample level; a copy is used")
-    parser.add_argument("--screenshots", default="out/session", help="where the pictures go, numbered in order")
-    arguments = parser.parse_args()
+    arguments = arguments_of(__doc__, "out/session").parse_args()
     with tempfile.TemporaryDirectory(prefix="films_session_") as work:
         copy = Path(work) / "level"
         shutil.copytree(Path(arguments.level).parent, copy)
