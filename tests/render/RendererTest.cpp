@@ -192,6 +192,19 @@ TEST_F(RendererTest, AnOutlineStandsAroundTheItemAndNotOnIt) {
     EXPECT_EQ(At(outlined, 20, 45), At(plain, 20, 45));
 }
 
+TEST_F(RendererTest, AnOutlineShowsNothingOfTheOneBefore) {
+    AddBox({-1, 0, -1}, {1, 2, 1}, 20, 20, 220).outline = true;
+    Draw();
+    scene.items[0].world = Moved({1.0f, 0, 0});
+    const RenderImage moved = Draw();
+    std::string error;
+    const std::unique_ptr<Renderer> fresh = Renderer::Create(error);
+    RenderImage alone;
+    fresh->BeginFrame(scene);
+    ASSERT_TRUE(fresh->DrawView(camera, kWidth, kHeight, alone));
+    EXPECT_EQ(moved.pixels, alone.pixels);
+}
+
 TEST_F(RendererTest, ALightBrightensWhatItReachesAndNothingElse) {
     scene.sun.color = glm::vec3(0.0f);
     AddBox({-4, 0, -1}, {-2, 2, 1}, 150, 150, 150);

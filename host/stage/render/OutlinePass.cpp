@@ -15,13 +15,14 @@ OutlinePass::~OutlinePass() {
     glDeleteVertexArrays(1, &emptyArray);
 }
 
-void OutlinePass::BeginMask(int width, int height, const Area& area) {
+void OutlinePass::BeginMask(int width, int height, const Area& area, int radius) {
     mask.Bind(GL_R8, GL_RED, width, height);
     glEnable(GL_SCISSOR_TEST);
-    glScissor(area.x, area.y, area.width, area.height);
+    glScissor(area.x - radius, area.y - radius, area.width + 2 * radius, area.height + 2 * radius);
     glDisable(GL_DEPTH_TEST);
     glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
     glClear(GL_COLOR_BUFFER_BIT);
+    glScissor(area.x, area.y, area.width, area.height);
 }
 
 void OutlinePass::Draw(const glm::vec3& color, float radius) const {

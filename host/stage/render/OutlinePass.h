@@ -21,9 +21,9 @@ public:
         int height = 0;
     };
 
-    /// Binds a mask of this size, empty in the area; whatever is drawn next gets the rim. Until Draw,
-    /// drawing is cut to the area.
-    void BeginMask(int width, int height, const Area& area);
+    /// Binds a mask of this size, empty in the area and `radius` pixels around it, where the rim's pixels
+    /// look; whatever is drawn next gets the rim. Until Draw, drawing is cut to the area.
+    void BeginMask(int width, int height, const Area& area, int radius);
     /// Into the bound frame, `radius` pixels of it wide.
     void Draw(const glm::vec3& color, float radius) const;
 

@@ -134,7 +134,7 @@ struct Renderer::Parts {
         if (area.width == 0) {
             return;
         }
-        passes->outline.BeginMask(passes->target.Width(), passes->target.Height(), area);
+        passes->outline.BeginMask(passes->target.Width(), passes->target.Height(), area, radius + 1);
         passes->meshes.DrawMask(items, viewProjection);
         passes->target.Bind();
         passes->outline.Draw(kOutlineColor, static_cast<float>(radius));
