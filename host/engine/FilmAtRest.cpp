@@ -20,10 +20,6 @@ EditorObject* LightOf(CFilmTrack& track) {
     return light != nullptr ? light->lightObject : nullptr;
 }
 
-bool IsDark(const EditorObject& light) {
-    return light.visible == 0 && (light.GetFlags() & kLeftOut) != 0;
-}
-
 void Darken(const Film& film) {
     for (CFilmTrack* track : film.tracks) {
         if (EditorObject* light = LightOf(*track)) {
@@ -62,22 +58,6 @@ void FilmAtRest::KeepStandings() {
     if (data->Sun() != nullptr) {
         sunBefore = *data->Sun();
     }
-}
-
-bool FilmAtRest::IsAllDark(const Level& level) {
-    for (int slot = 0; level.Data() != nullptr && slot < IFilmManager::kFilms; ++slot) {
-        const Film* film = level.Data()->Films().FilmAt(slot);
-        if (film == nullptr) {
-            continue;
-        }
-        for (CFilmTrack* track : film->tracks) {
-            const EditorObject* light = LightOf(*track);
-            if (light != nullptr && !IsDark(*light)) {
-                return false;
-            }
-        }
-    }
-    return true;
 }
 
 FilmAtRest::~FilmAtRest() {

@@ -27,9 +27,6 @@ public:
     FilmAtRest(const FilmAtRest&) = delete;
     FilmAtRest& operator=(const FilmAtRest&) = delete;
 
-    /// Whether `AllDark` makes no difference to a level without an open film.
-    static bool IsAllDark(const Level& level);
-
 private:
     void KeepStandings();
 

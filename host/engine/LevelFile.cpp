@@ -4,7 +4,6 @@
 #include "host/engine/FileHandles.h"
 #include "host/engine/FilmManager.h"
 #include "host/engine/Level.h"
-#include "host/engine/LevelContent.h"
 #include "host/engine/LevelData.h"
 #include "host/engine/LevelReader.h"
 #include "host/engine/LevelRoot.h"
@@ -180,7 +179,7 @@ std::string SerializeLevel(Level& level, const std::string& path, LevelMessages&
     }
 }
 
-LevelMessages SaveLevel(Level& level, const std::string& path, SavedLevel* written) {
+LevelMessages SaveLevel(Level& level, const std::string& path, FileStamp* written) {
     LevelMessages messages;
     const std::string folder = level.Folder();
     // Plug-ins write files of their own beside the level, by the root object's name.
@@ -193,7 +192,7 @@ LevelMessages SaveLevel(Level& level, const std::string& path, SavedLevel* writt
             throw LevelFileError(path, -1, error);
         }
         if (written != nullptr) {
-            *written = {done.stamp, LevelContent(bytes)};
+            *written = done.stamp;
         }
     } catch (...) {
         level.SetFolder(folder);

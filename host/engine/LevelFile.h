@@ -51,12 +51,6 @@ struct PendingLevel {
     LevelMessages messages;
 };
 
-/// A level as a save has left it on the disk.
-struct SavedLevel {
-    FileStamp stamp;
-    std::uint64_t content = 0; ///< see LevelContent
-};
-
 /// Level files. A host opens one in two steps, so that a file that can't be read leaves the open level
 /// alone: ReadLevel; then, if that threw nothing, it sends its closing events and OnNew; then InstallLevel;
 /// then event 6.
@@ -76,8 +70,8 @@ LevelMessages RefillLevel(Level& level, std::string bytes);
 LevelMessages LoadLevel(Level& level, const std::string& path);
 
 /// Writes as ReplaceFile does, so that a failure leaves an old file whole. Throws LevelFileError. The level's
-/// chunk client writes the plug-ins' chunks.
-LevelMessages SaveLevel(Level& level, const std::string& path, SavedLevel* written = nullptr);
+/// chunk client writes the plug-ins' chunks. `written` gets what is known of the new file.
+LevelMessages SaveLevel(Level& level, const std::string& path, FileStamp* written = nullptr);
 /// The bytes that SaveLevel writes. `path` is for messages.
 std::string SerializeLevel(Level& level, const std::string& path, LevelMessages& messages);
 

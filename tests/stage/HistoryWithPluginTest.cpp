@@ -142,7 +142,7 @@ TEST_F(HistoryWithPluginTest, KeysComeBackAndTheFilmStaysOpenAtItsTime) {
     EXPECT_EQ(key->time, before + 0.5f);
 }
 
-TEST_F(HistoryWithPluginTest, ADeletedActorComesBackIntoTheOpenFilm) {
+TEST_F(HistoryWithPluginTest, ADeletedObjectComesBackAndTheFilmStaysOpen) {
     ChooseLine(1);
     QApplication::processEvents(); // the look at the film ends
     IFilm* film = Current();

@@ -32,6 +32,16 @@ protected:
         Drag(PixelOf(73.0f, 0.0f, 0.0f), PixelOf(73.0f + units, 0.0f, 0.0f), Qt::LeftButton, modifiers);
     }
 
+    /// 200 to 400 along x, -100 to 100 along z, 75 high.
+    void AddTable() {
+        engine::ObjectSpec spec;
+        spec.className = ClassName::Mesh;
+        spec.name = "Table";
+        spec.meshName = "shape:box 200 75 200 #ffffff";
+        spec.matrix.SetTranslation({300.0f, 0.0f, 0.0f});
+        window.host.level.CreateObject(spec);
+    }
+
     engine::SceneObject* crate;
 };
 
@@ -68,12 +78,7 @@ TEST_F(SnapTest, TheStepIsTheUsersAndRemembered) {
 }
 
 TEST_F(SnapTest, SurfacesCarryWhatIsPulledOntoThem) {
-    engine::ObjectSpec spec;
-    spec.className = ClassName::Mesh;
-    spec.name = "Table";
-    spec.meshName = "shape:box 200 75 200 #ffffff";
-    spec.matrix.SetTranslation({300.0f, 0.0f, 0.0f});
-    window.host.level.CreateObject(spec);
+    AddTable();
     Action("SnapSurface")->setChecked(true);
     Pull(227.0f); // the mouse comes to x = 300
     EXPECT_NEAR(crate->GetPosition(0)[0], 300.0f, 3.0f);
@@ -81,23 +86,13 @@ TEST_F(SnapTest, SurfacesCarryWhatIsPulledOntoThem) {
 }
 
 TEST_F(SnapTest, ShiftInADragPutsThingsOntoSurfacesToo) {
-    engine::ObjectSpec spec;
-    spec.className = ClassName::Mesh;
-    spec.name = "Table";
-    spec.meshName = "shape:box 200 75 200 #ffffff";
-    spec.matrix.SetTranslation({300.0f, 0.0f, 0.0f});
-    window.host.level.CreateObject(spec);
+    AddTable();
     Pull(227.0f, Qt::ShiftModifier);
     EXPECT_NEAR(crate->GetPosition(0)[1], 75.0f, 0.1f);
 }
 
 TEST_F(SnapTest, VerticesTakeWhatComesNear) {
-    engine::ObjectSpec spec;
-    spec.className = ClassName::Mesh;
-    spec.name = "Table";
-    spec.meshName = "shape:box 200 75 200 #ffffff";
-    spec.matrix.SetTranslation({300.0f, 0.0f, 0.0f});
-    window.host.level.CreateObject(spec);
+    AddTable();
     Action("SnapVertex")->setChecked(true);
     Drag(PixelOf(73.0f, 0.0f, 0.0f), PixelOf(205.0f, 0.0f, 106.0f));
     // The corner (200, 75, 100) of the table is the nearest that is in front.

@@ -202,9 +202,9 @@ std::vector<std::string> LevelSession::Write(const std::string& newPath) {
     try {
         KeepOriginal(newPath);
         const OwnCameras cameras(host);
-        engine::SavedLevel written;
+        engine::FileStamp written;
         std::vector<std::string> messages = engine::SaveLevel(host.level, newPath, &written);
-        stamp = written.stamp;
+        stamp = written;
         if (names.HasMoved()) {
             history.Start(); // what names files from the old folder can't come back
         }
