@@ -55,6 +55,7 @@ uniform vec3 tint;
 out vec4 placeAndGlow;
 out vec3 worldNormal;
 out vec3 albedo;
+out vec3 shadowPosition;
 #ifdef GLOSSY
 out vec3 material;
 #endif
@@ -63,6 +64,10 @@ void main() {
     placeAndGlow = vec4((model * vec4(position, 1.0)).xyz, surface.b);
     worldNormal = normalModel * normal;
     albedo = color.rgb * tint;
+    // Moved along the normal so that a surface does not shade itself; here and not in each pixel.
+    float squared = max(dot(worldNormal, worldNormal), 1e-12);
+    vec3 lifted = placeAndGlow.xyz + worldNormal * (inversesqrt(squared) * 0.05 * METRE);
+    shadowPosition = mat3(shadowMatrix) * lifted + shadowMatrix[3].xyz;
 #ifdef GLOSSY
     material = surface.rga;
 #endif
@@ -74,6 +79,7 @@ const char* const kMeshFragment = R"(
 in vec4 placeAndGlow;
 in vec3 worldNormal;
 in vec3 albedo;
+in vec3 shadowPosition;
 #ifdef GLOSSY
 in vec3 material; // roughness, metallic, ripple
 #endif
@@ -86,10 +92,7 @@ out vec4 result;
 
 const float kMetres = 1.0 / METRE; // in a unit
 
-float SunVisible(vec3 n) {
-    // Moved along the normal so that a surface does not shade itself.
-    vec3 lifted = placeAndGlow.xyz + n * (0.05 * METRE);
-    vec3 shadowPosition = mat3(shadowMatrix) * lifted + shadowMatrix[3].xyz;
+float SunVisible() {
 #ifdef FINE
     const float texel = 1.0 / 2048.0;
     float sum = texture(shadowMap, shadowPosition + vec3(-0.9, -0.4, 0.0) * texel);
@@ -127,7 +130,7 @@ void main() {
     n = Ripple(n, distance);
 #endif
     float sun = max(dot(n, sunDirection.xyz), 0.0);
-    float visible = SunVisible(n);
+    float visible = SunVisible();
     vec3 ambient = mix(ground.rgb, zenith.rgb * 0.45 + horizon.rgb * 0.55, n.y * 0.5 + 0.5);
     vec3 light = ambient + sunColor.rgb * (sun * visible);
 #if LIGHTS > 0
