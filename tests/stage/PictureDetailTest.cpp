@@ -21,27 +21,27 @@ TEST(PictureDetailTest, BeginsInFull) {
 
 TEST(PictureDetailTest, PicturesInTimeStayInFull) {
     PictureDetail detail;
-    NoteFour(detail, 20.0);
-    NoteFour(detail, 32.0);
+    NoteFour(detail, 12.5);
+    NoteFour(detail, 17.5);
     EXPECT_EQ(detail.Detail(), 1.0f);
 }
 
-/// 60 ms are twice the target: a side of 1 over the root of 2, 0.707, is 11.3 steps of 1/16.
+/// 32 ms are twice the target: a side of 1 over the root of 2, 0.707, is 11.3 steps of 1/16.
 TEST(PictureDetailTest, SlowPicturesLosePixelsByTheirTime) {
     PictureDetail detail;
-    NoteFour(detail, 60.0);
+    NoteFour(detail, 32.0);
     EXPECT_EQ(detail.Detail(), 11.0f / 16);
-    NoteFour(detail, 30.0);
+    NoteFour(detail, 16.0);
     EXPECT_EQ(detail.Detail(), 11.0f / 16);
 }
 
 TEST(PictureDetailTest, OneSlowPictureAloneChangesNothing) {
     PictureDetail detail;
-    detail.Note(70.0);
+    detail.Note(40.0);
     EXPECT_EQ(detail.Detail(), 1.0f);
-    detail.Note(20.0);
-    detail.Note(20.0);
-    detail.Note(20.0); // a mean of 32.5
+    detail.Note(10.0);
+    detail.Note(10.0);
+    detail.Note(10.0); // a mean of 17.5
     EXPECT_EQ(detail.Detail(), 1.0f);
 }
 
@@ -53,8 +53,8 @@ TEST(PictureDetailTest, NoSideLosesMoreThanHalf) {
 
 TEST(PictureDetailTest, QuickPicturesWinThemBackStepByStep) {
     PictureDetail detail;
-    NoteFour(detail, 60.0);
-    NoteFour(detail, 20.0);
+    NoteFour(detail, 32.0);
+    NoteFour(detail, 10.0);
     EXPECT_EQ(detail.Detail(), 12.0f / 16);
     for (int i = 0; i < 10; ++i) {
         NoteFour(detail, 5.0);

@@ -6,7 +6,8 @@ namespace stage {
 /// finely as this machine draws in time. What stands still is always drawn in full.
 class PictureDetail {
 public:
-    static constexpr double kTargetMs = 30.0; ///< for the pictures of all views together
+    /// For the pictures of all views together: a picture at each refresh of a 60 Hz screen.
+    static constexpr double kTargetMs = 16.0;
     static constexpr float kLeast = 0.5f;
 
     /// All pictures of a turn took so long, drawn with `Detail`. Times that follow a change are let pass
