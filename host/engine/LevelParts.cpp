@@ -379,8 +379,11 @@ std::string AssembleLevel(const LevelData& data, const PartSource& parts) {
 void NumberTracks(const LevelData& data, const PartSource& parts) {
     for (int slot = 0; slot < IFilmManager::kFilms; ++slot) {
         const Film* film = data.Films().FilmAt(slot);
+        if (film == nullptr) {
+            continue;
+        }
         const std::vector<std::uint64_t> serials =
-            Serials(film != nullptr ? TrackOrderOf(parts({PartKind::Film, slot}).value_or("")) : "");
+            Serials(TrackOrderOf(parts({PartKind::Film, slot}).value_or("")));
         for (std::size_t i = 0; i < serials.size() && i < film->Tracks().size(); ++i) {
             film->Tracks()[i]->serial = serials[i];
         }

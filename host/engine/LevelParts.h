@@ -34,7 +34,7 @@ struct PartKey {
     std::uint64_t track = 0; ///< TrackBase::serial
     int keys = 0;            ///< kind of the keys
 
-    auto operator<=>(const PartKey&) const = default;
+    auto operator<=>(const PartKey&) const = default; // NOLINT(modernize-use-nullptr): its zero is no pointer
 };
 
 /// Whether the part says only how the level is shown: rows folded, zoom. Plug-ins write it down while

@@ -68,7 +68,7 @@ std::string LevelFolder(const std::string& path) {
 }
 
 std::string ReferencePath(const std::string& folder, const std::string& name) {
-    const std::string portable = Portable(name);
+    std::string portable = Portable(name);
     if (portable.empty() || IsAbsolute(portable)) {
         return portable;
     }

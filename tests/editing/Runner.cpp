@@ -121,8 +121,7 @@ std::string CrashText(const QByteArray& output) {
 }
 
 std::string SavedScript(std::uint64_t seed, const std::vector<Step>& script) {
-    const std::string path =
-        QDir::current().filePath(QStringLiteral("editing_%1.script").arg(seed)).toStdString();
+    std::string path = QDir::current().filePath(QStringLiteral("editing_%1.script").arg(seed)).toStdString();
     WriteScript(path, script);
     return path;
 }

@@ -74,7 +74,7 @@ void World::Damage(const std::string& from, const std::string& to) {
 std::string World::FileToOpen(const std::string& extension) {
     static const char* const tracks[] = {"empty.", "short.", "bare.", "noise.", "zeros."};
     static const char* const params[] = {"sound.", "sound.", "empty.", "cut.", "words."};
-    const std::string saved = folder.File((luck.OneIn(2) ? "a." : "b.") + extension);
+    std::string saved = folder.File((luck.OneIn(2) ? "a." : "b.") + extension);
     switch (luck.Below(8)) {
     case 0: {
         const auto place = static_cast<std::size_t>(luck.Below(5));

@@ -33,6 +33,7 @@ stage::ParticleEffect Fountain() {
 
 std::vector<float> Heights(const std::vector<EffectSprite>& sprites) {
     std::vector<float> heights;
+    heights.reserve(sprites.size());
     for (const EffectSprite& sprite : sprites) {
         heights.push_back(sprite.place.y);
     }

@@ -1,5 +1,5 @@
-#include "tests/engine/EngineFixture.h"
 #include "host/engine/CurveChannel.h"
+#include "tests/engine/EngineFixture.h"
 
 #include <cmath>
 #include <limits>
@@ -98,7 +98,8 @@ TEST_F(ChannelTest, DirectWriteIsSeenAfterNotifyKeysChanged) {
 
 TEST_F(ChannelTest, ManyKeysOutOfOrderAreSortedStably) {
     for (int i = 40; i-- > 0;) {
-        AddVector(track, KeyKind::Position, static_cast<float>(i / 2), {static_cast<float>(i), 0.0f, 0.0f});
+        const int pair = i / 2;
+        AddVector(track, KeyKind::Position, static_cast<float>(pair), {static_cast<float>(i), 0.0f, 0.0f});
     }
     for (IFilmKey* key : track.keys) {
         key->SetTime(key->time + 0.0f); // all times are read anew
@@ -108,7 +109,8 @@ TEST_F(ChannelTest, ManyKeysOutOfOrderAreSortedStably) {
     float time = 0.0f;
     int number = 0;
     for (const IFilmKey* key : list) {
-        EXPECT_EQ(key->time, static_cast<float>(number / 2));
+        const int pair = number / 2;
+        EXPECT_EQ(key->time, static_cast<float>(pair));
         // Added downwards: of two at one time the higher value came first.
         EXPECT_EQ(static_cast<const CFilmVectorKey*>(key)->value.x, static_cast<float>(number ^ 1));
         time = key->time;
@@ -138,7 +140,8 @@ TEST_F(ChannelTest, FinishSortsListsOfManyRuns) {
     track.Finish();
     int number = 0;
     for (const IFilmKey* key : track.keys) {
-        EXPECT_EQ(key->time, static_cast<float>(number / 3));
+        const int group = number / 3;
+        EXPECT_EQ(key->time, static_cast<float>(group));
         EXPECT_EQ(key->kind, KeyKind::Scale - number % 3); // of equals the one added first comes first
         ++number;
     }

@@ -115,7 +115,7 @@ protected:
     }
     /// As a crashed save leaves it: written, but with no process that holds it.
     std::string MakeLeftover(const std::string& bytes) const {
-        const std::string name = folder.File(".a.level.saving-" + std::to_string(getpid()) + "-0");
+        std::string name = folder.File(".a.level.saving-" + std::to_string(getpid()) + "-0");
         WriteWholeFile(name, bytes);
         return name;
     }

@@ -120,8 +120,11 @@ TEST_F(LightTrackTest, ALightThatATrackTakesIsNoBodyOfTheSession) {
         CFilmTrack& track =
             AddTrack(std::string(className) == ClassName::GLLight ? film->CreateGLLightTrack()
                                                                   : film->CreateDynLightTrack());
-        (AsGLLightTrack(&track) != nullptr ? AsGLLightTrack(&track)->lightObject
-                                           : AsDynLightTrack(&track)->lightObject) = &lamp;
+        if (CFilmGLLightTrack* light = AsGLLightTrack(&track)) {
+            light->lightObject = &lamp;
+        } else {
+            static_cast<CFilmDynLightTrack&>(track).lightObject = &lamp;
+        }
         track.RefreshTrack();
         EXPECT_FALSE(lamp.transient) << className;
     }

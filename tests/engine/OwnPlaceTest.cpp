@@ -181,7 +181,11 @@ TEST_F(OwnPlaceTest, ALightGoesBackToItsPlaceWhenItsFilmCloses) {
         SceneObject& lamp = MakeObject("Lamp", {1.0f, 2.0f, 3.0f}, &cart, name);
         const bool dynamic = name == ClassName::DynLight;
         CFilmTrack& track = AddTrack(dynamic ? film->CreateDynLightTrack() : film->CreateGLLightTrack());
-        (dynamic ? AsDynLightTrack(&track)->lightObject : AsGLLightTrack(&track)->lightObject) = &lamp;
+        if (dynamic) {
+            static_cast<CFilmDynLightTrack&>(track).lightObject = &lamp;
+        } else {
+            static_cast<CFilmGLLightTrack&>(track).lightObject = &lamp;
+        }
         AddVector(track, KeyKind::Position, 0.0f, {9.0f, 9.0f, 9.0f});
         film->SetTime(0.0f, -1.0f);
         ExpectVector(lamp.World().Translation(), {9.0f, 9.0f, 9.0f});

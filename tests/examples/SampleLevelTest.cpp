@@ -200,7 +200,8 @@ TEST_F(SampleLevelTest, ACameraIsInForceAtEachMoment) {
         IFilm& film = Film(name);
         film.Activate();
         std::set<std::string> seen;
-        for (float time = 0.0f; time < film.length; time += 0.25f) {
+        for (int quarter = 0; static_cast<float>(quarter) * 0.25f < film.length; ++quarter) {
+            const float time = static_cast<float>(quarter) * 0.25f;
             film.SetTime(time, -1.0f);
             const CFilmCameraTrack* camera = AsLevelTrack(film.mainTrack)->cameraHolder->activeCamera;
             ASSERT_NE(camera, nullptr) << name << " at " << time;

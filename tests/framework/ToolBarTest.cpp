@@ -175,7 +175,7 @@ TEST_F(ToolBarTest, OwnerMayWordTheTipsOfItsBar) {
         QWidget* button = native->widgetForAction(native->actions()[index]);
         QHelpEvent help(QEvent::ToolTip, QPoint(2, 2), button->mapToGlobal(QPoint(2, 2)));
         QCoreApplication::sendEvent(button, &help);
-        const QString text = QToolTip::text();
+        QString text = QToolTip::text();
         QToolTip::hideText();
         return text;
     };

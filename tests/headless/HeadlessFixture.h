@@ -54,7 +54,7 @@ private:
 class HeadlessTest : public testing::Test {
 protected:
     /// Runs small drafts of the sample level; what is told goes to `told`.
-    int Run(std::vector<std::string> arguments, headless::HeadlessHost& host) {
+    int Run(const std::vector<std::string>& arguments, headless::HeadlessHost& host) {
         std::FILE* stream = std::tmpfile();
         const int status = headless::RunHeadless(arguments, host, stream);
         std::rewind(stream);
@@ -90,11 +90,17 @@ protected:
     std::string told;
 };
 
+/// Where programs are looked for.
+inline std::string SearchPath() {
+    const char* path = std::getenv("PATH");
+    return path != nullptr ? path : "";
+}
+
 /// Puts a program of this name first on the PATH for the life of the scope.
 class FakeProgram {
 public:
     FakeProgram(const std::filesystem::path& folder, const char* name, const std::string& script)
-        : before(std::getenv("PATH")) {
+        : before(SearchPath()) {
         const std::filesystem::path bin = folder / "bin";
         std::filesystem::create_directories(bin);
         std::ofstream(bin / name) << "#!/bin/sh\n" << script;

@@ -4,10 +4,10 @@
 
 namespace {
 
-std::optional<headless::HeadlessOptions> Parse(std::vector<std::string> arguments,
+std::optional<headless::HeadlessOptions> Parse(const std::vector<std::string>& arguments,
                                                std::string* reason = nullptr) {
     std::string error;
-    const auto options = headless::ParseHeadlessOptions(arguments, error);
+    auto options = headless::ParseHeadlessOptions(arguments, error);
     EXPECT_EQ(options.has_value(), error.empty());
     if (reason != nullptr) {
         *reason = error;

@@ -66,7 +66,7 @@ TEST_F(HeadlessTest, AnFfmpegThatDiesEarlyIsToldAndEndsTheRun) {
 }
 
 TEST_F(HeadlessTest, WithoutFfmpegAVideoIsRefusedAtOnce) {
-    const std::string before = std::getenv("PATH");
+    const std::string before = SearchPath();
     setenv("PATH", folder.c_str(), 1);
     SampleHost host;
     const int status =

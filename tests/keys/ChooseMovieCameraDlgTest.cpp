@@ -60,6 +60,7 @@ protected:
     }
     std::vector<std::string> Lines() const {
         std::vector<std::string> lines;
+        lines.reserve(static_cast<std::size_t>(dialog.list.GetCount()));
         for (int i = 0; i < dialog.list.GetCount(); ++i) {
             lines.push_back(dialog.list.GetText(i));
         }

@@ -36,7 +36,7 @@ TEST_F(KeyAttributesDlgTest, StandsHiddenAfterTheFirstFilm) {
 TEST_F(KeyAttributesDlgTest, LiesAsItsTemplateSays) {
     CRect client;
     Dialog().GetClientRect(&client);
-    EXPECT_EQ(client.Size(), CSize(430, 310));
+    EXPECT_EQ(client.Size(), (CSize{430, 310}));
     CRect place;
     Dialog().list.GetWindowRect(&place);
     Dialog().ScreenToClient(&place);

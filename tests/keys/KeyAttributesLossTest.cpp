@@ -149,7 +149,7 @@ protected:
         boxAnswer = IDYES;
     }
     /// Runs while the question waits.
-    void WhileAsked(std::function<void()> action) {
+    void WhileAsked(const std::function<void()>& action) {
         Hooks().messageBox = [this, action](const std::string& text, UINT) {
             boxes.push_back(text);
             if (boxes.size() == 1) {

@@ -86,23 +86,24 @@ template <class T> T Load(const unsigned char* from) {
 
 float Component(const Elements& e, std::size_t element, int component) {
     const unsigned char* at = e.data + element * e.stride;
+    const auto place = static_cast<std::ptrdiff_t>(component);
     switch (e.componentType) {
     case TINYGLTF_COMPONENT_TYPE_FLOAT:
-        return Load<float>(at + component * 4);
+        return Load<float>(at + place * 4);
     case TINYGLTF_COMPONENT_TYPE_UNSIGNED_BYTE:
         return static_cast<float>(at[component]) / (e.normalized ? 255.0f : 1.0f);
     case TINYGLTF_COMPONENT_TYPE_UNSIGNED_SHORT:
-        return static_cast<float>(Load<std::uint16_t>(at + component * 2)) / (e.normalized ? 65535.0f : 1.0f);
+        return static_cast<float>(Load<std::uint16_t>(at + place * 2)) / (e.normalized ? 65535.0f : 1.0f);
     case TINYGLTF_COMPONENT_TYPE_BYTE: {
         const auto value = static_cast<float>(Load<std::int8_t>(at + component));
         return e.normalized ? std::max(value / 127.0f, -1.0f) : value;
     }
     case TINYGLTF_COMPONENT_TYPE_SHORT: {
-        const auto value = static_cast<float>(Load<std::int16_t>(at + component * 2));
+        const auto value = static_cast<float>(Load<std::int16_t>(at + place * 2));
         return e.normalized ? std::max(value / 32767.0f, -1.0f) : value;
     }
     default:
-        return static_cast<float>(Load<std::uint32_t>(at + component * 4));
+        return static_cast<float>(Load<std::uint32_t>(at + place * 4));
     }
 }
 

@@ -7,7 +7,7 @@
 
 namespace mesh {
 
-class GltfMeshLibrary::Entry : public engine::IMesh {
+class GltfMeshLibrary::Entry final : public engine::IMesh {
 public:
     explicit Entry(std::shared_ptr<const Mesh> loaded) : mesh(std::move(loaded)) {
         restLocals.resize(mesh->nodes.size());

@@ -231,7 +231,7 @@ void ReadLooks(FieldReader& reader, SequenceEffect& effect) {
         reader.Refuse("frames", "not a list of 1 to " + std::to_string(kMaxFrames) + " frames");
     }
     effect.frames.clear();
-    for (const QJsonValue& entry : frames) {
+    for (const auto& entry : frames) {
         const std::string place = "frames[" + std::to_string(effect.frames.size()) + ']';
         if (!entry.isObject()) {
             reader.Refuse(place.c_str(), "not an object");

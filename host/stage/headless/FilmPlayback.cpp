@@ -7,6 +7,7 @@
 #include "host/stage/render/CameraMath.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace headless {
 
@@ -54,7 +55,7 @@ private:
 
 void DrawBlackBars(render::RenderImage& image) {
     constexpr std::uint32_t kBlack = 0xff000000u;
-    const int kept = static_cast<int>(image.width / kWideFormat + 0.5);
+    const int kept = static_cast<int>(std::lround(image.width / kWideFormat));
     const int bar = std::max((image.height - kept) / 2, 0);
     const auto count = static_cast<std::ptrdiff_t>(bar) * image.width;
     std::fill(image.pixels.begin(), image.pixels.begin() + count, kBlack);

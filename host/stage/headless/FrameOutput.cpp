@@ -15,7 +15,7 @@ constexpr int kPngQuality = 80;
 
 void SavePng(const std::string& path, const render::RenderImage& image) {
     const QImage picture(reinterpret_cast<const uchar*>(image.pixels.data()), image.width, image.height,
-                         image.width * 4, QImage::Format_RGB32);
+                         static_cast<qsizetype>(image.width) * 4, QImage::Format_RGB32);
     QSaveFile file(QString::fromStdString(path));
     if (!file.open(QIODevice::WriteOnly)) {
         throw OutputError(path + ": " + file.errorString().toStdString());

@@ -85,10 +85,14 @@ constexpr std::array<Option, 7> kOptions{{
     {"--frames", ParseFrames, "FIRST:LAST"},
 }};
 
+std::string Needs(const std::string& name, const Option& option) {
+    return name + " needs " + option.expects;
+}
+
 /// Takes one option with its value; `i` moves on over a value that stands apart.
 bool TakeOption(const std::vector<std::string>& arguments, std::size_t& i, HeadlessOptions& options,
                 std::string& error) {
-    const std::string argument = arguments[i];
+    const std::string& argument = arguments[i];
     const std::size_t equals = argument.find('=');
     const std::string name = argument.substr(0, equals);
     for (const Option& option : kOptions) {
@@ -96,12 +100,12 @@ bool TakeOption(const std::vector<std::string>& arguments, std::size_t& i, Headl
             continue;
         }
         if (equals == std::string::npos && i + 1 >= arguments.size()) {
-            error = name + " needs " + option.expects;
+            error = Needs(name, option);
             return false;
         }
         const std::string value = equals != std::string::npos ? argument.substr(equals + 1) : arguments[++i];
         if (!option.take(value, options)) {
-            error = name + " needs " + option.expects + ", not \"" + value + "\"";
+            error = Needs(name, option).append(", not \"").append(value).append("\"");
             return false;
         }
         return true;

@@ -77,7 +77,7 @@ std::string ReadOutside(const stdfs::path& path) {
 stdfs::path Free(const stdfs::path& folder, const std::string& stem, const std::string& ending) {
     stdfs::path path = folder / (stem + ending);
     for (int number = 2; stdfs::exists(stdfs::symlink_status(path)); ++number) {
-        path = folder / (stem + "_" + std::to_string(number) + ending);
+        path = folder / std::string(stem).append("_").append(std::to_string(number)).append(ending);
     }
     return path;
 }
@@ -96,13 +96,13 @@ void CopyTo(const stdfs::path& source, const stdfs::path& target, std::vector<st
 stdfs::path CopyModel(const stdfs::path& source, const stdfs::path& folder, std::vector<stdfs::path>& made) {
     mesh::LoadGltf(source.string()); // throws with the reason
     if (EndingOf(source) == ".glb") {
-        const stdfs::path target = Free(folder, source.stem().string(), ".glb");
+        stdfs::path target = Free(folder, source.stem().string(), ".glb");
         CopyTo(source, target, made);
         return target;
     }
     const std::vector<std::string> named = FilesNamedBy(ReadOutside(source));
     const stdfs::path own = Free(folder, source.stem().string(), "");
-    const stdfs::path target = own / source.filename();
+    stdfs::path target = own / source.filename();
     CopyTo(source, target, made);
     for (const std::string& name : named) {
         if (!stdfs::exists(own / name)) { // a buffer may be named twice

@@ -27,6 +27,7 @@ void DropBackground(std::vector<Sphere>& balls) {
         return;
     }
     std::vector<float> radii;
+    radii.reserve(balls.size());
     for (const Sphere& ball : balls) {
         radii.push_back(ball.radius);
     }

@@ -40,7 +40,8 @@ private:
         bool fine = false;
         int lights = 0;
 
-        auto operator<=>(const Variant&) const = default;
+        auto
+        operator<=>(const Variant&) const = default; // NOLINT(modernize-use-nullptr): its zero is no pointer
     };
 
     void SelectSeen(const std::vector<FrameItem>& items, const View& view);

@@ -52,7 +52,7 @@ void MainWindow::MakeEditMenu() {
     menu->addSeparator();
     const auto add = [&](const QString& text, const QKeySequence& keys, std::function<void()> run,
                          const char* name) {
-        QAction* action = AddAction(*menu, text, keys, run, name);
+        QAction* action = AddAction(*menu, text, keys, std::move(run), name);
         selectionActions.append(action);
         return action;
     };

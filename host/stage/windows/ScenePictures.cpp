@@ -106,7 +106,7 @@ const QImage& ScenePictures::Draw(int view, const QSize& size, bool fine) {
             detail.Note(static_cast<double>(spent.nsecsElapsed()) * 1e-6 * area.host.views.Count());
         }
         picture = QImage(reinterpret_cast<const uchar*>(image.pixels.data()), image.width, image.height,
-                         image.width * 4, QImage::Format_RGB32);
+                         static_cast<qsizetype>(image.width) * 4, QImage::Format_RGB32);
     } else {
         picture = QImage();
     }

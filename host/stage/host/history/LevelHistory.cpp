@@ -123,7 +123,7 @@ bool LevelHistory::Take(PartChanges changes, Pace pace, bool isLate) {
         return false; // how it is shown is nothing to take back
     }
     if (IsOnlyLook(changes)) {
-        TakeLook(std::move(changes));
+        TakeLook(changes);
         return false;
     }
     if (isLate && looks.empty()) {
@@ -146,7 +146,7 @@ bool LevelHistory::Take(PartChanges changes, Pace pace, bool isLate) {
 }
 
 /// What was undone stays to be redone.
-void LevelHistory::TakeLook(PartChanges changes) {
+void LevelHistory::TakeLook(const PartChanges& changes) {
     HistoryStep step;
     step.isLook = true;
     step.hashAfter = store.WorkHash();
@@ -286,7 +286,7 @@ bool LevelHistory::Carry(PartTargets targets) {
         // Nobody but plug-ins has done anything: a level that comes from its parts gets what a loaded one
         // gets.
         if (extent == LevelRestore::Extent::All || (good && IsOnlyLook(*strays))) {
-            TakeLook(std::move(*strays));
+            TakeLook(*strays);
             return true;
         }
         targets.clear();

@@ -62,7 +62,7 @@ private:
     /// None if the level can't be read, which ends all steps.
     std::optional<PartChanges> Look(PartStore::Look look);
     bool Take(PartChanges changes, Pace pace, bool isLate);
-    void TakeLook(PartChanges changes);
+    void TakeLook(const PartChanges& changes);
     bool MayRestore() const;
     bool RestoreTo(std::size_t done);
     /// False if the steps don't fit to the level.

@@ -101,9 +101,10 @@ bool LevelRestore::RestoreInPlace(const PartTargets& targets) {
 }
 
 void LevelRestore::GiveLooks(const PartTargets& targets) {
-    for (const auto& [key, bytes] : targets) {
-        if (engine::IsLook(key) && bytes) {
-            host.plugins.Guarded("LoadChunk", [&] { engine::GivePluginChunks(host.level, key, *bytes); });
+    for (const auto& target : targets) {
+        if (engine::IsLook(target.first) && target.second) {
+            host.plugins.Guarded("LoadChunk",
+                                 [&] { engine::GivePluginChunks(host.level, target.first, *target.second); });
         }
     }
 }

@@ -56,7 +56,7 @@ public:
     std::string Name() const {
         for (const auto topic : {&Namer::OfFilms, &Namer::OfObjectSet, &Namer::OfTracks, &Namer::OfKeys,
                                  &Namer::OfFilmHeads, &Namer::OfObjects, &Namer::OfRest}) {
-            const std::string name = (this->*topic)();
+            std::string name = (this->*topic)();
             if (!name.empty()) {
                 return name;
             }
@@ -202,6 +202,7 @@ private:
             return "Rename " + before.name + " to " + after.name;
         }
         std::vector<std::string> names;
+        names.reserve(objects.size());
         for (const PartChange* change : objects) {
             names.push_back(engine::ObjectFactsOf(*change->after).name);
         }

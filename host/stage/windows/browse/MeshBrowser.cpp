@@ -227,7 +227,7 @@ std::optional<std::string> MeshBrowser::Run(MeshBrowser* browser) {
     if (watched == nullptr) {
         return std::nullopt;
     }
-    const std::optional<std::string> chosen = result == Accepted ? browser->Chosen() : std::nullopt;
+    std::optional<std::string> chosen = result == Accepted ? browser->Chosen() : std::nullopt;
     delete browser;
     return chosen;
 }

@@ -145,7 +145,8 @@ void ModelPicture::paintEvent(QPaintEvent*) {
     }
     if (scene.Shown() != nullptr && !pixels.pixels.empty()) {
         painter.drawImage(rect(), QImage(reinterpret_cast<const uchar*>(pixels.pixels.data()), pixels.width,
-                                         pixels.height, pixels.width * 4, QImage::Format_RGB32));
+                                         pixels.height, static_cast<qsizetype>(pixels.width) * 4,
+                                         QImage::Format_RGB32));
     } else {
         painter.fillRect(rect(), kBackdrop);
     }

@@ -74,7 +74,11 @@ void ModelScene::SetPose(std::vector<glm::mat4> nodes) {
         const bool usable =
             nodes.size() == mesh->nodes.size() &&
             std::ranges::all_of(nodes, [](const glm::mat4& node) { return render::IsFinite(node); });
-        pose.nodes = usable ? std::move(nodes) : mesh->restNodes;
+        if (usable) {
+            pose.nodes = std::move(nodes);
+        } else {
+            pose.nodes = mesh->restNodes;
+        }
     }
 }
 

@@ -4,6 +4,7 @@
 #include "host/stage/windows/browse/WaveView.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <QAbstractItemView>
 #include <QDir>
@@ -45,7 +46,7 @@ bool OffersSounds(const QFileDialog& dialog) {
 
 /// "0:02.35"
 QString TimeText(float seconds) {
-    const int hundredths = static_cast<int>(seconds * 100.0f + 0.5f);
+    const int hundredths = static_cast<int>(std::lround(seconds * 100.0f));
     return QStringLiteral("%1:%2.%3")
         .arg(hundredths / 6000)
         .arg(hundredths / 100 % 60, 2, 10, QLatin1Char('0'))

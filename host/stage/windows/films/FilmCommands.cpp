@@ -325,7 +325,7 @@ void FilmCommands::AddKey(int kind) {
     EditorObject* object = selected.size() == 1 ? selected.front() : nullptr;
     CFilmTrack* track = TrackOfObject(*film, object);
     const KeyKindInfo* info = FindKeyKind(kind);
-    if (track == nullptr || info == nullptr || track->subTracks[kind] == nullptr) {
+    if (object == nullptr || track == nullptr || info == nullptr || track->subTracks[kind] == nullptr) {
         Report(kind == KeyKind::Color
                    ? "Select one light of the film first: click its name in the timeline."
                    : "Select one actor of the film first: click its name in the timeline.");
