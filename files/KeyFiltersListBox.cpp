@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr UINT kEditId = KeyKind::FilterCount; // behind those of the check boxes, 0 to 19
+constexpr UINT kEditId = kKeyKindCount; // behind those of the check boxes
 constexpr CRect kFirstRect(0, 0, 15, 15);
 constexpr int kBoxSize = 15;
 constexpr int kEditWidth = 20;

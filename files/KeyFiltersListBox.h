@@ -24,7 +24,7 @@ public:
     bool ToggleVisible(int kind);
 
     KeyKindParamsTable* params = nullptr; ///< what the lines show and change; outlives the window
-    std::array<CFilterDlgCheckbox, KeyKind::FilterCount> boxes;
+    std::array<CFilterDlgCheckbox, kKeyKindCount> boxes;
     CEdit edit;
     int editItem = -1; ///< the line whose height is under edit, -1 for none
 

@@ -24,7 +24,7 @@ public:
     void GetParams(KeyKindParamsTable& records) const { records = params; }
 
     KeyKindParamsTable params;
-    std::array<std::uint8_t, KeyKind::FilterCount> available{}; ///< 1 for the kinds that are listed
+    std::array<std::uint8_t, kKeyKindCount> available{}; ///< 1 for the kinds that are listed
     CKeyFiltersListBox list;
     int applyToAll = 0; ///< "Apply to all tracks" is checked
 

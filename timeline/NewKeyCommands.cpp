@@ -6,6 +6,7 @@
 #include "keys/views/NullTimeTrackKey.h"
 #include "keys/views/TimedTrackKey.h"
 #include "plugin/PluginImpl.h"
+#include "plugin/contract/KeyKindTable.h"
 #include "timeline/FilmsMainCtrl.h"
 
 #include <algorithm>
@@ -86,7 +87,7 @@ bool PlaceNewKey(CFilmsMainCtrl& control, LooseKey& key, float mouse, float time
 
 CTrackKey* MakeNewKey(KeyViewContext& context, int kind) {
     IFilmManager* manager = context.session.GetFilmManager();
-    IFilmKey* record = manager != nullptr && kind >= 0 && kind < KeyKind::FilterCount
+    IFilmKey* record = manager != nullptr && FindKeyKind(kind) != nullptr
                            ? manager->keyFactory->CreateKey(kind)
                            : nullptr;
     if (record == nullptr) {

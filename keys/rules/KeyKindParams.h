@@ -1,7 +1,7 @@
 #pragma once
 
 #include "framework/Types.h"
-#include "plugin/contract/KeyKind.h"
+#include "plugin/contract/KeyKindTable.h"
 
 #include <array>
 #include <string>
@@ -19,5 +19,5 @@ struct KeyKindParams {
     bool visible = true;
 };
 
-/// One record per key kind 0 to 19.
-using KeyKindParamsTable = std::array<KeyKindParams, KeyKind::FilterCount>;
+/// One record per key kind. Files hold the first `KeyKind::FilterCount`.
+using KeyKindParamsTable = std::array<KeyKindParams, kKeyKindCount>;

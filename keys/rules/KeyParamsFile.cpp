@@ -164,7 +164,7 @@ bool LoadKeyParamsFile(const char* path, KeyKindParamsTable* records) {
     Scanner scanner(file.get());
     scanner.SkipLine();
     scanner.SkipLine();
-    return std::ranges::all_of(*records,
+    return std::ranges::all_of(std::span(*records).first<KeyKind::FilterCount>(),
                                [&scanner](KeyKindParams& record) { return ReadBlock(scanner, record); });
 }
 
@@ -174,8 +174,8 @@ bool SaveKeyParamsFile(const std::string& path, const KeyKindParamsTable& record
         return false;
     }
     std::fputs("QuorlEd film key params file\n***************\n", file.get());
-    for (std::size_t kind = 0; kind < records.size(); ++kind) {
-        WriteBlock(file.get(), static_cast<int>(kind), records[kind]);
+    for (int kind = 0; kind < KeyKind::FilterCount; ++kind) {
+        WriteBlock(file.get(), kind, records[static_cast<std::size_t>(kind)]);
     }
     const bool written = std::ferror(file.get()) == 0;
     return std::fclose(file.release()) == 0 && written;

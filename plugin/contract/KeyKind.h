@@ -1,6 +1,6 @@
 #pragma once
 
-/// Kinds of key records. 0 to 9 have a duration, 10 to 19 do not; 20 is unused.
+/// Kinds of key records. 0 to 9 have a duration, 10 to 19 do not; 20 is free.
 namespace KeyKind {
 constexpr int Camera = 0;
 constexpr int Animation = 1;
@@ -26,7 +26,7 @@ constexpr int FieldOfView = 19;
 constexpr int None = 21;
 /// Number of kinds that have a sub-track slot.
 constexpr int Count = 22;
-/// Kinds that a filter byte exists for.
+/// Kinds that stored filters and files of key parameters know, whatever kinds come later.
 constexpr int FilterCount = 20;
 } // namespace KeyKind
 

@@ -45,20 +45,22 @@ struct KeyKindInfo {
     bool isBezier = false;
 };
 
+/// A record class whose keys have Bezier sides.
+template <class Record>
+concept HasBezierSides = requires {
+    &Record::inMethod;
+};
+
 /// A row of the table: the record class of a kind, and the rest.
 template <class RecordType> struct KeyKindRow {
     using Record = RecordType;
 
     constexpr KeyKindRow(const char* rowName, const char* title, unsigned tracks,
                          KeyDuration duration = KeyDuration::None, bool isFired = false)
-        : info{rowName, title, tracks, duration, isFired, requires {&RecordType::inMethod;
-}
-}
-{}
+        : info{rowName, title, tracks, duration, isFired, HasBezierSides<RecordType>} {}
 
-KeyKindInfo info;
-}
-;
+    KeyKindInfo info;
+};
 
 /// The kinds of keys, by their number. A new kind is a row here; its record class stands in FilmKey.h, what
 /// its record holds in the host's list of fields, and its attributes in the table of
@@ -100,6 +102,10 @@ inline constexpr std::tuple kKeyKindRows{
 /// The rows without their record classes, by number of the kind.
 inline constexpr auto kKeyKinds =
     std::apply([](const auto&... row) { return std::array{row.info...}; }, kKeyKindRows);
+
+/// Kinds that there are: as many as stored formats know, or more.
+inline constexpr std::size_t kKeyKindCount = kKeyKinds.size();
+static_assert(kKeyKindCount >= KeyKind::FilterCount && kKeyKindCount <= KeyKind::None);
 
 /// Null for a number without a kind.
 constexpr const KeyKindInfo* FindKeyKind(int kind) {

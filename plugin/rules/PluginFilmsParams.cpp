@@ -5,6 +5,7 @@
 namespace {
 
 constexpr std::uint32_t kOldFilterBytes = 9;
+constexpr std::uint32_t kStoredBytes = KeyKind::FilterCount;
 
 MovieParamsRecord* FindRecord(std::list<MovieParamsRecord>& records, const std::string& filmName,
                               const std::string& objectName) {
@@ -33,7 +34,7 @@ bool ReadFilter(ChunkReader& reader, bool newForm, KeyFilter& filter) {
     if (size <= 0) {
         return true;
     }
-    const auto kept = std::min(static_cast<std::uint32_t>(size), static_cast<std::uint32_t>(filter.size()));
+    const auto kept = std::min(static_cast<std::uint32_t>(size), kStoredBytes);
     if (!reader.Read(filter.data(), kept)) {
         return false;
     }
@@ -90,7 +91,7 @@ void CPluginFilmsParams::WriteRecords(fs::file& file, bool withObjectNames) cons
         }
         const std::uint8_t expanded = record.expanded != 0 ? 1 : 0;
         file.Write(&expanded, sizeof(expanded));
-        const auto size = static_cast<std::int32_t>(record.keyFilter.size());
+        const auto size = static_cast<std::int32_t>(kStoredBytes);
         file.Write(&size, sizeof(size));
         file.Write(record.keyFilter.data(), size);
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "plugin/contract/File.h"
-#include "plugin/contract/KeyKind.h"
+#include "plugin/contract/KeyKindTable.h"
 #include "plugin/rules/ChunkReader.h"
 
 #include <array>
@@ -9,8 +9,9 @@
 #include <list>
 #include <string>
 
-/// One byte per key kind 0 to 19, non-zero to show that kind.
-using KeyFilter = std::array<std::uint8_t, KeyKind::FilterCount>;
+/// One byte per key kind, non-zero to show that kind. Levels hold the first `KeyKind::FilterCount`; later kinds are
+/// shown again at the next loading.
+using KeyFilter = std::array<std::uint8_t, kKeyKindCount>;
 
 /// What the timeline remembers of one track in one film.
 struct MovieParamsRecord {
@@ -31,7 +32,7 @@ public:
     static constexpr int kFilter = 1;
     static constexpr int kExpanded = 2;
 
-    /// The 20 filter bytes of the first record of both names, or null. `expanded` may be null.
+    /// The filter bytes of the first record of both names, or null. `expanded` may be null.
     std::uint8_t* Find(const std::string& filmName, const std::string& objectName, std::uint8_t* expanded);
     /// Updates what is named in `what`; a null filter means all 1. Without a record one is appended with
     /// the filter and the byte given, whatever `what` says.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plugin/contract/FilmKey.h"
+#include "plugin/contract/KeyKindTable.h"
 
 #include <algorithm>
 #include <array>
@@ -59,7 +60,7 @@ typename std::list<Row*>::const_iterator CameraRowPlace(const std::list<Row*>& c
 
 /// Whether a filter of kinds has a byte for the kind.
 constexpr bool HasFilterByte(int kind) {
-    return kind >= 0 && kind < KeyKind::FilterCount;
+    return FindKeyKind(kind) != nullptr;
 }
 
 /// Shows the rows that have keys, below a row that is unfolded, and sets the filter byte of each such kind.

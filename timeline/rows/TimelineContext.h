@@ -5,6 +5,7 @@
 #include "keys/views/KeyViewContext.h"
 #include "keys/views/Selection.h"
 #include "plugin/contract/Film.h"
+#include "plugin/contract/KeyKindTable.h"
 #include "timeline/rows/CopiedKey.h"
 #include "timeline/rows/RowList.h"
 
@@ -76,10 +77,9 @@ public:
     virtual void OnThumbTrack(CTimeScrollbar* bar, float position) = 0;
 
     const CTrackKey* GetCopiedKey() const final { return GetCopied().sourceKey; }
-    /// Null outside 0 to 19.
+    /// Null for a number without a kind.
     const KeyKindParams* GetKeyParams(int kind) const {
-        return kind >= 0 && kind < KeyKind::FilterCount ? &keyParams[static_cast<std::size_t>(kind)]
-                                                        : nullptr;
+        return FindKeyKind(kind) != nullptr ? &keyParams[static_cast<std::size_t>(kind)] : nullptr;
     }
 
     /// The corner shows another time.
