@@ -141,6 +141,35 @@ TEST_F(LevelHistoryTest, DeletedObjectsComeBackWithTheirIdsPlacesChildrenAndRole
     EXPECT_EQ(host.level.FindObject(id), nullptr);
 }
 
+TEST_F(LevelHistoryTest, WhatWasSelectedIsSelectedAgain) {
+    host.level.SetSelection({crate});
+    EXPECT_FALSE(history.Note());
+    commands.Rename(*crate, "Box");
+    EXPECT_TRUE(history.Note());
+    host.level.SetSelection({barrel});
+    EXPECT_FALSE(history.Note());
+    commands.Rename(*crate, "Case");
+    EXPECT_TRUE(history.Note());
+    host.level.SetSelection({});
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(host.level.selection, ObjectList{barrel}) << "as in front of the second step";
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(host.level.selection, ObjectList{crate}) << "and of the first";
+    ASSERT_TRUE(history.GoTo(2));
+    EXPECT_EQ(host.level.selection, ObjectList{barrel}) << "behind the second";
+}
+
+TEST_F(LevelHistoryTest, DeletedObjectsAreSelectedWhenTheyComeBack) {
+    host.level.SetSelection({crate, barrel});
+    EXPECT_FALSE(history.Note());
+    const int ids[] = {crate->id, barrel->id};
+    commands.DeleteSelected();
+    EXPECT_TRUE(history.Note());
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(host.level.selection,
+              (ObjectList{host.level.FindObject(ids[0]), host.level.FindObject(ids[1])}));
+}
+
 TEST_F(LevelHistoryTest, WhatTheEditorNotesOfAnObjectComesBack) {
     crate->notes.locked = true;
     crate->notes.text = "Stand here";

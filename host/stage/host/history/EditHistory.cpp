@@ -6,7 +6,8 @@
 namespace stage {
 
 std::size_t HistoryStep::Size() const {
-    std::size_t size = sizeof *this + name.capacity() + parts.capacity() * sizeof(PartDelta);
+    std::size_t size = sizeof *this + name.capacity() + parts.capacity() * sizeof(PartDelta) +
+                       (selectedBefore.capacity() + selectedAfter.capacity()) * sizeof(int);
     for (const PartDelta& part : parts) {
         size += part.bytes.Size();
     }
@@ -57,6 +58,7 @@ void EditHistory::Add(HistoryStep step, const PartChanges& changes) {
     if (joins) {
         Join(steps.back(), changes);
         steps.back().hashAfter = step.hashAfter;
+        steps.back().selectedAfter = std::move(step.selectedAfter);
         return;
     }
     step.parts = DeltasOf(changes);
@@ -95,6 +97,20 @@ std::size_t EditHistory::AfterRedo() const {
         }
     }
     return done;
+}
+
+std::vector<int> EditHistory::SelectedAt(std::size_t count) const {
+    const bool isBack = count < done;
+    const auto first = steps.begin() + static_cast<std::ptrdiff_t>(std::min(count, done));
+    const auto last = steps.begin() + static_cast<std::ptrdiff_t>(std::max(count, done));
+    const auto isUsers = [](const HistoryStep& step) { return !step.isLook; };
+    if (isBack) {
+        const auto step = std::find_if(first, last, isUsers);
+        return step != last ? step->selectedBefore : std::vector<int>();
+    }
+    const auto step =
+        std::find_if(std::make_reverse_iterator(last), std::make_reverse_iterator(first), isUsers);
+    return step.base() != first ? step->selectedAfter : std::vector<int>();
 }
 
 std::size_t EditHistory::Size() const {

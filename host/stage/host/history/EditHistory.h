@@ -24,8 +24,10 @@ struct PartDelta {
 struct HistoryStep {
     std::string name;
     std::vector<PartDelta> parts;
-    std::uint64_t hashAfter = 0; ///< PartStore::WorkHash
-    int film = -1;               ///< slot of the film that was open; -1 none
+    std::uint64_t hashAfter = 0;     ///< PartStore::WorkHash
+    int film = -1;                   ///< slot of the film that was open; -1 none
+    std::vector<int> selectedBefore; ///< ids of objects
+    std::vector<int> selectedAfter;
     /// Not the user's doing: what plug-ins wrote down because they showed something. Undo and redo pass over.
     bool isLook = false;
     std::uint64_t series = 0; ///< steps of the same number, one behind the other, become one; 0 never
@@ -60,6 +62,9 @@ public:
     /// The names of what the two would do, empty if nothing.
     std::string UndoName() const { return CanUndo() ? steps[BeforeUndo()].name : std::string(); }
     std::string RedoName() const { return CanRedo() ? steps[AfterRedo() - 1].name : std::string(); }
+    /// Ids of the objects that were selected where the way to that number of steps ends: back, in front of
+    /// the step that is undone last; forth, behind the one that is done last.
+    std::vector<int> SelectedAt(std::size_t count) const;
     /// Bytes that it takes, about.
     std::size_t Size() const;
 

@@ -6,6 +6,7 @@
 #include "host/stage/host/DryWrite.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/history/StepNames.h"
+#include "host/stage/host/SelectedIds.h"
 #include "processor/UpperHalves.h"
 
 #include <algorithm>
@@ -70,6 +71,7 @@ void LevelHistory::Forget() {
 std::optional<std::uint64_t> LevelHistory::Start() {
     Forget();
     started = Look(PartStore::Look::All).has_value();
+    selected = SelectedIds(host.level);
     return started ? std::optional(store.FullHash()) : std::nullopt;
 }
 
@@ -102,6 +104,7 @@ bool LevelHistory::Note(Pace pace) {
     }
     std::optional<PartChanges> changes = Look(PartStore::Look::Told);
     hasFreshStep = changes && Take(std::move(*changes), pace, /*isLate*/ false);
+    selected = SelectedIds(host.level);
     return hasFreshStep;
 }
 
@@ -139,6 +142,8 @@ bool LevelHistory::Take(PartChanges changes, Pace pace, bool isLate) {
     step.name = StepName(changes, store, *host.level.Data());
     step.hashAfter = store.WorkHash();
     step.film = OpenFilm(*host.level.Data());
+    step.selectedBefore = selected;
+    step.selectedAfter = SelectedIds(host.level);
     step.series = pace == Pace::Series ? SeriesOf(changes, seriesNumber) : 0;
     edits.Add(std::move(step), changes);
     Tell();
@@ -243,11 +248,16 @@ bool LevelHistory::RestoreTo(std::size_t done) {
         const auto present = store.Find(target.first);
         return present == std::optional<std::string_view>(target.second);
     });
+    const std::vector<int> toSelect = edits.SelectedAt(done);
     looks.clear();
     edits.SetDone(done);
     hasFreshStep = false;
     EndSeries();
     const bool good = Carry(std::move(targets));
+    if (host.level.Data() != nullptr) {
+        host.Select(ObjectsOf(host.level, toSelect));
+        selected = SelectedIds(host.level);
+    }
     host.windows.ObjectsChanged();
     host.RedrawViews();
     Tell();

@@ -75,6 +75,7 @@ private:
     EditorHost& host;
     PartStore store;
     EditHistory edits;
+    std::vector<int> selected;      ///< ids of objects, as of the last note
     std::vector<HistoryStep> looks; ///< since something was undone; newest last
     bool started = false;
     bool busy = false;

@@ -3,6 +3,7 @@
 #include "host/engine/FilmManager.h"
 #include "host/engine/LevelFile.h"
 #include "host/stage/host/EditorHost.h"
+#include "host/stage/host/SelectedIds.h"
 #include "plugin/contract/ClassIds.h"
 #include "plugin/contract/EventCodes.h"
 
@@ -38,14 +39,6 @@ Extent ExtentOfChange(const PartKey& key, std::string_view before, std::string_v
     default:
         return Extent::All;
     }
-}
-
-std::vector<int> SelectedIds(const engine::Level& level) {
-    std::vector<int> ids;
-    for (const EditorObject* object : level.selection) {
-        ids.push_back(object->id);
-    }
-    return ids;
 }
 
 } // namespace
@@ -149,13 +142,7 @@ void LevelRestore::RestoreAll(const PartTargets& targets) {
             });
         }
     }
-    ObjectList again;
-    for (const int id : selected) {
-        if (engine::SceneObject* object = host.level.FindObject(id)) {
-            again.push_back(object);
-        }
-    }
-    host.level.SetSelection(again);
+    host.level.SetSelection(ObjectsOf(host.level, selected));
     host.plugins.SendEvent(EventCode::SelectionChanged, nullptr);
     host.windows.SelectionChanged();
 }

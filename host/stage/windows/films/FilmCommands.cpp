@@ -5,6 +5,7 @@
 #include "framework/FileDialog.h"
 #include "host/engine/Film.h"
 #include "host/engine/FilmManager.h"
+#include "host/stage/host/SelectedIds.h"
 #include "host/stage/windows/films/FilmCopy.h"
 #include "host/stage/windows/films/FilmNameDialog.h"
 #include "host/stage/windows/films/FilmsIds.h"
@@ -80,20 +81,8 @@ void Fill(IFilmKey& key, const std::string& name, Vector3 color) {
 /// Gives the selection back, which the plug-in drops with each choice of a film.
 class KeptSelection {
 public:
-    explicit KeptSelection(EditorHost& editor) : host(editor) {
-        for (const EditorObject* object : host.level.selection) {
-            ids.push_back(object->id);
-        }
-    }
-    ~KeptSelection() {
-        ObjectList objects;
-        for (const int id : ids) {
-            if (EditorObject* object = host.level.FindObject(id)) {
-                objects.push_back(object);
-            }
-        }
-        host.Select(objects);
-    }
+    explicit KeptSelection(EditorHost& editor) : host(editor), ids(SelectedIds(editor.level)) {}
+    ~KeptSelection() { host.Select(ObjectsOf(host.level, ids)); }
     KeptSelection(const KeptSelection&) = delete;
     KeptSelection& operator=(const KeptSelection&) = delete;
 
