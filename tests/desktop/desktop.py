@@ -19,7 +19,8 @@ class Failure(Exception):
 
 
 class Desktop:
-    """Xvfb, openbox and Stage. Use with `with`; everything that was started ends with it."""
+    """Xvfb, openbox and Stage, with an empty level if `level` is None. Use with `with`; everything that was started
+    ends with it."""
 
     def __init__(self, stage, level, work, screenshots, size="1600x1000"):
         self.stage_path, self.level, self.size = stage, level, size
@@ -71,7 +72,8 @@ class Desktop:
         self.environment["DISPLAY"] = ":" + number
         self._start_window_manager()
         self.log = open(self.work / "stage.log", "w")
-        self.stage = self._spawn(self.stage_path, self.level, "--inspect", "--size", "1280x800", "--data",
+        opened = [self.level] if self.level else []
+        self.stage = self._spawn(self.stage_path, *opened, "--inspect", "--size", "1280x800", "--data",
                                  self.work / "data", stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=self.log)
         self.pending = b""
         self.window = self.x("search", "--sync", "--onlyvisible", "--pid", self.stage.pid, "--name", "Stage$").split()[0]

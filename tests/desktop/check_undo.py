@@ -1,0 +1,370 @@
+#!/usr/bin/env python3
+"""Takes steps back and does them again, with real mouse and keys, in the views, panels and the window Scenario.
+
+    python3 tests/desktop/check_undo.py --stage build/debug/bin/stage --level examples/harbour/harbour.level
+"""
+
+import shutil
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+from check_desktop import FILM, MAIN_CONTROL, at, child, film_opens, is_moving, panel_opens, rows, ruler, scenario, \
+    scenario_opens_docked
+from desktop import Desktop, Failure, arguments_of, check, different_pixels, find
+from record_session import drag_handle
+
+PROP = "Fishing boat"
+START = "Start"  # the first line of the panel History
+LEVEL_ROW, EFFECT_KEYS = 0, 5
+EFFECT = 0.97  # where the first effect of the sample film stands in the ruler
+UNDO, REDO, OTHER_REDO = "ctrl+z", "ctrl+shift+z", "ctrl+y"
+
+
+def place(desktop, name=PROP):
+    return desktop.look()["objects"][name]
+
+
+def expect_place(desktop, what, where, name=PROP):
+    desktop.until(f"{name} is {what}", lambda s: s["objects"][name] == where)
+
+
+def expect_status(desktop, text):
+    desktop.until(f"the status bar says '{text}'", lambda s: text in s["status"])
+
+
+def title(desktop):
+    return desktop.x("getwindowname", desktop.window).strip()
+
+
+def expect_star(desktop, is_shown):
+    def same(_):
+        return title(desktop).startswith("harbour*") == is_shown
+    desktop.until("the title has " + ("a" if is_shown else "no") + " star", same)
+
+
+def saved(desktop):
+    """What a save writes, as bytes."""
+    path = Path(desktop.level)
+    before = path.stat().st_mtime_ns
+    desktop.key("ctrl+s")
+    desktop.until("the level is saved", lambda _: path.stat().st_mtime_ns != before)
+    return path.read_bytes()
+
+
+def menu_texts(desktop, letter):
+    desktop.key("alt+" + letter)
+    texts = desktop.until("the menu", lambda s: [entry["text"] for entry in s["menus"]])
+    desktop.key("Escape")
+    desktop.key("Escape")
+    return texts
+
+
+def choose(desktop, letter, *texts):
+    desktop.key("alt+" + letter)
+    for text in texts:
+        desktop.click(desktop.until(f"menu entry '{text}'", lambda s: find(s["menus"], text))["rect"])
+
+
+def select_in_list(desktop, name):
+    desktop.click(desktop.item(name)["rect"])
+    desktop.until(f"{name} is selected", lambda s: s["selected"] == [name])
+
+
+def a_drag_is_a_step(desktop):
+    desktop.until("the level", lambda s: PROP in s.get("objects", {}))
+    select_in_list(desktop, PROP)
+    desktop.click(desktop.button("Focus")["rect"])
+    desktop.click(desktop.button("Move")["rect"])
+    time.sleep(0.5)
+    start = place(desktop)
+    drag_handle(desktop, 0, 90)
+    moved = place(desktop)
+    check(moved != start, "the drag has moved it")
+    desktop.picture("dragged")
+    expect_star(desktop, True)
+    check(f"Undo Move {PROP}" in menu_texts(desktop, "e"), "the menu says what would be undone")
+    desktop.key(UNDO)
+    expect_place(desktop, "where it stood", start)
+    expect_status(desktop, f"Undone: Move {PROP}")
+    expect_star(desktop, False)
+    desktop.picture("undone")
+    desktop.key(REDO)
+    expect_place(desktop, "moved again", moved)
+    expect_status(desktop, f"Redone: Move {PROP}")
+    desktop.key(UNDO)
+    expect_place(desktop, "where it stood", start)
+    desktop.key(OTHER_REDO)
+    expect_place(desktop, "moved again", moved)
+    expect_star(desktop, True)
+    desktop.key(UNDO)
+    expect_place(desktop, "where it stood", start)
+    desktop.key(UNDO)
+    expect_status(desktop, "Nothing to undo")
+
+
+def nothing_is_undone_in_a_drag(desktop):
+    drag_handle(desktop, 0, 60)
+    first = place(desktop)
+    view = desktop.look()["views"][0]
+    grip, origin = view["handles"][0], view["onScreen"][PROP]
+    away = [g + (g - o) for g, o in zip(grip, origin)]
+    desktop.move(*grip)
+    desktop.x("mousedown", 1)
+    for i in range(1, 9):
+        desktop.move(*(a + (b - a) * i / 8 for a, b in zip(grip, away)))
+    held = desktop.until("it follows", lambda s: s["objects"][PROP] if s["objects"][PROP] != first else None)
+    desktop.key(UNDO)
+    expect_status(desktop, "Stop what is under way first")
+    check(place(desktop) == held, "the drag goes on")
+    desktop.x("mouseup", 1)
+    time.sleep(0.3)
+    second = place(desktop)
+    desktop.key(UNDO)
+    expect_place(desktop, "at the end of the first drag", first)
+    desktop.key(REDO)
+    expect_place(desktop, "at the end of the second", second)
+    desktop.key(UNDO)
+    desktop.key(UNDO)
+    expect_star(desktop, False)
+
+
+def field_of(desktop, text):
+    return desktop.until(f"a field that shows '{text}'", lambda s: next(
+        (f for f in s["fields"] if f["text"] == text and f["rect"][2] > 0), None))
+
+
+def focused_text(desktop):
+    return next((f["text"] for f in desktop.look()["fields"] if f["focused"]), None)
+
+
+def expect_text(desktop, text):
+    desktop.until(f"the field shows '{text}'", lambda s: any(f["focused"] and f["text"] == text for f in s["fields"]))
+
+
+def a_field_has_its_own_undo_first(desktop):
+    """Written into the field for the x of the position."""
+    start = place(desktop)
+    shown = f"{start[0]:.2f}"
+    desktop.click(field_of(desktop, shown)["rect"])
+    desktop.key("ctrl+a")
+    desktop.x("type", "--delay", 40, "1234.00")
+    check(place(desktop) == start, "nothing is moved while one types")
+    desktop.key(UNDO)
+    desktop.until("the field has taken back some of it", lambda s: any(
+        f["focused"] and f["text"] != "1234.00" for f in s["fields"]))
+    check(place(desktop) == start, "the level is as it was")
+    desktop.key("ctrl+a")
+    desktop.x("type", "--delay", 40, "1234.00")
+    desktop.key("Return")
+    desktop.until("it is there", lambda s: s["objects"][PROP][0] == 1234)
+    desktop.picture("typed")
+    desktop.key(UNDO)  # with the keyboard still in the field, which has nothing of its own any more
+    expect_place(desktop, "where it stood", start)
+    expect_text(desktop, shown)
+    desktop.key(REDO)
+    desktop.until("it is there again", lambda s: s["objects"][PROP][0] == 1234)
+    desktop.key(UNDO)
+    expect_place(desktop, "where it stood", start)
+
+
+def turns_of_a_wheel_are_one_step(desktop):
+    start = place(desktop)
+    field = next(f for f in desktop.look()["fields"] if f["focused"])
+    desktop.move(field["rect"][0] + field["rect"][2] / 2, field["rect"][1] + field["rect"][3] / 2)
+    desktop.x("click", "--repeat", 6, "--delay", 60, 4)
+    desktop.until("it has moved by six steps of ten", lambda s: abs(s["objects"][PROP][0] - start[0] - 60) < 0.01)
+    desktop.key(UNDO)
+    expect_place(desktop, "where it stood", start)
+    desktop.key(UNDO)
+    expect_status(desktop, "Nothing to undo")
+
+
+def the_panel_lists_steps_and_goes_to_them(desktop):
+    desktop.click(desktop.item(PROP)["rect"])
+    start = place(desktop)
+    drag_handle(desktop, 0, 50)
+    one = place(desktop)
+    desktop.key("ctrl+d")
+    copy = desktop.until("a copy", lambda s: next((n for n in s["selected"] if n != PROP), None))
+    desktop.key("Delete")
+    desktop.until("the copy is deleted", lambda s: copy not in s["objects"])
+    choose(desktop, "v", "History")
+    lines = ["Start", f"Move {PROP}", f"Create {copy}", f"Delete {copy}"]
+    desktop.until("the list", lambda s: all(find(s["items"], text) for text in lines))
+    desktop.picture("history")
+    desktop.click(desktop.item(lines[2])["rect"])
+    desktop.until("the copy is back", lambda s: copy in s["objects"])
+    desktop.picture("history_one_back")
+    desktop.click(desktop.item(START)["rect"])
+    desktop.until("all is back", lambda s: copy not in s["objects"] and s["objects"][PROP] == start)
+    expect_star(desktop, False)
+    desktop.picture("history_start")
+    desktop.click(desktop.item(lines[3])["rect"])
+    desktop.until("all is done again", lambda s: copy not in s["objects"] and s["objects"][PROP] == one)
+    desktop.click(desktop.item(lines[1])["rect"])
+    desktop.key(UNDO)  # the list has the keyboard
+    expect_place(desktop, "where it stood", start)
+    choose(desktop, "v", "History")
+
+
+def a_save_is_in_the_middle_of_the_steps(desktop):
+    desktop.click(desktop.item(PROP)["rect"])
+    empty = saved(desktop)
+    drag_handle(desktop, 0, 50)
+    full = saved(desktop)
+    check(full != empty, "the move is in the file")
+    expect_star(desktop, False)
+    desktop.key(UNDO)
+    expect_star(desktop, True)
+    check(saved(desktop) == empty, "a save after the undo holds what it held before the move")
+    desktop.key(REDO)
+    expect_star(desktop, True)
+    check(saved(desktop) == full, "a save after the redo holds what it held after the move")
+    desktop.key(UNDO)
+    check(saved(desktop) == empty, "and back")
+
+
+def timeline_area(desktop):
+    return child(scenario(desktop.look()), MAIN_CONTROL)["rect"]
+
+
+def away(desktop):
+    """The mouse over nothing that looks otherwise under it."""
+    area = timeline_area(desktop)
+    desktop.move(area[0] + area[2] / 2, area[1] + area[3] - 4)
+
+
+def effect_key(desktop):
+    """The first of the row, which stands alone there."""
+    row = rows(desktop.look())[EFFECT_KEYS]["rect"]
+    return at(ruler(desktop), EFFECT)[0], row[1] + row[3] / 2
+
+
+def a_key_is_dragged_and_comes_back(desktop):
+    panel_opens(desktop)
+    film_opens(desktop)
+    scenario_opens_docked(desktop)
+    desktop.click(rows(desktop.look())[LEVEL_ROW]["children"][0]["rect"])
+    before_file = saved(desktop)  # shows the part of the film that is stored
+    desktop.drag(at(ruler(desktop), 0.3), at(ruler(desktop), 0.5))
+    key = effect_key(desktop)
+    desktop.move(*key)
+    desktop.x("click", 1)
+    poses = desktop.look()["objects"]
+    away(desktop)
+    before = desktop.picture("key_pressed", timeline_area(desktop))
+    desktop.drag(key, (key[0] - 170, key[1]), steps=30)
+    away(desktop)
+    dragged = desktop.picture("key_dragged", timeline_area(desktop))
+    check(different_pixels(before, dragged) > 1000, "the key is elsewhere")
+    check(scenario(desktop.look())["focused"], "the window has the keyboard")
+    desktop.key(UNDO)
+    expect_status(desktop, "Undone: Edit Intro: 1 key")
+    after = desktop.picture("key_undone", timeline_area(desktop))
+    check(desktop.look()["film"] == FILM, "the film stays open")
+    check(desktop.look()["objects"] == poses, "at its time")
+    check(different_pixels(before, after) < 1000, "keys, rows and scroll are as before")
+    desktop.key(OTHER_REDO)
+    expect_status(desktop, "Redone: Edit Intro: 1 key")
+    again = desktop.picture("key_redone", timeline_area(desktop))
+    check(different_pixels(dragged, again) < different_pixels(after, again), "and once more as after the drag")
+    check(saved(desktop) != before_file, "so it is in the file")
+    desktop.key(UNDO)
+    expect_status(desktop, "Undone: Edit Intro: 1 key")
+    check(saved(desktop) == before_file, "a save holds what it held before the drag")
+
+
+def a_key_that_is_deleted_comes_back(desktop):
+    file = saved(desktop)
+    key = effect_key(desktop)
+    desktop.move(*key)
+    desktop.x("click", 1)
+    desktop.key("Delete")
+    expect_status(desktop, "1 key removed")
+    desktop.picture("key_removed")
+    check(saved(desktop) != file, "the key is gone")
+    desktop.key(UNDO)
+    expect_status(desktop, "Undone: ")
+    check(saved(desktop) == file, "and back")
+
+
+def nothing_is_undone_while_a_film_plays(desktop):
+    desktop.click(rows(desktop.look())[LEVEL_ROW]["rect"])
+    key = effect_key(desktop)
+    desktop.drag(key, (key[0] - 170, key[1]), steps=30)
+    file = saved(desktop)
+    desktop.drag(at(ruler(desktop), 0.5), at(ruler(desktop), 0.0))
+    desktop.key("space")
+    desktop.until("the film plays", lambda _: is_moving(desktop))
+    desktop.key(UNDO)
+    expect_status(desktop, "Stop what is under way first")
+    check(is_moving(desktop), "the film goes on")
+    desktop.picture("undo_while_playing")
+    desktop.key("space")
+    desktop.until("the film stands still", lambda _: not is_moving(desktop))
+    check(saved(desktop) == file, "nothing is undone")
+    desktop.key(UNDO)
+    expect_status(desktop, "Undone: Edit Intro: ")
+    check(saved(desktop) != file, "now it is")
+
+
+def an_object_comes_back_and_the_film_stays(desktop):
+    poses = desktop.look()["objects"]
+    file = saved(desktop)
+    select_in_list(desktop, PROP)
+    desktop.key("Delete")
+    desktop.until("it is gone", lambda s: PROP not in s["objects"])
+    desktop.picture("deleted")
+    desktop.key(UNDO)
+    desktop.until("it is back", lambda s: s["objects"] == poses)
+    check(desktop.look()["film"] == FILM, "the film is open, at its time")
+    check(desktop.look()["selected"] == [PROP], "and it is selected")
+    desktop.picture("deletion_undone")
+    check(saved(desktop) == file, "a save holds what it held before")
+
+
+def program_ends(desktop):
+    desktop.x("windowactivate", "--sync", desktop.window)
+    desktop.key("alt+F4")
+    desktop.ends()
+
+
+STEPS = [
+    a_drag_is_a_step,
+    nothing_is_undone_in_a_drag,
+    a_field_has_its_own_undo_first,
+    turns_of_a_wheel_are_one_step,
+    the_panel_lists_steps_and_goes_to_them,
+    a_save_is_in_the_middle_of_the_steps,
+    a_key_is_dragged_and_comes_back,
+    a_key_that_is_deleted_comes_back,
+    nothing_is_undone_while_a_film_plays,
+    an_object_comes_back_and_the_film_stays,
+    program_ends,
+]
+
+
+def main():
+    arguments = arguments_of(__doc__, "out/undo").parse_args()
+    with tempfile.TemporaryDirectory(prefix="films_undo_") as work:
+        copy = Path(work) / "level"
+        shutil.copytree(Path(arguments.level).parent, copy)
+        with Desktop(Path(arguments.stage).resolve(), copy / Path(arguments.level).name, work,
+                     arguments.screenshots) as desktop:
+            for step in STEPS:
+                begin = time.monotonic()
+                try:
+                    step(desktop)
+                except Failure as error:
+                    desktop.picture("failed")
+                    print(f"FAILED  {step.__name__}: {error}")
+                    print((Path(work) / "stage.log").read_text()[-2000:])
+                    return 1
+                print(f"ok      {step.__name__} ({time.monotonic() - begin:.1f} s)", flush=True)
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
