@@ -3,7 +3,7 @@
 #include "host/engine/FilmManager.h"
 #include "host/engine/LevelContent.h"
 #include "host/stage/host/DryWrite.h"
-#include "host/stage/windows/FilmChoice.h"
+#include "host/stage/windows/films/PanelHand.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/PluginPanel.h"
 #include "host/stage/windows/UndoCommands.h"
@@ -79,10 +79,9 @@ protected:
     }
     /// Line 0 closes the film.
     void ChooseLine(int line) {
-        QListWidget* list = FilmList();
-        ASSERT_NE(list, nullptr);
-        ASSERT_NE(list->item(line), nullptr);
-        stage::ChooseLine(*window->PanelForm(), list->item(line)->text());
+        const IFilm* film = line == 0 ? nullptr : Films().at(static_cast<std::size_t>(line - 1));
+        const stage::PanelHand panel([this] { return window->PanelForm(); });
+        EXPECT_TRUE(panel.Choose(*Data().filmManager, film));
     }
     void Rebuild() { window->host.plugins.SendEvent(EventCode::ObjectSetChanged, nullptr); }
     void Command(std::uint32_t local) {
@@ -167,6 +166,8 @@ TEST_F(HistoryWithPluginTest, ADeletedObjectComesBackAndTheFilmStaysOpen) {
     window->undo->Undo();
     EXPECT_NE(Find(name), nullptr);
     EXPECT_EQ(Current(), film);
+    ASSERT_NE(FilmList()->currentItem(), nullptr);
+    EXPECT_EQ(FilmList()->currentItem()->text().toStdString(), film->name) << "the list says so";
     EXPECT_EQ(film->tracks.size(), tracks);
     EXPECT_EQ(Written(), start);
 }

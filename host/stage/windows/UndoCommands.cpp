@@ -2,7 +2,7 @@
 
 #include "framework/PickMode.h"
 #include "host/stage/windows/EditMoments.h"
-#include "host/stage/windows/FilmChoice.h"
+#include "host/stage/windows/films/PanelHand.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/QuietMoments.h"
 
@@ -124,11 +124,11 @@ void UndoCommands::GoTo(std::size_t done) {
 void UndoCommands::ShowFilmOf(int slot) {
     const engine::LevelData* data = window.host.level.Data();
     const IFilm* film = data != nullptr && slot >= 0 ? data->filmManager->GetFilm(slot) : nullptr;
-    if (film == nullptr || data->filmManager->currentFilm == film) {
-        return;
-    }
-    if (CWnd* form = window.PanelForm()) {
-        ChooseLine(*form, QString::fromUtf8(film->name));
+    const PanelHand panel([this] { return window.PanelForm(); });
+    if (film != nullptr && data->filmManager->currentFilm != film) {
+        panel.Choose(*data->filmManager, film);
+    } else {
+        panel.Refresh(); // its list was written anew while the film was left
     }
 }
 
