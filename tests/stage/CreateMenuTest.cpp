@@ -68,6 +68,18 @@ TEST_F(CreateMenuTest, TheSizeFieldsMakeAnotherBody) {
     EXPECT_FLOAT_EQ(high.y, 250.0f);
 }
 
+TEST_F(CreateMenuTest, AnotherUnitInFrontOfTheFieldsOwn) {
+    const engine::SceneObject* box = Create("CreateBox");
+    stage::EntryField& width = *window.panel->shape->sides[0];
+    width.setFocus();
+    QTest::keyClick(&width, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(&width, "6m");
+    EXPECT_EQ(width.text(), "6m cm");
+    QTest::keyClick(&width, Qt::Key_Return);
+    EXPECT_FLOAT_EQ(engine::ShapeOf(box->meshName)->size.x, 600.0f);
+    EXPECT_EQ(width.text(), "600.0 cm");
+}
+
 TEST_F(CreateMenuTest, WhatIsNoNumberLeavesTheSize) {
     engine::SceneObject* box = Create("CreateBox");
     const std::string before = box->meshName;

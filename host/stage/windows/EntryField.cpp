@@ -44,8 +44,7 @@ void EntryField::ShowMixed() {
 
 void EntryField::Finish() {
     // The number may be the one that the field still holds, which is no change to a spin box.
-    const std::optional<double> number =
-        mixed ? EvaluateEntry(std::exchange(typed, QString()).toStdString(), kind) : std::nullopt;
+    const std::optional<double> number = mixed ? Evaluate(std::exchange(typed, QString())) : std::nullopt;
     if (number) {
         Show(std::clamp(*number, minimum(), maximum()));
         emit Entered(value());
@@ -56,14 +55,21 @@ QAbstractSpinBox::StepEnabled EntryField::stepEnabled() const {
     return mixed ? StepEnabled(StepNone) : QDoubleSpinBox::stepEnabled();
 }
 
-QValidator::State EntryField::validate(QString& text, int& /*place*/) const {
+/// Behind what is typed the field keeps its own unit, which counts only where no other is named: "6m cm".
+std::optional<double> EntryField::Evaluate(const QString& text) const {
     const std::optional<double> number = EvaluateEntry(text.toStdString(), kind);
+    const bool hasUnit = !suffix().isEmpty() && text.endsWith(suffix());
+    return number || !hasUnit ? number : EvaluateEntry(text.chopped(suffix().size()).toStdString(), kind);
+}
+
+QValidator::State EntryField::validate(QString& text, int& /*place*/) const {
+    const std::optional<double> number = Evaluate(text);
     const bool inRange = number && *number >= minimum() && *number <= maximum();
     return inRange ? QValidator::Acceptable : QValidator::Intermediate;
 }
 
 double EntryField::valueFromText(const QString& text) const {
-    return EvaluateEntry(text.toStdString(), kind).value_or(value());
+    return Evaluate(text).value_or(value());
 }
 
 QString EntryField::textFromValue(double number) const {
@@ -75,7 +81,7 @@ void EntryField::fixup(QString& text) const {
     if (mixed && text.trimmed().isEmpty()) {
         return;
     }
-    const std::optional<double> number = EvaluateEntry(text.toStdString(), kind);
+    const std::optional<double> number = Evaluate(text);
     text = textFromValue(std::clamp(number.value_or(value()), minimum(), maximum())) + suffix();
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/stage/host/NumberEntry.h"
 
+#include <optional>
 #include <QDoubleSpinBox>
 
 namespace stage {
@@ -33,6 +34,7 @@ protected:
 
 private:
     void Finish();
+    std::optional<double> Evaluate(const QString& text) const;
 
     const NumberKind kind;
     QString typed; ///< by the user into a mixed field
