@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -37,6 +38,7 @@ QRect ScreenRect(const QWidget& widget) {
 QJsonObject DescribeButton(const QAbstractButton& button) {
     const QString text = button.text().isEmpty() ? button.toolTip().section(" (", 0, 0) : button.text();
     return {{"text", QString(text).remove('&')},
+            {"name", button.objectName()},
             {"rect", ToJson(ScreenRect(button))},
             {"enabled", button.isEnabled()},
             {"checked", button.isChecked()}};
@@ -48,8 +50,13 @@ QString DescribeMode(const QStatusBar& bar) {
     return label != nullptr && label->isVisible() ? label->text() : QString();
 }
 
+/// The field inside a box for numbers is called as the box.
 QJsonObject DescribeField(const QLineEdit& field) {
-    return {{"text", field.text()}, {"rect", ToJson(ScreenRect(field))}, {"focused", field.hasFocus()}};
+    const auto* box = qobject_cast<const QAbstractSpinBox*>(field.parentWidget());
+    return {{"text", field.text()},
+            {"name", box != nullptr ? box->objectName() : field.objectName()},
+            {"rect", ToJson(ScreenRect(field))},
+            {"focused", field.hasFocus() || (box != nullptr && box->hasFocus())}};
 }
 
 void DescribeItems(const QAbstractItemView& view, const QModelIndex& parent, QJsonArray& items) {
