@@ -204,6 +204,30 @@ TEST_F(FilmsMenuTest, SoundKeyComesAtTheCursorWithTheChosenFile) {
     EXPECT_NE(Note().find("in the way"), std::string::npos);
 }
 
+TEST_F(FilmsMenuTest, AnActorGetsItsFirstKeyOfAKindToo) {
+    CFilmTrack* track = SelectActor();
+    ASSERT_NE(track, nullptr);
+    const std::string sound = window->host.level.Folder() + "sounds/bell.wav";
+    Hooks().fileDialog = [&](CFileDialog& dialog) {
+        dialog.SetPathName(sound);
+        return IDOK;
+    };
+    EditorObject* other = nullptr;
+    for (const auto& object : window->host.level.Data()->Objects()) {
+        const bool isFree = !object->IsLight() && !object->transient &&
+                            stage::TrackOfObject(*Open(), object.get()) == nullptr;
+        other = isFree && other == nullptr ? object.get() : other;
+    }
+    ASSERT_NE(other, nullptr);
+    CFilmTrack* made = Open()->CreateObjectTrack();
+    AsObjectTrack(made)->SetActor(other, false);
+    Open()->AddTrack(made);
+    ASSERT_EQ(made->subTracks[KeyKind::Speech], nullptr);
+    window->host.Select({other});
+    Choose("FilmsAddSpeech");
+    EXPECT_EQ(KeysOf(*made, KeyKind::Speech).size(), 1u) << Note();
+}
+
 TEST_F(FilmsMenuTest, CancelledChoiceAddsNothing) {
     CFilmTrack* track = SelectActor();
     const std::size_t before = track->keys.size();

@@ -13,6 +13,7 @@
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/QuietMoments.h"
 #include "host/stage/windows/ToolWindows.h"
+#include "plugin/contract/ClassIds.h"
 #include "plugin/contract/KeyKindTable.h"
 
 #include <algorithm>
@@ -50,6 +51,14 @@ bool HasCameraKeys(const IFilm& film) {
 /// From the level's folder for what lies in it, so that the level can move.
 std::string NameFrom(const std::string& folder, const std::string& path) {
     return !folder.empty() && path.starts_with(folder) ? path.substr(folder.size()) : path;
+}
+
+/// Also where it has none of them yet.
+bool MayHold(const CFilmTrack& track, const KeyKindInfo& info) {
+    constexpr int kClasses[] = {ClassId::ObjectTrack, ClassId::GLLightTrack, ClassId::DynLightTrack};
+    return std::ranges::any_of(kClasses, [&](int classId) {
+        return track.IsA(classId) && (info.tracks & TrackBitOf(classId)) != 0;
+    });
 }
 
 Vector3 ToVector(COLORREF color) {
@@ -314,7 +323,7 @@ void FilmCommands::AddKey(int kind) {
     EditorObject* object = selected.size() == 1 ? selected.front() : nullptr;
     CFilmTrack* track = TrackOfObject(*film, object);
     const KeyKindInfo* info = FindKeyKind(kind);
-    if (object == nullptr || track == nullptr || info == nullptr || track->subTracks[kind] == nullptr) {
+    if (object == nullptr || track == nullptr || info == nullptr || !MayHold(*track, *info)) {
         Report(kind == KeyKind::Color
                    ? "Select one light of the film first: click its name in the timeline."
                    : "Select one actor of the film first: click its name in the timeline.");
