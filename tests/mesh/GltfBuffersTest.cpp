@@ -52,6 +52,16 @@ TEST_F(GltfBuffersTest, BuffersBesideTheModelAndElsewhereInTheLevelsFolderAreRea
     EXPECT_TRUE(Loads("../shared/two%20words.bin")) << Error();
 }
 
+TEST_F(GltfBuffersTest, ABufferThatIsWrittenAnewChangesItsModel) {
+    EXPECT_FALSE(Loads("m.bin"));
+    WriteWholeFile(folder.File("level/models/m.bin"), Triangle());
+    ASSERT_EQ(store.Changed(), std::vector<std::string>{"models/m.gltf"});
+    std::string error;
+    EXPECT_TRUE(store.Reload("models/m.gltf", error)) << error;
+    WriteWholeFile(folder.File("level/models/m.bin"), Triangle() + "longer");
+    EXPECT_EQ(store.Changed(), std::vector<std::string>{"models/m.gltf"});
+}
+
 TEST_F(GltfBuffersTest, ABufferOutsideTheLevelsFolderIsRefused) {
     WriteWholeFile(folder.File("secret.bin"), Triangle());
     EXPECT_FALSE(Loads("../../secret.bin"));

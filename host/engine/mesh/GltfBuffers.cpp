@@ -88,6 +88,7 @@ bool GltfBuffers::Read(std::vector<unsigned char>* bytes, std::string* why, cons
     if (!isInside) {
         return buffers.Refuse(path, "outside the folders of model and level", why);
     }
+    buffers.paths.push_back(path);
     OutsideFile file(path, buffers.bytesLeft);
     if (!file.IsOpen() || !file.ReadAll(*bytes)) {
         return buffers.Refuse(path, file.Error(), why);

@@ -19,6 +19,8 @@ public:
     tinygltf::FsCallbacks Callbacks();
     /// Why a buffer was not read; empty if none was refused.
     const std::string& Error() const { return error; }
+    /// Paths of the buffers that were asked for, also of those that could not be read.
+    const std::vector<std::string>& Paths() const { return paths; }
 
 private:
     static bool Exists(const std::string& path, void* self);
@@ -33,6 +35,7 @@ private:
     const std::string levelFolder;
     bool namesKnown = false;
     std::set<std::string> names; ///< of the buffers' files, as the model writes them, decoded
+    std::vector<std::string> paths;
     std::uint64_t bytesLeft;
     std::string error;
 };

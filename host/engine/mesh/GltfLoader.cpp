@@ -70,7 +70,7 @@ bool SkipImage(tinygltf::Image*, const int, std::string*, std::string*, int, int
 }
 
 tinygltf::Model Parse(const std::string& path, const std::vector<unsigned char>& bytes,
-                      const std::string& levelFolder) {
+                      const std::string& levelFolder, std::vector<std::string>* named) {
     const std::string_view json = JsonOf(bytes);
     CheckJsonDepth(json);
     const std::string folder = std::filesystem::path(path).parent_path().string();
@@ -87,6 +87,9 @@ tinygltf::Model Parse(const std::string& path, const std::vector<unsigned char>&
             ? parser.LoadBinaryFromMemory(&model, &error, &warning, bytes.data(), length, folder)
             : parser.LoadASCIIFromString(&model, &error, &warning,
                                          reinterpret_cast<const char*>(bytes.data()), length, folder);
+    if (named != nullptr) {
+        named->insert(named->end(), buffers.Paths().begin(), buffers.Paths().end());
+    }
     if (!good) {
         error = buffers.Error().empty() ? error : buffers.Error();
         throw MeshError(error.empty() ? "not a glTF file" : error.substr(0, error.find('\n')));
@@ -97,24 +100,25 @@ tinygltf::Model Parse(const std::string& path, const std::vector<unsigned char>&
 } // namespace
 
 std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::vector<unsigned char>& bytes,
-                                     const std::string& levelFolder) {
+                                     const std::string& levelFolder, std::vector<std::string>* buffers) {
     try {
         auto mesh = std::make_shared<Mesh>();
-        BuildMesh(Parse(path, bytes, levelFolder), *mesh);
+        BuildMesh(Parse(path, bytes, levelFolder, buffers), *mesh);
         return mesh;
     } catch (const std::exception& error) {
         throw MeshError(path + ": " + error.what());
     }
 }
 
-std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::string& levelFolder) {
+std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::string& levelFolder,
+                                     std::vector<std::string>* buffers) {
     std::vector<unsigned char> bytes;
     try {
         bytes = ReadFile(path);
     } catch (const std::exception& error) {
         throw MeshError(path + ": " + error.what());
     }
-    return LoadGltf(path, bytes, levelFolder);
+    return LoadGltf(path, bytes, levelFolder, buffers);
 }
 
 } // namespace mesh

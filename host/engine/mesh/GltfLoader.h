@@ -14,10 +14,13 @@ namespace mesh {
 /// The metres of the file become units: everything in the mesh is in centimetres.
 ///
 /// Buffers in files of their own must lie in the model's folder, in `levelFolder`, if there is one, or below.
-std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::string& levelFolder = "");
+/// Their paths go behind `buffers`, also those of a model that can't be read.
+std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::string& levelFolder = "",
+                                     std::vector<std::string>* buffers = nullptr);
 
 /// The same from memory; `path` serves messages and the search for files beside it.
 std::shared_ptr<const Mesh> LoadGltf(const std::string& path, const std::vector<unsigned char>& bytes,
-                                     const std::string& levelFolder = "");
+                                     const std::string& levelFolder = "",
+                                     std::vector<std::string>* buffers = nullptr);
 
 } // namespace mesh

@@ -77,9 +77,27 @@ const engine::IMesh* GltfMeshLibrary::FindMesh(const std::string& meshName) {
     return entry->second.get();
 }
 
+bool GltfMeshLibrary::Reload(const std::string& meshName, std::string& error) {
+    if (!store.Reload(meshName, error)) {
+        return false;
+    }
+    if (const auto entry = entries.find(meshName); entry != entries.end()) {
+        if (entry->second != nullptr) {
+            replaced.push_back(std::move(entry->second));
+        }
+        entries.erase(entry);
+    }
+    return true;
+}
+
+void GltfMeshLibrary::DropReplaced() {
+    replaced.clear();
+}
+
 void GltfMeshLibrary::SetFolder(const std::string& path) {
     if (path != store.Folder()) {
         entries.clear();
+        replaced.clear();
         store.SetFolder(path);
     }
 }

@@ -5,6 +5,8 @@
 
 #include <map>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace mesh {
 
@@ -21,11 +23,19 @@ public:
     /// Why a name has no mesh, for the host's messages; empty for good names.
     std::string ErrorOf(const std::string& meshName) const { return store.ErrorOf(meshName); }
 
+    std::vector<std::string> Files() const { return store.Files(); }
+    std::vector<std::string> Changed() const { return store.Changed(); }
+    /// As MeshStore::Reload. The mesh given out before lives until DropReplaced: who holds it takes the new
+    /// one before.
+    bool Reload(const std::string& meshName, std::string& error);
+    void DropReplaced();
+
 private:
     class Entry;
 
     MeshStore store;
     std::map<std::string, std::unique_ptr<Entry>> entries;
+    std::vector<std::unique_ptr<Entry>> replaced;
 };
 
 } // namespace mesh

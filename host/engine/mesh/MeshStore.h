@@ -2,8 +2,11 @@
 
 #include "host/engine/mesh/Mesh.h"
 
+#include <cstdint>
 #include <map>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace mesh {
 
@@ -21,11 +24,31 @@ public:
     std::string ErrorOf(const std::string& name) const;
     void Clear() { entries.clear(); }
 
+    /// Files that the names asked for stand for, with their buffers; also those that are missing.
+    std::vector<std::string> Files() const;
+    /// The names whose files are others than when they were read: written, replaced, come or gone.
+    std::vector<std::string> Changed() const;
+    /// Reads the file of a name anew. If it can't be used, the reason is told and the mesh stays the one
+    /// before; `Changed` gives the name no more until the file changes again.
+    bool Reload(const std::string& name, std::string& error);
+
 private:
+    /// What a file was when it was read.
+    struct FileMark {
+        explicit FileMark(std::string filePath);
+        bool operator==(const FileMark&) const = default;
+
+        std::string path;
+        std::uint64_t inode = 0;
+        std::int64_t size = -1;   ///< bytes; negative for no file
+        std::int64_t changed = 0; ///< nanoseconds since the epoch
+    };
     struct Entry {
         std::shared_ptr<const Mesh> mesh;
         std::string error;
+        std::vector<FileMark> files; ///< none of a shape
     };
+    std::shared_ptr<const Mesh> Load(const std::string& name, Entry& entry);
 
     std::string folder;
     std::map<std::string, Entry> entries;
