@@ -4,6 +4,7 @@
 #include "host/engine/UniqueNames.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/LevelSession.h"
+#include "host/stage/host/ObjectUses.h"
 #include "host/stage/host/TurnSteps.h"
 #include "plugin/contract/EventCodes.h"
 
@@ -138,9 +139,13 @@ void ObjectCommands::DeleteSelected() {
     }
     if (!doomed.empty()) {
         const std::size_t before = host.level.Data()->Objects().size();
+        const std::string uses = TellUses(*host.level.Data(), doomed);
         host.DeleteObjects(doomed);
         if (host.level.Data()->Objects().size() != before) {
             Changed();
+            if (!uses.empty() && deletedInUse) {
+                deletedInUse(uses);
+            }
         }
     }
 }

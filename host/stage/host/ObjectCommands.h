@@ -3,6 +3,7 @@
 #include "host/engine/Level.h"
 #include "host/engine/SceneObject.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -51,6 +52,9 @@ public:
     ObjectList WithGroups(const ObjectList& objects) const;
     /// The level's objects that the user sees in lists: not the bodies that a plug-in hides.
     std::vector<engine::SceneObject*> Selected() const;
+
+    /// Objects were deleted that others use; told in words.
+    std::function<void(const std::string& uses)> deletedInUse;
 
 private:
     /// The matrices that an object is told with, one after another; at least one.
