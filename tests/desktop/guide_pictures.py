@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the pictures of the scenario window and of the kinds of views for the user guide.
+"""Makes the pictures of the scenario window, the kinds of views and the assets for the user guide.
 
     python3 tests/desktop/guide_pictures.py --stage build/release/bin/stage --level examples/harbour/harbour.level
 """
@@ -10,9 +10,10 @@ import time
 from pathlib import Path
 
 from check_desktop import at, film_opens, panel_opens, rows, ruler, scenario, scenario_opens_docked
-from desktop import Desktop, arguments_of
+from desktop import Desktop, arguments_of, find
 
 DRAW_SECONDS = 1.5  # four views drawn without a graphics card
+ASSETS_SECONDS = 6  # the pictures of a screenful of models
 HOVER_SECONDS = 0.9  # the popup comes after half a second
 CAMERA_ROW = 2  # behind the level and the sun
 
@@ -74,11 +75,41 @@ def show_views(desktop, images):
     shutil.copy(desktop.picture("views", (left, top, right - left, bottom - top)), images / "views.png")
 
 
+def menu(desktop, letter, text):
+    desktop.key("alt+" + letter)
+    placed = lambda s: next((m for m in s["menus"] if m["text"] == text and m["rect"][0] >= 0), None)
+    desktop.click(desktop.until(f"menu entry '{text}'", placed)["rect"])
+    desktop.until("the menu is closed", lambda s: not s["menus"])
+
+
+def assets_open(desktop):
+    menu(desktop, "v", "Assets")  # it is behind the list of objects: away, and to the front
+    menu(desktop, "v", "Assets")
+    desktop.until("the panel of assets", lambda s: find(s["items"], "barrel"))
+
+
+def show_assets(desktop, images):
+    assets_open(desktop)
+    time.sleep(ASSETS_SECONDS)
+    state = desktop.look()
+    right = state["views"][0]["rect"][0]
+    window = next(w["rect"] for w in state["windows"] if w["title"].endswith("Stage"))
+    shutil.copy(desktop.picture("assets", (window[0], window[1] + 60, right - window[0], window[3] - 90)),
+                images / "assets.png")
+    for name in ("models/barrel.glb", "models/crate.glb", "sounds/bell.wav"):
+        (Path(desktop.level).parent / name).unlink()
+    menu(desktop, "f", "Missing files...")
+    dialog = desktop.until("the list", lambda s: next(
+        (w["rect"] for w in s["windows"] if w["title"] == "Missing files"), None))
+    shutil.copy(desktop.picture("missing", dialog), images / "missing.png")
+    desktop.key("Escape")
+
+
 def main():
     parser = arguments_of(__doc__, "out/guide")
     parser.add_argument("--images", default="docs/images", help="where the pictures of the guide go")
     arguments = parser.parse_args()
-    for show in (show_timeline, show_views):
+    for show in (show_timeline, show_views, show_assets):
         with tempfile.TemporaryDirectory(prefix="films_guide_") as work:
             copy = Path(work) / "level"
             shutil.copytree(Path(arguments.level).parent, copy)

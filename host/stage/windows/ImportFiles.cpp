@@ -5,7 +5,6 @@
 #include "host/stage/windows/CreateMenu.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/ViewArea.h"
-#include "host/stage/windows/ViewWidget.h"
 
 #include <QDropEvent>
 #include <QFileDialog>
@@ -83,13 +82,7 @@ bool ImportFiles::eventFilter(QObject* watched, QEvent* event) {
     drop->setDropAction(Qt::CopyAction);
     drop->accept();
     if (event->type() == QEvent::Drop) {
-        const QPoint screen = window.views->mapToGlobal(drop->position().toPoint());
-        for (int number = 0; const ViewWidget* widget = window.views->Widget(number); ++number) {
-            if (widget->rect().contains(widget->mapFromGlobal(screen))) {
-                window.views->Activate(number);
-            }
-        }
-        const Vector3 place = window.views->PlaceAt(window.ActiveView(), screen);
+        const Vector3 place = window.views->PlaceUnder(window.views->mapToGlobal(drop->position().toPoint()));
         // After the drop: a box would hold the program that the files come from.
         QMetaObject::invokeMethod(
             this, [this, paths, place] { Import(paths, place); }, Qt::QueuedConnection);

@@ -4,12 +4,15 @@
 #include "framework/QtBridge.h"
 #include "framework/UserNote.h"
 #include "framework/Wnd.h"
+#include "host/stage/windows/assets/Assets.h"
 #include "host/stage/windows/browse/SoundPreview.h"
+#include "host/stage/windows/DeleteNotice.h"
 #include "host/stage/windows/EffectWatch.h"
 #include "host/stage/windows/FilmEffects.h"
 #include "host/stage/windows/films/FilmCommands.h"
 #include "host/stage/windows/films/ScenarioKeys.h"
 #include "host/stage/windows/Icons.h"
+#include "host/stage/windows/Notice.h"
 #include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/ObjectPanel.h"
 #include "host/stage/windows/ObjectTree.h"
@@ -166,6 +169,8 @@ void MainWindow::MakeStatusBar() {
     rateLabel->setMinimumWidth(60);
     rateLabel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     pickSign = std::make_unique<PickModeSign>(*statusBar(), *views);
+    notice = new Notice(*statusBar());
+    new DeleteNotice(*this, *notice);
     statusBar()->addPermanentWidget(selectionLabel);
     statusBar()->addPermanentWidget(rateLabel);
     statusBar()->showMessage(tr("Right mouse: look and fly with WASD. Alt+left or middle: orbit. F: focus."));
@@ -261,6 +266,7 @@ void MainWindow::LevelChanged() {
     setWindowTitle(tr("%1[*] - Stage").arg(QString::fromStdString(session.Title())));
     setWindowModified(session.IsMarkedChanged());
     setWindowFilePath(QString::fromStdString(session.Path()));
+    assets->FollowLevel();
     if (!session.IsMarkedChanged()) {
         keeper->Drop();
     }

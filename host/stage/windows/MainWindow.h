@@ -21,10 +21,12 @@ class QToolBar;
 
 namespace stage {
 
+class Assets;
 class CreateMenu;
 class EffectWatch;
 class FilmCommands;
 class FilmEffects;
+class Notice;
 class ObjectPanel;
 class ObjectTree;
 class PickModeSign;
@@ -109,6 +111,8 @@ public:
     WorkKeeper* keeper = nullptr;
     ScenarioKeys* scenarioKeys = nullptr;
     UndoCommands* undo = nullptr;
+    Assets* assets = nullptr;
+    Notice* notice = nullptr;
 
 signals:
     /// The user closed the window and nothing keeps it open.

@@ -1,4 +1,5 @@
 #include "host/stage/host/ObjectCopies.h"
+#include "host/stage/windows/assets/Assets.h"
 #include "host/stage/windows/CreateMenu.h"
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/ImportFiles.h"
@@ -12,6 +13,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QDockWidget>
 #include <QInputDialog>
 #include <QMenuBar>
 #include <QMimeData>
@@ -110,6 +112,9 @@ void MainWindow::MakeCreateMenu() {
     AddAction(
         *menu, tr("&Import models and sounds..."), QKeySequence(Qt::CTRL | Qt::Key_I),
         [import] { import->Ask(); }, "CreateImport");
+    assets = new Assets(*this, *create, *import);
+    tabifyDockWidget(treeDock, assets->dock);
+    treeDock->raise();
 }
 
 void MainWindow::DuplicateSelected() {

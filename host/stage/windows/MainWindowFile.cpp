@@ -1,3 +1,4 @@
+#include "host/stage/windows/assets/Assets.h"
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/ViewArea.h"
@@ -48,6 +49,8 @@ void MainWindow::MakeFileMenu() {
         *menu, tr("Save &as..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), [this] { SaveAsDialog(); },
         "FileSaveAs");
     menu->addSeparator();
+    AddAction(
+        *menu, tr("&Missing files..."), {}, [this] { assets->ShowMissing(); }, "FileMissing");
     AddAction(
         *menu, tr("Recover &work..."), {}, [this] { OfferKeptWork(/*onlyAfterCrash*/ false); },
         "FileRecover");
@@ -105,6 +108,7 @@ bool MainWindow::OpenLevel(const QString& path) {
     views->ShowAll();
     RememberRecent(QString::fromStdString(session.Path()));
     Report(tr("Opened %1").arg(path).toStdString());
+    assets->OfferMissing();
     return true;
 }
 

@@ -1,4 +1,5 @@
 #include "host/stage/host/FreeLights.h"
+#include "host/stage/windows/assets/AssetFiles.h"
 #include "host/stage/windows/browse/EffectBrowser.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/NumberDialog.h"
@@ -26,11 +27,7 @@ QString FirstLines(const std::vector<std::string>& texts) {
 } // namespace
 
 std::optional<std::string> MainWindow::BrowseFx(int fxKind, const std::string& present) {
-    const std::string& own = host.level.Folder();
-    return EffectBrowser::Pick(
-        EffectLibrary({own.empty() ? "" : own + "effects", host.folders.data + "/effects",
-                       host.folders.shipped.empty() ? "" : host.folders.shipped + "/effects"}),
-        fxKind, present, AskingWindow());
+    return EffectBrowser::Pick(EffectsOf(host), fxKind, present, AskingWindow());
 }
 
 std::optional<float> MainWindow::InputNumber(float present, const std::string& title,

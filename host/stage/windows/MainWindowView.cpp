@@ -1,4 +1,5 @@
 #include "host/engine/ClassDatabase.h"
+#include "host/stage/windows/assets/Assets.h"
 #include "host/stage/windows/HelpDialogs.h"
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/MainWindow.h"
@@ -163,6 +164,7 @@ void MainWindow::MakeViewMenu() {
     AddThemeMenu(*menu);
     menu->addSeparator();
     menu->addAction(treeDock->toggleViewAction());
+    menu->addAction(assets->dock->toggleViewAction());
     menu->addAction(panelDock->toggleViewAction());
     menu->addAction(historyDock->toggleViewAction());
     menu->addAction(pluginPanel->toggleViewAction());

@@ -243,6 +243,15 @@ Vector3 ViewArea::PlaceAt(int number, const QPoint& screen) const {
     return {place.x, place.y, place.z};
 }
 
+Vector3 ViewArea::PlaceUnder(const QPoint& screen) {
+    for (const ViewWidget* widget : widgets) {
+        if (widget->rect().contains(widget->mapFromGlobal(screen))) {
+            Activate(widget->number);
+        }
+    }
+    return PlaceAt(activeView, screen);
+}
+
 void ViewArea::CountFrame() {
     ++frames;
     const qint64 elapsed = rateClock.elapsed();

@@ -54,6 +54,8 @@ public:
     Vector3 PlaceForNew() const;
     /// What stands at a place of the screen in a view: the nearest mesh, else the ground.
     Vector3 PlaceAt(int number, const QPoint& screen) const;
+    /// The same in the view under the place, which becomes the active one: for what is dropped.
+    Vector3 PlaceUnder(const QPoint& screen);
 
     EditorHost& host;
     ObjectCommands& commands;
