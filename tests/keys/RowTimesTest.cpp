@@ -101,7 +101,8 @@ TEST(RandomRowTest, AnswersAsAWalkDoes) {
     ForRandomRows([](const std::vector<RowKey>& row) {
         RowTimes times(row);
         const Walk walk{row};
-        for (float time = -1.0f; time < 16.0f; time += 0.5f) {
+        for (int half = -2; half < 32; ++half) {
+            const float time = 0.5f * static_cast<float>(half);
             EXPECT_EQ(times.KeyAt(time), walk.KeyAt(time)) << time;
             EXPECT_EQ(times.NearestBefore(time), walk.NearestBefore(time)) << time;
         }
@@ -119,7 +120,8 @@ TEST(RandomRowTest, StepsOverRunsAsAWalkDoes) {
     ForRandomRows([](const std::vector<RowKey>& row) {
         const Walk walk{row};
         const TimeAxis axis{0.0f, 11.0f, 1.0f};
-        for (float tic = 0.0f; tic <= 12.0f; tic += 1.0f) {
+        for (int second = 0; second <= 12; ++second) {
+            const auto tic = static_cast<float>(second);
             for (const bool forward : {true, false}) {
                 const KeyLimits limits{tic, tic};
                 EXPECT_EQ(StepOverKeys(row, limits, tic, forward, axis),

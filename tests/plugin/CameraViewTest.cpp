@@ -1,7 +1,6 @@
 #include "tests/plugin/PluginFixture.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
@@ -30,7 +29,7 @@ TEST_F(CameraViewTest, AttachedViewGetsTheCameraRecordAndProjection) {
     plugin.AttachView(1);
     plugin.SetTime(1.0f, true);
     const engine::View* view = editor.level.Views().At(1);
-    EXPECT_EQ(std::memcmp(&view->IView::camera->data.recordNear, &camera->cameraData->data.recordNear, 4), 0);
+    EXPECT_EQ(view->IView::camera->data.recordNear, camera->cameraData->data.recordNear);
     EXPECT_EQ(view->CameraMatrix()[12], 1.0f);
     EXPECT_EQ(view->CameraMatrix()[13], 2.0f);
     EXPECT_EQ(view->CameraMatrix()[14], 3.0f);

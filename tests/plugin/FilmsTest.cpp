@@ -249,6 +249,7 @@ TEST_F(FilmsTest, SettingsUpdateCopiesOnlyWhatTheMaskNames) {
         change(expected);
         update.mask = mask;
         plugin.SetFilmViewSettings(3, update);
+        // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): to the bit, and nothing lies between members
         EXPECT_EQ(std::memcmp(&plugin.filmViewSettings[3], &expected, sizeof(expected)), 0)
             << "mask " << mask;
     };

@@ -47,6 +47,7 @@ protected:
     QListWidget* List() { return side->findChild<QListWidget*>(); }
     std::vector<std::string> Lines() {
         std::vector<std::string> lines;
+        lines.reserve(static_cast<std::size_t>(List()->count()));
         for (int i = 0; i < List()->count(); ++i) {
             lines.push_back(List()->item(i)->text().toStdString());
         }

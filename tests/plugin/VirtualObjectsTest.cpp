@@ -10,14 +10,14 @@ namespace {
 
 class VirtualObjectsTest : public PluginTest {
 protected:
-    void ToVirtual(ObjectList objects, int answer = IDYES) {
+    void ToVirtual(const ObjectList& objects, int answer = IDYES) {
         boxAnswer = answer;
         plugin.ConvertToVirtualObjects(&objects);
     }
     bool IsMarked(IFilm* film, const EditorObject* object) {
         return static_cast<engine::ObjectTrack*>(film->FindObjectTrack(object))->actorIsVirtual;
     }
-    void ToNormal(ObjectList objects) { plugin.ConvertToNormalObjects(&objects); }
+    void ToNormal(const ObjectList& objects) { plugin.ConvertToNormalObjects(&objects); }
 };
 
 } // namespace

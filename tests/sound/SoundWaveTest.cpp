@@ -21,7 +21,7 @@ class SoundWaveTest : public testing::Test {
 protected:
     /// A stereo wav of interleaved samples.
     std::string Write(const std::vector<float>& samples) const {
-        const std::string path = folder.File("a.wav");
+        std::string path = folder.File("a.wav");
         const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
         sound::StereoWavWriter writer(descriptor, path, kRate);
         writer.Write(samples);

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <string_view>
 
 using ::testing::_;
 using ::testing::InSequence;
@@ -258,7 +259,8 @@ TEST_F(EditorHostTest, CommandsGoToThePluginOfTheirNumber) {
 
 TEST_F(EditorHostTest, CommandTextsComeFromThePlugin) {
     EXPECT_CALL(second, GetCommandText(2u, 50u, _)).WillOnce([](auto, auto, char* text) {
-        std::strcpy(text, "Animate object");
+        constexpr std::string_view kText("Animate object\0", 15);
+        kText.copy(text, kText.size());
     });
     EXPECT_EQ(host.CommandText(second.id.WithLocal(50)), "Animate object");
     EXPECT_EQ(host.CommandText(PluginCommandId::FromPluginNumber(9)), "");

@@ -10,7 +10,7 @@ namespace {
 /// Three nodes in a row, root, arm and hand, and a lamp beside them, each with a box of its own, the root's
 /// baked. A fifth box hangs on the lamp and is bent by the lamp, three quarters, and the hand.
 std::shared_ptr<mesh::Mesh> MakeRobot() {
-    const auto mesh = MakeBoxMesh(glm::vec3(-1.0f), glm::vec3(1.0f), 100, 100, 100);
+    auto mesh = MakeBoxMesh(glm::vec3(-1.0f), glm::vec3(1.0f), 100, 100, 100);
     const std::vector<mesh::MeshVertex> box = mesh->vertices;
     const std::vector<std::uint32_t> triangles = mesh->indices;
     mesh->vertices.clear();

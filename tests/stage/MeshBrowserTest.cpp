@@ -148,10 +148,12 @@ TEST_F(MeshBrowserTest, TheTreeFollowsTheMeshBelowTheWholeObject) {
 
 TEST_F(MeshBrowserTest, ThePresentElementIsFoundByItsNameAndByItsShortOne) {
     engine::SceneObject* sailor = AddModel("Sailor", "sailor.glb");
-    for (const auto& [present, found] : {std::pair{"Bip01 L Forearm", "Bip01 L Forearm"},
-                                         {"L Forearm", "Bip01 L Forearm"},
-                                         {"Bip01", "Bip01"},
-                                         {"hat", "hat"}}) {
+    for (const auto& names : {std::pair{"Bip01 L Forearm", "Bip01 L Forearm"},
+                              {"L Forearm", "Bip01 L Forearm"},
+                              {"Bip01", "Bip01"},
+                              {"hat", "hat"}}) {
+        const char* present = names.first;
+        const char* found = names.second;
         const Answer answer = BrowseElement(sailor, present, [&](MeshElementBrowser& browser) {
             EXPECT_EQ(Current(browser), found);
             const QRect place = browser.list->visualItemRect(browser.list->currentItem());

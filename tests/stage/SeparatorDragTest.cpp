@@ -26,7 +26,8 @@ protected:
         const QPoint line(200, dock->geometry().top() - 3);
         QTest::mousePress(&window, Qt::LeftButton, Qt::NoModifier, line);
         for (int step = 1; step <= 4; ++step) {
-            const QPointF place(line.x(), line.y() - pixels * step / 4);
+            const int moved = pixels * step / 4;
+            const QPointF place(line.x(), line.y() - moved);
             QMouseEvent move(QEvent::MouseMove, place, window.mapToGlobal(place), Qt::NoButton,
                              Qt::LeftButton, Qt::NoModifier);
             QCoreApplication::sendEvent(&window, &move);

@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QLabel>
+#include <QLayout>
 #include <QListView>
 #include <QPushButton>
 #include <QTest>
@@ -71,7 +72,7 @@ TEST_F(SoundPreviewTest, FolderOfTheLevelIsAmongThePlaces) {
     QFileDialog sounds;
     sounds.setOption(QFileDialog::DontUseNativeDialog);
     sounds.setNameFilters({"Wav files (*.wav)"});
-    const QString level = QString::fromStdString(folder.Path());
+    QString level = QString::fromStdString(folder.Path());
     stage::SoundPreview::Maker([level] { return level; })(sounds);
     EXPECT_TRUE(sounds.sidebarUrls().contains(QUrl::fromLocalFile(QDir::cleanPath(level))));
     EXPECT_TRUE(sounds.sidebarUrls().contains(QUrl::fromLocalFile(QDir::cleanPath(level + "/sounds"))));
