@@ -212,7 +212,7 @@ protected:
             window->commands.Rename(*object, "Thing" + std::to_string(Pick(50)));
             break;
         case 1:
-            window->commands.SetParent(*object, Pick(2) == 0 ? nullptr : AnyObject());
+            window->commands.SetParent({object}, Pick(2) == 0 ? nullptr : AnyObject());
             break;
         case 2:
             window->commands.SetVisible(*object, Pick(2) == 0);

@@ -119,7 +119,7 @@ TEST_F(LevelHistoryTest, AKeyThatCameGoesAndOneThatWentComesBack) {
 }
 
 TEST_F(LevelHistoryTest, DeletedObjectsComeBackWithTheirIdsPlacesChildrenAndRoles) {
-    commands.SetParent(*crate, barrel);
+    commands.SetParent({crate}, barrel);
     host.level.SetSelection({crate, barrel});
     commands.GroupSelected();
     history.Start();
@@ -308,11 +308,11 @@ TEST_F(LevelHistoryTest, NamesSayWhatWasDone) {
     EXPECT_EQ(name(), "Group");
     commands.UngroupSelected();
     EXPECT_EQ(name(), "Ungroup");
-    commands.SetParent(*crate, barrel);
+    commands.SetParent({crate}, barrel);
     EXPECT_EQ(name(), "Attach Crate");
     MoveTo(barrel, 40.0f);
     EXPECT_EQ(name(), "Move Barrel") << "what goes along is not named";
-    commands.SetParent(*crate, nullptr);
+    commands.SetParent({crate}, nullptr);
     EXPECT_EQ(name(), "Set free Crate");
     commands.SetVisible(*crate, false);
     EXPECT_EQ(name(), "Hide Crate");

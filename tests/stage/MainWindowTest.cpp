@@ -38,7 +38,7 @@ protected:
 TEST_F(MainWindowTest, TheTreeShowsObjectsUnderTheirParents) {
     engine::SceneObject* cart = AddEmpty("Cart", 0, 0, 0);
     engine::SceneObject* crate = AddEmpty("Crate", 1, 0, 0);
-    window.commands.SetParent(*crate, cart);
+    window.commands.SetParent({crate}, cart);
     Settle();
     EXPECT_EQ(Item(crate)->parent(), Item(cart));
     EXPECT_EQ(Item(cart)->parent(), nullptr);
@@ -78,7 +78,7 @@ TEST_F(MainWindowTest, TheSearchKeepsTheParentsOfWhatItFinds) {
     engine::SceneObject* cart = AddEmpty("Cart", 0, 0, 0);
     engine::SceneObject* crate = AddEmpty("Crate", 1, 0, 0);
     engine::SceneObject* lamp = AddEmpty("Lamp", 2, 0, 0);
-    window.commands.SetParent(*crate, cart);
+    window.commands.SetParent({crate}, cart);
     Settle();
     window.tree->search->setText("CRATE");
     EXPECT_FALSE(Item(crate)->isHidden());

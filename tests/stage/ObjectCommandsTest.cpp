@@ -126,10 +126,10 @@ TEST_F(ObjectCommandsTest, AParentKeepsTheWorldMatrixAndRingsAreRefused) {
     cart->SetMatrix(At(10, 0, 0).m, 0);
     crate->SetMatrix(At(11, 1, 0).m, 0);
     EXPECT_CALL(first, OnEvent(EventCode::ObjectSetChanged, nullptr)).Times(1);
-    EXPECT_TRUE(commands.SetParent(*crate, cart));
+    EXPECT_EQ(commands.SetParent({crate}, cart), "");
     EXPECT_FLOAT_EQ(crate->GetPosition(0)[0], 11.0f);
-    EXPECT_FALSE(commands.SetParent(*cart, crate));
-    EXPECT_FALSE(commands.SetParent(*crate, cart));
+    EXPECT_EQ(commands.SetParent({cart}, crate), "Crate hangs on Cart: it can't be its parent too");
+    EXPECT_EQ(commands.SetParent({crate}, cart), "") << "it has it already";
     EXPECT_EQ(cart->parent, nullptr);
 }
 
@@ -157,7 +157,7 @@ TEST_F(ObjectCommandsTest, MovingOthersSendsRequestTenAndNoEvent) {
 TEST_F(ObjectCommandsTest, ParentAndChildMovedTogetherBothArrive) {
     engine::SceneObject* cart = Create("Cart");
     engine::SceneObject* crate = Create("Crate");
-    commands.SetParent(*crate, cart);
+    commands.SetParent({crate}, cart);
     host.Select({crate, cart});
     commands.Move({{crate, At(1, 2, 3)}, {cart, At(10, 0, 0)}});
     EXPECT_FLOAT_EQ(cart->GetPosition(0)[0], 10.0f);
@@ -168,7 +168,7 @@ TEST_F(ObjectCommandsTest, ParentAndChildMovedTogetherBothArrive) {
 TEST_F(ObjectCommandsTest, ChildrenThatWentAlongAreToldAsChangedOutsideWhileNoFilmIsOpen) {
     engine::SceneObject* cart = Create("Cart");
     engine::SceneObject* crate = Create("Crate");
-    commands.SetParent(*crate, cart);
+    commands.SetParent({crate}, cart);
     host.Select({cart});
     EXPECT_CALL(first, OnEvent(EventCode::ObjectsChangedOutside, _)).WillOnce([&](int, void* data) {
         EXPECT_EQ(*static_cast<ObjectList*>(data), (ObjectList{crate}));
@@ -180,7 +180,7 @@ TEST_F(ObjectCommandsTest, ChildrenThatWentAlongAreToldAsChangedOutsideWhileNoFi
 TEST_F(ObjectCommandsTest, ChildrenThatWentAlongAreToldAsMovedWhileAFilmIsOpen) {
     engine::SceneObject* cart = Create("Cart");
     engine::SceneObject* crate = Create("Crate");
-    commands.SetParent(*crate, cart);
+    commands.SetParent({crate}, cart);
     host.Select({cart});
     OpenFilm();
     EXPECT_CALL(first, OnEvent(EventCode::ObjectsMoved, nullptr)).Times(1);
@@ -197,7 +197,7 @@ TEST_F(ObjectCommandsTest, WithAFilmOpenALargeTurnIsToldAsSmallOnes) {
     engine::SceneObject* cart = Create("Cart");
     engine::SceneObject* crate = Create("Crate");
     crate->SetMatrix(At(0, 0, 1).m, 0);
-    commands.SetParent(*crate, cart);
+    commands.SetParent({crate}, cart);
     host.Select({cart});
     OpenFilm();
     std::vector<float> turns;

@@ -1,7 +1,7 @@
 #include "tests/whole/CameraStageFixture.h"
 
 #include "framework/Wnd.h"
-#include "host/stage/windows/ObjectLook.h"
+#include "host/engine/ClassDatabase.h"
 #include "plugin/contract/ClassIds.h"
 
 #include <algorithm>
@@ -50,7 +50,7 @@ engine::SceneObject* CameraInStageTest::Find(const char* className) const {
 int CameraInStageTest::Points() const {
     return static_cast<int>(
         std::ranges::count_if(window->host.level.Data()->Objects(), [](const auto& object) {
-            return object->transient && !stage::IsListed(*object);
+            return engine::IsCameraPointClass(object->Info().className);
         }));
 }
 

@@ -50,6 +50,41 @@ ObjectList FollowersOf(const ObjectList& moved) {
     return followers;
 }
 
+bool IsBelow(const EditorObject& object, const EditorObject& upper) {
+    const EditorObject* above = object.parent;
+    while (above != nullptr && above != &upper) {
+        above = above->parent;
+    }
+    return above != nullptr;
+}
+
+/// Why the object can't hang on the parent, empty if it can.
+std::string WhyNoParent(const engine::SceneObject& object, const engine::SceneObject* parent) {
+    if (object.transient || (parent != nullptr && parent->transient)) {
+        const engine::SceneObject& helper = object.transient ? object : *parent;
+        return helper.name + " is a helper of a film: it has neither parent nor children";
+    }
+    if (parent == nullptr) {
+        return {};
+    }
+    if (parent == &object) {
+        return object.name + " can't be its own parent";
+    }
+    if (IsBelow(*parent, object)) {
+        return parent->name + " hangs on " + object.name + ": it can't be its parent too";
+    }
+    return {};
+}
+
+/// Those that hang on none of the others.
+std::vector<engine::SceneObject*> Uppermost(std::vector<engine::SceneObject*> objects) {
+    const std::vector<engine::SceneObject*> all = objects;
+    std::erase_if(objects, [&](const engine::SceneObject* object) {
+        return std::ranges::any_of(all, [&](const auto* other) { return IsBelow(*object, *other); });
+    });
+    return objects;
+}
+
 /// A body that only has a place: a turn means nothing to it.
 bool IsMarker(const engine::SceneObject& object) {
     return object.transient || object.objectKind == ObjectKind::MatrixOnly;
@@ -189,13 +224,31 @@ bool ObjectCommands::UngroupSelected() {
     return any;
 }
 
-bool ObjectCommands::SetParent(engine::SceneObject& object, engine::SceneObject* parent) {
-    if (object.Parent() == parent || !host.level.SetParent(&object, parent)) {
-        return false;
+std::string ObjectCommands::WhyNoParent(const std::vector<engine::SceneObject*>& objects,
+                                        const engine::SceneObject* parent) const {
+    for (const engine::SceneObject* object : Uppermost(objects)) {
+        if (std::string refusal = stage::WhyNoParent(*object, parent); !refusal.empty()) {
+            return refusal;
+        }
     }
-    host.plugins.SendEvent(EventCode::ObjectSetChanged, nullptr);
-    Changed();
-    return true;
+    return {};
+}
+
+std::string ObjectCommands::SetParent(const std::vector<engine::SceneObject*>& objects,
+                                      engine::SceneObject* parent) {
+    std::string refusal = WhyNoParent(objects, parent);
+    if (!refusal.empty()) {
+        return refusal;
+    }
+    std::vector<engine::SceneObject*> others = Uppermost(objects);
+    std::erase_if(others, [parent](const engine::SceneObject* object) { return object->Parent() == parent; });
+    const auto attached =
+        std::ranges::count_if(others, [&](auto* object) { return host.level.SetParent(object, parent); });
+    if (attached > 0) {
+        host.plugins.SendEvent(EventCode::ObjectSetChanged, nullptr);
+        Changed();
+    }
+    return attached == std::ssize(others) ? "" : "Too many objects would hang one on another";
 }
 
 void ObjectCommands::Move(std::vector<ObjectMove> moves) {

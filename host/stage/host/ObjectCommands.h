@@ -36,8 +36,12 @@ public:
     /// False if fewer than two of the selected objects are free to be grouped.
     bool GroupSelected();
     bool UngroupSelected();
-    /// Keeps the world matrix: event 8. False if the parent stands below the object.
-    bool SetParent(engine::SceneObject& object, engine::SceneObject* parent);
+    /// Keeps the world matrices: event 8, once. A null parent sets the objects free; what hangs on another of
+    /// them stays there. Nothing changes if one of them can't have the parent: then says why, else empty.
+    std::string SetParent(const std::vector<engine::SceneObject*>& objects, engine::SceneObject* parent);
+    /// Why one of the objects can't have the parent, empty if all can.
+    std::string WhyNoParent(const std::vector<engine::SceneObject*>& objects,
+                            const engine::SceneObject* parent) const;
     /// Event 14 if exactly the selected objects move, else request 10 with them. What goes along is told too:
     /// with request 10 while a film is open, else with event 10. With a film open a large turn is told as a
     /// series of small ones. Matrices that are not finite are left out.

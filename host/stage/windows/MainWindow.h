@@ -131,8 +131,10 @@ private:
     void MakeCreateMenu();
     void MakeViewMenu();
     void AddQuickPictures(QMenu& menu);
+    void AddHelperObjects(QMenu& menu);
     void AddThemeMenu(QMenu& menu);
     void MakeFilmsMenu();
+    void AddFilmListMenu();
     void MakePluginMenu();
     void MakeHelpMenu();
     void MakeToolBar();

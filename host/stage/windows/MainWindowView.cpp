@@ -4,6 +4,7 @@
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/ObjectPanel.h"
+#include "host/stage/windows/ObjectTree.h"
 #include "host/stage/windows/PluginPanel.h"
 #include "host/stage/windows/ScenePictures.h"
 #include "host/stage/windows/SnapMenu.h"
@@ -85,6 +86,19 @@ void MainWindow::AddQuickPictures(QMenu& menu) {
     quick->setChecked(QSettings().value(kKey, true).toBool());
 }
 
+void MainWindow::AddHelperObjects(QMenu& menu) {
+    static constexpr auto kKey = "objects/helpers";
+    QAction* helpers = AddAction(
+        menu, tr("Helper ob&jects in the list"), {}, [] {}, "ViewHelperObjects");
+    helpers->setToolTip(tr("What films make for themselves: the points of a camera, the body of the sun"));
+    helpers->setCheckable(true);
+    connect(helpers, &QAction::toggled, this, [this](bool on) {
+        tree->tree->ShowHelpers(on);
+        QSettings().setValue(kKey, on);
+    });
+    helpers->setChecked(QSettings().value(kKey, false).toBool());
+}
+
 void MainWindow::MakeViewMenu() {
     QMenu* menu = menuBar()->addMenu(tr("&View"));
     auto* toolGroup = new QActionGroup(this);
@@ -127,17 +141,17 @@ void MainWindow::MakeViewMenu() {
     });
     AddQuickPictures(*menu);
     menu->addSeparator();
+    QMenu* layouts = menu->addMenu(tr("&Number of views"));
     auto* layoutGroup = new QActionGroup(this);
     for (const LayoutEntry& layout : kLayouts) {
         QAction* action = AddAction(
-            *menu, tr(layout.text), QKeySequence(Qt::CTRL | layout.key),
+            *layouts, tr(layout.text), QKeySequence(Qt::CTRL | layout.key),
             [this, count = layout.views] { views->SetViewCount(count); }, layout.name);
         action->setCheckable(true);
         action->setChecked(layout.views == 1);
         action->setIcon(MakeIcon(layout.icon));
         layoutGroup->addAction(action);
     }
-    menu->addSeparator();
     auto* kindGroup = new QActionGroup(this);
     kindGroup->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
     for (const KindKey& entry : kKindKeys) {
@@ -163,6 +177,7 @@ void MainWindow::MakeViewMenu() {
             [this](int camera) { views->SetKind(ActiveView(), ViewKind::Camera, camera); });
     AddThemeMenu(*menu);
     menu->addSeparator();
+    AddHelperObjects(*menu);
     menu->addAction(treeDock->toggleViewAction());
     menu->addAction(assets->dock->toggleViewAction());
     menu->addAction(panelDock->toggleViewAction());

@@ -49,7 +49,7 @@ QString ClassText(const engine::SceneObject& object) {
 }
 
 bool IsListed(const engine::SceneObject& object) {
-    return !engine::IsCameraPointClass(object.Info().className);
+    return !object.transient && !engine::IsCameraPointClass(object.Info().className);
 }
 
 } // namespace stage

@@ -190,9 +190,11 @@ void ObjectPanel::ConnectFields() {
     });
     connect(parentBox, &QComboBox::activated, this, [this](int row) {
         const int parentId = parentBox->itemData(row).toInt();
-        ForEach([&](engine::SceneObject& object) {
-            commands.SetParent(object, host.level.FindObject(parentId));
-        });
+        const std::string refusal = commands.SetParent(Selected(), host.level.FindObject(parentId));
+        if (!refusal.empty()) {
+            host.windows.Report(refusal);
+            Refresh();
+        }
     });
     connect(mesh, &QComboBox::activated, this, [this](int row) {
         const std::string chosen = mesh->itemData(row).toString().toStdString();

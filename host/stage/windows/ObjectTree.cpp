@@ -6,12 +6,14 @@
 #include "host/stage/windows/Theme.h"
 
 #include <algorithm>
+#include <QCursor>
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QItemSelection>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QVBoxLayout>
 #include <utility>
 #include <vector>
@@ -77,13 +79,28 @@ QTreeWidgetItem* ObjectTreeWidget::ItemOf(const EditorObject* object) const {
     return found != items.end() ? found->second : nullptr;
 }
 
+bool ObjectTreeWidget::IsInTree(const engine::SceneObject& object) const {
+    return showsHelpers || IsListed(object);
+}
+
+void ObjectTreeWidget::ShowHelpers(bool shown) {
+    showsHelpers = shown;
+    Rebuild();
+}
+
 QTreeWidgetItem* ObjectTreeWidget::AddItem(engine::SceneObject& object, QTreeWidgetItem* above) {
     auto* item = above != nullptr ? new QTreeWidgetItem(above) : new QTreeWidgetItem(this);
     item->setText(0, QString::fromStdString(object.name));
     item->setIcon(0, MakeIcon(IconOf(object)));
     item->setData(0, kIdRole, object.id);
-    item->setFlags(item->flags() | Qt::ItemIsEditable | Qt::ItemIsDragEnabled | Qt::ItemIsDropEnabled);
     item->setToolTip(0, ClassText(object) + QString(" (%1)").arg(object.id));
+    items[object.id] = item;
+    if (!IsListed(object)) { // its plug-in's own: neither name nor place in the tree is the user's
+        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+        item->setForeground(0, QColor::fromRgb(Color::kMuted));
+        return item;
+    }
+    item->setFlags(item->flags() | Qt::ItemIsEditable | Qt::ItemIsDragEnabled | Qt::ItemIsDropEnabled);
     item->setIcon(kEyeColumn, MakeIcon(object.visible != 0 ? IconId::Eye : IconId::EyeShut));
     item->setToolTip(kEyeColumn, tr("Shown or hidden"));
     item->setIcon(kLockColumn, object.notes.locked ? MakeIcon(IconId::Lock) : QIcon());
@@ -91,10 +108,9 @@ QTreeWidgetItem* ObjectTreeWidget::AddItem(engine::SceneObject& object, QTreeWid
     if (object.visible == 0) {
         item->setForeground(0, QColor::fromRgb(Color::kMuted));
     }
-    items[object.id] = item;
     for (EditorObject* child = object.firstChild; child != nullptr; child = child->nextSibling) {
         auto& scene = static_cast<engine::SceneObject&>(*child);
-        if (IsListed(scene)) {
+        if (IsInTree(scene)) {
             AddItem(scene, item);
         }
     }
@@ -113,7 +129,7 @@ void ObjectTreeWidget::Rebuild() {
     items.clear();
     if (const engine::LevelData* levelData = host.level.Data()) {
         for (const auto& object : levelData->Objects()) {
-            if (object->parent == nullptr && IsListed(*object)) {
+            if (object->parent == nullptr && IsInTree(*object)) {
                 AddItem(*object, nullptr);
             }
         }
@@ -175,7 +191,7 @@ void ObjectTreeWidget::TakeName(QTreeWidgetItem* item) {
 
 bool ObjectTreeWidget::EditName(const EditorObject& object) {
     QTreeWidgetItem* item = isVisible() ? ItemOf(&object) : nullptr;
-    if (item == nullptr || item->isHidden()) {
+    if (item == nullptr || item->isHidden() || (item->flags() & Qt::ItemIsEditable) == 0) {
         return false;
     }
     setFocus();
@@ -188,7 +204,7 @@ bool ObjectTreeWidget::EditName(const EditorObject& object) {
 bool ObjectTreeWidget::PressSign(const QPoint& place) {
     const int column = columnAt(place.x());
     engine::SceneObject* pressed = ObjectOf(itemAt(place));
-    if (pressed == nullptr || (column != kEyeColumn && column != kLockColumn)) {
+    if (pressed == nullptr || !IsListed(*pressed) || (column != kEyeColumn && column != kLockColumn)) {
         return false;
     }
     const std::vector<engine::SceneObject*> objects =
@@ -218,17 +234,61 @@ void ObjectTreeWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     }
 }
 
+engine::SceneObject* ObjectTreeWidget::ParentAt(const QPoint& place) const {
+    const QTreeWidgetItem* target = itemAt(place);
+    const bool isBetween = dropIndicatorPosition() == AboveItem || dropIndicatorPosition() == BelowItem;
+    return ObjectOf(isBetween && target != nullptr ? target->parent() : target);
+}
+
+void ObjectTreeWidget::TellDrag(const std::string& reason) {
+    refusal = reason;
+    emit Dragged(!reason.empty()
+                     ? QString::fromStdString(reason)
+                     : tr("Drop onto an object to hang on it, between rows or below all to hang on none. "
+                          "Escape gives up."));
+}
+
+void ObjectTreeWidget::startDrag(Qt::DropActions actions) {
+    TellDrag({});
+    const QPointer<ObjectTreeWidget> alive(this); // the drag runs a loop of its own
+    QTreeWidget::startDrag(actions);
+    if (alive.isNull()) {
+        return;
+    }
+    emit Dragged({});
+    // Where nothing may be dropped the toolkit tells of no drop, only that the drag has left.
+    const bool isHere = viewport()->rect().contains(viewport()->mapFromGlobal(QCursor::pos()));
+    if (const std::string why = std::exchange(refusal, {}); isHere && !why.empty()) {
+        host.windows.Report(why);
+    }
+}
+
+void ObjectTreeWidget::dragMoveEvent(QDragMoveEvent* event) {
+    QTreeWidget::dragMoveEvent(event);
+    const QPoint place = event->position().toPoint();
+    engine::SceneObject* parent = event->isAccepted() ? ParentAt(place) : ObjectOf(itemAt(place));
+    TellDrag(commands.WhyNoParent(commands.Selected(), parent));
+}
+
 void ObjectTreeWidget::dropEvent(QDropEvent* event) {
-    QTreeWidgetItem* target = itemAt(event->position().toPoint());
-    const bool besides = dropIndicatorPosition() == AboveItem || dropIndicatorPosition() == BelowItem;
-    engine::SceneObject* parent = ObjectOf(besides && target != nullptr ? target->parent() : target);
+    engine::SceneObject* parent = ParentAt(event->position().toPoint());
     // The level decides; the tree is built anew from it, whatever the view would have done.
     event->setDropAction(Qt::IgnoreAction);
     event->accept();
-    for (engine::SceneObject* object : commands.Selected()) {
-        if (object != parent) {
-            commands.SetParent(*object, parent);
-        }
+    const std::vector<engine::SceneObject*> dragged = commands.Selected();
+    if (dragged.empty()) {
+        return;
+    }
+    const bool isOne = dragged.size() == 1;
+    const std::string what = isOne ? dragged.front()->name : std::to_string(dragged.size()) + " objects";
+    const std::string onto = parent != nullptr ? parent->name : "";
+    refusal = commands.SetParent(dragged, parent);
+    if (!refusal.empty()) {
+        host.windows.Report(std::exchange(refusal, {}));
+    } else if (parent != nullptr) {
+        host.windows.Report(what + " on " + onto);
+    } else {
+        host.windows.Report(what + (isOne ? " hangs on nothing" : " hang on nothing"));
     }
 }
 

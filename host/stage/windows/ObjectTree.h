@@ -16,7 +16,8 @@ namespace stage {
 class EditorHost;
 class ObjectCommands;
 
-/// The level's objects as a tree of parents and children. Dragging an item onto another re-parents it; the
+/// The level's objects as a tree of parents and children. What is dragged onto an object hangs on it, what is
+/// dropped beside all objects hangs on none; the
 /// eye beside a name shows and hides the object, the lock lets the views pass over it. On a selected object
 /// both count for the whole selection.
 class ObjectTreeWidget : public QTreeWidget {
@@ -30,6 +31,8 @@ public:
     /// Null for an item whose object has gone.
     engine::SceneObject* ObjectOf(const QTreeWidgetItem* item) const;
     QTreeWidgetItem* ItemOf(const EditorObject* object) const;
+    /// Whether helpers of plug-ins have rows too, as the points of a film's camera.
+    void ShowHelpers(bool shown);
     /// Opens the field for the object's name in its row. False if the row can't be seen.
     bool EditName(const EditorObject& object);
 
@@ -39,8 +42,12 @@ public:
 
 signals:
     void FocusRequested();
+    /// What a drop would do while something is dragged, or why it can't; empty when the drag is over.
+    void Dragged(const QString& mode);
 
 protected:
+    void startDrag(Qt::DropActions actions) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -50,6 +57,10 @@ private:
     void TakeSelection();
     void TakeName(QTreeWidgetItem* item);
     QTreeWidgetItem* AddItem(engine::SceneObject& object, QTreeWidgetItem* above);
+    /// The object that a drop at the place hangs things on, null for none.
+    engine::SceneObject* ParentAt(const QPoint& place) const;
+    void TellDrag(const std::string& reason);
+    bool IsInTree(const engine::SceneObject& object) const;
     void ApplyFilter();
     /// Turns the eye or the lock of the object, and of all selected ones if it is one of them. False if the
     /// place is on neither.
@@ -59,6 +70,8 @@ private:
     ObjectCommands& commands;
     std::unordered_map<int, QTreeWidgetItem*> items; ///< by object id
     QString filter;
+    std::string refusal; ///< why what is dragged can't be dropped where it is
+    bool showsHelpers = false;
     bool updating = false;
 };
 
