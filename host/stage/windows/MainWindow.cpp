@@ -177,6 +177,16 @@ void MainWindow::MakeStatusBar() {
     connect(views, &ViewArea::FrameRate, this, [this](double rate) {
         rateLabel->setText(rate > 0.0 ? tr("%1 fps").arg(rate, 0, 'f', 0) : QString());
     });
+    connect(views, &ViewArea::ModeChanged, this, [this](const QString& text, bool isDrag) {
+        if (pickSign) {
+            pickSign->ShowViewMode(text, isDrag);
+        }
+    });
+    connect(tree->tree, &ObjectTreeWidget::Dragged, this, [this](const QString& text) {
+        if (pickSign) {
+            pickSign->ShowListMode(text);
+        }
+    });
     connect(views, &ViewArea::StatusText, this,
             [this](const QString& text) { statusBar()->showMessage(text, kMessageMs); });
 }

@@ -85,6 +85,15 @@ void ViewArea::Activate(int number) {
     }
 }
 
+void ViewArea::TellMode() {
+    const ViewWidget* active = Widget(activeView);
+    const QString mode = active != nullptr ? active->ModeText() : QString();
+    if (mode != toldMode) {
+        toldMode = mode;
+        emit ModeChanged(mode, active != nullptr && active->IsBusy());
+    }
+}
+
 void ViewArea::Redraw(int number) {
     for (ViewWidget* widget : widgets) {
         if (number < 0 || widget->number == number) {

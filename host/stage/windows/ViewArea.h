@@ -32,6 +32,8 @@ public:
     ViewWidget* Widget(int number) const;
     /// True while the gizmo is dragged.
     bool IsDragging() const;
+    /// Tells by a signal what the active view waits for, if that is something else than before.
+    void TellMode();
     /// Another kind of view; a plug-in that holds the view gives it back first.
     void SetKind(int number, ViewKind kind, int cameraId = 0);
     void SetShading(int number, ViewShading shading);
@@ -68,6 +70,8 @@ signals:
     /// Asked for with the right button; the object under the mouse, null for none, in screen coordinates.
     void MenuRequested(int view, EditorObject* object, const QPoint& screen);
     void StatusText(const QString& text);
+    /// What the active view waits for now, in a drag or for longer; empty if it is a view as any.
+    void ModeChanged(const QString& text, bool isDrag);
     /// Frames a second, while pictures follow each other quickly.
     void FrameRate(double rate);
 
@@ -82,6 +86,7 @@ private:
     std::vector<ViewWidget*> widgets;
     QGridLayout* grid;
     int activeView = 0;
+    QString toldMode;
     QElapsedTimer rateClock;
     int frames = 0;
 };

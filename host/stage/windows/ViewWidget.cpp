@@ -259,9 +259,15 @@ void ViewWidget::wheelEvent(QWheelEvent* event) {
 }
 
 void ViewWidget::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape && gesture == Gesture::Gizmo) {
-        area.tool->Cancel();
+    const StageView* view = View();
+    if (event->key() == Qt::Key_Escape && IsDragging()) {
+        if (gesture == Gesture::Gizmo) {
+            area.tool->Cancel();
+        }
         EndGesture();
+    } else if (event->key() == Qt::Key_Escape && gesture == Gesture::None && view != nullptr &&
+               view->IsCameraNow()) {
+        area.SetKind(number, ViewKind::Perspective);
     } else if (event->key() == kVertexKey && gesture == Gesture::Gizmo) {
         vertexHeld = true;
     } else if (gesture == Gesture::Look && FlyBit(event->key()) != 0) {
@@ -335,6 +341,34 @@ void ViewWidget::paintEvent(QPaintEvent*) {
     PaintChrome(painter);
     header->Follow();
     area.CountFrame();
+    area.TellMode();
+}
+
+QString ViewWidget::ModeText() const {
+    const StageView* view = View();
+    if (gesture == Gesture::Gizmo) {
+        return tr(
+            "Drag: with Ctrl in steps, or free of them, with Shift onto surfaces, with V to corners. Escape "
+            "puts it back.");
+    }
+    if (gesture == Gesture::Select && moved) {
+        return tr("Let go to select what the rectangle meets: Shift adds, Ctrl takes out. Escape gives up.");
+    }
+    if (gesture == Gesture::Look && moved) {
+        return tr("Look and fly: W A S D, E goes up, Q down, Shift is faster.");
+    }
+    if (view == nullptr || view->attachedTo != 0) {
+        return view != nullptr ? tr("This view shows the film's camera. Click its badge to take it back.")
+                               : QString();
+    }
+    const engine::SceneObject* camera =
+        view->IsCameraNow() ? area.host.level.FindObject(view->CameraId()) : nullptr;
+    if (camera == nullptr) {
+        return {};
+    }
+    return (camera->notes.locked ? tr("Through %1, which is locked and stays where it is. Escape leaves.")
+                                 : tr("Through %1, which goes along when you move. Escape leaves."))
+        .arg(QString::fromStdString(camera->name));
 }
 
 void ViewWidget::PaintChrome(QPainter& painter) {

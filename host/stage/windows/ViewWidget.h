@@ -19,8 +19,12 @@ class ViewWidget : public QWidget {
 public:
     ViewWidget(ViewArea& viewArea, int viewNumber);
 
-    /// True while the gizmo is dragged in this view; Escape puts back what it moved.
-    bool IsDragging() const { return gesture == Gesture::Gizmo; }
+    /// True while the gizmo or a rectangle is dragged in this view; Escape gives it up.
+    bool IsDragging() const { return gesture == Gesture::Gizmo || (gesture == Gesture::Select && moved); }
+    /// True while the mouse does something in this view.
+    bool IsBusy() const { return gesture != Gesture::None; }
+    /// What the view waits for, or what it is out of the ordinary; empty else.
+    QString ModeText() const;
 
     const int number;
 

@@ -44,9 +44,9 @@ QJsonObject DescribeButton(const QAbstractButton& button) {
             {"checked", button.isChecked()}};
 }
 
-/// What the status bar says the user is waited for, empty if nothing.
-QString DescribeMode(const QStatusBar& bar) {
-    const auto* label = bar.findChild<const QLabel*>("PickMode");
+/// What the status bar says the user is waited for, by plug-ins or by Stage itself; empty if nothing.
+QString DescribeMode(const QStatusBar& bar, const char* name) {
+    const auto* label = bar.findChild<const QLabel*>(name);
     return label != nullptr && label->isVisible() ? label->text() : QString();
 }
 
@@ -229,7 +229,8 @@ QJsonObject DescribeStage(MainWindow& window) {
                           {"views", views},
                           {"toolWindows", tools},
                           {"status", window.statusBar()->currentMessage()},
-                          {"mode", DescribeMode(*window.statusBar())}};
+                          {"mode", DescribeMode(*window.statusBar(), "PickMode")},
+                          {"ownMode", DescribeMode(*window.statusBar(), "OwnMode")}};
     DescribeLevel(window, described);
     return described;
 }
