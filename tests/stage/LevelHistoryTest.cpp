@@ -141,6 +141,61 @@ TEST_F(LevelHistoryTest, DeletedObjectsComeBackWithTheirIdsPlacesChildrenAndRole
     EXPECT_EQ(host.level.FindObject(id), nullptr);
 }
 
+TEST_F(LevelHistoryTest, TheOldestStepsFallAwayAtTheLimit) {
+    for (const float x : {100.0f, 200.0f, 300.0f, 400.0f, 500.0f}) {
+        MoveTo(crate, x);
+        ASSERT_TRUE(history.Note());
+    }
+    const auto& steps = history.Edits().Steps();
+    ASSERT_EQ(steps.size(), 5u);
+    const std::size_t lastThree = steps[2].Size() + steps[3].Size() + steps[4].Size();
+    history.SetLimit(lastThree);
+    EXPECT_EQ(steps.size(), 3u);
+    EXPECT_EQ(history.Edits().Done(), 3u);
+    EXPECT_EQ(history.Edits().Forgotten(), 2u);
+    EXPECT_EQ(history.Edits().Size(), lastThree);
+    history.SetLimit(lastThree - 1);
+    EXPECT_EQ(steps.size(), 2u);
+    EXPECT_EQ(history.Edits().Forgotten(), 3u);
+    MoveTo(crate, 600.0f);
+    ASSERT_TRUE(history.Note());
+    EXPECT_LE(history.Edits().Size(), lastThree - 1);
+    const std::size_t left = steps.size();
+    EXPECT_EQ(history.Edits().Forgotten() + left, 6u);
+    for (std::size_t i = 0; i < left; ++i) {
+        ASSERT_TRUE(history.Undo());
+    }
+    EXPECT_EQ(crate->World().m[12], 100.0f * static_cast<float>(6 - left));
+    EXPECT_FALSE(history.Undo()) << "further back nothing is known";
+    ASSERT_TRUE(history.GoTo(left));
+    EXPECT_EQ(crate->World().m[12], 600.0f);
+}
+
+TEST_F(LevelHistoryTest, ALowerLimitTakesDoneStepsFirstAndLeavesTheLast) {
+    for (const float x : {100.0f, 200.0f, 300.0f, 400.0f}) {
+        MoveTo(crate, x);
+        ASSERT_TRUE(history.Note());
+    }
+    const auto& steps = history.Edits().Steps();
+    ASSERT_TRUE(history.GoTo(2));
+    history.SetLimit(history.Edits().Size() - 1);
+    EXPECT_EQ(steps.size(), 3u);
+    EXPECT_EQ(history.Edits().Done(), 1u);
+    EXPECT_EQ(history.Edits().Forgotten(), 1u);
+    history.SetLimit(1);
+    EXPECT_EQ(steps.size(), 1u) << "the one that is done next";
+    EXPECT_EQ(history.Edits().Done(), 0u);
+    EXPECT_EQ(history.Edits().Forgotten(), 2u);
+    ASSERT_TRUE(history.Redo());
+    EXPECT_EQ(crate->World().m[12], 300.0f);
+    MoveTo(crate, 1000.0f);
+    ASSERT_TRUE(history.Note());
+    ASSERT_TRUE(history.Undo()) << "however large the last step is";
+    EXPECT_EQ(crate->World().m[12], 300.0f);
+    history.Start();
+    EXPECT_EQ(history.Edits().Forgotten(), 0u) << "of this level";
+}
+
 TEST_F(LevelHistoryTest, WhatWasSelectedIsSelectedAgain) {
     host.level.SetSelection({crate});
     EXPECT_FALSE(history.Note());

@@ -8,7 +8,7 @@
 namespace stage {
 
 namespace {
-/// Number of steps that are done behind a line's step.
+/// Number of steps that are done behind a line's step, with those that have fallen away.
 constexpr int kDoneRole = Qt::UserRole;
 } // namespace
 
@@ -41,8 +41,12 @@ void HistoryPanel::Refresh() {
     while (first < edits.Steps().size() && edits.Steps()[first].isLook) {
         ++first;
     }
-    auto* start = new QListWidgetItem(tr("Start"), this);
-    start->setData(kDoneRole, static_cast<qulonglong>(first));
+    const std::size_t forgotten = edits.Forgotten();
+    auto* start = new QListWidgetItem(forgotten == 0   ? tr("Start")
+                                      : forgotten == 1 ? tr("1 older step is forgotten")
+                                                       : tr("%1 older steps are forgotten").arg(forgotten),
+                                      this);
+    start->setData(kDoneRole, static_cast<qulonglong>(edits.Dropped() + first));
     int current = 0;
     for (std::size_t i = first; i < edits.Steps().size(); ++i) {
         const HistoryStep& step = edits.Steps()[i];
@@ -50,7 +54,7 @@ void HistoryPanel::Refresh() {
             continue;
         }
         auto* item = new QListWidgetItem(QString::fromStdString(step.name), this);
-        item->setData(kDoneRole, static_cast<qulonglong>(i + 1));
+        item->setData(kDoneRole, static_cast<qulonglong>(edits.Dropped() + i + 1));
         if (i < edits.Done()) {
             current = count() - 1;
         } else {

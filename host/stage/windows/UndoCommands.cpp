@@ -6,16 +6,25 @@
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/QuietMoments.h"
 
+#include <algorithm>
 #include <QAbstractSpinBox>
 #include <QAction>
 #include <QApplication>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QSettings>
 
 namespace stage {
 
 namespace {
+
+constexpr const char* kLimitKey = "history/megabytes";
+constexpr int kDefaultLimit = 200;
+constexpr int kLeastLimit = 1;
+constexpr int kMostLimit = 16'000;
+constexpr std::size_t kBytesOfMegabyte = 1'000'000;
 
 QString Titled(const QString& verb, const std::string& step) {
     // An ampersand in a name is no mark of a key.
@@ -36,6 +45,7 @@ UndoCommands::UndoCommands(MainWindow& mainWindow, const QuietMoments& quietMome
     : QObject(&mainWindow), window(mainWindow), quiet(quietMoments),
       moments(new EditMoments(mainWindow.session.History(), quietMoments, this)) {
     window.session.History().changed = [this] { Refresh(); };
+    window.session.History().SetLimit(static_cast<std::size_t>(LimitMegabytes()) * kBytesOfMegabyte);
     QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -49,11 +59,33 @@ QAction* UndoCommands::AddAction(QMenu& menu, const char* name, const QList<QKey
     return action;
 }
 
+int UndoCommands::LimitMegabytes() {
+    bool isNumber = false;
+    const int megabytes = QSettings().value(kLimitKey, kDefaultLimit).toInt(&isNumber);
+    return isNumber ? std::clamp(megabytes, kLeastLimit, kMostLimit) : kDefaultLimit;
+}
+
+void UndoCommands::SetLimitMegabytes(int megabytes) {
+    QSettings().setValue(kLimitKey, std::clamp(megabytes, kLeastLimit, kMostLimit));
+    window.session.History().SetLimit(static_cast<std::size_t>(LimitMegabytes()) * kBytesOfMegabyte);
+}
+
+void UndoCommands::AskLimit() {
+    bool accepted = false;
+    const int megabytes = QInputDialog::getInt(&window, tr("History"),
+                                               tr("Megabytes that steps may take; the oldest are forgotten"),
+                                               LimitMegabytes(), kLeastLimit, kMostLimit, 50, &accepted);
+    if (accepted) {
+        SetLimitMegabytes(megabytes);
+    }
+}
+
 void UndoCommands::AddTo(QMenu& menu) {
     const QKeySequence redoKeys(Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
     undoAction = AddAction(menu, "EditUndo", {QKeySequence(Qt::CTRL | Qt::Key_Z)}, [this] { Undo(); });
     redoAction =
         AddAction(menu, "EditRedo", {redoKeys, QKeySequence(Qt::CTRL | Qt::Key_Y)}, [this] { Redo(); });
+    AddAction(menu, "EditHistoryLimit", {}, [this] { AskLimit(); })->setText(tr("&History limit..."));
     connect(&menu, &QMenu::aboutToShow, this, [this] {
         moments->Flush();
         Refresh();
@@ -117,7 +149,10 @@ void UndoCommands::Redo() {
 }
 
 void UndoCommands::GoTo(std::size_t done) {
-    Run(tr("do"), [done](LevelHistory& history) { return history.GoTo(done); });
+    Run(tr("do"), [done](LevelHistory& history) {
+        const std::size_t dropped = history.Edits().Dropped();
+        return history.GoTo(done - std::min(done, dropped));
+    });
 }
 
 /// The film that was open when the step was done, as a user chooses it in the plug-in's panel.

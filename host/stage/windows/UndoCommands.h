@@ -24,8 +24,11 @@ public:
     void AddTo(QMenu& menu);
     void Undo();
     void Redo();
-    /// Until so many steps are done; see EditHistory.
+    /// Until so many steps are done, counted with those that have fallen away (EditHistory::Dropped).
     void GoTo(std::size_t done);
+    /// Megabytes that steps may take, the user's setting.
+    static int LimitMegabytes();
+    void SetLimitMegabytes(int megabytes);
 
 signals:
     /// There are other steps, or others of them are done.
@@ -42,6 +45,7 @@ private:
     void Run(const QString& what, const std::function<bool(LevelHistory&)>& run);
     void ShowFilmOf(int slot);
     void Refresh();
+    void AskLimit();
 
     MainWindow& window;
     const QuietMoments& quiet;

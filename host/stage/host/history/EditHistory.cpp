@@ -16,7 +16,31 @@ std::size_t HistoryStep::Size() const {
 
 void EditHistory::Clear() {
     steps.clear();
-    done = 0;
+    done = dropped = forgotten = 0;
+}
+
+void EditHistory::SetLimit(std::size_t bytes) {
+    limit = bytes;
+    Trim();
+}
+
+/// What is undone goes last, and then from its end.
+void EditHistory::Trim() {
+    std::size_t size = Size();
+    std::size_t front = 0;
+    while (size > limit && front < done && steps.size() - front > 1) {
+        size -= steps[front++].Size();
+    }
+    const auto behind = steps.begin() + static_cast<std::ptrdiff_t>(front);
+    forgotten += static_cast<std::size_t>(
+        std::count_if(steps.begin(), behind, [](const HistoryStep& step) { return !step.isLook; }));
+    steps.erase(steps.begin(), behind);
+    done -= front;
+    dropped += front;
+    while (size > limit && steps.size() > std::max<std::size_t>(done, 1)) {
+        size -= steps.back().Size();
+        steps.pop_back();
+    }
 }
 
 std::uint64_t EditHistory::NumberOf(const std::optional<std::string_view>& bytes) {
@@ -59,17 +83,20 @@ void EditHistory::Add(HistoryStep step, const PartChanges& changes) {
         Join(steps.back(), changes);
         steps.back().hashAfter = step.hashAfter;
         steps.back().selectedAfter = std::move(step.selectedAfter);
+        Trim();
         return;
     }
     step.parts = DeltasOf(changes);
     steps.push_back(std::move(step));
     done = steps.size();
+    Trim();
 }
 
 void EditHistory::AddLook(HistoryStep step) {
     steps.resize(done);
     steps.push_back(std::move(step));
     done = steps.size();
+    Trim();
 }
 
 void EditHistory::Amend(const PartChanges& changes, std::uint64_t hash) {
@@ -79,6 +106,7 @@ void EditHistory::Amend(const PartChanges& changes, std::uint64_t hash) {
     steps.resize(done);
     Join(steps.back(), changes);
     steps.back().hashAfter = hash;
+    Trim();
 }
 
 std::size_t EditHistory::BeforeUndo() const {

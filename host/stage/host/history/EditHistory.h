@@ -4,6 +4,7 @@
 #include "host/stage/host/history/PartStore.h"
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -39,6 +40,8 @@ struct HistoryStep {
 class EditHistory {
 public:
     void Clear();
+    /// Where steps take more than so many bytes, the oldest fall away; the last one stays.
+    void SetLimit(std::size_t bytes);
     /// The user did something: what was undone before is gone. The changes' `before` must be what the
     /// level was after the steps done so far.
     void Add(HistoryStep step, const PartChanges& changes);
@@ -53,6 +56,9 @@ public:
     /// Number of steps that are done.
     std::size_t Done() const { return done; }
     void SetDone(std::size_t count) { done = count; }
+    /// Number of steps that have fallen away at the front since the last Clear; of the user's alone.
+    std::size_t Dropped() const { return dropped; }
+    std::size_t Forgotten() const { return forgotten; }
     /// Number of steps that stay done when the last of the user's is undone; `Done()` if there is none.
     std::size_t BeforeUndo() const;
     /// Number of steps that are done when the next of the user's is redone; `Done()` if there is none.
@@ -73,8 +79,13 @@ private:
     /// The last step's changes and these as one.
     void Join(HistoryStep& step, const PartChanges& changes) const;
 
+    void Trim();
+
     std::vector<HistoryStep> steps;
     std::size_t done = 0;
+    std::size_t limit = std::numeric_limits<std::size_t>::max(); ///< bytes
+    std::size_t dropped = 0;
+    std::size_t forgotten = 0;
 };
 
 } // namespace stage

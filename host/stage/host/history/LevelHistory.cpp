@@ -195,6 +195,11 @@ bool LevelHistory::GoTo(std::size_t done) {
     return done <= edits.Steps().size() && done != edits.Done() && RestoreTo(done);
 }
 
+void LevelHistory::SetLimit(std::size_t bytes) {
+    edits.SetLimit(bytes);
+    Tell();
+}
+
 std::uint64_t LevelHistory::ContentNow() const {
     processor::ClearUpperHalves();
     const UnsavedState unsaved(*host.level.Data());

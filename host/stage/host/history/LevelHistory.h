@@ -40,6 +40,8 @@ public:
     /// Until so many steps are done.
     bool GoTo(std::size_t done);
     const EditHistory& Edits() const { return edits; }
+    /// What steps may take, in bytes; the oldest fall away.
+    void SetLimit(std::size_t bytes);
     /// A number of what the level says now; good within one run of the program. Left out is what mere looking
     /// changes: where the views look from. May be asked in the middle of something. Throws what a
     /// plug-in throws; there must be a level.
