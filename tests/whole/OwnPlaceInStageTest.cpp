@@ -9,7 +9,7 @@ protected:
     void SetUp() override {
         cart = Make("Trolley", {100, 500, 0});
         box = Make("Box", {110, 500, 0});
-        ASSERT_TRUE(window->commands.SetParent(*box, cart));
+        ASSERT_EQ(window->commands.SetParent({box}, cart), "");
         ASSERT_TRUE(window->SaveLevelAs(QString::fromStdString(levelPath)));
         ChooseFilm("Epilogue");
         for (const auto* entry : window->host.plugins.Entries()) {

@@ -324,8 +324,8 @@ TEST_F(VirtualObjectsInStageTest, WithNothingSelectedTheQuestionComesAllTheSame)
 TEST_F(VirtualObjectsInStageTest, ParentsAndChildrenComeBackTogether) {
     engine::SceneObject* below = Make("Below", {0, 500, 0});
     engine::SceneObject* above = Make("Above", {0, 600, 0});
-    ASSERT_TRUE(window->commands.SetParent(*below, chest));
-    ASSERT_TRUE(window->commands.SetParent(*chest, above));
+    ASSERT_EQ(window->commands.SetParent({below}, chest), "");
+    ASSERT_EQ(window->commands.SetParent({chest}, above), "");
     MakeVirtual({chest});
     SaveAndOpenAgain();
     ASSERT_TRUE(IsVirtual(chest));
