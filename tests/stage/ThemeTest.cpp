@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QPalette>
+#include <QScreen>
 #include <QSettings>
 #include <QToolBar>
 #include <QToolButton>
