@@ -26,6 +26,11 @@ Notice::Notice(QStatusBar& bar) : QWidget(&bar), label(new QLabel(this)), action
     close->setAutoRaise(true);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    // The status bar takes the height of its highest part, also of one that is hidden.
+    const int height = label->sizeHint().height();
+    setFixedHeight(height);
+    action->setFixedHeight(height);
+    close->setFixedSize(height, height);
     layout->addWidget(label, 1);
     layout->addWidget(action);
     layout->addWidget(close);
