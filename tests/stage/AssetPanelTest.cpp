@@ -167,6 +167,15 @@ TEST_F(AssetPanelTest, ADroppedModelStandsOnWhatIsUnderTheMouse) {
     EXPECT_EQ(Count(), 2u);
 }
 
+TEST_F(AssetPanelTest, AModelOfAnotherLevelIsNotTaken) {
+    QMimeData data;
+    data.setData(stage::AssetModel::kMime, "/elsewhere/models/barrel.glb");
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    enter.ignore();
+    QApplication::sendEvent(window.views, &enter);
+    EXPECT_FALSE(enter.isAccepted());
+}
+
 TEST_F(AssetPanelTest, SoundsAndEffectsCantBeDragged) {
     ChooseKind("AssetsAll");
     EXPECT_FALSE((Rows().flags(Row("bell")) & Qt::ItemIsDragEnabled) != 0);

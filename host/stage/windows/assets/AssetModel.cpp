@@ -88,7 +88,7 @@ QMimeData* AssetModel::mimeData(const QModelIndexList& indexes) const {
         return nullptr;
     }
     auto* data = new QMimeData; // the drag's own
-    data->setData(kMime, QByteArray::fromStdString(At(indexes.front()).name));
+    data->setData(kMime, QByteArray::fromStdString(At(indexes.front()).path));
     return data;
 }
 

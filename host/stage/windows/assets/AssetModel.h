@@ -13,7 +13,7 @@ class AssetPictures;
 class AssetModel : public QAbstractListModel {
     Q_OBJECT
 public:
-    /// Of dragged models: the name as UTF-8.
+    /// Of dragged models: the path as UTF-8.
     static constexpr const char* kMime = "application/x-stage-model";
 
     AssetModel(AssetPictures& assetPictures, QObject* parent);

@@ -175,9 +175,9 @@ bool Assets::eventFilter(QObject* watched, QEvent* event) {
         return QObject::eventFilter(watched, event);
     }
     auto* drop = static_cast<QDropEvent*>(event);
-    const QByteArray name = drop->mimeData()->data(AssetModel::kMime);
-    if (name.isEmpty()) {
-        return false;
+    const std::string path = drop->mimeData()->data(AssetModel::kMime).toStdString();
+    if (folder.empty() || !path.starts_with(folder)) {
+        return false; // also what another Stage, with another level, has let go
     }
     drop->setDropAction(Qt::CopyAction);
     drop->accept();
@@ -185,7 +185,8 @@ bool Assets::eventFilter(QObject* watched, QEvent* event) {
         const Vector3 place = window.views->PlaceUnder(window.views->mapToGlobal(drop->position().toPoint()));
         // After the drop, which runs in a loop of the list's own.
         QMetaObject::invokeMethod(
-            this, [this, name = name.toStdString(), place] { Place(name, place); }, Qt::QueuedConnection);
+            this, [this, name = path.substr(folder.size()), place] { Place(name, place); },
+            Qt::QueuedConnection);
     }
     return true;
 }

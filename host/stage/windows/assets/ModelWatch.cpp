@@ -5,6 +5,9 @@
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/QuietMoments.h"
 
+#include <QFileInfo>
+#include <utility>
+
 namespace stage {
 
 namespace {
@@ -37,6 +40,7 @@ void ModelWatch::OnQuiet() {
     QStringList paths;
     for (const std::string& path : window.host.meshes.Files()) {
         paths.append(QString::fromStdString(path));
+        paths.append(QFileInfo(paths.back()).absolutePath()); // tells of a file that comes back
     }
     if (watch->Watch(paths)) {
         Reload(); // what was written before it was watched
