@@ -11,6 +11,7 @@
 #include "plugin/contract/EventCodes.h"
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 
 namespace stage {

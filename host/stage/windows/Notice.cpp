@@ -1,5 +1,6 @@
 #include "host/stage/windows/Notice.h"
 
+#include <algorithm>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QStatusBar>

@@ -3,6 +3,7 @@
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/LevelSession.h"
 
+#include <algorithm>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QHeaderView>
