@@ -20,6 +20,7 @@
 #include <QListWidget>
 #include <QTest>
 #include <QTimer>
+#include <QToolBar>
 #include <random>
 
 namespace {
@@ -170,6 +171,32 @@ TEST_F(HistoryWithPluginTest, ADeletedObjectComesBackAndTheFilmStaysOpen) {
     EXPECT_EQ(FilmList()->currentItem()->text().toStdString(), film->name) << "the list says so";
     EXPECT_EQ(film->tracks.size(), tracks);
     EXPECT_EQ(Written(), start);
+}
+
+TEST_F(HistoryWithPluginTest, AnimatingStaysOnWhereTheLevelIsPutTogetherAnew) {
+    ChooseLine(1);
+    QApplication::processEvents();
+    QAction* animate = nullptr;
+    for (const QToolBar* bar : window->findChildren<QToolBar*>()) {
+        for (QAction* action : bar->actions()) {
+            animate = action->toolTip() == "Animate object" ? action : animate;
+        }
+    }
+    ASSERT_NE(animate, nullptr);
+    engine::ObjectSpec spec;
+    spec.className = "EmptyObject";
+    spec.name = "Made";
+    window->commands.Create(spec);
+    History().NoteAll();
+    EXPECT_FALSE(animate->isChecked());
+    window->undo->Undo();
+    EXPECT_FALSE(animate->isChecked()) << "it was off";
+    animate->trigger();
+    ASSERT_TRUE(animate->isChecked());
+    window->undo->Redo();
+    EXPECT_TRUE(animate->isChecked());
+    History().Undo();
+    EXPECT_FALSE(animate->isChecked()) << "by itself the plug-in lets go of it";
 }
 
 TEST_F(HistoryWithPluginTest, ASavedLevelIsUnchangedAgainAfterAnUndo) {

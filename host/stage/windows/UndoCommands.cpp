@@ -4,6 +4,7 @@
 #include "host/stage/windows/EditMoments.h"
 #include "host/stage/windows/films/PanelHand.h"
 #include "host/stage/windows/MainWindow.h"
+#include "host/stage/windows/PressedButtons.h"
 #include "host/stage/windows/QuietMoments.h"
 
 #include <algorithm>
@@ -128,12 +129,14 @@ void UndoCommands::Run(const QString& what, const std::function<bool(LevelHistor
     const std::string redone = edits.RedoName();
     const int film = edits.CanUndo() ? edits.Steps()[edits.BeforeUndo()].film : -1;
     const int nextFilm = edits.CanRedo() ? edits.Steps()[edits.AfterRedo() - 1].film : -1;
+    const PressedButtons pressed(window);
     if (!run(history)) {
         window.Report(tr("Nothing to %1").arg(what).toStdString());
         return;
     }
     const bool isBack = edits.Done() < before;
     ShowFilmOf(isBack ? film : nextFilm);
+    pressed.PressAgain();
     window.session.IsChanged();
     window.Report((isBack ? tr("Undone: %1").arg(QString::fromStdString(undone))
                           : tr("Redone: %1").arg(QString::fromStdString(redone)))
