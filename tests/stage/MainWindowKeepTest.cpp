@@ -3,6 +3,7 @@
 #include "host/engine/LowLevelFiles.h"
 #include "host/stage/windows/QuietMoments.h"
 #include "host/stage/windows/RecoverDialog.h"
+#include "host/stage/windows/UndoCommands.h"
 #include "host/stage/windows/WorkKeeper.h"
 #include "tests/stage/WindowFixture.h"
 #include "tests/support/TempFolder.h"
@@ -249,6 +250,43 @@ TEST_F(MainWindowKeepTest, WorkThatIsNotWantedNowIsOfferedAgain) {
         },
         [&] { window.OfferKeptWork(/*onlyAfterCrash*/ true); });
     EXPECT_THAT(WorkFolder(State()).Find(), IsEmpty());
+}
+
+TEST_F(MainWindowKeepTest, WhatIsKeptFollowsStepsBackAndForth) {
+    Edit();
+    ASSERT_TRUE(window.keeper->Keep());
+    EXPECT_TRUE(window.keeper->folder.HasKept());
+    window.undo->Undo();
+    ASSERT_FALSE(HasEdit());
+    EXPECT_FALSE(window.session.IsChanged());
+    EXPECT_FALSE(window.keeper->folder.HasKept()) << "as saved again: nothing is to be kept";
+    window.undo->Redo();
+    ASSERT_TRUE(HasEdit());
+    EXPECT_TRUE(window.session.IsChanged());
+    ASSERT_TRUE(window.keeper->Keep());
+    EXPECT_TRUE(window.keeper->folder.HasKept());
+}
+
+TEST_F(MainWindowKeepTest, WorkOfAnUndoIsRecoveredAsItWasThenAndHasNoSteps) {
+    Edit();
+    ASSERT_TRUE(window.SaveLevelAs(QString::fromStdString(path)));
+    Edit();
+    ASSERT_EQ(window.host.level.Data()->Objects().size(), 2u);
+    window.undo->Undo();
+    window.undo->Undo();
+    ASSERT_FALSE(HasEdit());
+    EXPECT_TRUE(window.session.IsChanged()) << "the file has one";
+    LeaveWork();
+    Answered(Closing(QMessageBox::Discard), [&] { Action("FileNew")->trigger(); });
+    EXPECT_THAT(Answered(Accept, [&] { EXPECT_TRUE(window.OfferKeptWork(/*onlyAfterCrash*/ true)); }),
+                ElementsAre("RecoverWork"));
+    EXPECT_EQ(window.session.Path(), path);
+    EXPECT_FALSE(HasEdit());
+    EXPECT_TRUE(window.session.IsChanged());
+    window.undo->Undo();
+    window.undo->Redo();
+    EXPECT_FALSE(HasEdit()) << "the steps went with the Stage that made them";
+    EXPECT_TRUE(window.session.IsChanged());
 }
 
 TEST_F(MainWindowKeepTest, RecoveringAsksBeforeItReplacesOtherUnsavedWork) {
