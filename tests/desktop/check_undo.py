@@ -31,7 +31,10 @@ def expect_place(desktop, what, where, name=PROP):
 
 
 def expect_status(desktop, text):
-    desktop.until(f"the status bar says '{text}'", lambda s: text in s["status"])
+    try:
+        desktop.until(f"the status bar says '{text}'", lambda s: text in s["status"])
+    except Failure as failure:
+        raise Failure(f"{failure}; it says '{desktop.look()['status']}'") from failure
 
 
 def title(desktop):
