@@ -22,8 +22,12 @@ class Desktop:
     """Xvfb, openbox and Stage, with an empty level if `level` is None. Use with `with`; everything that was started
     ends with it."""
 
-    def __init__(self, stage, level, work, screenshots, size="1600x1000"):
+    def __init__(self, stage, level, work, screenshots, size="1600x1000", scale="1", settings="",
+                 window="1280x800"):
+        """`scale` is the toolkit's factor, `settings` the text of the user's settings file, `window` the size that Stage
+        is asked for, in its own pixels."""
         self.stage_path, self.level, self.size = stage, level, size
+        self.scale, self.settings, self.window_size = scale, settings, window
         self.work, self.screenshots = Path(work), Path(screenshots)
         self.started = []
         self.pictures = 0
@@ -58,9 +62,12 @@ class Desktop:
         self.screenshots.mkdir(parents=True, exist_ok=True)
         home = self.work / "home"
         home.mkdir(parents=True, mode=0o700)
+        if self.settings:
+            (home / "config" / "Stage").mkdir(parents=True)
+            (home / "config" / "Stage" / "Stage.conf").write_text(self.settings)
         self.environment = {
             **os.environ, "HOME": str(home), "XDG_CONFIG_HOME": str(home / "config"), "XDG_RUNTIME_DIR": str(home),
-            "QT_QPA_PLATFORM": "xcb", "QT_SCALE_FACTOR": "1", "LC_ALL": "C.UTF-8",
+            "QT_QPA_PLATFORM": "xcb", "QT_SCALE_FACTOR": self.scale, "LC_ALL": "C.UTF-8",
         }
         self.environment.pop("WAYLAND_DISPLAY", None)
         read_end, write_end = os.pipe()
@@ -73,7 +80,7 @@ class Desktop:
         self._start_window_manager()
         self.log = open(self.work / "stage.log", "w")
         opened = [self.level] if self.level else []
-        self.stage = self._spawn(self.stage_path, *opened, "--inspect", "--size", "1280x800", "--data",
+        self.stage = self._spawn(self.stage_path, *opened, "--inspect", "--size", self.window_size, "--data",
                                  self.work / "data", stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=self.log)
         self.pending = b""
         self.window = self.x("search", "--sync", "--onlyvisible", "--pid", self.stage.pid, "--name", "Stage$").split()[0]

@@ -1,8 +1,14 @@
 #include "host/stage/windows/ObjectLook.h"
 
 #include "host/engine/ClassDatabase.h"
+#include "host/engine/FilmManager.h"
+#include "host/engine/LevelData.h"
 #include "host/engine/SceneObject.h"
 #include "plugin/contract/ClassIds.h"
+#include "plugin/contract/Film.h"
+#include "plugin/contract/FilmTrack.h"
+
+#include <algorithm>
 
 namespace stage {
 
@@ -38,6 +44,21 @@ const ClassLook* LookOf(const engine::SceneObject& object) {
 }
 } // namespace
 
+namespace {
+
+/// The body that stands where the sun's light comes from.
+bool IsBodyOfSun(const engine::SceneObject& object) {
+    const auto isOfSun = [&object](CFilmTrack* track) {
+        const CFilmGLLightTrack* light = AsGLLightTrack(track);
+        return light != nullptr && light->isSun != 0 && light->lightObject == &object;
+    };
+    return object.IsLight() && std::ranges::any_of(object.Data().Films().films, [&](const IFilm* film) {
+               return film != nullptr && std::ranges::any_of(film->tracks, isOfSun);
+           });
+}
+
+} // namespace
+
 IconId IconOf(const engine::SceneObject& object) {
     const ClassLook* look = LookOf(object);
     return look != nullptr ? look->icon : IconId::Mesh;
@@ -49,7 +70,7 @@ QString ClassText(const engine::SceneObject& object) {
 }
 
 bool IsListed(const engine::SceneObject& object) {
-    return !object.transient && !engine::IsCameraPointClass(object.Info().className);
+    return !object.transient && !engine::IsCameraPointClass(object.Info().className) && !IsBodyOfSun(object);
 }
 
 } // namespace stage
