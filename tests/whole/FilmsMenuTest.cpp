@@ -1,19 +1,24 @@
 #include "framework/ColorDialog.h"
 #include "framework/FileDialog.h"
 #include "framework/Wnd.h"
+#include "host/engine/ClassDatabase.h"
 #include "host/engine/Film.h"
 #include "host/engine/FilmManager.h"
 #include "host/stage/windows/films/FilmCommands.h"
 #include "host/stage/windows/films/FilmNameDialog.h"
 #include "host/stage/windows/films/TimelineHand.h"
 #include "host/stage/windows/ToolWindows.h"
+#include "host/stage/windows/UndoCommands.h"
 #include "tests/whole/StageFixture.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QContextMenuEvent>
 #include <QDialogButtonBox>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTest>
@@ -57,6 +62,10 @@ protected:
                              [kind](const IFilmKey* key) { return key->kind == kind; });
         return keys;
     }
+    /// The value of the first key of the kind.
+    static Vector3 PointOf(const CFilmTrack& track, int kind) {
+        return static_cast<CFilmVectorKey*>(KeysOf(track, kind).at(0))->value;
+    }
     std::string Note() const { return window->statusBar()->currentMessage().toStdString(); }
 
     QString proposal;
@@ -90,6 +99,103 @@ TEST_F(FilmsMenuTest, NewFilmWithACameraShowsItFromTheStart) {
     EXPECT_TRUE(boxes.empty());
     Choose("FilmsAddCamera"); // a second one is for the user to cut to
     EXPECT_EQ(KeysOf(*Open()->mainTrack, KeyKind::Camera).size(), 1u);
+}
+
+TEST_F(FilmsMenuTest, ACameraOfTheFilmStandsWhereACameraOfTheLevelLooksFrom) {
+    ChooseFilm("Intro");
+    // Looks along -x from 100 above the ground: row 2 of a camera points back.
+    engine::ObjectSpec spec;
+    spec.className = engine::kCameraClass;
+    spec.name = "Corner";
+    const float rows[16] = {0, 0, -2, 0, 0, 2, 0, 0, 2, 0, 0, 0, 90000, 100, 300, 1}; // twice its size
+    std::ranges::copy(rows, spec.matrix.m);
+    spec.notes.fieldOfView = 0.5235988f; // 30 degrees
+    window->host.Select({window->commands.Create(spec)});
+    Settle();
+    const int view = window->ActiveView();
+    const std::vector<float> before(window->host.GetViewMatrix(view), window->host.GetViewMatrix(view) + 16);
+    const std::list<CFilmTrack*> tracks = Open()->tracks;
+    Choose("FilmsAddCameraFromObject");
+    const auto made = std::ranges::find_if(Open()->tracks, [&](CFilmTrack* track) {
+        return AsCameraTrack(track) != nullptr && std::ranges::find(tracks, track) == tracks.end();
+    });
+    ASSERT_NE(made, Open()->tracks.end());
+    const Vector3 eye = PointOf(**made, KeyKind::CameraPosition);
+    EXPECT_FLOAT_EQ(eye.x, 90000.0f);
+    EXPECT_FLOAT_EQ(eye.y, 100.0f);
+    EXPECT_FLOAT_EQ(eye.z, 300.0f);
+    const Vector3 target =
+        PointOf(**made, KeyKind::CameraTarget); // nothing is met out there: 5,000 units ahead
+    EXPECT_NEAR(target.x, 85000.0f, 0.1f);
+    EXPECT_NEAR(target.y, 100.0f, 0.1f);
+    EXPECT_NEAR(target.z, 300.0f, 0.1f);
+    const float angle = static_cast<CFilmScalarKey*>(KeysOf(**made, KeyKind::FieldOfView).at(0))->value;
+    EXPECT_NEAR(angle, 30.0f, 0.001f);
+    const float* after = window->host.GetViewMatrix(view);
+    EXPECT_EQ(std::vector<float>(after, after + 16), before) << "the view looks as before";
+    EXPECT_NE(Note().find("stands at the object"), std::string::npos) << Note();
+}
+
+TEST_F(FilmsMenuTest, ACameraAtAnObjectLooksAlongItAndNeedsOneAlone) {
+    ChooseFilm("Intro");
+    const std::size_t tracks = Open()->tracks.size();
+    Choose("FilmsAddCameraFromObject");
+    EXPECT_EQ(Open()->tracks.size(), tracks);
+    EXPECT_EQ(Note(),
+              "Select the camera of the level, or the object, that the film's camera shall stand at.");
+    engine::ObjectSpec spec;
+    spec.className = "EmptyObject";
+    spec.name = "Lookout";
+    spec.matrix.SetTranslation({90000, 100, 300}); // row 2 points along z
+    window->host.Select({window->commands.Create(spec)});
+    Settle();
+    Choose("FilmsAddCameraFromObject");
+    ASSERT_EQ(Open()->tracks.size(), tracks + 1);
+    const auto camera = std::ranges::find_if(Open()->tracks, [](CFilmTrack* track) {
+        return AsCameraTrack(track) != nullptr && PointOf(*track, KeyKind::CameraPosition).x == 90000.0f;
+    });
+    ASSERT_NE(camera, Open()->tracks.end());
+    EXPECT_NEAR(PointOf(**camera, KeyKind::CameraTarget).z, 5300.0f, 0.1f);
+}
+
+TEST_F(FilmsMenuTest, DeleteTakesTheOpenFilmAwayAndUndoBringsItBack) {
+    ChooseFilm("Intro");
+    const std::size_t lines = FilmLines().size();
+    Choose("FilmsDelete");
+    EXPECT_EQ(Open(), nullptr);
+    EXPECT_EQ(FilmLines().size(), lines - 1);
+    EXPECT_EQ(Note(), "Intro is deleted; Ctrl+Z brings it back");
+    window->session.History().NoteAll();
+    window->undo->Undo();
+    Settle();
+    EXPECT_EQ(FilmLines().size(), lines);
+    ChooseFilm("<none>");
+    Choose("FilmsDelete");
+    EXPECT_EQ(FilmLines().size(), lines) << "no film is open";
+}
+
+TEST_F(FilmsMenuTest, ARightClickOnAFilmOpensItAndItsMenu) {
+    ChooseFilm("<none>");
+    QTimer::singleShot(0, window.get(), [] {
+        QTimer::singleShot(0, qApp, [] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            EXPECT_EQ(menu->objectName(), "FilmListMenu");
+            QStringList texts;
+            for (const QAction* action : menu->actions()) {
+                texts << (action->isSeparator() ? "-" : action->text().remove('&'));
+            }
+            EXPECT_EQ(texts, (QStringList{"New film...", "-", "Rename film...", "Duplicate film...",
+                                          "Delete film"}));
+            menu->close();
+        });
+    });
+    const QPoint place = FilmList()->visualItemRect(FilmList()->item(1)).center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, FilmList()->viewport()->mapToGlobal(place));
+    QApplication::sendEvent(FilmList()->viewport(), &event);
+    Settle();
+    ASSERT_NE(Open(), nullptr);
+    EXPECT_EQ(Open()->name, FilmLines()[1]);
 }
 
 TEST_F(FilmsMenuTest, NewFilmRefusesATakenNameAndMakesNothing) {

@@ -140,6 +140,7 @@ TEST(FilmsIdsTest, AreThoseOfThePluginsResources) {
     EXPECT_EQ(kFrameNumber, IDC_MOVIE_FRAME);
     EXPECT_EQ(kFilmList, IDC_MOVIE_LIST);
     EXPECT_EQ(kFilmAdd, IDC_MOVIE_ADD);
+    EXPECT_EQ(kFilmDelete, IDC_MOVIE_DELETE);
 }
 
 TEST_F(ScenarioKeysTest, DeleteRemovesTheKeyThatWasPressed) {

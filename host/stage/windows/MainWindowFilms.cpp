@@ -42,9 +42,17 @@ void MainWindow::MakeFilmsMenu() {
         *menu, tr("&Rename film..."), {}, [this] { filmCommands->Rename(); }, "FilmsRename");
     AddAction(
         *menu, tr("&Duplicate film..."), {}, [this] { filmCommands->Duplicate(); }, "FilmsDuplicate");
+    AddAction(
+        *menu, tr("D&elete film"), {}, [this] { filmCommands->Delete(); }, "FilmsDelete");
     menu->addSeparator();
     AddAction(
-        *menu, tr("Add &camera here"), {}, [this] { filmCommands->AddCamera(); }, "FilmsAddCamera");
+        *menu, tr("Add &camera here"), {}, [this] { filmCommands->AddCamera(); }, "FilmsAddCamera")
+        ->setToolTip(tr("In the open film, where the active view looks from"));
+    AddAction(
+        *menu, tr("Add camera at the selected &object"), {}, [this] { filmCommands->AddCameraFromObject(); },
+        "FilmsAddCameraFromObject")
+        ->setToolTip(
+            tr("In the open film, where a camera of the level looks from, or along any other object"));
     QMenu* keys = menu->addMenu(tr("&Add key at the cursor"));
     for (const KeyEntry& entry : kAddedKeys) {
         AddAction(
@@ -65,6 +73,14 @@ void MainWindow::MakeFilmsMenu() {
         Report(on ? "Stage's own keys work in the Scenario window"
                   : "The Scenario window has the plug-in's keys alone");
     });
+}
+
+void MainWindow::AddFilmListMenu() {
+    QList<QAction*> actions;
+    for (const char* name : {"FilmsNew", "", "FilmsRename", "FilmsDuplicate", "FilmsDelete"}) {
+        actions.append(findChild<QAction*>(*name != '\0' ? name : "none"));
+    }
+    filmCommands->AttachMenu(actions);
 }
 
 CWnd* MainWindow::OpenFilmsPanel() {

@@ -167,6 +167,7 @@ void MainWindow::ShowPanel(const CRuntimeClass* formClass) {
         return;
     }
     panelForm = form;
+    AddFilmListMenu();
     QWidget* native = NativeWidget(*form);
     holder->setMinimumSize(native->size());
     pluginPanel->setWidget(holder);
@@ -248,6 +249,10 @@ void MainWindow::ShowMenu(int view, EditorObject* object, const QPoint& screen) 
         for (const char* name :
              {"ViewFocus", "EditDuplicate", "EditRename", "EditGroup", "EditUngroup", "EditDelete"}) {
             menu.addAction(findChild<QAction*>(name));
+        }
+        const auto* levelData = host.level.GetLevelData();
+        if (levelData != nullptr && levelData->filmManager->currentFilm != nullptr) {
+            menu.addAction(findChild<QAction*>("FilmsAddCameraFromObject"));
         }
     }
     if (view >= 0) {

@@ -3,10 +3,12 @@
 #include "framework/ColorDialog.h"
 #include "framework/Dialog.h"
 #include "framework/FileDialog.h"
+#include "host/engine/ClassDatabase.h"
 #include "host/engine/Film.h"
 #include "host/engine/FilmManager.h"
 #include "host/stage/host/SelectedIds.h"
 #include "host/stage/windows/films/FilmCopy.h"
+#include "host/stage/windows/films/FilmListMenu.h"
 #include "host/stage/windows/films/FilmNameDialog.h"
 #include "host/stage/windows/films/FilmsIds.h"
 #include "host/stage/windows/films/ScenarioKeys.h"
@@ -86,6 +88,51 @@ void Fill(IFilmKey& key, const std::string& name, Vector3 color) {
         break;
     }
 }
+
+/// The object's place without its size. Row 2 of a camera points back; of any other object it points ahead,
+/// and the camera looks along it.
+engine::Matrix4 CameraAt(const engine::SceneObject& object) {
+    engine::Matrix4 world = object.World();
+    const float way = object.Info().className == engine::kCameraClass ? 1.0f : -1.0f;
+    for (int row = 0; row < 3; ++row) {
+        float* axis = world.m + 4 * row;
+        const float length = std::hypot(axis[0], axis[1], axis[2]);
+        const float factor = (row == 1 ? 1.0f : way) / (length > 0.0f ? length : 1.0f);
+        std::for_each_n(axis, 3, [factor](float& number) { number *= factor; });
+    }
+    return world;
+}
+
+/// Another camera in a view of the level for as long as it lives. Nothing is drawn meanwhile.
+class AimedView {
+public:
+    AimedView(engine::Level& openLevel, int viewNumber, const engine::Matrix4& camera, float fieldOfView)
+        : level(openLevel), number(viewNumber) {
+        engine::View& view = *level.Views().At(number);
+        std::copy_n(view.CameraMatrix(), std::size(former.m), former.m);
+        formerAngle = view.GetFieldOfView();
+        Aim(view, camera, fieldOfView);
+    }
+    ~AimedView() {
+        if (engine::View* view = level.Views().At(number)) {
+            Aim(*view, former, formerAngle);
+        }
+    }
+    AimedView(const AimedView&) = delete;
+    AimedView& operator=(const AimedView&) = delete;
+
+private:
+    static void Aim(engine::View& view, const engine::Matrix4& camera, float fieldOfView) {
+        const CameraData& data = view.camera->data;
+        view.SetProjection(fieldOfView, data.recordNear, data.recordFar, 0);
+        view.SetCamera(camera.m);
+    }
+
+    engine::Level& level;
+    int number;
+    engine::Matrix4 former;
+    float formerAngle = 0.0f;
+};
 
 /// Gives the selection back, which the plug-in drops with each choice of a film.
 class KeptSelection {
@@ -228,14 +275,80 @@ void FilmCommands::Duplicate() {
     Report(std::string(copy->name) + " is a copy of " + film->name + left);
 }
 
+void FilmCommands::Delete() {
+    const engine::Film* film = Shown();
+    if (film == nullptr || film->IsPlaying()) {
+        Report(film == nullptr ? "Open the film first: choose it in the list." : "Stop the film first.");
+        return;
+    }
+    const std::string name = film->name;
+    if (panel.Delete(*Manager(), film)) {
+        window.quiet->Request();
+        Report(name + " is deleted; Ctrl+Z brings it back");
+    }
+}
+
+void FilmCommands::AttachMenu(const QList<QAction*>& actions) {
+    if (QAbstractItemView* list = panel.List()) {
+        new FilmListMenu(
+            *list, [this](int line) { OpenLine(line); }, actions); // the list's own
+    }
+}
+
+void FilmCommands::OpenLine(int line) {
+    const engine::FilmManager* manager = Manager();
+    if (manager == nullptr) {
+        return;
+    }
+    int present = 0; // the first line is "<none>"
+    for (const IFilm* film : manager->films) {
+        present += film != nullptr ? 1 : 0;
+        if (film != nullptr && present == line && film != manager->currentFilm) {
+            panel.Choose(*manager, film);
+            return;
+        }
+    }
+}
+
 void FilmCommands::AddCamera() {
+    MakeCamera(std::nullopt);
+}
+
+void FilmCommands::AddCameraFromObject() {
+    if (const std::optional<Shot> shot = ShotOfSelected()) {
+        MakeCamera(shot);
+    } else {
+        Report("Select the camera of the level, or the object, that the film's camera shall stand at.");
+    }
+}
+
+std::optional<FilmCommands::Shot> FilmCommands::ShotOfSelected() const {
+    const std::vector<engine::SceneObject*> selected = window.commands.Selected();
+    if (selected.size() != 1 || !engine::IsFinite(selected.front()->World())) {
+        return std::nullopt;
+    }
+    return Shot{CameraAt(*selected.front()), selected.front()->notes.Angle()};
+}
+
+void FilmCommands::MakeCamera(const std::optional<Shot>& shot) {
     engine::Film* film = Shown();
-    if (film == nullptr) {
+    const StageView* view = window.host.views.At(window.ActiveView());
+    if (film == nullptr || view == nullptr) {
         Report("Open a film first: choose it in the list, or make one with Films > New film.");
         return;
     }
+    if (timeline.Timeline() == nullptr) {
+        panel.ShowTimeline();
+    }
     const std::list<CFilmTrack*> before = film->tracks;
-    timeline.AnswerDialog(films_id::kAddCamera, [](CDialog&) { return true; }); // with the name it proposes
+    {
+        std::optional<AimedView> aimed;
+        if (shot) {
+            aimed.emplace(window.host.level, window.ActiveView(), shot->camera, shot->fieldOfView);
+        }
+        timeline.AnswerDialog(films_id::kAddCamera,
+                              [](CDialog&) { return true; }); // with the name it proposes
+    }
     if (Shown() != film) {
         return;
     }
@@ -247,11 +360,12 @@ void FilmCommands::AddCamera() {
         return;
     }
     const std::string name = AsCameraTrack(*made)->cameraName;
+    const std::string stands = name + (shot ? " stands at the object" : " stands where the view looks from");
     if (!HasCameraKeys(*film) && !film->IsPlaying()) {
         ShowFromStart(*film, name);
-        Report(name + " stands where the view looks from, and the film shows it from its start to its end");
+        Report(stands + ", and the film shows it from its start to its end");
     } else {
-        Report(name + " stands where the view looks from; a camera key shows it");
+        Report(stands + "; a camera key shows it");
     }
 }
 

@@ -36,5 +36,6 @@ constexpr unsigned kFrameNumber = 1811;
 // Controls of the panel.
 constexpr unsigned kFilmList = 1744;
 constexpr unsigned kFilmAdd = 1745;
+constexpr unsigned kFilmDelete = 1746;
 
 } // namespace stage::films_id

@@ -1,12 +1,14 @@
 #include "host/stage/windows/films/PanelHand.h"
 
 #include "framework/FormView.h"
+#include "framework/QtBridge.h"
 #include "framework/Wnd.h"
 #include "host/stage/windows/films/FilmsIds.h"
 #include "plugin/contract/FilmManager.h"
 
 #include <algorithm>
 #include <iterator>
+#include <QAbstractItemView>
 
 namespace stage {
 
@@ -74,6 +76,19 @@ bool PanelHand::Choose(const IFilmManager& manager, const IFilm* film) const {
 
 void PanelHand::ShowTimeline() const {
     Tell(films_id::kFilmList, LBN_DBLCLK);
+}
+
+bool PanelHand::Delete(const IFilmManager& manager, const IFilm* film) const {
+    if (manager.currentFilm == film) {
+        Tell(films_id::kFilmDelete, BN_CLICKED);
+    }
+    return std::ranges::find(manager.films, film) == std::end(manager.films);
+}
+
+QAbstractItemView* PanelHand::List() const {
+    const CWnd* page = Page();
+    const CWnd* list = page != nullptr ? page->GetDlgItem(films_id::kFilmList) : nullptr;
+    return list != nullptr ? qobject_cast<QAbstractItemView*>(NativeWidget(*list)) : nullptr;
 }
 
 void PanelHand::Refresh() const {

@@ -5,6 +5,7 @@
 class CWnd;
 class IFilm;
 class IFilmManager;
+class QAbstractItemView;
 
 namespace stage {
 
@@ -23,6 +24,10 @@ public:
     void ShowTimeline() const;
     /// The list is written anew.
     void Refresh() const;
+    /// Presses "Delete", which deletes the chosen film. False if it is still there.
+    bool Delete(const IFilmManager& manager, const IFilm* film) const;
+    /// The widget of the list; null without the panel.
+    QAbstractItemView* List() const;
 
 private:
     CWnd* Page() const;
