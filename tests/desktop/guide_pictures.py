@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Makes the pictures of the scenario window, the kinds of views and the assets for the user guide.
+"""Makes the pictures of the scenario window, the kinds of views, the assets, parents and the menu of films for the
+user guide.
 
     python3 tests/desktop/guide_pictures.py --stage build/release/bin/stage --level examples/harbour/harbour.level
 """
@@ -10,6 +11,7 @@ import time
 from pathlib import Path
 
 from check_desktop import at, film_opens, panel_opens, rows, ruler, scenario, scenario_opens_docked
+from check_scene import PARENT, a_drag_onto_an_object_makes_it_the_parent, rect_of
 from desktop import Desktop, arguments_of, find
 
 DRAW_SECONDS = 1.5  # four views drawn without a graphics card
@@ -105,11 +107,24 @@ def show_assets(desktop, images):
     desktop.key("Escape")
 
 
+def show_parents(desktop, images):
+    time.sleep(DRAW_SECONDS)
+    a_drag_onto_an_object_makes_it_the_parent(desktop)
+    x, y, _, height = rect_of(desktop, PARENT)
+    shutil.copy(desktop.picture("parents", (x - 16, y - 3 * height, 214, 9 * height)), images / "parents.png")
+    panel_opens(desktop)
+    film = desktop.item("Intro")["rect"]
+    desktop.click(film, button=3)
+    desktop.until("the menu", lambda s: find(s["menus"], "Rename film..."))
+    shutil.copy(desktop.picture("films_menu", (film[0] - 20, film[1] - 60, 290, 220)), images / "films_menu.png")
+    desktop.key("Escape")
+
+
 def main():
     parser = arguments_of(__doc__, "out/guide")
     parser.add_argument("--images", default="docs/images", help="where the pictures of the guide go")
     arguments = parser.parse_args()
-    for show in (show_timeline, show_views, show_assets):
+    for show in (show_timeline, show_views, show_assets, show_parents):
         with tempfile.TemporaryDirectory(prefix="films_guide_") as work:
             copy = Path(work) / "level"
             shutil.copytree(Path(arguments.level).parent, copy)
