@@ -42,6 +42,37 @@ TEST_F(CreateMenuTest, EachShapeHasABodyThatCanBePicked) {
     }
 }
 
+TEST_F(CreateMenuTest, NewShapesStandOutAgainstSkyAndFog) {
+    constexpr int kClear = 40;       // of 255, in one channel at least
+    constexpr float kFar = -6000.0f; // 72 m from the view, where the fog is thick
+    for (const char* action :
+         {"CreateBox", "CreateSphere", "CreateCylinder", "CreateCone", "CreateCapsule"}) {
+        engine::SceneObject* object = Create(action);
+        for (const float z : {0.0f, kFar}) {
+            const float size = z == 0.0f ? 1.0f : 10.0f;
+            engine::Matrix4 matrix;
+            matrix.m[0] = matrix.m[5] = matrix.m[10] = size;
+            matrix.SetTranslation({0.0f, 0.0f, z});
+            object->SetMatrix(matrix.m, 0);
+            const QPoint pixel = PixelOf(0.0f, 40.0f * size, z);
+            window.host.Select({});
+            const auto colorThere = [&](bool isShown) {
+                object->visible = isShown ? 1 : 0;
+                return View()->grab().toImage().pixelColor(pixel);
+            };
+            const QColor with = colorThere(true);
+            const QColor without = colorThere(false);
+            const int most =
+                std::max({std::abs(with.red() - without.red()), std::abs(with.green() - without.green()),
+                          std::abs(with.blue() - without.blue())});
+            EXPECT_GE(most, kClear) << action << " at " << z << ": " << with.name().toStdString()
+                                    << " before " << without.name().toStdString();
+        }
+        window.host.Select({object});
+        window.commands.DeleteSelected();
+    }
+}
+
 TEST_F(CreateMenuTest, ANewBoxStandsWhereTheViewLooks) {
     // The view looks from (0, 200, 1200) at (0, 100, 0), which leads to the ground 1200 units behind that.
     engine::SceneObject* box = Create("CreateBox");
@@ -172,6 +203,6 @@ TEST_F(CreateMenuTest, SeveralBoxesTakeOneEntryAndKeepWhatDiffers) {
     EXPECT_FALSE(window.panel->shape->sides[0]->IsMixed());
     EXPECT_TRUE(window.panel->shape->sides[1]->IsMixed());
     window.panel->shape->sides[0]->setValue(40.0);
-    EXPECT_EQ(first->meshName, "shape:box 40 100 100 #b4b4b4");
+    EXPECT_EQ(first->meshName, "shape:box 40 100 100 #c67b4f");
     EXPECT_EQ(second->meshName, "shape:box 40 300 100 #112233");
 }

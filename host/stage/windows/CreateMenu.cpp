@@ -31,19 +31,20 @@ namespace {
 
 using engine::Metres;
 
+/// Colours that stand out against sky, fog and each other.
 constexpr CreateEntry kShapes[] = {
     {"CreateBox", QT_TR_NOOP("&Box"), IconId::Box, ClassName::Mesh, "Box", 0.0f,
-     "shape:box 100 100 100 #b4b4b4"},
+     "shape:box 100 100 100 #c67b4f"},
     {"CreatePlane", QT_TR_NOOP("&Plane"), IconId::Plane, ClassName::Mesh, "Plane", 0.0f,
-     "shape:plane 1000 1 1000 #8c8c8c"},
+     "shape:plane 1000 1 1000 #6d7a70"},
     {"CreateSphere", QT_TR_NOOP("&Sphere"), IconId::Sphere, ClassName::Mesh, "Sphere", 0.0f,
-     "shape:sphere 100 100 100 #b4b4b4"},
+     "shape:sphere 100 100 100 #4f8fc6"},
     {"CreateCylinder", QT_TR_NOOP("C&ylinder"), IconId::Cylinder, ClassName::Mesh, "Cylinder", 0.0f,
-     "shape:cylinder 100 100 100 #b4b4b4"},
+     "shape:cylinder 100 100 100 #6fa84f"},
     {"CreateCone", QT_TR_NOOP("&Cone"), IconId::Cone, ClassName::Mesh, "Cone", 0.0f,
-     "shape:cone 100 100 100 #b4b4b4"},
+     "shape:cone 100 100 100 #d1a13c"},
     {"CreateCapsule", QT_TR_NOOP("C&apsule"), IconId::Capsule, ClassName::Mesh, "Capsule", 0.0f,
-     "shape:capsule 60 180 60 #b4b4b4"},
+     "shape:capsule 60 180 60 #a56bb0"},
 };
 
 constexpr CreateEntry kThings[] = {
