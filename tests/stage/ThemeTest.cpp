@@ -2,6 +2,7 @@
 #include "host/stage/windows/ScreenFit.h"
 #include "tests/stage/WindowFixture.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QMenu>
 #include <QPalette>
@@ -57,6 +58,7 @@ TEST_P(ThemeContrastTest, IconsAndStatesCanBeTold) {
             EXPECT_GE(ContrastOf(ink, ground), kShape) << std::hex << ink << " on " << ground;
         }
     }
+    EXPECT_GE(ContrastOf(colors.icon, colors.title), kShape) << "buttons of docks";
     for (const QRgb ground : {colors.pictureBar, colors.pictureHover}) {
         EXPECT_GE(ContrastOf(stage::LightColors().icon, ground), kShape) << std::hex << ground;
     }
@@ -106,6 +108,24 @@ TEST_F(ThemeWindowTest, WindowIsNoLargerThanTheScreenThatItOpensOn) {
 TEST_F(ThemeWindowTest, WindowFitsTheSmallestScreen) {
     EXPECT_LE(window.minimumSizeHint().width(), 1276);
     EXPECT_LE(window.minimumSizeHint().height(), 680);
+}
+
+TEST_F(ThemeWindowTest, ButtonsOfDocksHaveTheColourOfIconsAtAnySize) {
+    int seen = 0;
+    for (const auto* close : window.findChildren<QAbstractButton*>("qt_dockwidget_closebutton")) {
+        for (const int side : {16, 64}) {
+            const QImage picture = close->icon().pixmap(side, side).toImage();
+            ASSERT_EQ(picture.width(), side);
+            // The middle, where its two strokes cross; mixing in the edges loses a shade.
+            const QColor ink = picture.pixelColor(side / 2, side / 2);
+            const QColor icon = QColor::fromRgb(stage::PresentColors().icon);
+            EXPECT_NEAR(ink.red(), icon.red(), 2);
+            EXPECT_NEAR(ink.green(), icon.green(), 2);
+            EXPECT_NEAR(ink.blue(), icon.blue(), 2);
+            ++seen;
+        }
+    }
+    EXPECT_GE(seen, 4) << "of the lists at both sides";
 }
 
 TEST_F(ThemeWindowTest, ToolbarWithoutRoomHasAnArrowThatCanBeHit) {

@@ -316,17 +316,27 @@ void DrawMoreBelow(QPainter& p) {
     p.drawPolyline(QPolygonF({{3.5, 8.5}, {8, 12.5}, {12.5, 8.5}}));
 }
 
+void DrawCloseWindow(QPainter& p) {
+    Line(p, 4, 4, 12, 12);
+    Line(p, 12, 4, 4, 12);
+}
+
+void DrawFloatWindow(QPainter& p) {
+    p.drawRect(QRectF(3, 6, 7, 7));
+    p.drawPolyline(QPolygonF({{6, 3.5}, {12.5, 3.5}, {12.5, 10}}));
+}
+
 constexpr Draw kDrawings[] = {
-    DrawNew,          DrawOpen,        DrawSave,       DrawSelect,    DrawMove,        DrawRotate,
-    DrawScale,        DrawOneView,     DrawTwoViews,   DrawFourViews, DrawGrid,        DrawFocus,
-    DrawDuplicate,    DrawDelete,      DrawGroup,      DrawMesh,      DrawCharacter,   DrawLight,
-    DrawDynamicLight, DrawSun,         DrawEmpty,      DrawSound,     DrawCameraPoint, DrawFilm,
-    DrawBox,          DrawPlane,       DrawSphere,     DrawCylinder,  DrawCone,        DrawCapsule,
-    DrawCamera,       DrawLabel,       DrawEye,        DrawEyeShut,   DrawLock,        DrawSnapGrid,
-    DrawSnapAngle,    DrawSnapSurface, DrawSnapVertex, DrawLocalAxes, DrawPivot,       DrawMoreRight,
-    DrawMoreBelow,
+    DrawNew,          DrawOpen,        DrawSave,        DrawSelect,    DrawMove,        DrawRotate,
+    DrawScale,        DrawOneView,     DrawTwoViews,    DrawFourViews, DrawGrid,        DrawFocus,
+    DrawDuplicate,    DrawDelete,      DrawGroup,       DrawMesh,      DrawCharacter,   DrawLight,
+    DrawDynamicLight, DrawSun,         DrawEmpty,       DrawSound,     DrawCameraPoint, DrawFilm,
+    DrawBox,          DrawPlane,       DrawSphere,      DrawCylinder,  DrawCone,        DrawCapsule,
+    DrawCamera,       DrawLabel,       DrawEye,         DrawEyeShut,   DrawLock,        DrawSnapGrid,
+    DrawSnapAngle,    DrawSnapSurface, DrawSnapVertex,  DrawLocalAxes, DrawPivot,       DrawMoreRight,
+    DrawMoreBelow,    DrawCloseWindow, DrawFloatWindow,
 };
-static_assert(std::size(kDrawings) == static_cast<std::size_t>(IconId::MoreBelow) + 1);
+static_assert(std::size(kDrawings) == static_cast<std::size_t>(IconId::FloatWindow) + 1);
 
 class VectorIcon : public QIconEngine {
 public:

@@ -49,6 +49,8 @@ enum class IconId {
     Pivot,
     MoreRight,
     MoreBelow,
+    CloseWindow,
+    FloatWindow,
 };
 
 QIcon MakeIcon(IconId id);

@@ -13,6 +13,11 @@ QIcon StageStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, 
         return MakeIcon(IconId::MoreRight);
     case SP_ToolBarVerticalExtensionButton:
         return MakeIcon(IconId::MoreBelow);
+    // Of docks; the toolkit's own are dark pixels of one size.
+    case SP_TitleBarCloseButton:
+        return MakeIcon(IconId::CloseWindow);
+    case SP_TitleBarNormalButton:
+        return MakeIcon(IconId::FloatWindow);
     default:
         return QProxyStyle::standardIcon(icon, option, widget);
     }

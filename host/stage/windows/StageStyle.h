@@ -4,7 +4,8 @@
 
 namespace stage {
 
-/// Fusion with a clear arrow at the end of a toolbar that has no room for all of its buttons.
+/// Fusion with a clear arrow at the end of a toolbar that has no room for all of its buttons, and with
+/// buttons of docks in the colours of the theme, sharp at any scale.
 class StageStyle : public QProxyStyle {
     Q_OBJECT
 public:
