@@ -14,6 +14,7 @@
 #include <QMenuBar>
 #include <QSettings>
 #include <QTest>
+#include <QTimer>
 #include <QWheelEvent>
 #include <QWindow>
 
@@ -218,6 +219,21 @@ TEST_F(ToolWindowTest, PlainKeysReachTheWindowAndNotTheEditorsCommands) {
     Press(Qt::Key_E);
     EXPECT_TRUE(Action("ToolRotate")->isChecked());
     EXPECT_EQ(dialog.keys.size(), 3u + 1u); // Ctrl, held for the command
+}
+
+TEST_F(ToolWindowTest, TheKeyForHelpIsTheMainWindows) {
+    ToolDialog dialog;
+    Show(dialog);
+    NativeWidget(dialog)->setFocus();
+    QString title;
+    QTimer::singleShot(0, &window, [&title] {
+        if (QWidget* help = QApplication::activeModalWidget()) {
+            title = help->windowTitle();
+            help->close();
+        }
+    });
+    Press(Qt::Key_F1);
+    EXPECT_EQ(title, "Mouse and keys");
 }
 
 TEST_F(ToolWindowTest, ClickGivesTheWindowTheKeyboardAsAFrameOfItsOwnWould) {

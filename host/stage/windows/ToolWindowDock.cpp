@@ -136,9 +136,11 @@ void ToolWindowDock::FocusMoved(QWidget* old, QWidget* now) {
 
 bool ToolWindowDock::event(QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride) {
-        // Plain keys belong to the window that has the keyboard, not to the main window's commands.
+        // Plain keys belong to the window that has the keyboard, not to the main window's commands. Help is
+        // for all.
         constexpr Qt::KeyboardModifiers kCommands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-        if ((static_cast<QKeyEvent*>(event)->modifiers() & kCommands) == Qt::NoModifier) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if ((key->modifiers() & kCommands) == Qt::NoModifier && key->key() != Qt::Key_F1) {
             event->accept();
             return true;
         }
