@@ -42,12 +42,11 @@ protected:
 TEST_F(ViewLookTest, AFlatViewShowsLengthsAsTheyAre) {
     Show(ViewKind::Top);
     Aim({0.0f, 0.0f, 0.0f});
-    const int height = View()->height();
+    const int tenth = View()->height() / 10;
     const QPoint middle = PixelOf(0.0f, 0.0f, 0.0f);
-    EXPECT_NEAR(PixelOf(100.0f, 0.0f, 0.0f).x() - middle.x(), height / 10, 1)
-        << "100 of 1000 units to the right";
-    EXPECT_NEAR(PixelOf(100.0f, 5000.0f, 0.0f).x() - middle.x(), height / 10, 1) << "at any height";
-    EXPECT_NEAR(PixelOf(0.0f, 0.0f, 100.0f).y() - middle.y(), height / 10, 1) << "z comes down";
+    EXPECT_NEAR(PixelOf(100.0f, 0.0f, 0.0f).x() - middle.x(), tenth, 1) << "100 of 1000 units to the right";
+    EXPECT_NEAR(PixelOf(100.0f, 5000.0f, 0.0f).x() - middle.x(), tenth, 1) << "at any height";
+    EXPECT_NEAR(PixelOf(0.0f, 0.0f, 100.0f).y() - middle.y(), tenth, 1) << "z comes down";
 }
 
 TEST_F(ViewLookTest, FrontAndSideShowTheHeight) {

@@ -79,6 +79,7 @@ std::vector<std::string> ControlTest::VisibleNames() const {
 
 IFilm* ControlTest::OpenFilmWithActors(int count) {
     std::vector<EditorObject*> actors;
+    actors.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         actors.push_back(editor.Create("Actor" + std::to_string(100 + i)));
     }

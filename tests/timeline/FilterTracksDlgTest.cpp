@@ -26,6 +26,7 @@ protected:
     int Run(const std::function<void()>& work) { return user.Run(work); }
     std::vector<std::string> Lines() const {
         std::vector<std::string> lines;
+        lines.reserve(static_cast<std::size_t>(dialog.list.GetCount()));
         for (int line = 0; line < dialog.list.GetCount(); ++line) {
             lines.push_back(dialog.list.GetText(line));
         }

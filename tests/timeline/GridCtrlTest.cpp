@@ -68,6 +68,7 @@ std::string Axis(int from, int to, int y) {
 
 std::vector<int> Places(const std::vector<Tic>& tics) {
     std::vector<int> places;
+    places.reserve(tics.size());
     for (const Tic& tic : tics) {
         places.push_back(tic.x);
     }

@@ -41,6 +41,7 @@ protected:
     }
     void OpenManyRows() {
         std::vector<EditorObject*> actors;
+        actors.reserve(20);
         for (int i = 0; i < 20; ++i) {
             actors.push_back(editor.Create("Actor" + std::to_string(100 + i)));
         }

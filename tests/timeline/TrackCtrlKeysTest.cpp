@@ -20,7 +20,7 @@ protected:
         const bool taken = row.AddKeyView(view, redraw, existing, /*noUndo*/ true);
         for (auto& owned : made) {
             if (taken && owned.get() == view) {
-                owned.release();
+                static_cast<void>(owned.release()); // the row owns it now
             }
         }
         return taken;

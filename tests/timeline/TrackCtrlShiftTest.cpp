@@ -68,6 +68,7 @@ protected:
     void ExpectShifts(int kind, float time, float delta, const std::vector<Shift>& shifts) {
         CTrackCtrl& row = RowFor(kind);
         std::vector<CTrackKey*> views;
+        views.reserve(shifts.size());
         for (const Shift& shift : shifts) {
             views.push_back(Put(row, shift.from.first, shift.from.second));
         }

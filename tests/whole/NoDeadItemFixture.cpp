@@ -200,6 +200,7 @@ std::vector<std::string> NoDeadItemInStageTest::Items() {
         }
     }
     std::vector<std::string> names;
+    names.reserve(found.size());
     for (const auto& [name, action] : found) {
         names.push_back(name);
     }
