@@ -30,8 +30,8 @@ ModelNews ReloadModels(EditorHost& host) {
         }
     }
     host.meshes.DropReplaced();
-    // Elements and animations may be others; an open film poses what stands at rest now.
-    host.plugins.SendEvent(EventCode::ObjectSetChanged, nullptr);
+    // An open film poses what stands at rest now. Its rows and what is chosen in them stay: event 8 would
+    // have them made anew.
     ObjectList none;
     host.plugins.SendEvent(EventCode::ObjectsChangedOutside, &none);
     host.windows.RefreshObjectPanel();
