@@ -168,16 +168,16 @@ void AssetPanel::ShowMenu(const QPoint& place) {
         return;
     }
     const Asset asset = *found;
-    QMenu menu(this);
+    const QPointer<QMenu> menu = new QMenu(this); // the menu's loop may end Stage, and the panel with it
     const QAction* first =
-        menu.addAction(asset.kind == AssetKind::Model ? tr("&Place in the view") : tr("&Play"));
-    const QAction* folder = menu.addAction(tr("Show in &folder"));
-    const QAction* uses = menu.addAction(tr("Where is it &used?"));
-    const QPointer<AssetPanel> self(this); // the menu's loop may end Stage
-    const QAction* chosen = menu.exec(list->viewport()->mapToGlobal(place));
-    if (self == nullptr || chosen == nullptr) {
+        menu->addAction(asset.kind == AssetKind::Model ? tr("&Place in the view") : tr("&Play"));
+    const QAction* folder = menu->addAction(tr("Show in &folder"));
+    const QAction* uses = menu->addAction(tr("Where is it &used?"));
+    const QAction* chosen = menu->exec(list->viewport()->mapToGlobal(place));
+    if (menu == nullptr) {
         return;
     }
+    menu->deleteLater();
     if (chosen == folder) {
         openFolder(QFileInfo(QString::fromStdString(asset.path)).absolutePath());
     } else if (chosen == uses) {
