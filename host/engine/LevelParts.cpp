@@ -214,6 +214,69 @@ bool IsLook(const PartKey& key) {
     return key.kind == PartKind::ObjectPlugins || key.kind == PartKind::Root;
 }
 
+namespace {
+
+/// Where an object begins that a plug-in has written behind bytes of its own: from there on chunks follow
+/// each other to the end, the object's core first. Nothing if there is none.
+std::optional<std::size_t> BeginOfObject(std::string_view record) {
+    for (std::size_t begin = 0; begin < record.size(); ++begin) {
+        try {
+            ChunkCursor cursor(record.substr(begin), 0);
+            FoundChunk chunk;
+            bool isCore = cursor.Next(chunk) && chunk.id == LevelChunk::ObjectCore;
+            while (isCore && cursor.Next(chunk)) {
+            }
+            if (isCore) {
+                return begin;
+            }
+        } catch (const ChunkError&) { // not there
+        }
+    }
+    return std::nullopt;
+}
+
+/// A record of a plug-in's with an object in it, without what plug-ins keep of the object.
+std::string BareRecord(std::string_view record) {
+    const std::optional<std::size_t> begin = BeginOfObject(record);
+    if (!begin) {
+        return std::string(record);
+    }
+    std::string bare(record.substr(0, *begin));
+    ChunkCursor cursor(record.substr(*begin), 0);
+    for (FoundChunk chunk; cursor.Next(chunk);) {
+        const bool isOwn = chunk.id == LevelChunk::ObjectCore || chunk.id == LevelChunk::ObjectLight ||
+                           chunk.id == LevelChunk::ObjectNotes;
+        if (isOwn) {
+            AppendChunk(bare, chunk.id, chunk.data);
+        }
+    }
+    return bare;
+}
+
+} // namespace
+
+std::string WithoutLooks(const PartKey& key, std::string_view bytes) {
+    if (IsLook(key)) {
+        return {};
+    }
+    if (key.kind != PartKind::RootObjects) {
+        return std::string(bytes);
+    }
+    try {
+        std::string bare;
+        ChunkCursor outer(bytes, 0);
+        for (FoundChunk whole; outer.Next(whole);) {
+            ChunkCursor records(whole.data, 0);
+            for (FoundChunk record; records.Next(record);) {
+                AppendChunk(bare, record.id, BareRecord(record.data));
+            }
+        }
+        return bare;
+    } catch (const ChunkError&) {
+        return std::string(bytes); // a plug-in may write as it likes
+    }
+}
+
 void ReadLevelParts(Level& level, IPartSink& sink) {
     PartReader(level, sink).Read();
 }

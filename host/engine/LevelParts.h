@@ -41,6 +41,9 @@ struct PartKey {
 /// they show something.
 bool IsLook(const PartKey& key);
 
+/// The part without what plug-ins keep of the objects in it, which is how they are shown; nothing of a look.
+std::string WithoutLooks(const PartKey& key, std::string_view bytes);
+
 /// Takes a level's parts one by one.
 class IPartSink {
 public:

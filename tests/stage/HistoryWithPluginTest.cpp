@@ -173,6 +173,26 @@ TEST_F(HistoryWithPluginTest, ADeletedObjectComesBackAndTheFilmStaysOpen) {
     EXPECT_EQ(Written(), start);
 }
 
+TEST_F(HistoryWithPluginTest, OpeningAFilmIsNoStepOfTheUser) {
+    MoveBy(*Find("Fishing boat"), 100.0f, 0.0f);
+    History().NoteAll();
+    window->commands.Duplicate();
+    History().NoteAll();
+    MoveBy(*Find("Fishing boat1"), 100.0f, 0.0f);
+    History().NoteAll();
+    ASSERT_EQ(History().Edits().UndoName(), "Move Fishing boat1");
+    ChooseLine(1);
+    QApplication::processEvents();
+    History().NoteAll();
+    EXPECT_EQ(History().Edits().UndoName(), "Move Fishing boat1");
+    window->undo->Undo();
+    EXPECT_EQ(History().Edits().RedoName(), "Move Fishing boat1");
+    ChooseLine(2);
+    QApplication::processEvents();
+    History().NoteAll();
+    EXPECT_EQ(History().Edits().RedoName(), "Move Fishing boat1") << "looking at another one ends nothing";
+}
+
 TEST_F(HistoryWithPluginTest, AnimatingStaysOnWhereTheLevelIsPutTogetherAnew) {
     ChooseLine(1);
     QApplication::processEvents();

@@ -222,6 +222,13 @@ private:
     const engine::LevelData& data;
 };
 
+/// Rows of lights folded, which plug-ins keep with the lights themselves.
+bool IsOnlyShownOtherwise(const PartChange& change) {
+    return change.key.kind == PartKind::RootObjects && change.before && change.after &&
+           engine::WithoutLooks(change.key, *change.before) ==
+               engine::WithoutLooks(change.key, *change.after);
+}
+
 bool IsSunTrack(const PartChange& change) {
     return change.key.kind == PartKind::Track && !change.before && change.after &&
            engine::TrackFactsOf(*change.after).isSun;
@@ -238,7 +245,7 @@ bool IsOnlyLook(const PartChanges& changes) {
     return std::ranges::all_of(changes, [hasSun](const PartChange& change) {
         const bool sameHead = change.key.kind == PartKind::Film && change.before && change.after &&
                               engine::FilmHeadOf(*change.before) == engine::FilmHeadOf(*change.after);
-        return engine::IsLook(change.key) ||
+        return engine::IsLook(change.key) || IsOnlyShownOtherwise(change) ||
                (hasSun && (IsSunTrack(change) || sameHead || change.key.kind == PartKind::RootObjects));
     });
 }
