@@ -6,7 +6,8 @@ namespace stage {
 
 enum class AssetKind { None, Model, Sound, Effect };
 
-/// By the ending: .glb and .gltf; .wav, .ogg and .flac. Effects are no files of a level's alone: never Effect.
+/// By the ending: .glb and .gltf; .wav, .ogg and .flac. Effects are no files of a level's alone: never
+/// Effect.
 AssetKind AssetKindOf(const std::string& path);
 
 /// What an import has made.
