@@ -5,8 +5,8 @@
 #include "keys/views/LooseKey.h"
 #include "keys/views/NullTimeTrackKey.h"
 #include "keys/views/TimedTrackKey.h"
-#include "plugin/PluginImpl.h"
 #include "plugin/contract/KeyKindTable.h"
+#include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 
 #include <algorithm>
@@ -87,9 +87,8 @@ bool PlaceNewKey(CFilmsMainCtrl& control, LooseKey& key, float mouse, float time
 
 CTrackKey* MakeNewKey(KeyViewContext& context, int kind) {
     IFilmManager* manager = context.session.GetFilmManager();
-    IFilmKey* record = manager != nullptr && FindKeyKind(kind) != nullptr
-                           ? manager->keyFactory->CreateKey(kind)
-                           : nullptr;
+    IFilmKey* record =
+        manager != nullptr && FindKeyKind(kind) != nullptr ? manager->keyFactory->CreateKey(kind) : nullptr;
     if (record == nullptr) {
         return nullptr;
     }

@@ -9,8 +9,8 @@
 #include <list>
 #include <string>
 
-/// One byte per key kind, non-zero to show that kind. Levels hold the first `KeyKind::FilterCount`; later kinds are
-/// shown again at the next loading.
+/// One byte per key kind, non-zero to show that kind. Levels hold the first `KeyKind::FilterCount`; later
+/// kinds are shown again at the next loading.
 using KeyFilter = std::array<std::uint8_t, kKeyKindCount>;
 
 /// What the timeline remembers of one track in one film.
