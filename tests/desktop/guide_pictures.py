@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Makes the pictures of the scenario window, the kinds of views, the assets, parents and the menu of films for the
-user guide.
+"""Makes the pictures of the scenario window, the kinds of views, the assets, parents, the menu of films and the panel
+History for the user guide.
 
     python3 tests/desktop/guide_pictures.py --stage build/release/bin/stage --level examples/harbour/harbour.level
 """
@@ -12,7 +12,9 @@ from pathlib import Path
 
 from check_desktop import at, film_opens, panel_opens, rows, ruler, scenario, scenario_opens_docked
 from check_scene import PARENT, a_drag_onto_an_object_makes_it_the_parent, rect_of
+from check_undo import choose, select_in_list
 from desktop import Desktop, arguments_of, find
+from record_session import drag_handle
 
 DRAW_SECONDS = 1.5  # four views drawn without a graphics card
 ASSETS_SECONDS = 6  # the pictures of a screenful of models
@@ -77,16 +79,9 @@ def show_views(desktop, images):
     shutil.copy(desktop.picture("views", (left, top, right - left, bottom - top)), images / "views.png")
 
 
-def menu(desktop, letter, text):
-    desktop.key("alt+" + letter)
-    placed = lambda s: next((m for m in s["menus"] if m["text"] == text and m["rect"][0] >= 0), None)
-    desktop.click(desktop.until(f"menu entry '{text}'", placed)["rect"])
-    desktop.until("the menu is closed", lambda s: not s["menus"])
-
-
 def assets_open(desktop):
-    menu(desktop, "v", "Assets")  # it is behind the list of objects: away, and to the front
-    menu(desktop, "v", "Assets")
+    choose(desktop, "v", "Assets")  # it is behind the list of objects: away, and to the front
+    choose(desktop, "v", "Assets")
     desktop.until("the panel of assets", lambda s: find(s["items"], "barrel"))
 
 
@@ -100,7 +95,7 @@ def show_assets(desktop, images):
                 images / "assets.png")
     for name in ("models/barrel.glb", "models/crate.glb", "sounds/bell.wav"):
         (Path(desktop.level).parent / name).unlink()
-    menu(desktop, "f", "Missing files...")
+    choose(desktop, "f", "Missing files...")
     dialog = desktop.until("the list", lambda s: next(
         (w["rect"] for w in s["windows"] if w["title"] == "Missing files"), None))
     shutil.copy(desktop.picture("missing", dialog), images / "missing.png")
@@ -120,11 +115,39 @@ def show_parents(desktop, images):
     desktop.key("Escape")
 
 
+def show_history(desktop, images):
+    """Steps over objects and a film, some of them taken back."""
+    choose(desktop, "v", "History")
+    select_in_list(desktop, "Fishing boat")
+    desktop.click(desktop.button("Focus")["rect"])
+    desktop.click(desktop.button("Move")["rect"])
+    time.sleep(DRAW_SECONDS)
+    drag_handle(desktop, 0, 60)
+    desktop.key("ctrl+d")
+    time.sleep(0.5)
+    drag_handle(desktop, 2, 40)
+    panel_opens(desktop)
+    film_opens(desktop)
+    select_in_list(desktop, "House far left")
+    desktop.key("Delete")
+    desktop.click(desktop.button("Animate object")["rect"])
+    select_in_list(desktop, "Dock")
+    desktop.click(desktop.button("Focus")["rect"])
+    time.sleep(DRAW_SECONDS)
+    drag_handle(desktop, 1, 30)
+    for _ in range(2):
+        desktop.key("ctrl+z")
+        time.sleep(0.5)
+    lines = [item["rect"] for item in desktop.look()["items"] if item["text"] == "Start"]
+    x, y, width, _ = lines[0]
+    shutil.copy(desktop.picture("history", (x - 4, y - 26, width + 8, 160)), images / "history.png")
+
+
 def main():
     parser = arguments_of(__doc__, "out/guide")
     parser.add_argument("--images", default="docs/images", help="where the pictures of the guide go")
     arguments = parser.parse_args()
-    for show in (show_timeline, show_views, show_assets, show_parents):
+    for show in (show_timeline, show_views, show_assets, show_parents, show_history):
         with tempfile.TemporaryDirectory(prefix="films_guide_") as work:
             copy = Path(work) / "level"
             shutil.copytree(Path(arguments.level).parent, copy)
