@@ -52,20 +52,20 @@ TEST_F(SnapTest, WithoutSnappingAnObjectGoesWhereItIsPulled) {
 
 TEST_F(SnapTest, TheGridTakesPlacesAndNotDistances) {
     Action("SnapGrid")->setChecked(true);
-    Pull(110.0f);
-    EXPECT_FLOAT_EQ(crate->GetPosition(0)[0], 125.0f) << "from 3 by 110, to the nearest 25";
+    Pull(120.0f);
+    EXPECT_FLOAT_EQ(crate->GetPosition(0)[0], 125.0f) << "from 3 by 120, to the nearest 25";
     EXPECT_FLOAT_EQ(crate->GetPosition(0)[2], 0.0f);
 }
 
 TEST_F(SnapTest, ControlTurnsTheGridAround) {
-    Pull(110.0f, Qt::ControlModifier);
+    Pull(120.0f, Qt::ControlModifier);
     EXPECT_FLOAT_EQ(crate->GetPosition(0)[0], 125.0f);
     const float back[3] = {3.0f, 0.0f, 0.0f};
     crate->SetPosition(back, 0);
     Settle();
     Action("SnapGrid")->setChecked(true);
-    Pull(110.0f, Qt::ControlModifier);
-    EXPECT_NEAR(crate->GetPosition(0)[0], 113.0f, 2.0f);
+    Pull(120.0f, Qt::ControlModifier);
+    EXPECT_NEAR(crate->GetPosition(0)[0], 123.0f, 2.0f);
 }
 
 TEST_F(SnapTest, TheStepIsTheUsersAndRemembered) {
