@@ -4,6 +4,7 @@
 #include "host/stage/windows/assets/AssetPictures.h"
 #include "host/stage/windows/assets/AssetPlayer.h"
 #include "host/stage/windows/assets/Assets.h"
+#include "host/stage/windows/ObjectTree.h"
 #include "host/stage/windows/UndoCommands.h"
 #include "host/stage/windows/ViewArea.h"
 #include "tests/support/Answering.h"
@@ -74,6 +75,11 @@ protected:
 };
 
 } // namespace
+
+/// They share a place: docks below could not be pulled up any more.
+TEST_F(AssetPanelTest, ItMayBeAsLowAsTheListOfObjects) {
+    EXPECT_LE(Panel().minimumSizeHint().height(), window.tree->minimumSizeHint().height());
+}
 
 TEST_F(AssetPanelTest, ItListsTheFilesOfTheLevelsFolderByKind) {
     ChooseKind("AssetsModels");

@@ -23,6 +23,9 @@ namespace {
 
 constexpr QSize kGrid(AssetPictures::kSide + 16, AssetPictures::kSide + 28); ///< with the name below
 
+/// The panel stays as low as the list of objects, with which it shares its place.
+constexpr int kLeastHeight = 30;
+
 struct KindEntry {
     AssetKind kind;
     const char* text;
@@ -56,12 +59,14 @@ AssetPanel::AssetPanel(QWidget* parent)
     connect(import, &QPushButton::clicked, this, &AssetPanel::ImportRequested);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);
-    layout->addWidget(search);
+    auto* top = new QHBoxLayout;
+    top->addWidget(search, 1);
+    top->addWidget(import);
+    layout->addLayout(top);
     layout->addWidget(MakeKinds());
     layout->addWidget(hint);
     layout->addWidget(list, 1);
     layout->addWidget(player);
-    layout->addWidget(import);
     connect(search, &QLineEdit::textChanged, this, [this](const QString& text) {
         filter->SetSearch(text);
         UpdateHint();
@@ -94,6 +99,7 @@ QWidget* AssetPanel::MakeKinds() {
 
 void AssetPanel::MakeList() {
     list->setObjectName("AssetList");
+    list->setMinimumHeight(kLeastHeight);
     list->setModel(filter);
     list->setViewMode(QListView::IconMode);
     list->setMovement(QListView::Static);
