@@ -130,7 +130,10 @@ class Desktop:
                 raise Failure("the editor has ended")
             self.pending += part
         line, self.pending = self.pending.split(b"\n", 1)
-        return json.loads(line)
+        state = json.loads(line)
+        # A menu that is about to open has no place yet.
+        state["menus"] = [entry for entry in state["menus"] if entry["rect"][0] >= 0 and entry["rect"][1] >= 0]
+        return state
 
     def until(self, what, condition):
         """Waits until condition(look()) is something true, and returns that."""

@@ -193,7 +193,8 @@ QJsonObject DescribeStage(MainWindow& window) {
     QJsonArray fields;
     QJsonArray windows;
     for (const QWidget* widget : QApplication::allWidgets()) {
-        if (!widget->isVisible()) {
+        // Docks behind others of a place lie outside the window, and are visible to the toolkit.
+        if (!widget->isVisible() || widget->visibleRegion().isEmpty()) {
             continue;
         }
         if (widget->isWindow()) {
