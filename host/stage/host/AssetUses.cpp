@@ -74,7 +74,10 @@ std::vector<AssetUse> UsesOf(const engine::LevelData& level) {
     }
     for (int slot = 0; slot < IFilmManager::kFilms; ++slot) {
         const IFilm* film = level.filmManager->GetFilm(slot);
-        for (CFilmTrack* track : film != nullptr ? film->tracks : std::list<CFilmTrack*>()) {
+        if (film == nullptr) {
+            continue;
+        }
+        for (CFilmTrack* track : film->tracks) {
             for (IFilmKey* key : track->keys) {
                 AssetUse use = UseOf(*key);
                 if (use.kind != AssetKind::None && !use.name.empty()) {

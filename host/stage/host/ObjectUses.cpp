@@ -75,7 +75,10 @@ public:
         Names effects;
         for (int slot = 0; slot < IFilmManager::kFilms; ++slot) {
             const IFilm* film = level.filmManager->GetFilm(slot);
-            for (CFilmTrack* track : film != nullptr ? film->tracks : std::list<CFilmTrack*>()) {
+            if (film == nullptr) {
+                continue;
+            }
+            for (CFilmTrack* track : film->tracks) {
                 const std::string name = film->name != nullptr ? film->name : "a film";
                 const CFilmObjectTrack* actor = AsObjectTrack(track);
                 if (Drives(track, &object)) {

@@ -52,9 +52,9 @@ void MainWindow::MakeEditMenu() {
     QMenu* menu = menuBar()->addMenu(tr("&Edit"));
     undo->AddTo(*menu);
     menu->addSeparator();
-    const auto add = [&](const QString& text, const QKeySequence& keys, std::function<void()> run,
+    const auto add = [&](const QString& text, const QKeySequence& keys, const std::function<void()>& run,
                          const char* name) {
-        QAction* action = AddAction(*menu, text, keys, std::move(run), name);
+        QAction* action = AddAction(*menu, text, keys, run, name);
         selectionActions.append(action);
         return action;
     };

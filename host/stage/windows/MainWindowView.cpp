@@ -75,7 +75,7 @@ constexpr KindKey kKindKeys[] = {
 void MainWindow::AddQuickPictures(QMenu& menu) {
     static constexpr auto kKey = "view/quickPictures";
     QAction* quick = AddAction(
-        menu, tr("Less &Detail While Moving"), {}, [] {}, "ViewQuickPictures");
+        menu, tr("Less &detail while moving"), {}, [] {}, "ViewQuickPictures");
     quick->setToolTip(tr("Films and moving views are drawn with fewer pixels where this machine is slow; "
                          "a still view is always drawn in full"));
     quick->setCheckable(true);

@@ -181,7 +181,7 @@ QPixmap AssetPictures::DrawModel(const std::shared_ptr<const mesh::Mesh>& mesh) 
         return {};
     }
     const QImage pixels(reinterpret_cast<const uchar*>(image.pixels.data()), image.width, image.height,
-                        image.width * 4, QImage::Format_RGB32);
+                        static_cast<qsizetype>(image.width) * 4, QImage::Format_RGB32);
     QPixmap pixmap = QPixmap::fromImage(pixels.copy());
     pixmap.setDevicePixelRatio(scale);
     return pixmap;
