@@ -4,6 +4,7 @@
 #include "host/engine/FilmManager.h"
 #include "host/engine/LevelData.h"
 #include "host/engine/Shape.h"
+#include "plugin/contract/KeyKindTable.h"
 
 #include <cstdio>
 
@@ -25,16 +26,10 @@ AssetUse UseOf(IFilmKey& key) {
     case KeyKind::Sound:
         use = {AssetKind::Sound, static_cast<CFilmSoundKey&>(key).wavPath, ""};
         break;
-    case KeyKind::FxSequence:
-    case KeyKind::FxParticle:
-    case KeyKind::FxTrace:
-    case KeyKind::FxRain:
-    case KeyKind::FxBlind:
-    case KeyKind::FxFlare:
-        use = {AssetKind::Effect, static_cast<CFilmFxKey&>(key).fxName, ""};
-        break;
     default:
-        break;
+        if (const CFilmFxKey* effect = AsEffect(key)) {
+            use = {AssetKind::Effect, effect->fxName, ""};
+        }
     }
     use.key = &key;
     return use;
@@ -49,6 +44,14 @@ std::string Place(const IFilm& film, const CFilmTrack& track, const IFilmKey& ke
 }
 
 } // namespace
+
+const CFilmFxKey* AsEffect(const IFilmKey& key) {
+    bool isEffect = false;
+    WithKeyRecord(key.kind, [&]<class Record>(std::type_identity<Record>) {
+        isEffect = std::is_same_v<Record, CFilmFxKey>;
+    });
+    return isEffect ? static_cast<const CFilmFxKey*>(&key) : nullptr;
+}
 
 std::string TrackUser(const CFilmTrack& track) {
     auto* asked = const_cast<CFilmTrack*>(&track); // the casts of the contract take it as it is stored

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+class CFilmFxKey;
 class CFilmTrack;
 class IFilmKey;
 namespace engine {
@@ -22,6 +23,9 @@ struct AssetUse {
     CFilmTrack* track = nullptr;
     IFilmKey* key = nullptr; ///< of speech, a sound or an effect
 };
+
+/// Null for keys of other kinds than effects.
+const CFilmFxKey* AsEffect(const IFilmKey& key);
 
 /// All of them: meshes of objects, shapes left out, in the order of the level; then the films' keys. Good
 /// until something in the level goes.

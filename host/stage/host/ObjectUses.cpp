@@ -51,8 +51,8 @@ bool Drives(CFilmTrack* track, const EditorObject* object) {
 
 bool HasEffectAt(const CFilmTrack& track, int id) {
     return std::ranges::any_of(track.keys, [id](const IFilmKey* key) {
-        const bool isEffect = key->kind >= KeyKind::FxSequence && key->kind <= KeyKind::FxFlare;
-        return isEffect && static_cast<const CFilmFxKey*>(key)->objectId == id;
+        const CFilmFxKey* effect = AsEffect(*key);
+        return effect != nullptr && effect->objectId == id;
     });
 }
 

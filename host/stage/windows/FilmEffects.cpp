@@ -1,6 +1,7 @@
 #include "host/stage/windows/FilmEffects.h"
 
 #include "host/engine/References.h"
+#include "host/stage/host/AssetUses.h"
 
 namespace stage {
 
@@ -75,16 +76,10 @@ void FilmEffects::OnKeyFired(IFilm& film, CFilmTrack& track, const IFilmKey& key
     case KeyKind::JavaMethod:
         report(name + ": script " + static_cast<const CFilmJavaKey&>(key).methodName);
         break;
-    case KeyKind::FxSequence:
-    case KeyKind::FxParticle:
-    case KeyKind::FxTrace:
-    case KeyKind::FxRain:
-    case KeyKind::FxBlind:
-    case KeyKind::FxFlare:
-        report(name + ": effect " + static_cast<const CFilmFxKey&>(key).fxName);
-        break;
     default:
-        break;
+        if (const CFilmFxKey* effect = AsEffect(key)) {
+            report(name + ": effect " + effect->fxName);
+        }
     }
 }
 
