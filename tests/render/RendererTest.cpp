@@ -266,6 +266,34 @@ TEST_F(RendererTest, AShadowIsThatOfASingleFrameHoweverItsCasterCameThere) {
     EXPECT_EQ(pictures.size(), 6u) << "the caster has moved";
 }
 
+TEST_F(RendererTest, LaggingShadowsStayUntilTheSunHasTurnedByAQuarterOfADegree) {
+    // Straight from above; the caster is out of the view, 30 m up, where a degree of the sun is half a metre
+    // on the ground. The plate lies flat, and a turn this small does not change a shade of it.
+    camera.view = glm::lookAt(glm::vec3(0, 4, 0) * kMetre, glm::vec3(0), glm::vec3(0, 0, -1));
+    AddBox({-6, -0.2f, -6}, {6, 0, 6}, 150, 150, 150);
+    AddBox({-0.5f, 30, -0.5f}, {0.5f, 30.2f, 0.5f}, 150, 150, 150);
+    const auto draw = [this](float degrees, Renderer::Shadows shadows) {
+        scene.sun.direction = {std::sin(glm::radians(degrees)), std::cos(glm::radians(degrees)), 0};
+        RenderImage image;
+        renderer->BeginFrame(scene, shadows);
+        EXPECT_TRUE(renderer->DrawView(camera, kWidth, kHeight, image));
+        int edge = 0; // column of the middle row where the shadow begins
+        while (edge < kWidth && Brightness(At(image, edge, kHeight / 2)) >
+                                    Brightness(At(image, kWidth / 2, kHeight / 2)) + 30) {
+            ++edge;
+        }
+        return edge;
+    };
+    const int straight = draw(0.0f, Renderer::Shadows::Exact);
+    const int turned = draw(-0.2f, Renderer::Shadows::Exact);
+    ASSERT_NE(turned, straight);
+    draw(0.0f, Renderer::Shadows::Exact);
+    EXPECT_EQ(draw(-0.15f, Renderer::Shadows::Lagging), straight);
+    EXPECT_EQ(draw(-0.2f, Renderer::Shadows::Lagging), straight) << "counted from where it was drawn";
+    EXPECT_NE(draw(-0.3f, Renderer::Shadows::Lagging), straight);
+    EXPECT_EQ(draw(-0.2f, Renderer::Shadows::Exact), turned);
+}
+
 TEST_F(RendererTest, LightsFadeOverMetres) {
     scene.sun.color = glm::vec3(0.0f);
     scene.sky = {glm::vec3(0), glm::vec3(0), glm::vec3(0), 0.0f, 0.0f}; // nothing else shines

@@ -29,6 +29,9 @@ constexpr float kMaxShadowExtent = engine::Metres(160.0f);
 constexpr float kLeastDetail = 0.5f;
 constexpr float kMostDetail = 2.0f;
 constexpr float kShadowStep = engine::Metres(8.0f);
+/// Radians that lagging shadows are behind at most: 4 cm of the shadow of a house of 10 m, which is half a
+/// texel of the sample level's map.
+constexpr float kMostLag = glm::radians(0.25f);
 
 glm::vec3 SunDirection(const RenderSun& sun) {
     const float length = glm::length(sun.direction);
@@ -89,10 +92,19 @@ struct Renderer::Parts {
     std::unique_ptr<Passes> passes;
     const RenderScene* scene = nullptr;
     std::vector<FrameItem> items;
+    glm::vec3 shadowSun{0.0f}; ///< the direction that the map was drawn for
+
+    void TurnShadowSun(Shadows shadows) {
+        const glm::vec3 sun = SunDirection(scene->sun);
+        // The length of the way between two unit vectors is their angle, where it is this small.
+        if (shadows == Shadows::Exact || !(glm::distance(sun, shadowSun) < kMostLag)) {
+            shadowSun = sun;
+        }
+    }
 
     /// What has not moved since the last frame stays in the map.
     void DrawShadows() {
-        passes->shadow.Begin(CasterBox(items), SunDirection(scene->sun));
+        passes->shadow.Begin(CasterBox(items), shadowSun);
         const glm::mat4& projection = passes->shadow.Projection();
         for (const ShadowArea& area : passes->shadowAreas.Update(items, projection)) {
             ShadowMap::BeginArea(area);
@@ -201,7 +213,7 @@ std::unique_ptr<Renderer> Renderer::Create(std::string& error) {
     return std::unique_ptr<Renderer>(new Renderer(std::move(parts)));
 }
 
-void Renderer::BeginFrame(const RenderScene& scene) {
+void Renderer::BeginFrame(const RenderScene& scene, Shadows shadows) {
     processor::ClearUpperHalves();
     parts->scene = &scene;
     parts->items = CollectItems(scene);
@@ -209,6 +221,7 @@ void Renderer::BeginFrame(const RenderScene& scene) {
         return;
     }
     parts->passes->meshes.Prepare(parts->items);
+    parts->TurnShadowSun(shadows);
     parts->DrawShadows();
 }
 

@@ -99,8 +99,9 @@ const QImage& ScenePictures::Draw(int view, const QSize& size, bool fine) {
     AddLines(view, lines);
     QElapsedTimer spent;
     spent.start();
-    renderer->BeginFrame(level.scene);
     const float drawn = fine ? 2.0f : isQuick ? detail.Detail() : 1.0f;
+    using Shadows = render::Renderer::Shadows;
+    renderer->BeginFrame(level.scene, drawn < 1.0f ? Shadows::Lagging : Shadows::Exact);
     if (renderer->DrawView(stageView->Camera(), size.width(), size.height(), image, drawn)) {
         if (isQuick) {
             detail.Note(static_cast<double>(spent.nsecsElapsed()) * 1e-6 * area.host.views.Count());
