@@ -160,8 +160,9 @@ void StageTest::OpenScenario(const std::string& film) {
     ChooseFilm(film);
     QListWidget* list = FilmList();
     ASSERT_NE(list, nullptr);
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
-                       list->visualItemRect(list->currentItem()).center());
+    const QPoint line = list->visualItemRect(list->currentItem()).center();
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, line);
+    QTest::mouseRelease(list->viewport(), Qt::LeftButton, {}, line); // the double click leaves it pressed
     Settle();
     ASSERT_FALSE(window->toolWindows->Docks().isEmpty());
 }

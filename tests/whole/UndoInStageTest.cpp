@@ -5,10 +5,12 @@
 #include "host/stage/windows/ImportFiles.h"
 #include "host/stage/windows/UndoCommands.h"
 #include "plugin/contract/ClassIds.h"
+#include "tests/support/Answering.h"
 #include "tests/support/Paths.h"
 #include "tests/whole/StageFixture.h"
 
 #include <filesystem>
+#include <QMessageBox>
 #include <QStatusBar>
 #include <QTimer>
 #include <set>
@@ -16,7 +18,12 @@
 namespace {
 
 enum class Doing { Paste, Shape, ShapeSize, Label, Lock, Import };
-enum class FilmState { None, Open, Playing };
+enum class FilmState {
+    None,
+    Open,
+    Shown, ///< in the Scenario window
+    Playing
+};
 
 class UndoInStageTest : public StageTest {
 protected:
@@ -42,8 +49,11 @@ protected:
         if (state == FilmState::None) {
             return;
         }
-        ShowPanel();
-        ChooseFilm("Intro");
+        if (state == FilmState::Shown) {
+            OpenScenario("Intro");
+        } else {
+            ChooseFilm("Intro");
+        }
         Settle();
     }
     /// What must be there before.
@@ -149,7 +159,7 @@ INSTANTIATE_TEST_SUITE_P(All, UndoStatesTest,
                          ::testing::Combine(::testing::Values(Doing::Paste, Doing::Shape, Doing::ShapeSize,
                                                               Doing::Label, Doing::Lock, Doing::Import),
                                             ::testing::Values(FilmState::None, FilmState::Open,
-                                                              FilmState::Playing)));
+                                                              FilmState::Shown, FilmState::Playing)));
 
 TEST_F(UndoInStageTest, ObjectsFromAnotherLevelGoAndComeBack) {
     Copy();
@@ -166,6 +176,30 @@ TEST_F(UndoInStageTest, ObjectsFromAnotherLevelGoAndComeBack) {
     window->undo->Redo();
     EXPECT_NE(Object(boat), nullptr);
     EXPECT_EQ(Work(), full);
+}
+
+TEST_F(UndoInStageTest, NothingIsTakenBackWhileASaveThatFailedSaysWhy) {
+    OpenScenario("Intro");
+    const IFilm* film = Films().currentFilm;
+    Make(ClassName::Mesh, "Prop", "shape:box 100 100 100 #b4b4b4");
+    History().NoteAll();
+    const std::string made = Seen();
+    int answered = 0;
+    Answering(
+        [&](QWidget& box) {
+            ++answered;
+            EXPECT_EQ(Films().currentFilm, nullptr) << "the film is left while the level is written";
+            window->undo->Undo();
+            EXPECT_NE(Note().find("Stop what is under way first"), std::string::npos);
+            EXPECT_EQ(Seen(), made);
+            PressButton(box, QMessageBox::Ok);
+        },
+        [this] { EXPECT_FALSE(window->session.Save(folder.File("none/harbour.level"))); });
+    EXPECT_EQ(answered, 1);
+    EXPECT_EQ(Films().currentFilm, film);
+    window->undo->Undo();
+    EXPECT_EQ(Object("Prop"), nullptr);
+    EXPECT_EQ(Films().currentFilm, film);
 }
 
 TEST_F(UndoInStageTest, FilesOfAnImportStayWhenItIsTakenBack) {
