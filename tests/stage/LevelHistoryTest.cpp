@@ -1,5 +1,6 @@
 #include "host/stage/host/history/LevelHistory.h"
 
+#include "host/engine/Film.h"
 #include "host/engine/FilmManager.h"
 #include "host/engine/LevelContent.h"
 #include "host/stage/host/DryWrite.h"
@@ -8,6 +9,8 @@
 #include "plugin/contract/FilmManager.h"
 #include "tests/stage/HostFixture.h"
 
+#include <stdexcept>
+#include <utility>
 #include <vector>
 
 using ::testing::_;
@@ -391,4 +394,95 @@ TEST_F(LevelHistoryTest, NamesSayWhatWasDone) {
     EXPECT_FALSE(history.Undo());
     EXPECT_TRUE(history.GoTo(steps));
     EXPECT_EQ(Content(), last);
+}
+
+TEST_F(LevelHistoryTest, LoopsAndLensOfACameraComeBackWhileTheFilmStaysOpen) {
+    CFilmTrack* camera = film->CreateCameraTrack();
+    film->AddTrack(camera);
+    history.Start();
+    const std::uint64_t start = Content();
+    CFilmCameraTrack& lens = *AsCameraTrack(camera);
+    lens.fieldOfView = 35.0f;
+    lens.loopMode[2] = LoopMode::PingPong;
+    EXPECT_TRUE(history.Note());
+    EXPECT_EQ(history.Edits().UndoName(), "Edit Intro");
+    const std::uint64_t edited = Content();
+    ASSERT_NE(edited, start);
+    EXPECT_CALL(first, OnEvent(EventCode::Suspend, _)).Times(0);
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(lens.fieldOfView, 60.0f) << "the track is the same";
+    EXPECT_EQ(lens.loopMode[2], LoopMode::None);
+    EXPECT_EQ(Content(), start);
+    ASSERT_TRUE(history.Redo());
+    EXPECT_EQ(lens.fieldOfView, 35.0f);
+    EXPECT_EQ(Content(), edited);
+}
+
+TEST_F(LevelHistoryTest, ChunksThatNobodyKnowsStayWhereTheLevelIsPutTogetherAnew) {
+    engine::LevelData& data = *host.level.Data();
+    data.foreignChunks.push_back({0x7A01, 0, "of the level"});
+    data.foreignRootChunks.push_back({0x7A02, 0, "of its root"});
+    static_cast<engine::FilmManager*>(films)->foreignChunks.push_back({0x7A03, 0, "of the films"});
+    static_cast<engine::Film*>(film)->foreignChunks.push_back({0x7A04, 1, "of a film"});
+    barrel->foreignChunks.push_back({0x7A05, 1, "of the barrel"});
+    history.Start();
+    const std::uint64_t start = Content();
+    host.Select({crate});
+    commands.DeleteSelected();
+    EXPECT_TRUE(history.Note());
+    const std::uint64_t deleted = Content();
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(Content(), start);
+    const auto& ofFilm = static_cast<engine::Film*>(FirstFilm())->foreignChunks;
+    ASSERT_EQ(ofFilm.size(), 1u);
+    EXPECT_EQ(ofFilm[0].id, 0x7A04);
+    EXPECT_EQ(ofFilm[0].place, 1);
+    EXPECT_EQ(ofFilm[0].bytes, "of a film");
+    const engine::SceneObject* again = host.level.FindObject("Barrel");
+    ASSERT_EQ(again->foreignChunks.size(), 1u);
+    EXPECT_EQ(again->foreignChunks[0].bytes, "of the barrel");
+    ASSERT_EQ(host.level.Data()->foreignChunks.size(), 1u);
+    EXPECT_EQ(host.level.Data()->foreignChunks[0].bytes, "of the level");
+    ASSERT_EQ(host.level.Data()->foreignRootChunks.size(), 1u);
+    EXPECT_EQ(host.level.Data()->foreignRootChunks[0].bytes, "of its root");
+    ASSERT_TRUE(history.Redo());
+    EXPECT_EQ(Content(), deleted);
+}
+
+TEST_F(LevelHistoryTest, APluginThatCannotWriteEndsTheStepsAndTheNextNoteBegins) {
+    MoveTo(crate, 5.0f);
+    ASSERT_TRUE(history.Note());
+    EXPECT_CALL(first, SaveChunks(_, _)).WillOnce([](fs::file&, IHostObject*) -> bool {
+        throw std::runtime_error("no");
+    });
+    MoveTo(crate, 9.0f);
+    EXPECT_FALSE(history.NoteAll());
+    EXPECT_FALSE(history.Edits().CanUndo()) << "what was read last is not what is there";
+    EXPECT_CALL(first, SaveChunks(_, _)).WillRepeatedly(::testing::Return(true));
+    EXPECT_FALSE(history.Note()) << "the first look";
+    const std::uint64_t start = Content();
+    MoveTo(crate, 12.0f);
+    EXPECT_TRUE(history.Note());
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(crate->World().m[12], 9.0f);
+    EXPECT_EQ(Content(), start);
+}
+
+TEST_F(LevelHistoryTest, WhatAPluginChangesInAnswerToAStepIsTakenBackWithIt) {
+    const std::uint64_t start = Content();
+    MoveTo(crate, 5.0f);
+    ASSERT_TRUE(history.Note());
+    const int barrelId = barrel->id;
+    bool answered = false;
+    ON_CALL(first, OnEvent(EventCode::ObjectsChangedOutside, _)).WillByDefault([&](int, void*) {
+        if (!std::exchange(answered, true)) {
+            engine::Matrix4 matrix;
+            matrix.SetTranslation({0.0f, 77.0f, 0.0f});
+            host.level.FindObject(barrelId)->SetMatrix(matrix.m, 0);
+        }
+    });
+    ASSERT_TRUE(history.Undo());
+    EXPECT_TRUE(answered);
+    EXPECT_EQ(Content(), start);
+    EXPECT_EQ(host.level.FindObject(barrelId)->World().m[13], 0.0f);
 }
