@@ -195,7 +195,7 @@ def the_panel_lists_steps_and_goes_to_them(desktop):
     desktop.key("Delete")
     desktop.until("the copy is deleted", lambda s: copy not in s["objects"])
     choose(desktop, "v", "History")
-    lines = ["Start", f"Move {PROP}", f"Create {copy}", f"Delete {copy}"]
+    lines = ["Start", f"Move {PROP}", f"Duplicate {copy}", f"Delete {copy}"]
     desktop.until("the list", lambda s: all(find(s["items"], text) for text in lines))
     desktop.picture("history")
     desktop.click(desktop.item(lines[2])["rect"])

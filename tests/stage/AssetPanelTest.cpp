@@ -148,6 +148,7 @@ TEST_F(AssetPanelTest, ADoubleClickPlacesAModelBeforeTheView) {
     ASSERT_EQ(Count(), 1u);
     EXPECT_EQ(window.host.level.selection.front()->meshName, "models/barrel.glb");
     window.undo->Undo();
+    EXPECT_EQ(window.session.History().Edits().RedoName(), "Place barrel");
     EXPECT_EQ(Count(), 0u);
     window.undo->Redo();
     EXPECT_EQ(Count(), 1u);

@@ -36,6 +36,8 @@ TEST_F(ImportFilesTest, ADroppedModelStandsWhereItWasDropped) {
     EXPECT_NE(object->Mesh(), nullptr);
     EXPECT_NEAR(object->GetPosition(0)[0], 200.0f, 5.0f);
     EXPECT_TRUE(QFile::exists(folder.filePath("models/barrel.glb")));
+    window.session.History().Note();
+    EXPECT_EQ(window.session.History().Edits().UndoName(), "Import barrel");
 }
 
 TEST_F(ImportFilesTest, OtherFilesAreNotTakenFromADrag) {
@@ -51,10 +53,13 @@ TEST_F(ImportFilesTest, CopyAndPasteByTheMenu) {
     engine::SceneObject* crate = AddCrate("Crate", 0, 0, 0);
     window.host.Select({crate});
     Settle();
+    window.session.History().Note();
     Action("EditCopy")->trigger();
     Action("EditPaste")->trigger();
     EXPECT_EQ(Count(), 2u);
     EXPECT_EQ(window.host.level.selection.front()->meshName, "meshes/crate.glb");
+    window.session.History().Note();
+    EXPECT_EQ(window.session.History().Edits().UndoName(), "Paste Crate1");
     QApplication::clipboard()->setText("words");
     Action("EditPaste")->trigger();
     EXPECT_EQ(Count(), 2u);

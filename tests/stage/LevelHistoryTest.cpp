@@ -6,6 +6,7 @@
 #include "host/stage/host/DryWrite.h"
 #include "host/stage/host/LevelSession.h"
 #include "host/stage/host/ObjectCommands.h"
+#include "host/stage/host/ObjectCopies.h"
 #include "plugin/contract/FilmManager.h"
 #include "tests/stage/HostFixture.h"
 
@@ -58,7 +59,7 @@ protected:
 
     stage::LevelSession session{host};
     stage::ObjectCommands commands{host, session};
-    stage::LevelHistory history{host};
+    stage::LevelHistory& history = session.History();
     engine::SceneObject* crate = nullptr;
     engine::SceneObject* barrel = nullptr;
     IFilmManager* films = nullptr;
@@ -361,11 +362,11 @@ TEST_F(LevelHistoryTest, NamesSayWhatWasDone) {
     };
     host.level.SetSelection({crate, barrel});
     commands.Duplicate();
-    EXPECT_EQ(name(), "Create Crate1 and 1 other");
+    EXPECT_EQ(name(), "Duplicate Crate1 and 1 other");
     commands.GroupSelected();
-    EXPECT_EQ(name(), "Group");
+    EXPECT_EQ(name(), "Group Crate1 and 1 other");
     commands.UngroupSelected();
-    EXPECT_EQ(name(), "Ungroup");
+    EXPECT_EQ(name(), "Ungroup Crate1 and 1 other");
     commands.SetParent({crate}, barrel);
     EXPECT_EQ(name(), "Attach Crate");
     MoveTo(barrel, 40.0f);
@@ -485,4 +486,87 @@ TEST_F(LevelHistoryTest, WhatAPluginChangesInAnswerToAStepIsTakenBackWithIt) {
     EXPECT_TRUE(answered);
     EXPECT_EQ(Content(), start);
     EXPECT_EQ(host.level.FindObject(barrelId)->World().m[13], 0.0f);
+}
+
+TEST_F(LevelHistoryTest, WhatThePartsDontSayIsNamedByWhoDidIt) {
+    const auto name = [this] {
+        history.Note();
+        return history.Edits().UndoName();
+    };
+    const std::uint64_t start = Content();
+    EXPECT_EQ(stage::PasteObjects(host, session, stage::CopyObjects(host.level, {crate, barrel})), 2);
+    EXPECT_EQ(name(), "Paste Crate1 and 1 other");
+    const std::uint64_t pasted = Content();
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(history.Edits().RedoName(), "Paste Crate1 and 1 other");
+    EXPECT_EQ(Content(), start);
+    ASSERT_TRUE(history.Redo());
+    EXPECT_EQ(history.Edits().UndoName(), "Paste Crate1 and 1 other");
+    EXPECT_EQ(Content(), pasted);
+    const engine::SceneObject* boat = Make("Boat");
+    const engine::SceneObject* sail = Make("Sail");
+    history.Tell({stage::Deed::Kind::Import, {boat->id, sail->id}});
+    EXPECT_EQ(name(), "Import Boat and 1 other");
+    history.Tell({stage::Deed::Kind::Place, {Make("Buoy")->id}});
+    EXPECT_EQ(name(), "Place Buoy");
+    Make("Net");
+    EXPECT_EQ(name(), "Create Net");
+}
+
+TEST_F(LevelHistoryTest, ADeedNamesTheStepOfTheNextNoteOnlyAndOnlyIfItFits) {
+    const auto name = [this] {
+        history.Note();
+        return history.Edits().UndoName();
+    };
+    const auto deed = [](stage::Deed::Kind kind, int id) { return stage::Deed{kind, {id}}; };
+    history.Tell(deed(stage::Deed::Kind::Paste, 999));
+    EXPECT_FALSE(history.Note()) << "nothing happened";
+    Make("Boat");
+    EXPECT_EQ(name(), "Create Boat");
+    history.Tell(deed(stage::Deed::Kind::Paste, crate->id));
+    MoveTo(crate, 5.0f);
+    EXPECT_EQ(name(), "Move Crate") << "something else";
+    history.Tell(deed(stage::Deed::Kind::Paste, Make("Net")->id));
+    Make("Oar");
+    EXPECT_EQ(name(), "Create Net and 1 other") << "not all of it";
+    history.Tell(deed(stage::Deed::Kind::Paste, Make("Rope")->id));
+    history.Tell(deed(stage::Deed::Kind::Import, Make("Sail")->id));
+    EXPECT_EQ(name(), "Create Rope and 1 other") << "two kinds";
+    history.Tell(deed(stage::Deed::Kind::Paste, Make("Tar")->id));
+    history.Tell(deed(stage::Deed::Kind::Paste, Make("Urn")->id));
+    EXPECT_EQ(name(), "Paste Tar and 1 other") << "one kind twice";
+    history.Tell(deed(stage::Deed::Kind::Paste, 999));
+    ASSERT_TRUE(history.Undo());
+    ASSERT_TRUE(history.Redo());
+    Make("Vat");
+    EXPECT_EQ(name(), "Create Vat");
+    history.Tell(deed(stage::Deed::Kind::Paste, 999));
+    session.New();
+    Make("Whale");
+    EXPECT_EQ(name(), "Create Whale") << "of another level";
+}
+
+TEST_F(LevelHistoryTest, WhatIsPastedAndDeletedWithinOneStepIsNoPaste) {
+    stage::PasteObjects(host, session, stage::CopyObjects(host.level, {crate}));
+    host.Select({barrel});
+    commands.DeleteSelected();
+    history.Note();
+    EXPECT_EQ(history.Edits().UndoName(), "Delete Barrel");
+}
+
+TEST_F(LevelHistoryTest, PastingBesideAPlayingFilmKeepsItsName) {
+    films->currentFilm = film;
+    film->Activate();
+    film->SetTime(0.1f, 0.0f);
+    const engine::SceneObject* actor = barrel;
+    stage::PasteObjects(host, session, stage::CopyObjects(host.level, {crate}));
+    film->SetTime(1.5f, 0.1f);
+    EXPECT_NE(actor->World().m[12], 0.0f) << "the film poses it";
+    film->Stop();
+    EXPECT_TRUE(history.Note());
+    EXPECT_EQ(history.Edits().UndoName(), "Paste Crate1");
+    EXPECT_TRUE(history.Undo());
+    EXPECT_EQ(Count(), 2u);
+    film->Deactivate();
+    films->currentFilm = nullptr;
 }

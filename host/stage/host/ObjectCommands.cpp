@@ -5,6 +5,7 @@
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/LevelSession.h"
 #include "host/stage/host/ObjectUses.h"
+#include "host/stage/host/SelectedIds.h"
 #include "host/stage/host/TurnSteps.h"
 #include "plugin/contract/EventCodes.h"
 
@@ -152,6 +153,7 @@ int ObjectCommands::Duplicate() {
         }
     }
     if (!copies.empty()) {
+        session.History().Tell({Deed::Kind::Duplicate, IdsOf(copies)});
         host.Select(copies);
         host.plugins.SendEvent(EventCode::ObjectsCreated, nullptr);
         Changed();
@@ -203,22 +205,27 @@ bool ObjectCommands::GroupSelected() {
     std::vector<engine::SceneObject*> members = Selected();
     std::erase_if(members, [](const engine::SceneObject* object) { return object->transient; });
     const std::string name = "Group " + std::to_string(data->Groups().size() + 1);
-    if (data->MakeGroup(name, members) == nullptr) {
+    const engine::Group* group = data->MakeGroup(name, members);
+    if (group == nullptr) {
         return false;
     }
+    session.History().Tell({Deed::Kind::Group, IdsOf(group->members)});
     Changed();
     return true;
 }
 
 bool ObjectCommands::UngroupSelected() {
-    bool any = false;
+    Deed deed{Deed::Kind::Ungroup, {}};
     for (const engine::SceneObject* object : Selected()) {
         if (engine::Group* group = host.level.Data()->GroupOf(object)) {
+            const std::vector<int> members = IdsOf(group->members);
+            deed.objects.insert(deed.objects.end(), members.begin(), members.end());
             host.level.Data()->DissolveGroup(group);
-            any = true;
         }
     }
+    const bool any = !deed.objects.empty();
     if (any) {
+        session.History().Tell(std::move(deed));
         Changed();
     }
     return any;

@@ -6,6 +6,7 @@
 #include "host/engine/UniqueNames.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/LevelSession.h"
+#include "host/stage/host/SelectedIds.h"
 #include "plugin/contract/EventCodes.h"
 
 #include <algorithm>
@@ -139,6 +140,7 @@ int PasteObjects(EditorHost& host, LevelSession& session, std::string_view bytes
     if (made.empty()) {
         return 0;
     }
+    session.History().Tell({Deed::Kind::Paste, IdsOf(made)});
     host.Select(ObjectList(made.begin(), made.end()));
     host.plugins.SendEvent(EventCode::ObjectsCreated, nullptr);
     session.MarkChanged();

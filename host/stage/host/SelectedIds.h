@@ -6,13 +6,17 @@
 
 namespace stage {
 
-/// The selection by ids, which outlives objects that go and come back.
-inline std::vector<int> SelectedIds(const engine::Level& level) {
+/// Objects by ids, which outlive objects that go and come back.
+template <typename Objects> std::vector<int> IdsOf(const Objects& objects) {
     std::vector<int> ids;
-    for (const EditorObject* object : level.selection) {
+    for (const EditorObject* object : objects) {
         ids.push_back(object->id);
     }
     return ids;
+}
+
+inline std::vector<int> SelectedIds(const engine::Level& level) {
+    return IdsOf(level.selection);
 }
 
 /// The objects of these ids that are there.

@@ -115,17 +115,18 @@ void CreateMenu::FillMeshes(QMenu& menu, const Where& where) {
     }
 }
 
-void CreateMenu::CreateMesh(const QString& meshName, const Vector3& place) {
+int CreateMenu::CreateMesh(const QString& meshName, const Vector3& place) {
     engine::ObjectSpec spec;
     spec.className = ClassName::Mesh;
     spec.name = QFileInfo(meshName).baseName().toStdString();
     spec.meshName = meshName.toStdString();
     spec.matrix.SetTranslation(place);
-    const engine::SceneObject* object = Create(spec);
+    engine::SceneObject* object = Create(spec);
     if (object != nullptr && object->Mesh() != nullptr && !object->Mesh()->Clips().empty()) {
-        window.host.level.FindObject(object->id)->Info().SetClassName("SkinnedMeshObject");
+        object->Info().SetClassName("SkinnedMeshObject");
         window.ObjectsChanged();
     }
+    return object != nullptr ? object->id : 0;
 }
 
 void CreateMenu::Create(const CreateEntry& entry, const Vector3& place) {

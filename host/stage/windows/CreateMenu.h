@@ -24,8 +24,8 @@ public:
     void Fill(QMenu& menu);
     /// Fills a menu that is shown once; what is chosen stands at the place, in the world.
     void FillHere(QMenu& menu, const Vector3& place);
-    /// Makes an object with a mesh of the level's folder.
-    void CreateMesh(const QString& meshName, const Vector3& place);
+    /// Makes an object with a mesh of the level's folder. Its id, 0 without a level.
+    int CreateMesh(const QString& meshName, const Vector3& place);
     /// A camera that stands and looks as the active view does.
     void CreateCameraFromView();
 

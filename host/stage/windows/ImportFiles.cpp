@@ -46,6 +46,7 @@ void ImportFiles::Ask() {
 
 int ImportFiles::Import(const QStringList& paths, const Vector3& place) {
     int count = 0;
+    Deed deed{Deed::Kind::Import, {}};
     QStringList refused;
     Vector3 next = place;
     for (const QString& path : paths) {
@@ -56,9 +57,12 @@ int ImportFiles::Import(const QStringList& paths, const Vector3& place) {
         }
         ++count;
         if (asset.kind == AssetKind::Model) {
-            create.CreateMesh(QString::fromStdString(asset.name), next);
+            deed.objects.push_back(create.CreateMesh(QString::fromStdString(asset.name), next));
             next.x += kBeside;
         }
+    }
+    if (!deed.objects.empty()) {
+        window.session.History().Tell(std::move(deed));
     }
     if (count > 0) {
         window.Report(tr("Imported into the level's folder: %1").arg(count).toStdString());

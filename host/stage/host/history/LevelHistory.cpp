@@ -10,6 +10,7 @@
 #include "processor/UpperHalves.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace stage {
 
@@ -54,7 +55,7 @@ private:
 LevelHistory::LevelHistory(EditorHost& editorHost) : host(editorHost) {
 }
 
-void LevelHistory::Tell() const {
+void LevelHistory::TellChanged() const {
     if (changed) {
         changed();
     }
@@ -64,8 +65,26 @@ void LevelHistory::Forget() {
     started = hasFreshStep = false;
     edits.Clear();
     looks.clear();
+    deeds.clear();
     store.Clear();
-    Tell();
+    TellChanged();
+}
+
+void LevelHistory::Tell(Deed deed) {
+    deeds.push_back(std::move(deed));
+}
+
+std::optional<Deed> LevelHistory::TakeDeed() {
+    const std::vector<Deed> told = std::exchange(deeds, {});
+    if (told.empty() ||
+        std::ranges::any_of(told, [&](const Deed& deed) { return deed.kind != told[0].kind; })) {
+        return std::nullopt;
+    }
+    Deed all{told[0].kind, {}};
+    for (const Deed& deed : told) {
+        all.objects.insert(all.objects.end(), deed.objects.begin(), deed.objects.end());
+    }
+    return all;
 }
 
 std::optional<std::uint64_t> LevelHistory::Start() {
@@ -103,7 +122,8 @@ bool LevelHistory::Note(Pace pace) {
         return false;
     }
     std::optional<PartChanges> changes = Look(PartStore::Look::Told);
-    hasFreshStep = changes && Take(std::move(*changes), pace, /*isLate*/ false);
+    const std::optional<Deed> deed = TakeDeed();
+    hasFreshStep = changes && Take(std::move(*changes), pace, /*isLate*/ false, deed);
     selected = SelectedIds(host.level);
     return hasFreshStep;
 }
@@ -116,10 +136,10 @@ bool LevelHistory::NoteAll() {
     }
     hasFreshStep = hasFreshStep || wasFresh;
     std::optional<PartChanges> changes = Look(PartStore::Look::All);
-    return changes && (Take(std::move(*changes), Pace::Single, hasFreshStep) || found);
+    return changes && (Take(std::move(*changes), Pace::Single, hasFreshStep, std::nullopt) || found);
 }
 
-bool LevelHistory::Take(PartChanges changes, Pace pace, bool isLate) {
+bool LevelHistory::Take(PartChanges changes, Pace pace, bool isLate, const std::optional<Deed>& deed) {
     const bool hasWork =
         std::ranges::any_of(changes, [](const PartChange& change) { return !engine::IsLook(change.key); });
     if (!hasWork) {
@@ -131,7 +151,7 @@ bool LevelHistory::Take(PartChanges changes, Pace pace, bool isLate) {
     }
     if (isLate && looks.empty()) {
         edits.Amend(changes, store.WorkHash());
-        Tell();
+        TellChanged();
         return true;
     }
     for (HistoryStep& look : looks) {
@@ -139,14 +159,14 @@ bool LevelHistory::Take(PartChanges changes, Pace pace, bool isLate) {
     }
     looks.clear();
     HistoryStep step;
-    step.name = StepName(changes, store, *host.level.Data());
+    step.name = StepName(changes, store, *host.level.Data(), deed);
     step.hashAfter = store.WorkHash();
     step.film = OpenFilm(*host.level.Data());
     step.selectedBefore = selected;
     step.selectedAfter = SelectedIds(host.level);
     step.series = pace == Pace::Series ? SeriesOf(changes, seriesNumber) : 0;
     edits.Add(std::move(step), changes);
-    Tell();
+    TellChanged();
     return true;
 }
 
@@ -197,7 +217,7 @@ bool LevelHistory::GoTo(std::size_t done) {
 
 void LevelHistory::SetLimit(std::size_t bytes) {
     edits.SetLimit(bytes);
-    Tell();
+    TellChanged();
 }
 
 std::uint64_t LevelHistory::ContentNow() const {
@@ -265,7 +285,7 @@ bool LevelHistory::RestoreTo(std::size_t done) {
     }
     host.windows.ObjectsChanged();
     host.RedrawViews();
-    Tell();
+    TellChanged();
     return good;
 }
 

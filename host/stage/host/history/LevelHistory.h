@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/stage/host/history/Deed.h"
 #include "host/stage/host/history/EditHistory.h"
 #include "host/stage/host/history/LevelRestore.h"
 
@@ -31,6 +32,9 @@ public:
     /// The same also for what was written without a word into fields; it costs a look at everything. What
     /// `Note` did not find belongs to the step that it made.
     bool NoteAll();
+    /// What was done since the last note; the next one names its step by it, and forgets it also if it finds
+    /// nothing. Deeds of one kind count as one; where several kinds come together none names the step.
+    void Tell(Deed deed);
     /// From here on another gesture: what follows makes a step of its own, also in a series.
     void EndSeries() { ++seriesNumber; }
 
@@ -63,7 +67,7 @@ private:
 
     /// None if the level can't be read, which ends all steps.
     std::optional<PartChanges> Look(PartStore::Look look);
-    bool Take(PartChanges changes, Pace pace, bool isLate);
+    bool Take(PartChanges changes, Pace pace, bool isLate, const std::optional<Deed>& deed);
     void TakeLook(const PartChanges& changes);
     bool MayRestore() const;
     bool RestoreTo(std::size_t done);
@@ -72,12 +76,15 @@ private:
     std::optional<std::string_view> Present(const PartTargets& targets, const engine::PartKey& key) const;
     bool Carry(PartTargets targets);
     void ApplyToStore(const PartTargets& targets);
-    void Tell() const;
+    void TellChanged() const;
+    /// The deed that was told since the last note, if it was one; forgotten from now on.
+    std::optional<Deed> TakeDeed();
 
     EditorHost& host;
     PartStore store;
     EditHistory edits;
     std::vector<int> selected;      ///< ids of objects, as of the last note
+    std::vector<Deed> deeds;        ///< since the last note
     std::vector<HistoryStep> looks; ///< since something was undone; newest last
     bool started = false;
     bool busy = false;

@@ -25,6 +25,24 @@ std::string ListOf(const std::vector<std::string>& names) {
            (others == 0 ? "" : " and " + std::to_string(others) + (others == 1 ? " other" : " others"));
 }
 
+const char* VerbOf(Deed::Kind kind) {
+    switch (kind) {
+    case Deed::Kind::Paste:
+        return "Paste ";
+    case Deed::Kind::Duplicate:
+        return "Duplicate ";
+    case Deed::Kind::Import:
+        return "Import ";
+    case Deed::Kind::Place:
+        return "Place ";
+    case Deed::Kind::Group:
+        return "Group ";
+    case Deed::Kind::Ungroup:
+        return "Ungroup ";
+    }
+    return "Change ";
+}
+
 /// How many keys are others than before.
 std::size_t ChangedKeys(const PartChange& change) {
     const std::string none;
@@ -50,8 +68,9 @@ std::size_t ChangedKeys(const PartChange& change) {
 
 class Namer {
 public:
-    Namer(const PartChanges& partChanges, const PartStore& partStore, const engine::LevelData& levelData)
-        : changes(partChanges), store(partStore), data(levelData) {}
+    Namer(const PartChanges& partChanges, const PartStore& partStore, const engine::LevelData& levelData,
+          const std::optional<Deed>& toldDeed)
+        : changes(partChanges), store(partStore), data(levelData), deed(toldDeed) {}
 
     std::string Name() const {
         for (const auto topic : {&Namer::OfFilms, &Namer::OfObjectSet, &Namer::OfTracks, &Namer::OfKeys,
@@ -92,6 +111,16 @@ private:
         return {};
     }
 
+    /// Of what was made; "Create " also where not all of it was made by the deed.
+    const char* MakingVerb() const {
+        const bool fits = deed && std::ranges::all_of(Of(PartKind::Object), [this](const PartChange* object) {
+                              return object->before || Concerns(object->key.id);
+                          });
+        return fits ? VerbOf(deed->kind) : "Create ";
+    }
+
+    bool Concerns(int id) const { return std::ranges::find(deed->objects, id) != deed->objects.end(); }
+
     std::string OfObjectSet() const {
         std::vector<std::string> made;
         std::vector<std::string> gone;
@@ -107,7 +136,7 @@ private:
                 }
             }
         }
-        return !gone.empty() ? "Delete " + ListOf(gone) : !made.empty() ? "Create " + ListOf(made) : "";
+        return !gone.empty() ? "Delete " + ListOf(gone) : !made.empty() ? MakingVerb() + ListOf(made) : "";
     }
 
     std::string TrackName(const engine::TrackFacts& track) const {
@@ -168,7 +197,7 @@ private:
         return {};
     }
 
-    static const char* VerbOf(const engine::ObjectFacts& before, const engine::ObjectFacts& after) {
+    static const char* ChangeVerb(const engine::ObjectFacts& before, const engine::ObjectFacts& after) {
         if (before.meshName != after.meshName) {
             return "Mesh of ";
         }
@@ -206,13 +235,22 @@ private:
         for (const PartChange* change : objects) {
             names.push_back(engine::ObjectFactsOf(*change->after).name);
         }
-        return VerbOf(before, after) + ListOf(names);
+        return ChangeVerb(before, after) + ListOf(names);
+    }
+
+    std::string OfGroups() const {
+        std::vector<std::string> members;
+        for (const int id : deed ? deed->objects : std::vector<int>()) {
+            if (const engine::SceneObject* object = data.Find(id)) {
+                members.push_back(object->name);
+            }
+        }
+        return members.empty() ? "Groups" : VerbOf(deed->kind) + ListOf(members);
     }
 
     std::string OfRest() const {
-        for (const PartChange* groups : Of(PartKind::Groups)) {
-            return groups->before.value_or("").size() < groups->after.value_or("").size() ? "Group"
-                                                                                          : "Ungroup";
+        if (!Of(PartKind::Groups).empty()) {
+            return OfGroups();
         }
         return !Of(PartKind::Sun).empty() ? "Sun" : "Change";
     }
@@ -220,6 +258,7 @@ private:
     const PartChanges& changes;
     const PartStore& store;
     const engine::LevelData& data;
+    const std::optional<Deed>& deed;
 };
 
 /// Rows of lights folded, which plug-ins keep with the lights themselves.
@@ -236,8 +275,9 @@ bool IsSunTrack(const PartChange& change) {
 
 } // namespace
 
-std::string StepName(const PartChanges& changes, const PartStore& store, const engine::LevelData& data) {
-    return Namer(changes, store, data).Name();
+std::string StepName(const PartChanges& changes, const PartStore& store, const engine::LevelData& data,
+                     const std::optional<Deed>& deed) {
+    return Namer(changes, store, data, deed).Name();
 }
 
 bool IsOnlyLook(const PartChanges& changes) {

@@ -109,7 +109,8 @@ void Assets::Rescan() {
 
 void Assets::Place(const std::string& name, const Vector3& place) {
     if (window.host.level.Data() != nullptr) {
-        create.CreateMesh(QString::fromStdString(name), place);
+        const int id = create.CreateMesh(QString::fromStdString(name), place);
+        window.session.History().Tell({Deed::Kind::Place, {id}});
     }
 }
 
