@@ -1,13 +1,18 @@
 #include "host/stage/windows/Theme.h"
+#include "host/stage/windows/Icons.h"
 #include "host/stage/windows/ScreenFit.h"
 #include "tests/stage/WindowFixture.h"
 
+#include <algorithm>
 #include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
+#include <QListWidget>
 #include <QMenu>
 #include <QPalette>
 #include <QScreen>
 #include <QSettings>
+#include <QTest>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -22,6 +27,27 @@ protected:
 };
 
 class ThemeWindowTest : public WindowFixture {};
+
+/// The program in the light or the dark theme.
+class ThemePictureTest : public ::testing::TestWithParam<bool> {
+protected:
+    ThemePictureTest() { Apply(GetParam() ? stage::ThemeChoice::Dark : stage::ThemeChoice::Light); }
+    ~ThemePictureTest() override { Apply(stage::ThemeChoice::Light); }
+    static void Apply(stage::ThemeChoice choice) {
+        stage::ChooseTheme(choice);
+        stage::ApplyTheme(*qApp);
+    }
+    /// The highest contrast that a pixel in a part of the picture has to a ground.
+    static double Strongest(const QImage& picture, const QRect& part, QRgb ground) {
+        double strongest = 1.0;
+        for (int y = part.top(); y <= part.bottom(); ++y) {
+            for (int x = part.left(); x <= part.right(); ++x) {
+                strongest = std::max(strongest, ContrastOf(picture.pixel(x, y) | 0xff000000, ground));
+            }
+        }
+        return strongest;
+    }
+};
 
 } // namespace
 
@@ -65,6 +91,45 @@ TEST_P(ThemeContrastTest, IconsAndStatesCanBeTold) {
     EXPECT_GE(ContrastOf(colors.disabled, colors.window), kShape);
     EXPECT_GE(ContrastOf(colors.disabled, colors.base), kShape);
     EXPECT_GE(ContrastOf(colors.disabled, colors.menu), kShape);
+}
+
+INSTANTIATE_TEST_SUITE_P(Themes, ThemePictureTest, ::testing::Bool(),
+                         [](const auto& entry) { return entry.param ? "Dark" : "Light"; });
+
+TEST_P(ThemePictureTest, AnIconCanBeToldInAHighlightedRowOfAMenu) {
+    QMenu menu;
+    QAction* action = menu.addAction(stage::MakeIcon(stage::IconId::Move), "Move");
+    menu.popup(QPoint(50, 50));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
+    menu.setActiveAction(action);
+    const QImage picture = menu.grab().toImage();
+    const QRect row = menu.actionGeometry(action);
+    // Inside the border and its round corners; the icon has room before the text's 21 pixels and their edge.
+    const QRgb ground = picture.pixel(row.right() - 8, row.center().y());
+    EXPECT_NE(ground, stage::PresentColors().menu) << "the row is highlighted";
+    const QRect icon(row.left() + 3, row.top() + 3, 19, row.height() - 6);
+    EXPECT_GE(Strongest(picture, icon, ground), 3.0);
+    const QRect text(row.left() + 24, row.top() + 3, row.width() - 34, row.height() - 6);
+    EXPECT_GE(Strongest(picture, text, ground), 4.5);
+}
+
+TEST_P(ThemePictureTest, IconsOfAnyColourCanBeToldInAHighlightedRowOfAList) {
+    constexpr int kSide = 64;
+    QListWidget list;
+    list.setIconSize(QSize(kSide, kSide));
+    for (const auto id : {stage::IconId::Move, stage::IconId::Delete, stage::IconId::DynamicLight}) {
+        auto* row = new QListWidgetItem(stage::MakeIcon(id), QString(), &list);
+        list.setCurrentItem(row);
+        list.resize(200, 400);
+        list.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&list));
+        list.setFocus();
+        const QImage picture = list.viewport()->grab().toImage();
+        const QRect place = list.visualItemRect(row);
+        const QRgb ground = picture.pixel(place.right() - 20, place.center().y());
+        const QRect icon(place.left() + 8, place.center().y() - kSide / 2 + 4, kSide - 8, kSide - 8);
+        EXPECT_GE(Strongest(picture, icon, ground), 3.0) << static_cast<int>(id);
+    }
 }
 
 TEST(ThemeChoiceTest, FollowsTheDesktopUnlessTheUserChooses) {

@@ -342,23 +342,34 @@ class VectorIcon : public QIconEngine {
 public:
     explicit VectorIcon(Draw drawing) : draw(drawing) {}
 
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+        if (mode == QIcon::Selected) {
+            const qreal ratio = painter->device()->devicePixelRatioF();
+            painter->drawPixmap(rect, pixmap((QSizeF(rect.size()) * ratio).toSize(), mode, state));
+            return;
+        }
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->translate(rect.topLeft());
         painter->scale(rect.width() / 16.0, rect.height() / 16.0);
         painter->setOpacity(mode == QIcon::Disabled ? 0.35 : 1.0);
-        const QColor color = mode == QIcon::Selected ? QColor(Qt::white) : QColor::fromRgb(Color::kIcon);
-        painter->setPen(QPen(color, 1.25, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter->setPen(
+            QPen(QColor::fromRgb(Color::kIcon), 1.25, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter->setBrush(Qt::NoBrush);
         draw(*painter);
         painter->restore();
     }
+    /// Of a row that is highlighted it has one colour: no other stands out from the ground there.
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
         QPixmap picture(size);
         picture.fill(Qt::transparent);
         QPainter painter(&picture);
-        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+        const bool isSelected = mode == QIcon::Selected;
+        paint(&painter, picture.rect(), isSelected ? QIcon::Normal : mode, state);
+        if (isSelected) {
+            painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+            painter.fillRect(picture.rect(), QColor::fromRgb(PresentColors().highlightText));
+        }
         return picture;
     }
     QIconEngine* clone() const override { return new VectorIcon(draw); }

@@ -49,9 +49,9 @@ QMenuBar { background: %bar%; padding: 2px 4px; }
 QMenuBar::item { padding: 4px 9px; border-radius: 4px; background: transparent; }
 QMenuBar::item:selected { background: %chosen%; }
 QMenu { background: %menu%; border: 1px solid %hoverLine%; padding: 4px; }
-QMenu::item { padding: 5px 26px 5px 22px; border-radius: 4px; }
-QMenu::item:selected { background: %highlight%; color: %highlightText%; }
-QMenu::item:disabled { color: %disabled%; background: transparent; }
+QMenu::item { padding: 4px 25px 4px 21px; border: 1px solid transparent; border-radius: 4px; }
+QMenu::item:selected { background: %chosen%; border-color: %accent%; }
+QMenu::item:disabled { color: %disabled%; background: transparent; border-color: transparent; }
 QMenu::separator { height: 1px; background: %menuLine%; margin: 4px 8px; }
 QStatusBar { background: %bar%; border-top: 1px solid %line%; }
 QStatusBar::item { border: none; }
