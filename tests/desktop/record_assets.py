@@ -25,14 +25,16 @@ def search_for(desktop, text):
     desktop.x("type", text)
 
 
-def drag_into_view(desktop, start, end, steps=15):
+def drag_into_view(desktop, start, end, words, steps=15):
     desktop.move(*start)
     desktop.x("mousedown", 1)
     for i in range(1, steps + 1):
         desktop.move(*(a + (b - a) * i / steps for a, b in zip(start, end)))
         time.sleep(STEP_SECONDS)
+    desktop.until(f"it says: {words}", lambda s: s["ownMode"].startswith(words))
     desktop.picture("dragged")
     desktop.x("mouseup", 1)
+    desktop.until("what was said is gone", lambda s: s["ownMode"] == "")
 
 
 def model_is_dropped(desktop):
@@ -44,7 +46,7 @@ def model_is_dropped(desktop):
     before = set(desktop.look()["objects"])
     left, top, wide, high = desktop.look()["views"][0]["rect"]
     target = (left + wide * 0.5, top + high * 0.7)
-    drag_into_view(desktop, (x + width / 2, y + height / 2), target)
+    drag_into_view(desktop, (x + width / 2, y + height / 2), target, "Drop to place suitcase here")
     name = desktop.until("a new object", lambda s: next(iter(set(s["objects"]) - before), None))
     check(name.startswith("suitcase"), f"the new object is called {name}")
     place = places(desktop.look())[name]
@@ -67,7 +69,8 @@ def sound_is_not_taken(desktop):
     x, y, width, height = desktop.item("bell")["rect"]
     before = set(desktop.look()["objects"])
     left, top, wide, high = desktop.look()["views"][0]["rect"]
-    drag_into_view(desktop, (x + width / 2, y + height / 2), (left + wide / 2, top + high * 0.7))
+    drag_into_view(desktop, (x + width / 2, y + height / 2), (left + wide / 2, top + high * 0.7),
+                   "Sounds can't stand in a view")
     time.sleep(1)
     check(set(desktop.look()["objects"]) == before, "a sound is no object")
 

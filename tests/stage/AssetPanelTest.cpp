@@ -20,6 +20,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QStatusBar>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -60,6 +61,11 @@ protected:
     }
     void ChooseKind(const char* button) const { Panel().findChild<QToolButton*>(button)->click(); }
     std::size_t Count() const { return window.host.level.Data()->Objects().size(); }
+    /// What the status bar says of a drag.
+    QString Sign() const {
+        const auto* label = window.statusBar()->findChild<QLabel*>("OwnMode");
+        return label->isVisible() ? label->text() : QString();
+    }
     /// Drops the model of that name onto a pixel of the first view, as the list's drag does.
     void Drop(const QString& name, const QPoint& pixel) {
         const std::unique_ptr<QMimeData> data(Rows().mimeData({Row(name)}));
@@ -180,13 +186,43 @@ TEST_F(AssetPanelTest, AModelOfAnotherLevelIsNotTaken) {
     QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     enter.ignore();
     QApplication::sendEvent(window.views, &enter);
-    EXPECT_FALSE(enter.isAccepted());
+    EXPECT_EQ(enter.dropAction(), Qt::IgnoreAction);
+    EXPECT_EQ(Sign(), "This model is in another level's folder: Create > Import brings it here.");
 }
 
-TEST_F(AssetPanelTest, SoundsAndEffectsCantBeDragged) {
+TEST_F(AssetPanelTest, ADragOverAViewSaysWhatADropDoes) {
     ChooseKind("AssetsAll");
-    EXPECT_FALSE((Rows().flags(Row("bell")) & Qt::ItemIsDragEnabled) != 0);
-    EXPECT_TRUE((Rows().flags(Row("barrel")) & Qt::ItemIsDragEnabled) != 0);
+    const QString film = "brings them into a film.";
+    const auto dragged = [&](const QString& name) {
+        const std::unique_ptr<QMimeData> data(Rows().mimeData({Row(name)}));
+        QDragEnterEvent enter(QPoint(40, 40), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QApplication::sendEvent(window.views, &enter);
+        QDragMoveEvent move(QPoint(41, 40), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window.views, &move);
+        return std::pair(Sign(), move.isAccepted());
+    };
+    const auto leave = [this] {
+        QDragLeaveEvent left;
+        QApplication::sendEvent(window.views, &left);
+        return Sign();
+    };
+    EXPECT_EQ(
+        dragged("barrel"),
+        std::pair(QString("Drop to place barrel here, on what is under the mouse. Escape gives up."), true));
+    EXPECT_EQ(leave(), "");
+    EXPECT_EQ(dragged("bell"),
+              std::pair("Sounds can't stand in a view: Films > Add key at the cursor " + film, false));
+    EXPECT_EQ(leave(), "");
+    ChooseKind("AssetsEffects");
+    EXPECT_EQ(dragged(Names().front()),
+              std::pair("Effects can't stand in a view: Films > Add key at the cursor " + film, false));
+    EXPECT_EQ(leave(), "");
+    EXPECT_EQ(Count(), 0u);
+    ChooseKind("AssetsModels");
+    Drop("crate", PixelOf(0.0f, 0.0f, 0.0f));
+    EXPECT_EQ(Count(), 1u);
+    EXPECT_EQ(Sign(), "") << "it was let go";
 }
 
 TEST_F(AssetPanelTest, SoundsAndEffectsPlayBelowTheListUntilTheyAreStopped) {

@@ -110,7 +110,7 @@ ObjectList ScenePicker::InRectangle(const StageView& view, float left, float top
     return found;
 }
 
-glm::vec3 ScenePicker::PlaceAt(const render::ViewRay& ray, float fallbackDistance) const {
+std::optional<glm::vec3> ScenePicker::Meet(const render::ViewRay& ray) const {
     const glm::vec3 far = ray.origin + ray.direction * kReach;
     float to[3] = {far.x, far.y, far.z};
     if (level.Data() != nullptr && level.Data()->RayCast(glm::value_ptr(ray.origin), to, 0) != 0) {
@@ -118,7 +118,11 @@ glm::vec3 ScenePicker::PlaceAt(const render::ViewRay& ray, float fallbackDistanc
     }
     const float distance = -ray.origin.y / ray.direction.y;
     const bool meetsGround = std::isfinite(distance) && distance > 0.0f && distance < kReach;
-    return ray.origin + ray.direction * (meetsGround ? distance : fallbackDistance);
+    return meetsGround ? std::optional(ray.origin + ray.direction * distance) : std::nullopt;
+}
+
+glm::vec3 ScenePicker::PlaceAt(const render::ViewRay& ray, float fallbackDistance) const {
+    return Meet(ray).value_or(ray.origin + ray.direction * fallbackDistance);
 }
 
 Sphere ScenePicker::BoundsOf(const engine::SceneObject& object) const {

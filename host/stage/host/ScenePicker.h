@@ -3,6 +3,8 @@
 #include "host/engine/Level.h"
 #include "host/stage/host/StageView.h"
 
+#include <optional>
+
 namespace stage {
 
 /// A ball around something in the level.
@@ -24,7 +26,9 @@ public:
     engine::SceneObject* At(const StageView& view, float x, float y) const;
     /// The objects whose middle lies in a rectangle of pixels, in level order.
     ObjectList InRectangle(const StageView& view, float left, float top, float right, float bottom) const;
-    /// Where a ray meets a mesh, else the ground y = 0, else the point `fallbackDistance` units on.
+    /// Where a ray meets a mesh, else the ground y = 0; none if it leads into the air.
+    std::optional<glm::vec3> Meet(const render::ViewRay& ray) const;
+    /// The same, else the point `fallbackDistance` units on.
     glm::vec3 PlaceAt(const render::ViewRay& ray, float fallbackDistance) const;
     /// A ball around an object's mesh, or a small one around a place.
     Sphere BoundsOf(const engine::SceneObject& object) const;

@@ -72,7 +72,8 @@ CreateMenu::CreateMenu(MainWindow& mainWindow) : QObject(&mainWindow), window(ma
 
 void CreateMenu::Fill(QMenu& menu) {
     Append(
-        menu, [this] { return window.views->PlaceForNew(); }, /*named*/ true);
+        menu, [this](const std::string& meshName) { return window.views->PlaceForNew(meshName); },
+        /*named*/ true);
     menu.addSeparator();
     QAction* action = menu.addAction(MakeIcon(IconId::Camera), tr("Camera from &view"), this,
                                      &CreateMenu::CreateCameraFromView);
@@ -81,13 +82,14 @@ void CreateMenu::Fill(QMenu& menu) {
 
 void CreateMenu::FillHere(QMenu& menu, const Vector3& place) {
     Append(
-        menu, [place] { return place; }, /*named*/ false);
+        menu, [place](const std::string&) { return place; }, /*named*/ false);
 }
 
 void CreateMenu::Append(QMenu& menu, const Where& where, bool named) {
     const auto add = [&](QMenu& target, const CreateEntry& entry) {
-        QAction* action = target.addAction(MakeIcon(entry.icon), tr(entry.text), this,
-                                           [this, entry, where] { Create(entry, where()); });
+        QAction* action = target.addAction(MakeIcon(entry.icon), tr(entry.text), this, [this, entry, where] {
+            Create(entry, where(entry.shape != nullptr ? entry.shape : ""));
+        });
         action->setObjectName(named ? entry.action : "");
     };
     for (const CreateEntry& entry : kShapes) {
@@ -106,7 +108,8 @@ void CreateMenu::FillMeshes(QMenu& menu, const Where& where) {
     const std::string& folder = window.host.level.Folder();
     for (const std::string& file : FindMeshFiles(folder)) {
         const QString meshName = QString::fromStdString(file);
-        menu.addAction(meshName, this, [this, meshName, where] { CreateMesh(meshName, where()); });
+        menu.addAction(meshName, this,
+                       [this, meshName, where] { CreateMesh(meshName, where(meshName.toStdString())); });
     }
     if (menu.isEmpty()) {
         const QString reason = folder.empty() ? tr("Save the level first: meshes are found in its folder")

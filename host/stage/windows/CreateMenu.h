@@ -30,7 +30,7 @@ public:
     void CreateCameraFromView();
 
 private:
-    using Where = std::function<Vector3()>;
+    using Where = std::function<Vector3(const std::string& meshName)>;
 
     void Append(QMenu& menu, const Where& where, bool named);
     void FillMeshes(QMenu& menu, const Where& where);

@@ -6,16 +6,19 @@
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/ViewArea.h"
 
+#include <optional>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMimeData>
 #include <QUrl>
+#include <utility>
 
 namespace stage {
 
 namespace {
 
-constexpr float kBeside = engine::Metres(2.0f); ///< from one imported model to the next
+constexpr float kBetween = engine::Metres(0.5f); ///< one imported model and the next
 
 QStringList FilesOf(const QMimeData& data) {
     QStringList paths;
@@ -25,6 +28,24 @@ QStringList FilesOf(const QMimeData& data) {
         }
     }
     return paths;
+}
+
+/// How far a model goes to both sides of its place along x; 0 and 0 if it can't be read.
+std::pair<float, float> BoundsOf(engine::IMeshLibrary& meshes, const std::string& name) {
+    Vector3 low;
+    Vector3 high;
+    if (const engine::IMesh* mesh = meshes.FindMesh(name)) {
+        mesh->Bounds(low, high);
+    }
+    return {low.x, high.x};
+}
+
+/// "bell.wav", "1 sound", "3 sounds".
+QString Counted(const QStringList& paths, const char* one, const char* several, bool byName) {
+    const auto count = paths.size();
+    return byName && count == 1
+               ? QFileInfo(paths.front()).fileName()
+               : QString("%1 %2").arg(count).arg(ImportFiles::tr(count == 1 ? one : several));
 }
 
 } // namespace
@@ -40,15 +61,15 @@ void ImportFiles::Ask() {
         QFileDialog::getOpenFileNames(&window, tr("Import models and sounds"), QString(),
                                       tr("Models and sounds (*.glb *.gltf *.wav *.ogg *.flac)"));
     if (!paths.isEmpty()) {
-        Import(paths, window.views->PlaceForNew());
+        Import(paths, [this](const std::string& mesh) { return window.views->PlaceForNew(mesh); });
     }
 }
 
-int ImportFiles::Import(const QStringList& paths, const Vector3& place) {
+int ImportFiles::Import(const QStringList& paths, const Where& where) {
     int count = 0;
     Deed deed{Deed::Kind::Import, {}};
     QStringList refused;
-    Vector3 next = place;
+    std::optional<Vector3> edge; ///< of the last model, and its place otherwise
     for (const QString& path : paths) {
         const ImportedAsset asset = ImportAsset(path.toStdString(), window.host.level.Folder());
         if (!asset.error.empty()) {
@@ -57,8 +78,11 @@ int ImportFiles::Import(const QStringList& paths, const Vector3& place) {
         }
         ++count;
         if (asset.kind == AssetKind::Model) {
-            deed.objects.push_back(create.CreateMesh(QString::fromStdString(asset.name), next));
-            next.x += kBeside;
+            const auto [low, high] = BoundsOf(window.host.meshes, asset.name);
+            Vector3 place = edge ? *edge : where(asset.name);
+            place.x += edge ? kBetween - low : 0.0f;
+            edge = Vector3{place.x + high, place.y, place.z};
+            deed.objects.push_back(create.CreateMesh(QString::fromStdString(asset.name), place));
         }
     }
     if (!deed.objects.empty()) {
@@ -73,15 +97,49 @@ int ImportFiles::Import(const QStringList& paths, const Vector3& place) {
     return count;
 }
 
+QString ImportFiles::WordsFor(const QMimeData& data) const {
+    QStringList models;
+    QStringList sounds;
+    for (const QString& path : FilesOf(data)) {
+        (AssetKindOf(path.toStdString()) == AssetKind::Model ? models : sounds).append(path);
+    }
+    const auto others = data.urls().size() - models.size() - sounds.size();
+    if (models.isEmpty() && sounds.isEmpty()) {
+        return tr("Only models (.glb, .gltf) and sounds (.wav, .ogg, .flac) can be dropped here.");
+    }
+    if (window.host.level.Folder().empty()) {
+        return tr("Save the level first: what is imported goes into its folder.");
+    }
+    const bool isOne = models.size() + sounds.size() == 1;
+    const QString soundWords = Counted(sounds, QT_TR_NOOP("sound"), QT_TR_NOOP("sounds"), isOne);
+    QString words =
+        tr("Drop to import %1 here").arg(Counted(models, QT_TR_NOOP("model"), QT_TR_NOOP("models"), isOne));
+    if (models.isEmpty()) {
+        words = tr("Drop to import %1 into the level's folder; sounds can't stand in a view").arg(soundWords);
+    } else if (!sounds.isEmpty()) {
+        words += tr(", and %1 into the level's folder").arg(soundWords);
+    }
+    if (others > 0) {
+        words +=
+            others == 1 ? tr("; 1 other file is left out") : tr("; %1 other files are left out").arg(others);
+    }
+    return words + '.';
+}
+
 bool ImportFiles::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::DragEnter && event->type() != QEvent::DragMove &&
         event->type() != QEvent::Drop) {
         return QObject::eventFilter(watched, event);
     }
     auto* drop = static_cast<QDropEvent*>(event);
-    const QStringList paths = FilesOf(*drop->mimeData());
-    if (paths.isEmpty()) {
+    if (!drop->mimeData()->hasUrls()) {
         return false;
+    }
+    const QStringList paths = FilesOf(*drop->mimeData());
+    window.views->TellDrop(event->type() == QEvent::Drop ? QString() : WordsFor(*drop->mimeData()));
+    if (paths.isEmpty()) {
+        ViewArea::Refuse(*drop);
+        return true;
     }
     drop->setDropAction(Qt::CopyAction);
     drop->accept();

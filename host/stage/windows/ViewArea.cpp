@@ -3,11 +3,13 @@
 #include "host/engine/mesh/GlmConvert.h"
 #include "host/stage/host/EditorHost.h"
 #include "host/stage/host/ObjectCommands.h"
+#include "host/stage/host/StandingPlace.h"
 #include "host/stage/windows/ScenePictures.h"
 #include "host/stage/windows/ViewTool.h"
 #include "host/stage/windows/ViewWidget.h"
 
 #include <algorithm>
+#include <QDropEvent>
 #include <QGridLayout>
 #include <QSettings>
 
@@ -87,11 +89,17 @@ void ViewArea::Activate(int number) {
 
 void ViewArea::TellMode() {
     const ViewWidget* active = Widget(activeView);
-    const QString mode = active != nullptr ? active->ModeText() : QString();
+    const QString own = active != nullptr ? active->ModeText() : QString();
+    const QString& mode = drop.isEmpty() ? own : drop;
     if (mode != toldMode) {
         toldMode = mode;
-        emit ModeChanged(mode, active != nullptr && active->IsBusy());
+        emit ModeChanged(mode, !drop.isEmpty() || (active != nullptr && active->IsBusy()));
     }
+}
+
+void ViewArea::TellDrop(const QString& text) {
+    drop = text;
+    TellMode();
 }
 
 void ViewArea::Redraw(int number) {
@@ -229,14 +237,26 @@ void ViewArea::ShowAll() {
     Redraw(-1);
 }
 
-Vector3 ViewArea::PlaceForNew() const {
+/// Whoever does not take a drag where it comes in is not told that it leaves again.
+void ViewArea::Refuse(QDropEvent& drag) {
+    drag.setDropAction(Qt::IgnoreAction);
+    drag.setAccepted(drag.type() == QEvent::DragEnter);
+}
+
+Vector3 ViewArea::PlaceForNew(const std::string& meshName) const {
     const StageView* view = host.views.At(activeView);
     if (view == nullptr) {
         return {};
     }
     const render::ViewRay ray =
         view->RayAt(static_cast<float>(view->width) * 0.5f, static_cast<float>(view->height) * 0.5f);
-    const glm::vec3 place = picker.PlaceAt(ray, view->DepthOfPivot());
+    Vector3 low;
+    Vector3 high;
+    if (const engine::IMesh* mesh = meshName.empty() ? nullptr : host.meshes.FindMesh(meshName)) {
+        mesh->Bounds(low, high);
+    }
+    const glm::vec3 place =
+        StandingPlace(picker, ray, view->DepthOfPivot(), {mesh::ToGlm(low), mesh::ToGlm(high)});
     return {place.x, place.y, place.z};
 }
 

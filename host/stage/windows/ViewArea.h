@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <vector>
 
+class QDropEvent;
 class QGridLayout;
 
 namespace stage {
@@ -34,6 +35,10 @@ public:
     bool IsDragging() const;
     /// Tells by a signal what the active view waits for, if that is something else than before.
     void TellMode();
+    /// What a drop would do, while something is dragged over the views; empty when that is over.
+    void TellDrop(const QString& text);
+    /// Lets a drag that can't be dropped here go on over the views.
+    static void Refuse(QDropEvent& drag);
     /// Another kind of view; a plug-in that holds the view gives it back first.
     void SetKind(int number, ViewKind kind, int cameraId = 0);
     void SetShading(int number, ViewShading shading);
@@ -52,8 +57,9 @@ public:
     static constexpr int kBookmarks = 9;
     /// Points all views at the whole level, each from another side.
     void ShowAll();
-    /// A place for a new object: what the middle of the active view looks at.
-    Vector3 PlaceForNew() const;
+    /// A place for a new object with that mesh, or without a body: on what the middle of the active view
+    /// looks at, or before its side.
+    Vector3 PlaceForNew(const std::string& meshName = {}) const;
     /// What stands at a place of the screen in a view: the nearest mesh, else the ground.
     Vector3 PlaceAt(int number, const QPoint& screen) const;
     /// The same in the view under the place, which becomes the active one: for what is dropped.
@@ -70,10 +76,14 @@ signals:
     /// Asked for with the right button; the object under the mouse, null for none, in screen coordinates.
     void MenuRequested(int view, EditorObject* object, const QPoint& screen);
     void StatusText(const QString& text);
-    /// What the active view waits for now, in a drag or for longer; empty if it is a view as any.
+    /// What the active view waits for now, in a drag, of whatever, or for longer; empty if it is a view as
+    /// any.
     void ModeChanged(const QString& text, bool isDrag);
     /// Frames a second, while pictures follow each other quickly.
     void FrameRate(double rate);
+
+protected:
+    void dragLeaveEvent(QDragLeaveEvent*) override { TellDrop({}); }
 
 private:
     friend class ViewWidget;
@@ -87,6 +97,7 @@ private:
     QGridLayout* grid;
     int activeView = 0;
     QString toldMode;
+    QString drop; ///< what is told of a drag over the views
     QElapsedTimer rateClock;
     int frames = 0;
 };

@@ -79,16 +79,20 @@ Qt::ItemFlags AssetModel::flags(const QModelIndex& index) const {
     if (!index.isValid()) {
         return Qt::NoItemFlags;
     }
-    const bool isModel = At(index).kind == AssetKind::Model;
-    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | (isModel ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
+    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled;
 }
 
 QMimeData* AssetModel::mimeData(const QModelIndexList& indexes) const {
     if (indexes.isEmpty()) {
         return nullptr;
     }
+    const Asset& asset = At(indexes.front());
+    const bool isModel = asset.kind == AssetKind::Model;
     auto* data = new QMimeData; // the drag's own
-    data->setData(kMime, QByteArray::fromStdString(At(indexes.front()).path));
+    data->setData(isModel                          ? kMime
+                  : asset.kind == AssetKind::Sound ? kSoundMime
+                                                   : kEffectMime,
+                  QByteArray::fromStdString(isModel ? asset.path : asset.name));
     return data;
 }
 

@@ -9,12 +9,16 @@ namespace stage {
 
 class AssetPictures;
 
-/// The assets as a list for views: a picture or the sign of the kind, and the name. Models can be dragged.
+/// The assets as a list for views: a picture or the sign of the kind, and the name. All can be dragged,
+/// models to stand where they are dropped.
 class AssetModel : public QAbstractListModel {
     Q_OBJECT
 public:
     /// Of dragged models: the path as UTF-8.
     static constexpr const char* kMime = "application/x-stage-model";
+    /// Of what has no place in a view: the name as UTF-8.
+    static constexpr const char* kSoundMime = "application/x-stage-sound";
+    static constexpr const char* kEffectMime = "application/x-stage-effect";
 
     AssetModel(AssetPictures& assetPictures, QObject* parent);
 
@@ -26,7 +30,7 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
-    QStringList mimeTypes() const override { return {kMime}; }
+    QStringList mimeTypes() const override { return {kMime, kSoundMime, kEffectMime}; }
     QMimeData* mimeData(const QModelIndexList& indexes) const override;
 
 private:

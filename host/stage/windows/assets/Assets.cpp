@@ -18,6 +18,7 @@
 #include <QAction>
 #include <QDockWidget>
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
@@ -77,7 +78,7 @@ Assets::Assets(MainWindow& mainWindow, CreateMenu& createMenu, ImportFiles& impo
     });
     panel->Pictures().mayWork = [this] { return window.quiet->IsQuiet(); };
     connect(panel, &AssetPanel::PlaceRequested, this,
-            [this](const Asset& asset) { Place(asset.name, window.views->PlaceForNew()); });
+            [this](const Asset& asset) { Place(asset.name, window.views->PlaceForNew(asset.name)); });
     connect(panel, &AssetPanel::UsesRequested, this, &Assets::ShowUses);
     connect(panel, &AssetPanel::ImportRequested, &importFiles, &ImportFiles::Ask);
     connect(watch, &FileWatch::Changed, this, &Assets::Rescan);
@@ -170,19 +171,46 @@ void Assets::OfferMissing() {
     }
 }
 
+bool Assets::CanPlace(const QMimeData& data) const {
+    const std::string path = data.data(AssetModel::kMime).toStdString();
+    return !folder.empty() && path.starts_with(folder);
+}
+
+QString Assets::WordsFor(const QMimeData& data) const {
+    if (CanPlace(data)) {
+        return tr("Drop to place %1 here, on what is under the mouse. Escape gives up.")
+            .arg(QFileInfo(QString::fromUtf8(data.data(AssetModel::kMime))).completeBaseName());
+    }
+    if (data.hasFormat(AssetModel::kMime)) { // of another Stage, with another level
+        return tr("This model is in another level's folder: Create > Import brings it here.");
+    }
+    if (data.hasFormat(AssetModel::kSoundMime)) {
+        return tr("Sounds can't stand in a view: Films > Add key at the cursor brings them into a film.");
+    }
+    return data.hasFormat(AssetModel::kEffectMime)
+               ? tr("Effects can't stand in a view: Films > Add key at the cursor brings them into a film.")
+               : QString();
+}
+
 bool Assets::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
     if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop) {
         return QObject::eventFilter(watched, event);
     }
     auto* drop = static_cast<QDropEvent*>(event);
-    const std::string path = drop->mimeData()->data(AssetModel::kMime).toStdString();
-    if (folder.empty() || !path.starts_with(folder)) {
-        return false; // also what another Stage, with another level, has let go
+    const QString words = WordsFor(*drop->mimeData());
+    if (words.isEmpty()) {
+        return false;
+    }
+    window.views->TellDrop(type == QEvent::Drop ? QString() : words);
+    if (!CanPlace(*drop->mimeData())) {
+        ViewArea::Refuse(*drop);
+        return true;
     }
     drop->setDropAction(Qt::CopyAction);
     drop->accept();
     if (type == QEvent::Drop) {
+        const std::string path = drop->mimeData()->data(AssetModel::kMime).toStdString();
         const Vector3 place = window.views->PlaceUnder(window.views->mapToGlobal(drop->position().toPoint()));
         // After the drop, which runs in a loop of the list's own.
         QMetaObject::invokeMethod(

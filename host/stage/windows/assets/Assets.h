@@ -6,6 +6,7 @@
 #include <QObject>
 
 class QDockWidget;
+class QMimeData;
 
 namespace stage {
 
@@ -41,6 +42,9 @@ public:
 
 private:
     void Place(const std::string& name, const Vector3& place);
+    /// What a drop onto a view does, or why there is none; empty for what is not of the panel.
+    QString WordsFor(const QMimeData& data) const;
+    bool CanPlace(const QMimeData& data) const;
 
     MainWindow& window;
     CreateMenu& create;
