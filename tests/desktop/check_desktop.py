@@ -1,43 +1,13 @@
 #!/usr/bin/env python3
 """Drives Stage on a plain X desktop as a user does. See run.sh."""
 
-import shutil
-import sys
-import tempfile
 import time
-from pathlib import Path
 
-from desktop import Desktop, Failure, arguments_of, check, different_pixels
-
-FILM = "Intro"
-MOTION_SECONDS = 0.4  # the sample's actors move in any stretch of this length while it plays
-
-
-def poses(desktop):
-    return desktop.look()["objects"]
-
-
-def is_moving(desktop):
-    before = poses(desktop)
-    time.sleep(MOTION_SECONDS)
-    return poses(desktop) != before
-
-
-def level_opens(desktop):
-    state = desktop.until("the sample level", lambda s: s if "objects" in s and len(s["objects"]) > 5 else None)
-    check(state["film"] == "", "no film is open at the start")
-    desktop.picture("level")
-
-
-def panel_opens(desktop):
-    desktop.click(desktop.button("Movies")["rect"])
-    desktop.item(FILM)
-    desktop.picture("panel")
-
-
-def film_opens(desktop):
-    desktop.click(desktop.item(FILM)["rect"])
-    desktop.until("the film is open", lambda s: s["film"] == FILM)
+from desktop import check, different_pixels
+from level import is_moving, poses
+from opening import FILM, film_opens, level_opens, panel_opens, program_ends, scenario_opens_docked
+from runner import run
+from timeline import at, drag_time, frame, main_control, plays, row, row_middle, rows, ruler, scenario, stands_still
 
 
 def film_plays_and_space_stops_it(desktop):
@@ -47,50 +17,8 @@ def film_plays_and_space_stops_it(desktop):
     check(is_moving(desktop), "the film goes on playing")
     desktop.picture("playing")
     desktop.key("space")
-    desktop.until("the film stands still", lambda s: not is_moving(desktop))
+    stands_still(desktop)
     check(desktop.look()["film"] == FILM, "the film stays open")
-
-
-
-# The scenario window: control numbers of its parts.
-MAIN_CONTROL, RULER, ROW = 1234, 20, 55
-
-
-def scenario(state):
-    return next((t for t in state["toolWindows"] if t["title"] == "Scenario"), None)
-
-
-def child(parent, number):
-    return next(c for c in parent["children"] if c["id"] == number)
-
-
-def ruler(desktop):
-    return child(child(scenario(desktop.look()), MAIN_CONTROL), RULER)["rect"]
-
-
-def rows(state):
-    """The rows that are shown, from the top."""
-    children = child(scenario(state), MAIN_CONTROL)["children"]
-    return sorted((c for c in children if c["id"] == ROW), key=lambda c: c["rect"][1])
-
-
-def at(rect, fraction):
-    """A place in the ruler; 0 is the first pixel, 1 the last."""
-    return rect[0] + 1 + fraction * (rect[2] - 3), rect[1] + rect[3] / 2
-
-
-def drag_time(desktop, start, end):
-    rect = ruler(desktop)
-    desktop.drag(at(rect, start), at(rect, end))
-
-
-def scenario_opens_docked(desktop):
-    desktop.click(desktop.item(FILM)["rect"], times=2)
-    window = desktop.until("the scenario window", lambda s: (scenario(s) or {}).get("shown") and scenario(s))
-    check(not window["floating"], "the scenario window is docked at first")
-    view = desktop.look()["views"][0]["rect"]
-    check(view[3] >= window["frame"][3], "the view keeps half of the height")
-    desktop.picture("scenario")
 
 
 def ruler_moves_time(desktop):
@@ -110,27 +38,27 @@ def ruler_moves_time(desktop):
 
 def buttons_step_through_time(desktop):
     middle = poses(desktop)
-    desktop.click(desktop.button("Frame forward")["rect"])
+    desktop.click_button("Frame forward")
     desktop.until("a frame later", lambda s: s["objects"] != middle)
-    desktop.click(desktop.button("Frame back")["rect"])
+    desktop.click_button("Frame back")
     desktop.until("and back", lambda s: s["objects"] == middle)
-    desktop.click(desktop.button("Move to end of the movie")["rect"])
+    desktop.click_button("Move to end of the movie")
     end = desktop.until("the end", lambda s: s["objects"] if s["objects"] != middle else None)
-    desktop.click(desktop.button("Move to begin of the movie")["rect"])
+    desktop.click_button("Move to begin of the movie")
     desktop.until("the begin", lambda s: s["objects"] not in (middle, end))
 
 
 def wheel_scrolls_rows(desktop):
-    state = desktop.look()
-    area = rows(state)[0]["rect"]
-    control = child(scenario(state), MAIN_CONTROL)["rect"]
-    area = [area[0], area[1], area[2], control[1] + control[3] - area[1]]
-    desktop.move(area[0] + area[2] / 2, area[1] + 10)
+    x, y, width, _ = row(desktop, 0)
+    control = main_control(desktop.look())["rect"]
+    area = [x, y, width, control[1] + control[3] - y]
+    mouse = x + width / 2, y + 10
+    desktop.move(*mouse)
     top = desktop.picture("rows_top", area)
-    desktop.x("click", "--repeat", 2, 5)  # towards the user
+    desktop.wheel(mouse, -2)
     scrolled = desktop.picture("rows_scrolled", area)
     check(different_pixels(top, scrolled) > 200, "the rows have moved")
-    desktop.x("click", "--repeat", 2, 4)
+    desktop.wheel(mouse, 2)
     again = desktop.picture("rows_back", area)
     check(different_pixels(top, again) == 0, "the rows are back at the top")
 
@@ -153,10 +81,8 @@ def row_folds(desktop):
 
 def home_and_end_go_to_the_ends_of_the_key_under_the_mouse(desktop):
     """The row below "Level" holds the cameras, one after the other; the second stands at 0.37."""
-    state = desktop.look()
-    start = state["objects"]
-    row, time_axis = rows(state)[1]["rect"], ruler(desktop)
-    desktop.move(at(time_axis, 0.37)[0], row[1] + row[3] / 2)
+    start = poses(desktop)
+    desktop.move(at(ruler(desktop), 0.37)[0], row_middle(desktop, 1))
     desktop.key("Home")
     home = desktop.until("the begin of the key", lambda s: s["objects"] if s["objects"] != start else None)
     desktop.key("End")
@@ -170,38 +96,34 @@ def home_and_end_go_to_the_ends_of_the_key_under_the_mouse(desktop):
 def space_plays_in_the_scenario_window(desktop):
     check(scenario(desktop.look())["focused"], "a click has given it the keyboard")
     desktop.key("space")
-    desktop.until("actors move", lambda _: is_moving(desktop))
+    plays(desktop)
     desktop.picture("scenario_playing")
     desktop.key("space")
-    desktop.until("the film stands still", lambda _: not is_moving(desktop))
+    stands_still(desktop)
 
 
-def title_of(desktop):
-    """A place in the dock's title."""
-    frame = scenario(desktop.look())["frame"]
-    return frame[0] + 150, frame[1] + 12
+def press_title_twice(desktop):
+    left, top, _, _ = frame(desktop)
+    desktop.press((left + 150, top + 12), times=2)
 
 
 def window_floats_and_keeps_its_least_size(desktop):
-    desktop.move(*title_of(desktop))
-    desktop.x("click", "--repeat", 2, "--delay", 60, 1)
+    press_title_twice(desktop)
     window = desktop.until("it floats", lambda s: scenario(s) if scenario(s)["floating"] else None)
     check(window["rect"][2] >= 500 and window["rect"][3] >= 100, "a floating window is 500 by 100 at least")
     time.sleep(0.5)  # a second double click must not become a fourth
-    frame = scenario(desktop.look())["frame"]
-    corner = frame[0] + frame[2] - 1, frame[1] + frame[3] - 1
-    desktop.drag(corner, (frame[0] + 200, frame[1] + 40))
+    left, top, width, height = frame(desktop)
+    desktop.drag((left + width - 1, top + height - 1), (left + 200, top + 40))
     small = desktop.until("it is small", lambda s: scenario(s) if scenario(s)["rect"][2] < 520 else None)
     check(small["rect"][2:] == [500, 100], f"the least size is 500 by 100, not {small['rect'][2:]}")
     desktop.picture("floating")
-    desktop.move(*title_of(desktop))
-    desktop.x("click", "--repeat", 2, "--delay", 60, 1)
+    press_title_twice(desktop)
     desktop.until("it is docked again", lambda s: not scenario(s)["floating"])
 
 
 def escape_leaves_it_and_the_menu_hides_and_shows_it(desktop):
-    frame = scenario(desktop.look())["frame"]
-    desktop.click(rows(desktop.look())[0]["rect"])
+    before = frame(desktop)
+    desktop.click(row(desktop, 0))
     desktop.until("it has the keyboard", lambda s: scenario(s)["focused"])
     desktop.key("Escape")
     desktop.key("alt+v")
@@ -213,14 +135,8 @@ def escape_leaves_it_and_the_menu_hides_and_shows_it(desktop):
     desktop.key("Up")  # the last entry
     desktop.picture("view_menu")
     desktop.key("Return")
-    desktop.until("it is shown as high as before", lambda s: scenario(s)["shown"] and scenario(s)["frame"] == frame)
+    desktop.until("it is shown as high as before", lambda s: scenario(s)["shown"] and scenario(s)["frame"] == before)
     desktop.picture("shown_again")
-
-
-def program_ends(desktop):
-    desktop.x("windowactivate", "--sync", desktop.window)
-    desktop.key("alt+F4")
-    desktop.ends()
 
 
 STEPS = [
@@ -241,33 +157,5 @@ STEPS = [
 ]
 
 
-def run(stage, level, screenshots):
-    with tempfile.TemporaryDirectory(prefix="films_desktop_") as work:
-        copy = Path(work) / "level"
-        shutil.copytree(Path(level).parent, copy)
-        with Desktop(stage, copy / Path(level).name, work, screenshots) as desktop:
-            for step in STEPS:
-                name = step.__name__.replace("_", " ")
-                begin = time.monotonic()
-                try:
-                    step(desktop)
-                except Exception as error:
-                    print(f"FAILED  {name}: {error}", flush=True)
-                    try:
-                        desktop.picture("failed")
-                    except Failure as second:
-                        print(f"        {second}")
-                    print((Path(work) / "stage.log").read_text()[-2000:])
-                    return 1
-                print(f"ok      {name} ({time.monotonic() - begin:.1f} s)", flush=True)
-    print(f"{len(STEPS)} steps; pictures in {screenshots}")
-    return 0
-
-
-def main():
-    arguments = arguments_of(__doc__, "out/desktop").parse_args()
-    return run(arguments.stage, arguments.level, arguments.screenshots)
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    run(__doc__, "out/desktop", STEPS)

@@ -2,18 +2,16 @@
 """Pictures of Stage's windows on small and large screens, at several scales, light and dark, to be looked at; and that
 nothing of them lies outside the screen."""
 
-import shutil
-import sys
-import tempfile
 import time
-from pathlib import Path
 
-import desktop as desktop_module
-from check_desktop import film_opens, level_opens, panel_opens, scenario_opens_docked
-from desktop import Desktop, arguments_of, check, find
+from desktop import Desktop, check
+from menus import choose
+from opening import film_opens, level_opens, panel_opens, scenario_opens_docked
+from runner import do_all, arguments_of, sample_opened
+from views import view
 
 DRAW_SECONDS = 1.5
-desktop_module.WAIT_SECONDS = 60  # the largest views take a while without a graphics card
+WAIT_SECONDS = 60  # the largest views take a while without a graphics card
 # Size of the screen, the toolkit's scale, the theme.
 LOOKS = [
     ("1280x720", "1", "light"),
@@ -40,14 +38,10 @@ class Scaled(Desktop):
         super().move(x * float(self.scale), y * float(self.scale))
 
 
-def dialog(desktop, name, keys=None, menu=None):
+def shows(desktop, name, show):
+    """A picture of what a call puts on the screen, until Escape."""
     before = len(desktop.look()["windows"])
-    if keys:
-        desktop.key(keys)
-    else:
-        letter, text = menu
-        desktop.key("alt+" + letter)
-        desktop.click(desktop.until(f"menu entry '{text}'", lambda s: find(s["menus"], text))["rect"])
+    show()
     desktop.until(f"{name} is shown", lambda s: len(s["windows"]) > before)
     time.sleep(0.3)
     desktop.picture(name)
@@ -56,23 +50,32 @@ def dialog(desktop, name, keys=None, menu=None):
     desktop.until(f"{name} is gone", lambda s: len(s["windows"]) == before)
 
 
-def show(desktop):
-    level_opens(desktop)
+def level_fits(desktop):
     time.sleep(DRAW_SECONDS)
     inside(desktop)
-    panel_opens(desktop)
-    film_opens(desktop)
-    scenario_opens_docked(desktop)
+
+
+def scenario_fits(desktop):
     time.sleep(DRAW_SECONDS)
     inside(desktop)
     desktop.picture("scenario")
-    dialog(desktop, "keys", keys="F1")
-    dialog(desktop, "about", menu=("h", "About Stage"))
-    dialog(desktop, "new_film", menu=("i", "New film..."))
-    dialog(desktop, "view_menu", keys="alt+v")
-    x, y, _, _ = desktop.look()["views"][0]["rect"]
-    desktop.click([x + 300, y + 40, 2, 2], button=1)
+
+
+def boxes_and_menus_fit(desktop):
+    shows(desktop, "keys", lambda: desktop.key("F1"))
+    shows(desktop, "about", lambda: choose(desktop, "h", "About Stage"))
+    shows(desktop, "new_film", lambda: choose(desktop, "i", "New film..."))
+    shows(desktop, "view_menu", lambda: desktop.key("alt+v"))
+
+
+def sun_is_selected(desktop):
+    x, y, _, _ = view(desktop)
+    desktop.press((x + 301, y + 41))
     desktop.picture("sun")
+
+
+STEPS = [level_opens, level_fits, panel_opens, film_opens, scenario_opens_docked, scenario_fits, boxes_and_menus_fit,
+         sun_is_selected]
 
 
 def main():
@@ -81,23 +84,12 @@ def main():
     arguments = parser.parse_args()
     looks = LOOKS if arguments.only is None else [LOOKS[arguments.only]]
     for size, scale, theme in looks:
-        name = f"{size} at {scale}, {theme}"
+        print(f"{size} at {scale}, {theme}", flush=True)
         window = "x".join(str(int(int(part) / float(scale))) for part in size.split("x"))
-        with tempfile.TemporaryDirectory(prefix="films_looks_") as work:
-            copy = Path(work) / "level"
-            shutil.copytree(Path(arguments.level).parent, copy)
-            pictures = Path(arguments.screenshots) / f"{size}_{scale}"
-            with Scaled(Path(arguments.stage).resolve(), copy / Path(arguments.level).name, work, pictures, size=size,
-                        scale=scale, settings=f"[looks]\ntheme={theme}\n", window=window) as desktop:
-                try:
-                    show(desktop)
-                except Exception as error:
-                    print(f"FAILED  {name}: {error}", flush=True)
-                    desktop.picture("failed")
-                    return 1
-        print(f"ok      {name}", flush=True)
-    return 0
+        with sample_opened(arguments, arguments.screenshots / f"{size}_{scale}", Scaled, size=size, scale=scale,
+                           settings=f"[looks]\ntheme={theme}\n", window=window, wait=WAIT_SECONDS) as desktop:
+            do_all(desktop, STEPS)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()

@@ -4,38 +4,31 @@
     python3 tests/desktop/check_undo.py --stage build/debug/bin/stage --level examples/harbour/harbour.level
 """
 
-import shutil
-import sys
-import tempfile
 import time
-from pathlib import Path
 
-from check_desktop import FILM, MAIN_CONTROL, at, child, film_opens, is_moving, panel_opens, rows, ruler, scenario, \
-    scenario_opens_docked
-from desktop import Desktop, Failure, arguments_of, check, different_pixels, find
-from record_session import drag_handle
+from desktop import check, different_pixels, find, middle
+from level import OTHER_REDO, REDO, UNDO, expect_status, is_moving, place_of, poses, saved
+from menus import choose, texts_of
+from object_list import select_in_list
+from opening import FILM, film_opens, panel_opens, program_ends, scenario_opens_docked
+from runner import run
+from timeline import (LEVEL_ROW, at, drag_time, main_control, plays, row, row_middle, ruler, scenario, stands_still,
+                      unfold)
+from views import drag_handle, focus, pull_handle
 
 PROP = "Fishing boat"
 LISTED = "House ochre"  # above what the Scenario window leaves of the list
 START = "Start"  # the first line of the panel History
-LEVEL_ROW, EFFECT_KEYS = 0, 5
+EFFECT_KEYS = 5  # the row, with the level's unfolded
 EFFECT = 0.97  # where the first effect of the sample film stands in the ruler
-UNDO, REDO, OTHER_REDO = "ctrl+z", "ctrl+shift+z", "ctrl+y"
 
 
-def place(desktop, name=PROP):
-    return desktop.look()["objects"][name]
+def place(desktop):
+    return place_of(desktop, PROP)
 
 
-def expect_place(desktop, what, where, name=PROP):
-    desktop.until(f"{name} is {what}", lambda s: s["objects"][name] == where)
-
-
-def expect_status(desktop, text):
-    try:
-        desktop.until(f"the status bar says '{text}'", lambda s: text in s["status"])
-    except Failure as failure:
-        raise Failure(f"{failure}; it says '{desktop.look()['status']}'") from failure
+def expect_place(desktop, what, where):
+    desktop.until(f"{PROP} is {what}", lambda s: s["objects"][PROP] == where)
 
 
 def title(desktop):
@@ -48,47 +41,18 @@ def expect_star(desktop, is_shown):
     desktop.until("the title has " + ("a" if is_shown else "no") + " star", same)
 
 
-def saved(desktop):
-    """What a save writes, as bytes."""
-    path = Path(desktop.level)
-    before = path.stat().st_mtime_ns
-    desktop.key("ctrl+s")
-    desktop.until("the level is saved", lambda _: path.stat().st_mtime_ns != before)
-    return path.read_bytes()
-
-
-def menu_texts(desktop, letter):
-    desktop.key("alt+" + letter)
-    texts = desktop.until("the menu", lambda s: [entry["text"] for entry in s["menus"]])
-    desktop.key("Escape")
-    desktop.key("Escape")
-    return texts
-
-
-def choose(desktop, letter, *texts):
-    desktop.key("alt+" + letter)
-    for text in texts:
-        desktop.click(desktop.until(f"menu entry '{text}'", lambda s: find(s["menus"], text))["rect"])
-
-
-def select_in_list(desktop, name):
-    desktop.click(desktop.item(name)["rect"])
-    desktop.until(f"{name} is selected", lambda s: s["selected"] == [name])
-
-
 def a_drag_is_a_step(desktop):
     desktop.until("the level", lambda s: PROP in s.get("objects", {}))
     select_in_list(desktop, PROP)
-    desktop.click(desktop.button("Focus")["rect"])
-    desktop.click(desktop.button("Move")["rect"])
-    time.sleep(0.5)
+    focus(desktop)
+    desktop.click_button("Move")
     start = place(desktop)
     drag_handle(desktop, 0, 90)
     moved = place(desktop)
     check(moved != start, "the drag has moved it")
     desktop.picture("dragged")
     expect_star(desktop, True)
-    check(f"Undo Move {PROP}" in menu_texts(desktop, "e"), "the menu says what would be undone")
+    check(f"Undo Move {PROP}" in texts_of(desktop, "e"), "the menu says what would be undone")
     desktop.key(UNDO)
     expect_place(desktop, "where it stood", start)
     expect_status(desktop, f"Undone: Move {PROP}")
@@ -111,18 +75,12 @@ def a_drag_is_a_step(desktop):
 def nothing_is_undone_in_a_drag(desktop):
     drag_handle(desktop, 0, 60)
     first = place(desktop)
-    view = desktop.look()["views"][0]
-    grip, origin = view["handles"][0], view["onScreen"][PROP]
-    away = [g + (g - o) for g, o in zip(grip, origin)]
-    desktop.move(*grip)
-    desktop.x("mousedown", 1)
-    for i in range(1, 9):
-        desktop.move(*(a + (b - a) * i / 8 for a, b in zip(grip, away)))
+    pull_handle(desktop, 0, 80)
     held = desktop.until("it follows", lambda s: s["objects"][PROP] if s["objects"][PROP] != first else None)
     desktop.key(UNDO)
     expect_status(desktop, "Stop what is under way first")
     check(place(desktop) == held, "the drag goes on")
-    desktop.x("mouseup", 1)
+    desktop.release()
     time.sleep(0.3)
     second = place(desktop)
     desktop.key(UNDO)
@@ -152,15 +110,13 @@ def a_field_has_its_own_undo_first(desktop):
     start = place(desktop)
     shown = f"{start[0]:.2f}"
     desktop.click(field_of(desktop, shown)["rect"])
-    desktop.key("ctrl+a")
-    desktop.x("type", "--delay", 40, "1234.00")
+    desktop.type_over("1234.00", delay=40)
     check(place(desktop) == start, "nothing is moved while one types")
     desktop.key(UNDO)
     desktop.until("the field has taken back some of it", lambda s: any(
         f["focused"] and f["text"] != "1234.00" for f in s["fields"]))
     check(place(desktop) == start, "the level is as it was")
-    desktop.key("ctrl+a")
-    desktop.x("type", "--delay", 40, "1234.00")
+    desktop.type_over("1234.00", delay=40)
     desktop.key("Return")
     desktop.until("it is there", lambda s: s["objects"][PROP][0] == 1234)
     desktop.picture("typed")
@@ -176,8 +132,7 @@ def a_field_has_its_own_undo_first(desktop):
 def turns_of_a_wheel_are_one_step(desktop):
     start = place(desktop)
     field = next(f for f in desktop.look()["fields"] if f["focused"])
-    desktop.move(field["rect"][0] + field["rect"][2] / 2, field["rect"][1] + field["rect"][3] / 2)
-    desktop.x("click", "--repeat", 6, "--delay", 60, 4)
+    desktop.wheel(middle(field["rect"]), 6)
     desktop.until("it has moved by six steps of ten", lambda s: abs(s["objects"][PROP][0] - start[0] - 60) < 0.01)
     desktop.key(UNDO)
     expect_place(desktop, "where it stood", start)
@@ -186,7 +141,7 @@ def turns_of_a_wheel_are_one_step(desktop):
 
 
 def the_panel_lists_steps_and_goes_to_them(desktop):
-    desktop.click(desktop.item(PROP)["rect"])
+    desktop.click_item(PROP)
     start = place(desktop)
     drag_handle(desktop, 0, 50)
     one = place(desktop)
@@ -198,23 +153,23 @@ def the_panel_lists_steps_and_goes_to_them(desktop):
     lines = ["Start", f"Move {PROP}", f"Duplicate {copy}", f"Delete {copy}"]
     desktop.until("the list", lambda s: all(find(s["items"], text) for text in lines))
     desktop.picture("history")
-    desktop.click(desktop.item(lines[2])["rect"])
+    desktop.click_item(lines[2])
     desktop.until("the copy is back", lambda s: copy in s["objects"])
     desktop.picture("history_one_back")
-    desktop.click(desktop.item(START)["rect"])
+    desktop.click_item(START)
     desktop.until("all is back", lambda s: copy not in s["objects"] and s["objects"][PROP] == start)
     expect_star(desktop, False)
     desktop.picture("history_start")
-    desktop.click(desktop.item(lines[3])["rect"])
+    desktop.click_item(lines[3])
     desktop.until("all is done again", lambda s: copy not in s["objects"] and s["objects"][PROP] == one)
-    desktop.click(desktop.item(lines[1])["rect"])
+    desktop.click_item(lines[1])
     desktop.key(UNDO)  # the list has the keyboard
     expect_place(desktop, "where it stood", start)
     choose(desktop, "v", "History")
 
 
 def a_save_is_in_the_middle_of_the_steps(desktop):
-    desktop.click(desktop.item(PROP)["rect"])
+    desktop.click_item(PROP)
     empty = saved(desktop)
     drag_handle(desktop, 0, 50)
     full = saved(desktop)
@@ -231,7 +186,7 @@ def a_save_is_in_the_middle_of_the_steps(desktop):
 
 
 def timeline_area(desktop):
-    return child(scenario(desktop.look()), MAIN_CONTROL)["rect"]
+    return main_control(desktop.look())["rect"]
 
 
 def away(desktop):
@@ -242,21 +197,19 @@ def away(desktop):
 
 def effect_key(desktop):
     """The first of the row, which stands alone there."""
-    row = rows(desktop.look())[EFFECT_KEYS]["rect"]
-    return at(ruler(desktop), EFFECT)[0], row[1] + row[3] / 2
+    return at(ruler(desktop), EFFECT)[0], row_middle(desktop, EFFECT_KEYS)
 
 
 def a_key_is_dragged_and_comes_back(desktop):
     panel_opens(desktop)
     film_opens(desktop)
     scenario_opens_docked(desktop)
-    desktop.click(rows(desktop.look())[LEVEL_ROW]["children"][0]["rect"])
+    unfold(desktop, LEVEL_ROW)
     before_file = saved(desktop)  # shows the part of the film that is stored
-    desktop.drag(at(ruler(desktop), 0.3), at(ruler(desktop), 0.5))
+    drag_time(desktop, 0.3, 0.5)
     key = effect_key(desktop)
-    desktop.move(*key)
-    desktop.x("click", 1)
-    poses = desktop.look()["objects"]
+    desktop.press(key)
+    before_poses = poses(desktop)
     away(desktop)
     before = desktop.picture("key_pressed", timeline_area(desktop))
     desktop.drag(key, (key[0] - 170, key[1]), steps=30)
@@ -268,7 +221,7 @@ def a_key_is_dragged_and_comes_back(desktop):
     expect_status(desktop, "Undone: Edit Intro: 1 key")
     after = desktop.picture("key_undone", timeline_area(desktop))
     check(desktop.look()["film"] == FILM, "the film stays open")
-    check(desktop.look()["objects"] == poses, "at its time")
+    check(poses(desktop) == before_poses, "at its time")
     check(different_pixels(before, after) < 1000, "keys, rows and scroll are as before")
     desktop.key(OTHER_REDO)
     expect_status(desktop, "Redone: Edit Intro: 1 key")
@@ -283,8 +236,7 @@ def a_key_is_dragged_and_comes_back(desktop):
 def a_key_that_is_deleted_comes_back(desktop):
     file = saved(desktop)
     key = effect_key(desktop)
-    desktop.move(*key)
-    desktop.x("click", 1)
+    desktop.press(key)
     desktop.key("Delete")
     expect_status(desktop, "1 key removed")
     desktop.picture("key_removed")
@@ -295,19 +247,19 @@ def a_key_that_is_deleted_comes_back(desktop):
 
 
 def nothing_is_undone_while_a_film_plays(desktop):
-    desktop.click(rows(desktop.look())[LEVEL_ROW]["rect"])
+    desktop.click(row(desktop, LEVEL_ROW))
     key = effect_key(desktop)
     desktop.drag(key, (key[0] - 170, key[1]), steps=30)
     file = saved(desktop)
-    desktop.drag(at(ruler(desktop), 0.5), at(ruler(desktop), 0.0))
+    drag_time(desktop, 0.5, 0.0)
     desktop.key("space")
-    desktop.until("the film plays", lambda _: is_moving(desktop))
+    plays(desktop)
     desktop.key(UNDO)
     expect_status(desktop, "Stop what is under way first")
     check(is_moving(desktop), "the film goes on")
     desktop.picture("undo_while_playing")
     desktop.key("space")
-    desktop.until("the film stands still", lambda _: not is_moving(desktop))
+    stands_still(desktop)
     check(saved(desktop) == file, "nothing is undone")
     desktop.key(UNDO)
     expect_status(desktop, "Undone: Edit Intro: ")
@@ -315,24 +267,18 @@ def nothing_is_undone_while_a_film_plays(desktop):
 
 
 def an_object_comes_back_and_the_film_stays(desktop):
-    poses = desktop.look()["objects"]
+    before = poses(desktop)
     file = saved(desktop)
     select_in_list(desktop, LISTED)
     desktop.key("Delete")
     desktop.until("it is gone", lambda s: LISTED not in s["objects"])
     desktop.picture("deleted")
     desktop.key(UNDO)
-    desktop.until("it is back", lambda s: s["objects"] == poses)
+    desktop.until("it is back", lambda s: s["objects"] == before)
     check(desktop.look()["film"] == FILM, "the film is open, at its time")
     check(desktop.look()["selected"] == [LISTED], "and it is selected")
     desktop.picture("deletion_undone")
     check(saved(desktop) == file, "a save holds what it held before")
-
-
-def program_ends(desktop):
-    desktop.x("windowactivate", "--sync", desktop.window)
-    desktop.key("alt+F4")
-    desktop.ends()
 
 
 STEPS = [
@@ -350,25 +296,5 @@ STEPS = [
 ]
 
 
-def main():
-    arguments = arguments_of(__doc__, "out/undo").parse_args()
-    with tempfile.TemporaryDirectory(prefix="films_undo_") as work:
-        copy = Path(work) / "level"
-        shutil.copytree(Path(arguments.level).parent, copy)
-        with Desktop(Path(arguments.stage).resolve(), copy / Path(arguments.level).name, work,
-                     arguments.screenshots) as desktop:
-            for step in STEPS:
-                begin = time.monotonic()
-                try:
-                    step(desktop)
-                except Failure as error:
-                    desktop.picture("failed")
-                    print(f"FAILED  {step.__name__}: {error}")
-                    print((Path(work) / "stage.log").read_text()[-2000:])
-                    return 1
-                print(f"ok      {step.__name__} ({time.monotonic() - begin:.1f} s)", flush=True)
-    return 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    run(__doc__, "out/undo", STEPS)

@@ -1,6 +1,6 @@
 """A display of its own with a window manager and the editor on it, driven with real X input."""
 
-import argparse
+import contextlib
 import json
 import os
 import select
@@ -10,7 +10,7 @@ import subprocess
 import time
 from pathlib import Path
 
-WAIT_SECONDS = 10  # for one effect; a busy machine needs far less
+WAIT_SECONDS = 10  # for one effect, unless a desktop waits longer; a busy machine needs far less
 SETTLE_SECONDS = 0.25  # between input and a picture
 
 
@@ -23,12 +23,14 @@ class Desktop:
     ends with it."""
 
     def __init__(self, stage, level, work, screenshots, size="1600x1000", scale="1", settings="",
-                 window="1280x800"):
+                 window="1280x800", wait=WAIT_SECONDS):
         """`scale` is the toolkit's factor, `settings` the text of the user's settings file, `window` the size that Stage
-        is asked for, in its own pixels."""
+        is asked for, in its own pixels, `wait` how many seconds an effect may take."""
         self.stage_path, self.level, self.size = stage, level, size
         self.scale, self.settings, self.window_size = scale, settings, window
         self.work, self.screenshots = Path(work), Path(screenshots)
+        self.wait = wait
+        self.shown_seconds = 10.0  # which the ruler of the films' window shows, as it does of a new film
         self.started = []
         self.pictures = 0
 
@@ -90,15 +92,14 @@ class Desktop:
         """Returns when it manages windows: what is mapped while it starts may stay hidden."""
         ready = self.work / "window_manager_is_ready"
         self._spawn("openbox", "--startup", f"touch {ready}", stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        end = time.monotonic() + WAIT_SECONDS
+        end = time.monotonic() + self.wait
         while not ready.exists():
             if time.monotonic() > end:
                 raise Failure("the window manager does not start")
             time.sleep(0.02)
 
-    @staticmethod
-    def _read_line(descriptor, what):
-        line, end = b"", time.monotonic() + WAIT_SECONDS
+    def _read_line(self, descriptor, what):
+        line, end = b"", time.monotonic() + self.wait
         while not line.endswith(b"\n"):
             if not select.select([descriptor], [], [], max(0, end - time.monotonic()))[0]:
                 raise Failure(f"{what} does not answer")
@@ -121,7 +122,7 @@ class Desktop:
         """The editor's own description of its windows and the level."""
         self.stage.stdin.write(b"\n")
         self.stage.stdin.flush()
-        end = time.monotonic() + WAIT_SECONDS
+        end = time.monotonic() + self.wait
         while b"\n" not in self.pending:
             if not select.select([self.stage.stdout], [], [], max(0, end - time.monotonic()))[0]:
                 raise Failure("the editor does not answer")
@@ -137,13 +138,13 @@ class Desktop:
 
     def until(self, what, condition):
         """Waits until condition(look()) is something true, and returns that."""
-        end = time.monotonic() + WAIT_SECONDS
+        end = time.monotonic() + self.wait
         while True:
             result = condition(self.look())
             if result:
                 return result
             if time.monotonic() > end:
-                raise Failure(f"{what}: not so after {WAIT_SECONDS} s")
+                raise Failure(f"{what}: not so after {self.wait} s")
             time.sleep(0.05)
 
     def button(self, text):
@@ -152,12 +153,16 @@ class Desktop:
     def item(self, text):
         return self.until(f"list entry '{text}'", lambda s: find(s["items"], text))
 
+    def field(self, name):
+        """The field for typing of that name."""
+        return self.until(f"the field {name}", lambda s: next((f for f in s["fields"] if f["name"] == name), None))
+
     def tool(self, title):
         return next((t for t in self.look()["toolWindows"] if t["title"] == title), None)
 
     def ends(self):
         """Waits for the program's own end, answering that changes may be lost."""
-        end = time.monotonic() + WAIT_SECONDS
+        end = time.monotonic() + self.wait
         while self.stage.poll() is None and time.monotonic() < end:
             try:
                 discard = find(self.look()["buttons"], "Discard")
@@ -175,16 +180,56 @@ class Desktop:
     def move(self, x, y):
         self.x("mousemove", round(x), round(y))  # --sync waits in vain where the mouse already is
 
-    def click(self, rect, times=1, button=1):
-        self.move(rect[0] + rect[2] / 2, rect[1] + rect[3] / 2)
+    def press(self, place, times=1, button=1):
+        self.move(*place)
         self.x("click", "--repeat", times, "--delay", 60, button)
 
-    def drag(self, start, end, steps=12, button=1):
+    def click(self, rect, times=1, button=1):
+        self.press(middle(rect), times, button)
+
+    def click_button(self, text):
+        self.click(self.button(text)["rect"])
+
+    def click_item(self, text, times=1, button=1):
+        self.click(self.item(text)["rect"], times, button)
+
+    def wheel(self, place, notches, delay=60):
+        """Turns it over a place, away from the user for positive numbers; `delay` in milliseconds."""
+        self.move(*place)
+        self.x("click", "--repeat", abs(notches), "--delay", delay, 4 if notches > 0 else 5)
+
+    def pull(self, start, end, steps=12, button=1, pause=0.0):
+        """Presses and moves on in equal steps, `pause` seconds each; the button stays down until `release`."""
         self.move(*start)
         self.x("mousedown", button)
         for i in range(1, steps + 1):
-            self.move(*(a + (b - a) * i / steps for a, b in zip(start, end)))
+            self.move(*between(start, end, i / steps))
+            time.sleep(pause)
+
+    def release(self, button=1):
         self.x("mouseup", button)
+
+    def drag(self, start, end, steps=12, button=1):
+        self.pull(start, end, steps, button)
+        self.release(button)
+
+    @contextlib.contextmanager
+    def held(self, key):
+        """With that key down."""
+        self.x("keydown", key)
+        try:
+            yield
+        finally:
+            self.x("keyup", key)
+
+    def type(self, text, delay=20):
+        """Writes where the keyboard is; `delay` in milliseconds of each letter."""
+        self.x("type", "--delay", delay, "--", text)
+
+    def type_over(self, text, delay=20):
+        """Writes instead of what the field holds that has the keyboard."""
+        self.key("ctrl+a")
+        self.type(text, delay)
 
     def key(self, name):
         self.x("key", name)
@@ -204,6 +249,15 @@ class Desktop:
         return path
 
 
+def middle(rect):
+    return rect[0] + rect[2] / 2, rect[1] + rect[3] / 2
+
+
+def between(start, end, share):
+    """The place at that share of the way."""
+    return tuple(a + (b - a) * share for a, b in zip(start, end))
+
+
 def find(entries, text):
     return next((entry for entry in entries if entry["text"] == text), None)
 
@@ -220,15 +274,6 @@ def different_pixels(first, second):
 def check(condition, what):
     if not condition:
         raise Failure(what)
-
-
-def arguments_of(description, screenshots):
-    """What a script is called with; the pictures go to `screenshots` unless it is told otherwise."""
-    parser = argparse.ArgumentParser(description=description, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--stage", required=True, help="the program")
-    parser.add_argument("--level", required=True, help="the sample level; a copy is used")
-    parser.add_argument("--screenshots", default=screenshots, help="where the pictures go")
-    return parser
 
 
 signal.signal(signal.SIGTERM, lambda *_: (_ for _ in ()).throw(SystemExit(1)))

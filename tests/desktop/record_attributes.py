@@ -6,23 +6,25 @@
 A new film shows only rows of kinds that have keys, so the kinds that a new actor lacks are worked on in the sample film.
 """
 
-import shutil
-import sys
-import tempfile
 import time
 from pathlib import Path
 
-import record_session
-from check_desktop import is_moving, panel_opens, poses, rows, scenario
-from desktop import Desktop, Failure, arguments_of, check, different_pixels, find
-from record_session import empty_place, go_to, key_place, menu_at, new_film, unfold
+from desktop import Desktop, check, different_pixels, find
+from dialogs import accept, enter_colour, inside, press, press_and_close, type_text, window_of
+from key_window import attributes, browse, enter, line_place, open_key, press_line, window_is_closed, window_picture
+from level import by_button, place_of, saved
+from menus import choose_at
+from object_list import select_by_wheel
+from opening import FILM, film_opens, film_opens_in_scenario, level_opens, new_film, panel_opens
+from runner import do_all, arguments_of, copy_of, work_folder
+from timeline import (count_rows, empty_place, fold_all, go_to, key_place, plays, rows, scroll_until_room, stands_still,
+                      taller_window, tracks, unfold, unfolded_row)
+from views import focus, view_picture
 
-ACTOR, FILM = "Sailor", "Intro"
-WINDOW = "Key attributes"
+ACTOR = "Sailor"
 SAMPLE_SECONDS = 24.0
 SPEECH = "Ahoy, Müllers Käpt’n — שלום!"
-ROW_HEIGHT = 20  # of a line of the window
-LIST_EDGE = 9  # from the window's edge to its first line
+ROWS_BELOW = 8  # there is room for all rows of the actor if its own stands no further down
 
 # Rows below their track's own, in the sample film
 ANIMATION, SPEECH_ROW, SOUND = 4, 5, 6
@@ -30,145 +32,25 @@ CAMERA_CUTS, SEQUENCES = 1, 5
 COLOR = 2
 
 
-def window_of(state, title):
-    return next((w["rect"] for w in state["windows"] if w["title"] == title), None)
-
-
-def attributes(desktop):
-    return desktop.until("the attributes window", lambda s: window_of(s, WINDOW))
-
-
-def window_picture(desktop, name):
-    """What the attributes window says, without the mouse over it."""
-    left, top, width, height = attributes(desktop)
-    desktop.move(left + width / 2, top + height - 20)
-    return desktop.picture(name, (left, top, width, height))
-
-
-def inside(desktop, title, text):
-    """The last entry or button of that text in the window of that title: lists above it in a popup come first."""
-    def look(state):
-        window = window_of(state, title)
-        found = [e for e in state["items"] + state["buttons"] if e["text"] == text and window and
-                 window[0] <= e["rect"][0] < window[0] + window[2] and
-                 window[1] <= e["rect"][1] < window[1] + window[3]]
-        return found[-1] if found else None
-    return desktop.until(f"'{text}' in '{title}'", look)
-
-
-def open_key(desktop, order, seconds):
-    desktop.move(*key_place(desktop, order, seconds))
-    desktop.x("click", "--repeat", 2, "--delay", 60, 1)
-    attributes(desktop)
-    time.sleep(0.3)
-
-
-def press_line(desktop, line):
-    left, top, _, _ = attributes(desktop)
-    desktop.move(left + 70, top + LIST_EDGE + ROW_HEIGHT * (line + 0.5))
-    desktop.x("click", 1)
-    time.sleep(0.2)
-
-
-def type_text(desktop, text):
-    desktop.x("type", "--delay", 20, "--", text)
-    time.sleep(0.2)
-
-
-def enter(desktop):
-    """From a line of the window: writes the key and closes."""
-    desktop.key("Return")
-    desktop.until("the window closes", lambda s: not window_of(s, WINDOW))
-
-
-def browse(desktop, line):
-    """Presses the "..." of a line; the title of what it opens."""
-    press_line(desktop, line)
-    before = {w["title"] for w in desktop.look()["windows"]}
-    desktop.click(desktop.button("...")["rect"])
-    title = desktop.until("a browser", lambda s: next(
-        (w["title"] for w in s["windows"] if w["title"] and w["title"] not in before), None))
-    time.sleep(0.5)
-    return title
-
-
-def closes(desktop, title):
-    desktop.until(f"'{title}' closes", lambda s: not window_of(s, title))
-    time.sleep(0.3)
-
-
-def tree_entry(desktop, name):
-    """Turns the wheel over the tree of objects until the name is whole in it."""
-    for _ in range(20):
-        entries = [e for e in desktop.look()["items"] if e["rect"][0] < 400]
-        entry = find(entries, name)
-        if entry and entry["rect"][3] > 15:
-            return entry["rect"]
-        left, top, width, _ = entries[0]["rect"]
-        desktop.move(left + width / 2, top + 30)
-        desktop.x("click", "--repeat", 2, 5)
-        time.sleep(0.1)
-    raise Failure(f"the tree has no {name}")
-
-
-def roots(desktop):
-    """The rows of tracks, from the top: which of all rows they are."""
-    return [i for i, r in enumerate(rows(desktop.look())) if r["children"]]
-
-
-def opened_row(desktop):
-    """The row of the track that is unfolded."""
-    return next(i for i, r in enumerate(rows(desktop.look())) if r["children"] and r["children"][0]["text"] == "-")
-
-
 def open_actor(desktop):
     """Unfolds the actor's row and turns the wheel until there is room for all rows below it."""
     fold_all(desktop)
-    unfold(desktop, roots(desktop)[-4])
-    for _ in range(20):
-        if opened_row(desktop) <= 8:
-            return
-        desktop.move(*key_place(desktop, opened_row(desktop), 9.0))
-        desktop.x("click", 5)
-        time.sleep(0.2)
-    raise Failure("the rows can't be scrolled")
-
-
-def to_top(desktop):
-    """Turns the wheel until the level's row is at the top."""
-    left, top, width, height = rows(desktop.look())[0]["rect"]
-    desktop.move(left + width - 60, top + height / 2)
-    desktop.x("click", "--repeat", 20, "--delay", 20, 4)
-    time.sleep(0.3)
-
-
-def fold_all(desktop):
-    to_top(desktop)
-    while any(not r["children"] for r in rows(desktop.look())):
-        unfold(desktop, opened_row(desktop))
-        to_top(desktop)
+    unfold(desktop, tracks(desktop.look())[-4])
+    scroll_until_room(desktop, ROWS_BELOW)
 
 
 def height_of(desktop):
-    return poses(desktop)[ACTOR][1]
-
-
-def taller_window(desktop):
-    """Pulls up the scenario window's upper edge."""
-    left, top, width, _ = scenario(desktop.look())["frame"]
-    desktop.drag((left + width / 2, top - 3), (left + width / 2, 330))
-    desktop.until("the scenario window is taller", lambda s: scenario(s)["frame"][1] < 365)
+    return place_of(desktop, ACTOR)[1]
 
 
 # A new film
 
 
 def actor(desktop):
-    desktop.click(tree_entry(desktop, ACTOR))
-    desktop.until(f"{ACTOR} is selected", lambda s: s["selected"] == [ACTOR])
-    desktop.click(desktop.button("Focus")["rect"])
-    menu_at(desktop, empty_place(desktop), "Add actors")
-    desktop.until("its row", lambda s: len(rows(s)) == 3)
+    select_by_wheel(desktop, ACTOR)
+    focus(desktop)
+    choose_at(desktop, empty_place(desktop), "Add actors")
+    count_rows(desktop, "with its row", 3)
     unfold(desktop, 2)
     check(len(rows(desktop.look())) == 6, "a new actor has keys of position, rotation and scale")
 
@@ -185,13 +67,12 @@ def wheel_turns_the_height(desktop):
     before = height_of(desktop)
     press_line(desktop, 1)
     desktop.picture("height_under_edit")
-    left, top, _, _ = attributes(desktop)
-    desktop.move(left + 250, top + LIST_EDGE + ROW_HEIGHT * 1.5)
+    number = line_place(desktop, 1, 250)
     for notch in range(1, 6):
-        desktop.x("click", 4)
+        desktop.wheel(number, 1)
         desktop.until("the actor follows", lambda _: height_of(desktop) == before + notch)
     desktop.picture("height_turned")
-    desktop.x("click", 5)
+    desktop.wheel(number, -1)
     desktop.until("the actor follows", lambda _: height_of(desktop) == before + 4)
 
 
@@ -205,17 +86,17 @@ def enter_writes(desktop):
 
 
 def next_and_prev(desktop):
-    menu_at(desktop, key_place(desktop, 3, 4.0), "Add Key")
+    choose_at(desktop, key_place(desktop, 3, 4.0), "Add Key")
     open_key(desktop, 3, 0.03)
     first = window_picture(desktop, "first_key")
     check(desktop.button("Next")["enabled"] and not desktop.button("Prev")["enabled"], "the first of two keys")
     press_line(desktop, 1)
     type_text(desktop, "70")
-    desktop.click(desktop.button("Next")["rect"])
+    desktop.click_button("Next")
     desktop.until("the second key", lambda s: find(s["buttons"], "Prev")["enabled"])
     check(not desktop.button("Next")["enabled"], "there is no third key")
     desktop.picture("next")
-    desktop.click(desktop.button("Prev")["rect"])
+    desktop.click_button("Prev")
     desktop.until("the first key", lambda s: find(s["buttons"], "Next")["enabled"])
     check(different_pixels(first, window_picture(desktop, "prev")) > 0, "Next has written what was typed")
 
@@ -223,17 +104,16 @@ def next_and_prev(desktop):
 def escape_hides(desktop):
     press_line(desktop, 1)
     desktop.key("Escape")
-    desktop.until("the window hides", lambda s: not window_of(s, WINDOW))
+    window_is_closed(desktop)
 
 
 # The sample film
 
 
 def sample_film(desktop):
-    desktop.click(desktop.item(FILM)["rect"])
-    desktop.until("the film is open", lambda s: s["film"] == FILM)
+    film_opens(desktop)
     taller_window(desktop)
-    desktop.until("all tracks of the film fit in", lambda _: len(roots(desktop)) == 18)
+    desktop.until("all tracks of the film fit in", lambda s: len(tracks(s)) == 18)
     desktop.picture("sample_film")
 
 
@@ -243,21 +123,20 @@ def sound_file(desktop, line, name, picture):
     type_text(desktop, str(Path(desktop.level).parent / "sounds") + "/")
     desktop.key("Return")
     time.sleep(0.5)
-    desktop.click(inside(desktop, title, "Open")["rect"])  # puts the list of completions away
+    press(desktop, title, "Open")  # puts the list of completions away
     time.sleep(0.3)
-    desktop.click(inside(desktop, title, name)["rect"])
+    press(desktop, title, name)
     desktop.until("it can be played", lambda _: inside(desktop, title, "Play")["enabled"])
-    desktop.click(inside(desktop, title, "Play")["rect"])
+    press(desktop, title, "Play")
     inside(desktop, title, "Stop")
     desktop.picture(picture, window_of(desktop.look(), title))
-    desktop.click(inside(desktop, title, "Open")["rect"])
-    closes(desktop, title)
+    press_and_close(desktop, title, "Open")
 
 
 def speech(desktop):
     open_actor(desktop)
-    order = opened_row(desktop) + SPEECH_ROW
-    menu_at(desktop, key_place(desktop, order, 5.0), "Add Key")
+    order = unfolded_row(desktop) + SPEECH_ROW
+    choose_at(desktop, key_place(desktop, order, 5.0), "Add Key")
     open_key(desktop, order, 5.2)
     sound_file(desktop, 0, "sailor_hello.wav", "speech_file")
     press_line(desktop, 1)
@@ -268,8 +147,8 @@ def speech(desktop):
 
 
 def sound(desktop):
-    order = opened_row(desktop) + SOUND
-    menu_at(desktop, key_place(desktop, order, 0.5), "Add Key")
+    order = unfolded_row(desktop) + SOUND
+    choose_at(desktop, key_place(desktop, order, 0.5), "Add Key")
     open_key(desktop, order, 0.7)
     sound_file(desktop, 0, "gull.wav", "sound_file")
     press_line(desktop, 1)
@@ -278,25 +157,23 @@ def sound(desktop):
 
 
 def animation(desktop):
-    order = opened_row(desktop) + ANIMATION
-    menu_at(desktop, key_place(desktop, order, 2.0), "Remove key")
-    menu_at(desktop, key_place(desktop, order, 0.3), "Add Key")
+    order = unfolded_row(desktop) + ANIMATION
+    choose_at(desktop, key_place(desktop, order, 2.0), "Remove key")
+    choose_at(desktop, key_place(desktop, order, 0.3), "Add Key")
     open_key(desktop, order, 0.5)
     title = browse(desktop, 1)
-    desktop.click(inside(desktop, title, "Wave")["rect"])
+    press(desktop, title, "Wave")
     time.sleep(0.6)
     desktop.picture("animation_browser", window_of(desktop.look(), title))
-    desktop.key("Return")
-    closes(desktop, title)
+    accept(desktop, title)
 
 
 def mesh_element(desktop):
     title = browse(desktop, 0)
-    desktop.click(inside(desktop, title, "Bip01 R Hand")["rect"])
+    press(desktop, title, "Bip01 R Hand")
     time.sleep(0.4)
     desktop.picture("element_browser", window_of(desktop.look(), title))
-    desktop.key("Return")
-    closes(desktop, title)
+    accept(desktop, title)
     window_picture(desktop, "animation_values")
     press_line(desktop, 2)
     enter(desktop)
@@ -306,21 +183,20 @@ def mesh_element(desktop):
 def effect(desktop):
     fold_all(desktop)
     unfold(desktop, 0)
-    menu_at(desktop, key_place(desktop, SEQUENCES, 2.0), "Add Key")
+    choose_at(desktop, key_place(desktop, SEQUENCES, 2.0), "Add Key")
     open_key(desktop, SEQUENCES, 2.2)
     title = browse(desktop, 0)
     type_text(desktop, "Fire")
     time.sleep(0.7)
     desktop.picture("effect_browser", window_of(desktop.look(), title))
-    desktop.key("Return")
-    closes(desktop, title)
+    accept(desktop, title)
     window_picture(desktop, "effect_values")
     press_line(desktop, 3)
     enter(desktop)
 
 
 def add_camera(desktop, name):
-    menu_at(desktop, key_place(desktop, 0, 9.0)[:1] + (empty_place(desktop)[1],), "Add camera")
+    choose_at(desktop, key_place(desktop, 0, 9.0)[:1] + (empty_place(desktop)[1],), "Add camera")
     desktop.key("ctrl+a")
     type_text(desktop, name)
     desktop.picture("add_camera")
@@ -330,28 +206,23 @@ def add_camera(desktop, name):
 
 def camera_cuts(desktop):
     fold_all(desktop)
-    before = len(roots(desktop))
+    before = len(tracks(desktop.look()))
     for name in ("Cut one", "Cut two"):
         add_camera(desktop, name)
     fold_all(desktop)
-    check(len(roots(desktop)) > before, "the cameras have rows, of which the window may not hold all")
+    check(len(tracks(desktop.look())) > before, "the cameras have rows, of which the window may not hold all")
     unfold(desktop, 0)
-    menu_at(desktop, key_place(desktop, CAMERA_CUTS, 1.0), "Remove key")
+    choose_at(desktop, key_place(desktop, CAMERA_CUTS, 1.0), "Remove key")
     for seconds, name in ((0.2, "Cut one"), (5.6, "Cut two")):
-        menu_at(desktop, key_place(desktop, CAMERA_CUTS, seconds), "Add Key")
+        choose_at(desktop, key_place(desktop, CAMERA_CUTS, seconds), "Add Key")
         open_key(desktop, CAMERA_CUTS, seconds + 0.4)
         title = browse(desktop, 0)
-        desktop.click(inside(desktop, title, name)["rect"])
+        press(desktop, title, name)
         desktop.picture("choose_camera")
-        desktop.click(inside(desktop, title, "OK")["rect"])
-        closes(desktop, title)
+        press_and_close(desktop, title, "OK")
         press_line(desktop, 1)
         enter(desktop)
     desktop.picture("camera_cuts")
-
-
-def view_picture(desktop, name):
-    return desktop.picture(name, desktop.look()["views"][0]["rect"])
 
 
 def color_fade(desktop):
@@ -360,15 +231,12 @@ def color_fade(desktop):
     before = view_picture(desktop, "before_the_fade")
     unfold(desktop, 1)
     for seconds in (3.0, 6.0):
-        menu_at(desktop, key_place(desktop, 1 + COLOR, seconds), "Add Key")
+        choose_at(desktop, key_place(desktop, 1 + COLOR, seconds), "Add Key")
     open_key(desktop, 1 + COLOR, 3.0)
     title = browse(desktop, 0)
-    desktop.key("alt+h")
-    desktop.key("ctrl+a")
-    type_text(desktop, "#ff4020")
+    enter_colour(desktop, title, "#ff4020")
     desktop.picture("color_dialog", window_of(desktop.look(), title))
-    desktop.key("Return")
-    closes(desktop, title)
+    accept(desktop, title)
     press_line(desktop, 0)
     window_picture(desktop, "color_values")
     enter(desktop)
@@ -380,13 +248,13 @@ def color_fade(desktop):
 
 def play(desktop):
     go_to(desktop, 0.0)
-    desktop.click(desktop.button("Play movie")["rect"])
-    desktop.until("the film plays", lambda _: is_moving(desktop))
+    desktop.click_button("Play movie")
+    plays(desktop)
     for name in ("playing_early", "playing_middle", "playing_late"):
         desktop.picture(name)
         time.sleep(1.5)
-    desktop.click(desktop.button("Stop movie")["rect"])
-    desktop.until("the film stands still", lambda _: not is_moving(desktop))
+    desktop.click_button("Stop movie")
+    stands_still(desktop)
 
 
 def look_at_keys(desktop, prefix):
@@ -403,7 +271,7 @@ def look_at_keys(desktop, prefix):
     open_key(desktop, 1 + COLOR, 3.0)
     pictures.append(window_picture(desktop, f"{prefix}_color"))
     open_actor(desktop)
-    below = opened_row(desktop) + 1  # the element has a row of its own now
+    below = unfolded_row(desktop) + 1  # the element has a row of its own now
     for name, order, seconds in (("animation", below + ANIMATION - 1, 0.5), ("speech", below + SPEECH_ROW, 5.2)):
         open_key(desktop, order, seconds)
         pictures.append(window_picture(desktop, f"{prefix}_{name}"))
@@ -412,59 +280,45 @@ def look_at_keys(desktop, prefix):
     return pictures
 
 
-STEPS = [new_film, actor, window_opens, wheel_turns_the_height, enter_writes, next_and_prev, escape_hides, sample_film,
-         speech, sound, animation, mesh_element, effect, camera_cuts, color_fade, play]
+class Kept:
+    """What the window said of the keys when the film was saved: a picture each."""
+
+    def __init__(self):
+        self.pictures = []
 
 
-def run(desktop, steps):
-    for step in steps:
-        try:
-            step(desktop)
-        except Failure as error:
-            desktop.picture("failed")
-            print(f"FAILED  {step.__name__}: {error}")
-            print(Path(desktop.log.name).read_text()[-2000:])
-            return False
-        print(f"ok      {step.__name__}", flush=True)
-    return True
+def save(desktop, kept):
+    kept.pictures = look_at_keys(desktop, "kept")
+    saved(desktop, by_button)
+
+
+def opened_again(desktop, kept):
+    level_opens(desktop)
+    panel_opens(desktop)
+    film_opens_in_scenario(desktop, FILM)
+    taller_window(desktop)
+    desktop.shown_seconds = SAMPLE_SECONDS  # which are all shown, unlike behind a shorter film
+    again = look_at_keys(desktop, "again")
+    # The last is the speech, whose sound is named from the level's folder once it is saved.
+    for before, after in zip(kept.pictures[:-1], again[:-1], strict=True):
+        check(different_pixels(before, after) == 0, f"{after.name} shows what was saved, as {before.name} did")
+
+
+STEPS = [level_opens, new_film, actor, window_opens, wheel_turns_the_height, enter_writes, next_and_prev, escape_hides,
+         sample_film, speech, sound, animation, mesh_element, effect, camera_cuts, color_fade, play]
 
 
 def main():
     arguments = arguments_of(__doc__, "out/attributes").parse_args()
-    stage, pictures = Path(arguments.stage).resolve(), Path(arguments.screenshots)
-    kept = []
-
-    def save(desktop):
-        kept.extend(look_at_keys(desktop, "kept"))
-        file = Path(desktop.level)
-        before = file.stat().st_mtime_ns
-        desktop.click(desktop.button("Save")["rect"])
-        desktop.until("the level is saved", lambda _: file.stat().st_mtime_ns != before)
-
-    def opened_again(desktop):
-        desktop.until("the level", lambda s: len(s.get("objects", {})) > 5)
-        panel_opens(desktop)
-        desktop.click(desktop.item(FILM)["rect"], times=2)
-        desktop.until("the scenario window", lambda s: (scenario(s) or {}).get("shown"))
-        taller_window(desktop)
-        record_session.FILM_SECONDS = SAMPLE_SECONDS  # which are all shown, unlike behind a shorter film
-        again = look_at_keys(desktop, "again")
-        # The last is the speech, whose sound is named from the level's folder once it is saved.
-        for before, after in zip(kept[:-1], again[:-1], strict=True):
-            check(different_pixels(before, after) == 0, f"{after.name} shows what was saved, as {before.name} did")
-
-    with tempfile.TemporaryDirectory(prefix="films_attributes_") as work:
-        copy = Path(work) / "level"
-        shutil.copytree(Path(arguments.level).parent, copy)
-        level = copy / Path(arguments.level).name
-        with Desktop(stage, level, Path(work) / "first", pictures) as desktop:
-            if not run(desktop, [*STEPS, save]):
-                return 1
-        with Desktop(stage, level, Path(work) / "second", pictures / "opened_again") as desktop:
-            if not run(desktop, [opened_again]):
-                return 1
-    return 0
+    stage, pictures, kept = arguments.stage, arguments.screenshots, Kept()
+    with work_folder() as work:
+        level = copy_of(arguments.level, work / "level")
+        with Desktop(stage, level, work / "first", pictures) as desktop:
+            do_all(desktop, STEPS)
+            do_all(desktop, [save], desktop, kept)
+        with Desktop(stage, level, work / "second", pictures / "opened_again") as desktop:
+            do_all(desktop, [opened_again], desktop, kept)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()

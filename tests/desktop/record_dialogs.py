@@ -6,175 +6,30 @@
 Motion is moved by files into a film of another level, which a second Stage opens and plays.
 """
 
-import shutil
-import sys
-import tempfile
-import time
-from pathlib import Path
 
-import record_session
-from check_desktop import panel_opens, rows, scenario
-from desktop import Desktop, arguments_of, check, different_pixels, find
-from record_attributes import (browse, closes, enter, fold_all, inside, open_key, press_line, run, taller_window,
-                               type_text, view_picture, window_of)
-from record_session import (animate_on, drag_handle, empty_place, go_to, key_place, new_film, orbit, row, select,
-                            step_back, unfold)
+from desktop import Desktop, check, different_pixels, find
+from dialogs import (MESSAGE, accept, changes, choose_file, enter_colour, fields_in, fill, inside, leave, opens,
+                     portrait, press, press_and_close, press_box, refused, type_over, type_text, window_of)
+from key_window import browse, enter, open_key, press_line
+from level import by_button, expect_selected, near, place_of, saved
+from menus import choose_at
+from object_list import find_at_top, select_by_search
+from opening import film_is_added, film_opens_in_scenario, level_opens, new_film, panel_opens
+from runner import do_all, arguments_of, copy_of, work_folder
+from timeline import (CAMERA_ROW, LEVEL_ROW, animate_on, camera_frame, count_rows, empty_place, fold_all, go_to,
+                      key_place, on_row, press_name, row, rows, taller_window, unfold)
+from views import drag_handle, focus, orbit, places, select, step_back, view, view_picture
 
 BOAT, SAILOR, OTHER_BOAT, BARREL = "Fishing boat", "Sailor", "Row boat", "Barrel"
-LEVEL_ROW = 0
-MESSAGE = "Stage"  # the title of message boxes
-TITLE_HEIGHT = 24  # of the window manager's, in pixels
-NEAR = 0.01  # centimetres, for places that went through files and dialogs
-
-
-# Dialogs
-
-
-def choose(desktop, place, text):
-    """Takes an entry of the context menu at a place."""
-    desktop.move(*place)
-    desktop.x("click", 3)
-    entry = desktop.until(f"menu entry '{text}'", lambda s: find(s["menus"], text))
-    check(entry["enabled"], f"'{text}' can be chosen")
-    desktop.click(entry["rect"])
-    desktop.until("the menu is gone", lambda s: not find(s["menus"], text))
-
-
-def on_row(desktop, order):
-    """A place on a row that is free of keys: close to its right end."""
-    x, y, width, height = row(desktop, order)
-    return x + width - 12, y + height / 2
-
-
-def opens(desktop, title, name=None):
-    """Waits for a dialog and takes its picture where a name is given."""
-    rect = desktop.until(f"'{title}'", lambda s: window_of(s, title))
-    if name:
-        portrait(desktop, title, name)
-    return rect
-
-
-def portrait(desktop, title, name):
-    """A picture of a dialog, with its title bar."""
-    x, y, width, height = opens(desktop, title)
-    return desktop.picture(name, (x - 2, y - TITLE_HEIGHT, width + 4, height + TITLE_HEIGHT + 2))
-
-
-def fields_in(state, title):
-    """The fields for typing in the window of that title, from the top and the left."""
-    x, y, width, height = window_of(state, title)
-    return sorted((f for f in state["fields"] if x <= f["rect"][0] < x + width and y <= f["rect"][1] < y + height),
-                  key=lambda f: (f["rect"][1], f["rect"][0]))
-
-
-def field(desktop, title, number):
-    return fields_in(desktop.look(), title)[number]
-
-
-def fill(desktop, title, texts):
-    """Types over the fields of these numbers. The first has the focus and its text selected, as it must."""
-    desktop.until(f"the focus in the first field of '{title}'", lambda s: fields_in(s, title)[0]["focused"])
-    for number, text in texts.items():
-        if number > 0:
-            desktop.click(field(desktop, title, number)["rect"])
-            desktop.key("ctrl+a")
-        type_text(desktop, text)
-    desktop.until(f"'{title}' shows what was typed", lambda s: all(
-        fields_in(s, title)[number]["text"] == text for number, text in texts.items()))
-
-
-def type_over(desktop, title, number, text):
-    """Types over a field that was used before."""
-    desktop.click(field(desktop, title, number)["rect"])
-    desktop.key("ctrl+a")
-    type_text(desktop, text)
-    desktop.until(f"'{title}' shows '{text}'", lambda s: fields_in(s, title)[number]["text"] == text)
-
-
-def press(desktop, title, text):
-    desktop.click(inside(desktop, title, text)["rect"])
-
-
-def press_box(desktop, title, text):
-    """A check box or radio button, which becomes checked."""
-    x, y, _, height = inside(desktop, title, text)["rect"]
-    desktop.move(x + 8, y + height / 2)
-    desktop.x("click", 1)
-    desktop.until(f"'{text}' is checked", lambda _: inside(desktop, title, text)["checked"])
-
-
-def accept(desktop, title):
-    desktop.key("Return")
-    closes(desktop, title)
-
-
-def refused(desktop, words, name):
-    """A message that Enter takes away."""
-    desktop.until(f"a message that {words}", lambda s: window_of(s, MESSAGE))
-    portrait(desktop, MESSAGE, name)
-    desktop.key("Return")
-    closes(desktop, MESSAGE)
-
-
-def choose_file(desktop, title, path, button):
-    """Types the path of a file. A first press on the button may only put a list of completions away."""
-    opens(desktop, title)
-    type_text(desktop, str(path))
-    found = inside(desktop, title, button)["rect"]
-    desktop.click(found)
-    end = time.monotonic() + 1
-    while window_of(desktop.look(), title) and time.monotonic() < end:
-        time.sleep(0.05)
-    if window_of(desktop.look(), title):
-        desktop.click(found)
-    closes(desktop, title)
-
-
-def changes(desktop, before, name, rect, pixels):
-    """Waits until that part of the display differs from an earlier picture by more than so many pixels."""
-    desktop.until(f"{name} differs from {before.name} by {pixels} pixels",
-                  lambda _: different_pixels(before, desktop.picture(name, rect)) > pixels)
 
 
 # What the film does
-
-
-def place_of(desktop, name):
-    return desktop.look()["objects"][name]
-
-
-def near(first, second, tolerance=NEAR):
-    return all(abs(a - b) <= tolerance for a, b in zip(first, second, strict=True))
 
 
 def stands(desktop, name, seconds, place):
     """Goes to a time, at which the actor is at that place."""
     go_to(desktop, seconds)
     desktop.until(f"{name} at {seconds} s", lambda s: near(s["objects"][name], place))
-
-
-def tree(desktop, name):
-    """Selects an object in the tree, which keeps only those of that name on show."""
-    search = next(f for f in desktop.look()["fields"] if 0 < f["rect"][0] < TREE_RIGHT)
-    desktop.click(search["rect"])
-    desktop.key("ctrl+a")
-    desktop.x("type", "--delay", 10, name)
-    entry = desktop.until(f"{name} alone in the tree", lambda s: find_in_tree(s, name))
-    desktop.click(entry["rect"])
-    desktop.until(f"{name} is selected", lambda s: s["selected"] == [name])
-
-
-TREE_RIGHT = 400  # in pixels of the screen: lists further right are not the tree
-
-
-def find_in_tree(state, name):
-    """The entry of that name once it stands at the top, with its parents at most above it."""
-    entries = [e for e in state["items"] if e["rect"][0] < TREE_RIGHT and e["rect"][3] > 15]
-    return find(entries[:2], name)
-
-
-def count(desktop, what, number):
-    desktop.until(f"{what}: {number} rows", lambda s: len(rows(s)) == number)
 
 
 # The first level
@@ -192,25 +47,23 @@ class Session:
 
 def boat_gets_keys(desktop, session):
     new_film(desktop)
-    record_session.FILM_SECONDS = 10.0
     animate_on(desktop)
     select(desktop, BOAT)
-    desktop.click(desktop.button("Focus")["rect"])
-    time.sleep(0.4)
+    focus(desktop)
     go_to(desktop, 4.0)
     drag_handle(desktop, 0, 60)
-    count(desktop, "level, sun and boat", 3)
+    count_rows(desktop, "level, sun and boat", 3)
     session.first = place_of(desktop, BOAT)
     go_to(desktop, 8.0)
     drag_handle(desktop, 2, 60)
     session.last = place_of(desktop, BOAT)
     check(not near(session.first, session.last, 10), "the boat goes on")
-    desktop.click(desktop.button("Animate object")["rect"])
+    desktop.click_button("Animate object")
 
 
 def movie_frame(desktop, session):
     title = "Set movie frame"
-    choose(desktop, empty_place(desktop), title)
+    choose_at(desktop, empty_place(desktop), title)
     opens(desktop, title, "movie_frame")
     fill(desktop, title, {0: "301"})
     desktop.key("Return")
@@ -218,19 +71,18 @@ def movie_frame(desktop, session):
     type_over(desktop, title, 0, "120")
     accept(desktop, title)
     desktop.until("frame 120 is at four seconds", lambda s: near(s["objects"][BOAT], session.first))
-    choose(desktop, empty_place(desktop), title)
+    choose_at(desktop, empty_place(desktop), title)
     opens(desktop, title)
-    desktop.key("Escape")
-    closes(desktop, title)
+    leave(desktop, title)
     check(near(place_of(desktop, BOAT), session.first), "Escape leaves the frame")
 
 
 def settings(desktop, session):
-    choose(desktop, empty_place(desktop), "Settings")
+    choose_at(desktop, empty_place(desktop), "Settings")
     opens(desktop, "Settings", "settings")
     fill(desktop, "Settings", {1: "12", 2: "12"})
     accept(desktop, "Settings")
-    record_session.FILM_SECONDS = 12.0
+    desktop.shown_seconds = 12.0
     stands(desktop, BOAT, 8.0, session.last)
     stands(desktop, BOAT, 4.0, session.first)
 
@@ -238,7 +90,7 @@ def settings(desktop, session):
 def adjust(desktop, texts, at_end=False, name=None):
     """At two seconds. "End" says that the stretch goes on to the film's end."""
     go_to(desktop, 2.0)
-    choose(desktop, empty_place(desktop), "Adjust time")
+    choose_at(desktop, empty_place(desktop), "Adjust time")
     opens(desktop, "Adjust time")
     fill(desktop, "Adjust time", texts)
     if at_end:
@@ -267,8 +119,7 @@ def adjust_time(desktop, session):
 def tick(desktop, title, kind):
     """The box at the right end of a line."""
     x, y, width, height = inside(desktop, title, kind)["rect"]
-    desktop.move(x + width - 9, y + height / 2)
-    desktop.x("click", 1)
+    desktop.press((x + width - 9, y + height / 2))
 
 
 def line_part(desktop, title, kind, from_right):
@@ -282,46 +133,37 @@ NUMBER, NORMAL = 110, 85  # from the right end of a line of the filter
 
 def filter_keys(desktop, _):
     unfold(desktop, LEVEL_ROW)
-    count(desktop, "the level has no keys", 3)
-    choose(desktop, on_row(desktop, LEVEL_ROW), "Filter keys")
+    count_rows(desktop, "the level has no keys", 3)
+    choose_at(desktop, on_row(desktop, LEVEL_ROW), "Filter keys")
     opens(desktop, FILTER)
     tick(desktop, FILTER, "Camera keys")
     portrait(desktop, FILTER, "filter_keys")
-    press(desktop, FILTER, "OK")
-    closes(desktop, FILTER)
-    count(desktop, "with the row of cuts", 4)
+    press_and_close(desktop, FILTER, "OK")
+    count_rows(desktop, "with the row of cuts", 4)
     before = desktop.picture("row_of_cuts", row(desktop, 1))
-    choose(desktop, key_place(desktop, 1, 6.0), "Add Key")
+    choose_at(desktop, key_place(desktop, 1, 6.0), "Add Key")
     deselect(desktop)
     changes(desktop, before, "cut", row(desktop, 1), 300)
 
 
 def deselect(desktop):
     """A press on an empty time, and the mouse off the rows."""
-    x, y, width, height = row(desktop, LEVEL_ROW)
-    desktop.move(x + width - 12, y + height / 2)
-    desktop.x("click", 1)
+    desktop.press(on_row(desktop, LEVEL_ROW))
     desktop.move(*empty_place(desktop))
 
 
 def looks_of_keys(desktop, session):
     """A height, a colour, and both through a file and back behind the defaults."""
     before = desktop.picture("blue_cut", row(desktop, 1))
-    choose(desktop, on_row(desktop, LEVEL_ROW), "Filter keys")
+    choose_at(desktop, on_row(desktop, LEVEL_ROW), "Filter keys")
     opens(desktop, FILTER)
-    desktop.move(*line_part(desktop, FILTER, "Camera keys", NUMBER))
-    desktop.x("click", "--repeat", 2, "--delay", 60, 1)
+    desktop.press(line_part(desktop, FILTER, "Camera keys", NUMBER), times=2)
     desktop.until("the height can be typed", lambda s: fields_in(s, FILTER))
     type_text(desktop, "30")
-    desktop.move(*line_part(desktop, FILTER, "Camera keys", 250))
-    desktop.x("click", 1)
+    desktop.press(line_part(desktop, FILTER, "Camera keys", 250))
     desktop.until("the height is taken", lambda s: not fields_in(s, FILTER))
-    desktop.move(*line_part(desktop, FILTER, "Camera keys", NORMAL))
-    desktop.x("click", "--repeat", 2, "--delay", 60, 1)
-    opens(desktop, "Select Color")
-    desktop.key("alt+h")
-    desktop.key("ctrl+a")
-    type_text(desktop, "#ff4020")
+    desktop.press(line_part(desktop, FILTER, "Camera keys", NORMAL), times=2)
+    enter_colour(desktop, "Select Color", "#ff4020")
     accept(desktop, "Select Color")
     press(desktop, FILTER, "Export")
     choose_file(desktop, "Save As", session.looks, "Save")
@@ -331,8 +173,7 @@ def looks_of_keys(desktop, session):
     choose_file(desktop, "Open", session.looks, "Open")
     imported = portrait(desktop, FILTER, "filter_keys_imported")
     check(different_pixels(defaults, imported) > 20, "the file gives the look back")
-    press(desktop, FILTER, "OK")
-    closes(desktop, FILTER)
+    press_and_close(desktop, FILTER, "OK")
     deselect(desktop)
     changes(desktop, before, "red_cut", row(desktop, 1), 1000)
 
@@ -340,37 +181,28 @@ def looks_of_keys(desktop, session):
 def filter_actors(desktop, _):
     title = "Filter tracks"
     shown = len(rows(desktop.look()))
-    choose(desktop, empty_place(desktop), "Filter actors")
+    choose_at(desktop, empty_place(desktop), "Filter actors")
     opens(desktop, title, "filter_actors")
     press(desktop, title, "None")
-    press(desktop, title, "OK")
-    closes(desktop, title)
-    count(desktop, "no track is chosen", 0)
-    choose(desktop, empty_place(desktop), "Filter actors")
+    press_and_close(desktop, title, "OK")
+    count_rows(desktop, "no track is chosen", 0)
+    choose_at(desktop, empty_place(desktop), "Filter actors")
     opens(desktop, title)
     press(desktop, title, "All")
-    press(desktop, title, "OK")
-    closes(desktop, title)
-    count(desktop, "all are chosen", shown)
+    press_and_close(desktop, title, "OK")
+    count_rows(desktop, "all are chosen", shown)
 
 
 # Lights
 
 
-def press_name(desktop, order):
-    """Selects the row's object, or shows its camera."""
-    x, y, _, height = row(desktop, order)
-    desktop.move(x + 60, y + height / 2)
-    desktop.x("click", 1)
-
-
 def light(desktop, command, name, order):
     """Made before the view, seen from further off and moved with "Animate object"."""
     go_to(desktop, 0.0)
-    choose(desktop, empty_place(desktop), command)
+    choose_at(desktop, empty_place(desktop), command)
     desktop.until(f"{name} is there", lambda s: name in s["objects"])
     press_name(desktop, order)
-    desktop.until(f"{name} is selected", lambda s: s["selected"] == [name])
+    expect_selected(desktop, name)
     step_back(desktop, 4)
     animate_on(desktop)
     begin = place_of(desktop, name)
@@ -379,7 +211,7 @@ def light(desktop, command, name, order):
     moved = desktop.until(f"{name} is moved", lambda s: s["objects"][name] if s["objects"][name] != begin else None)
     stands(desktop, name, 0.0, begin)
     stands(desktop, name, 6.0, moved)
-    desktop.click(desktop.button("Animate object")["rect"])
+    desktop.click_button("Animate object")
     desktop.picture(f"light_{name}")
 
 
@@ -394,32 +226,28 @@ def light_gets_a_colour(desktop, _):
     taller_window(desktop)
     fold_all(desktop)
     order = len(rows(desktop.look())) - 1
-    choose(desktop, on_row(desktop, order), "Filter keys")
+    choose_at(desktop, on_row(desktop, order), "Filter keys")
     opens(desktop, FILTER)
     tick(desktop, FILTER, "Color keys")
     portrait(desktop, FILTER, "filter_keys_of_a_light")
-    press(desktop, FILTER, "OK")
-    closes(desktop, FILTER)
+    press_and_close(desktop, FILTER, "OK")
     unfold(desktop, order)
     color_row = order + 2  # below the positions
     go_to(desktop, 0.0)
     press_name(desktop, order)
-    desktop.until("the light is selected", lambda s: s["selected"] == ["MovieGLLight1"])
-    desktop.click(desktop.button("Focus")["rect"])
-    time.sleep(0.4)
+    expect_selected(desktop, "MovieGLLight1")
+    focus(desktop)
     before = view_picture(desktop, "white_light")
-    choose(desktop, key_place(desktop, color_row, 0.0), "Add Key")
+    choose_at(desktop, key_place(desktop, color_row, 0.0), "Add Key")
     open_key(desktop, color_row, 0.03)
     title = browse(desktop, 0)
-    desktop.key("alt+h")
-    desktop.key("ctrl+a")
-    type_text(desktop, "#ff4020")
+    enter_colour(desktop, title, "#ff4020")
     accept(desktop, title)
     press_line(desktop, 0)
     enter(desktop)
     go_to(desktop, 3.0)
     go_to(desktop, 0.0)
-    changes(desktop, before, "red_light", desktop.look()["views"][0]["rect"], 300)
+    changes(desktop, before, "red_light", view(desktop), 300)
     unfold(desktop, order)
 
 
@@ -430,7 +258,7 @@ EYE = "CameraPositionEditorObject"
 
 
 def camera(desktop, name, taken=None):
-    choose(desktop, empty_place(desktop), "Add camera")
+    choose_at(desktop, empty_place(desktop), "Add camera")
     opens(desktop, "Add camera")
     if taken:
         fill(desktop, "Add camera", {0: taken})
@@ -448,23 +276,19 @@ def cameras(desktop, session):
     shown = len(rows(desktop.look()))
     camera(desktop, "First")
     fold_all(desktop)
-    count(desktop, "with a camera", shown + 1)
+    count_rows(desktop, "with a camera", shown + 1)
     camera(desktop, "Second", taken="First")
     fold_all(desktop)
-    count(desktop, "with two cameras", shown + 2)
-
-
-FIRST_CAMERA = 2  # behind the level and the sun
+    count_rows(desktop, "with two cameras", shown + 2)
 
 
 def eye_gets_keys(desktop):
-    unfold(desktop, FIRST_CAMERA)
-    press_name(desktop, FIRST_CAMERA)
+    unfold(desktop, CAMERA_ROW)
+    press_name(desktop, CAMERA_ROW)
     desktop.until("the eye is shown", lambda s: EYE in s["objects"])
     go_to(desktop, 4.0)
     orbit(desktop, 80, 20)
-    desktop.click(desktop.button("Create camera frame")["rect"])
-    time.sleep(0.3)
+    camera_frame(desktop)
 
 
 def eye_at(desktop, seconds):
@@ -476,9 +300,9 @@ def track_parameters(desktop, _):
     eye_gets_keys(desktop)
     begin, end = eye_at(desktop, 0.0), eye_at(desktop, 4.0)
     check(not near(begin, end, 10), "the eye moves")
-    order = FIRST_CAMERA + 1
+    order = CAMERA_ROW + 1
     title = "Track parameters"
-    choose(desktop, on_row(desktop, order), title)
+    choose_at(desktop, on_row(desktop, order), title)
     opens(desktop, title)
     press_box(desktop, title, "loop")
     type_over(desktop, title, 0, "4")
@@ -492,7 +316,7 @@ def track_parameters(desktop, _):
 
 def camera_parameters(desktop, _):
     title = "Camera parameters"
-    choose(desktop, on_row(desktop, FIRST_CAMERA), title)
+    choose_at(desktop, on_row(desktop, CAMERA_ROW), title)
     opens(desktop, title)
     fill(desktop, title, {0: "Second"})
     desktop.key("Return")
@@ -516,11 +340,11 @@ def camera_parameters(desktop, _):
 def add_camera_track(desktop, _):
     """The newest row of cuts stands first and is empty; "Remove track" takes it away."""
     shown = len(rows(desktop.look()))
-    choose(desktop, on_row(desktop, LEVEL_ROW), "Add camera track")
-    count(desktop, "with a second row of cuts", shown + 1)
+    choose_at(desktop, on_row(desktop, LEVEL_ROW), "Add camera track")
+    count_rows(desktop, "with a second row of cuts", shown + 1)
     desktop.picture("camera_track_added")
-    choose(desktop, on_row(desktop, 1), "Remove track")
-    count(desktop, "with one", shown)
+    choose_at(desktop, on_row(desktop, 1), "Remove track")
+    count_rows(desktop, "with one", shown)
     fold_all(desktop)
 
 
@@ -533,9 +357,9 @@ ATTACH = "Attach movie object"
 def actor(desktop, name):
     """Makes an object of the tree an actor; actors stand by name behind the cameras."""
     shown = len(rows(desktop.look()))
-    tree(desktop, name)
-    choose(desktop, empty_place(desktop), "Add actors")
-    count(desktop, f"with {name}", shown + 1)
+    select_by_search(desktop, name)
+    choose_at(desktop, empty_place(desktop), "Add actors")
+    count_rows(desktop, f"with {name}", shown + 1)
 
 
 def waits_for(desktop, *words):
@@ -548,8 +372,7 @@ BOAT_ROW, SAILOR_ROW = 4, 5
 
 
 def offset(desktop):
-    places = desktop.look()["objects"]
-    return [a - b for a, b in zip(places[SAILOR], places[BOAT], strict=True)]
+    return [a - b for a, b in zip(place_of(desktop, SAILOR), place_of(desktop, BOAT), strict=True)]
 
 
 def attach(desktop, _):
@@ -557,15 +380,12 @@ def attach(desktop, _):
     go_to(desktop, 0.0)
     alone = place_of(desktop, SAILOR)
     actor(desktop, SAILOR)
-    choose(desktop, on_row(desktop, SAILOR_ROW), "Attach to object")
+    choose_at(desktop, on_row(desktop, SAILOR_ROW), "Attach to object")
     opens(desktop, ATTACH)
     waits_for(desktop, "Attach to", SAILOR)
-    tree(desktop, BOAT)
-    desktop.click(desktop.button("Focus")["rect"])
-    time.sleep(0.4)
-    place = desktop.look()["views"][0]["onScreen"][BOAT]
-    desktop.move(*place)
-    desktop.x("click", 3)
+    select_by_search(desktop, BOAT)
+    focus(desktop)
+    desktop.press(places(desktop.look())[BOAT], button=3)
     entry = desktop.until("'Attach to'", lambda s: next(
         (m for m in s["menus"] if m["text"].startswith(f"Attach to {BOAT}(")), None))
     desktop.picture("attach_menu")
@@ -574,20 +394,17 @@ def attach(desktop, _):
     press(desktop, ATTACH, "...")
     browser = f"Mesh element of {BOAT}"
     opens(desktop, browser, "attach_element")
-    desktop.key("Escape")
-    closes(desktop, browser)
+    leave(desktop, browser)
     portrait(desktop, ATTACH, "attach")
-    press(desktop, ATTACH, "OK")
-    closes(desktop, ATTACH)
+    press_and_close(desktop, ATTACH, "OK")
     go_to(desktop, 0.0)
     begin = offset(desktop)
     go_to(desktop, 2.5)
     check(near(offset(desktop), begin, 0.1), "the sailor goes along")
-    choose(desktop, on_row(desktop, SAILOR_ROW), "Attach to object")
+    choose_at(desktop, on_row(desktop, SAILOR_ROW), "Attach to object")
     opens(desktop, ATTACH)
     press(desktop, ATTACH, "X")
-    press(desktop, ATTACH, "OK")
-    closes(desktop, ATTACH)
+    press_and_close(desktop, ATTACH, "OK")
     waits_for(desktop)
     stands(desktop, SAILOR, 4.0, alone)
 
@@ -595,17 +412,17 @@ def attach(desktop, _):
 def change_actor(desktop, session):
     go_to(desktop, 2.5)
     rowing = place_of(desktop, OTHER_BOAT)
-    choose(desktop, on_row(desktop, BOAT_ROW), "Change actor")
+    choose_at(desktop, on_row(desktop, BOAT_ROW), "Change actor")
     waits_for(desktop, BOAT)
     desktop.picture("change_actor")
     desktop.key("Escape")
     waits_for(desktop)
-    tree(desktop, OTHER_BOAT)
+    select_by_search(desktop, OTHER_BOAT)
     check(near(place_of(desktop, OTHER_BOAT), rowing), "after Escape a selection changes no actor")
-    tree(desktop, SAILOR)
-    choose(desktop, on_row(desktop, BOAT_ROW), "Change actor")
+    select_by_search(desktop, SAILOR)
+    choose_at(desktop, on_row(desktop, BOAT_ROW), "Change actor")
     waits_for(desktop, BOAT)
-    tree(desktop, OTHER_BOAT)
+    select_by_search(desktop, OTHER_BOAT)
     waits_for(desktop)
     stands(desktop, OTHER_BOAT, 2.5, session.first)
     stands(desktop, OTHER_BOAT, 4.0, session.last)
@@ -613,20 +430,19 @@ def change_actor(desktop, session):
 
 def convert(desktop, _):
     def icon():
-        x, y, _, height = find_in_tree(desktop.look(), BARREL)["rect"]
+        x, y, _, height = find_at_top(desktop.look(), BARREL)["rect"]
         return [x, y, height, height]
 
     def button(text):
         found = [b for b in desktop.look()["buttons"] if b["text"] == text and b["enabled"]]
         return min(found, key=lambda b: b["rect"][1])["rect"]  # the one of Stage's own toolbar
 
-    tree(desktop, BARREL)
+    select_by_search(desktop, BARREL)
     normal = desktop.picture("normal_object", icon())
     desktop.click(button("Convert to virtual object"))
     desktop.until("a question", lambda s: window_of(s, MESSAGE))
     portrait(desktop, MESSAGE, "convert_question")
-    press(desktop, MESSAGE, "Yes")
-    closes(desktop, MESSAGE)
+    press_and_close(desktop, MESSAGE, "Yes")
     changes(desktop, normal, "virtual_object", icon(), 10)
     desktop.click(button("Convert to normal object"))
     desktop.move(*empty_place(desktop))
@@ -644,44 +460,36 @@ def position_row(desktop, order):
 
 def export(desktop, session):
     fold_all(desktop)
-    choose(desktop, on_row(desktop, position_row(desktop, BOAT_ROW)), "Export")
+    choose_at(desktop, on_row(desktop, position_row(desktop, BOAT_ROW)), "Export")
     choose_file(desktop, "Save As", session.motion.with_suffix(""), "Save")
     check(session.motion.stat().st_size > 4, f"{session.motion.name} holds more than the kind of its keys")
 
 
-def saves(desktop, file):
-    before = file.stat().st_mtime_ns
-    desktop.click(desktop.button("Save")["rect"])
-    desktop.until(f"{file.name} is saved", lambda _: file.stat().st_mtime_ns != before)
-
-
 def open_other_level(desktop, session):
-    saves(desktop, Path(desktop.level))
+    saved(desktop, by_button)
     desktop.key("ctrl+o")
     opens(desktop, "Open level")
     choose_file(desktop, "Open level", session.other, "Open")
     desktop.until("the other level", lambda s: s.get("film") == "" and "objects" in s)
+    desktop.level = session.other
 
 
 def import_motion(desktop, session):
-    record_session.FILM_SECONDS = 10.0
-    before = {item["text"] for item in desktop.look()["items"]}
-    desktop.click(desktop.button("Add")["rect"])
-    session.film = desktop.until("a new film", lambda s: s["film"] if s["film"] and s["film"] not in before else None)
-    count(desktop, "level and sun", 2)
+    desktop.shown_seconds = 10.0
+    session.film = film_is_added(desktop)
+    count_rows(desktop, "level and sun", 2)
     actor(desktop, SAILOR)
-    choose(desktop, on_row(desktop, position_row(desktop, 2)), "Import")
+    choose_at(desktop, on_row(desktop, position_row(desktop, 2)), "Import")
     choose_file(desktop, "Open", session.motion, "Open")
     stands(desktop, SAILOR, 2.5, session.first)
     stands(desktop, SAILOR, 4.0, session.last)
-    saves(desktop, session.other)
+    saved(desktop, by_button)
 
 
 def opened_again(desktop, session):
-    desktop.until("the level", lambda s: len(s.get("objects", {})) > 5)
+    level_opens(desktop)
     panel_opens(desktop)
-    desktop.click(desktop.item(session.film)["rect"], times=2)
-    desktop.until("the scenario window", lambda s: (scenario(s) or {}).get("shown"))
+    film_opens_in_scenario(desktop, session.film)
     stands(desktop, SAILOR, 2.5, session.first)
     stands(desktop, SAILOR, 4.0, session.last)
     desktop.picture("motion_in_another_level")
@@ -694,32 +502,16 @@ STEPS = [boat_gets_keys, movie_frame, settings, adjust_time, filter_keys, looks_
 
 def main():
     arguments = arguments_of(__doc__, "out/dialogs").parse_args()
-    stage, sample, pictures = Path(arguments.stage).resolve(), Path(arguments.level), Path(arguments.screenshots)
-    with tempfile.TemporaryDirectory(prefix="films_dialogs_") as folder:
-        work = Path(folder)
-        for name in ("first", "other"):
-            shutil.copytree(sample.parent, work / name)
-        session = Session(work, work / "other" / sample.name)
-
-        def steps(functions):
-            return [named(function, session) for function in functions]
-
-        with Desktop(stage, work / "first" / sample.name, work / "one", pictures) as desktop:
-            if not run(desktop, steps(STEPS)):
-                return 1
-        with Desktop(stage, session.other, work / "two", pictures / "opened_again") as desktop:
-            if not run(desktop, steps([opened_again])):
-                return 1
-    return 0
-
-
-def named(function, session):
-    """The step as `run` takes it."""
-    def step(desktop):
-        function(desktop, session)
-    step.__name__ = function.__name__
-    return step
+    stage, pictures = arguments.stage, arguments.screenshots
+    with work_folder() as work:
+        first, other = (copy_of(arguments.level, work / name) for name in ("first", "other"))
+        session = Session(work, other)
+        with Desktop(stage, first, work / "one", pictures) as desktop:
+            do_all(desktop, [level_opens])
+            do_all(desktop, STEPS, desktop, session)
+        with Desktop(stage, other, work / "two", pictures / "opened_again") as desktop:
+            do_all(desktop, [opened_again], desktop, session)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()

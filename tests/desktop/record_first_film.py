@@ -1,17 +1,21 @@
 #!/usr/bin/env python3
 """Follows "Your first film in ten minutes" of the user guide, step by step, with real mouse and keys."""
 
-import shutil
-import sys
-import tempfile
-import time
 from pathlib import Path
 
-from desktop import Desktop, Failure, arguments_of, check, find
+from desktop import check, middle
+from dialogs import opens_with
+from level import place_of
+from menus import choose
+from object_list import search, select_in_list
+from opening import film_is_made
+from runner import run
+from timeline import (CAMERA_ROW, MAIN_CONTROL, animate_on, camera_frame, press_name, ruler, scenario, stands_still,
+                      tracks)
+from views import attach_to_film, drag_handle, orbit, places, view
 
-MAIN_CONTROL, RULER, ROW = 1234, 20, 55  # control numbers of the parts of the window "Scenario"
 GUIDE = Path(__file__).resolve().parents[2] / "docs" / "USER_GUIDE.md"
-STEPS = 11
+FILM, BOAT = "My first film", "Fishing boat"
 
 
 def guide_steps():
@@ -26,168 +30,100 @@ def guide_steps():
     return steps
 
 
-def menu(desktop, letter, text):
-    desktop.key("alt+" + letter)
-    desktop.click(desktop.until(f"menu entry '{text}'", lambda s: find(s["menus"], text))["rect"])
-
-
-def scenario(state):
-    return next((t for t in state["toolWindows"] if t["title"] == "Scenario" and t["shown"]), None)
-
-
-def timeline(state):
-    return next(c for c in scenario(state)["children"] if c["id"] == MAIN_CONTROL)
-
-
-def view(desktop):
-    return desktop.look()["views"][0]["rect"]
-
-
 def turn_view(desktop, by):
-    x, y, width, height = view(desktop)
-    middle = (x + width / 2, y + height / 2)
-    before = desktop.look()["views"][0]["onScreen"]
-    desktop.drag(middle, (middle[0] + by, middle[1]), button=2)
-    desktop.until("the view has turned", lambda s: s["views"][0]["onScreen"] != before)
+    before = places(desktop.look())
+    orbit(desktop, by, 0)
+    desktop.until("the view has turned", lambda s: places(s) != before)
 
 
-def open_level(desktop, level):
+def open_level(desktop):
     desktop.key("ctrl+o")
-    desktop.until("the box for a file", lambda s: any(w["title"].startswith("Open") for w in s["windows"]))
-    desktop.x("type", str(level))
+    opens_with(desktop, "Open")
+    desktop.type(str(desktop.level))
     desktop.key("Return")
-    desktop.until("the level is open", lambda s: "Fishing boat" in s.get("objects", {}))
+    desktop.until("the level is open", lambda s: BOAT in s.get("objects", {}))
 
 
-def look_for_begin(desktop, _):
+def look_for_begin(desktop):
     turn_view(desktop, 90)
-    x, y, width, height = view(desktop)
-    desktop.move(x + width / 2, y + height / 2)
-    desktop.x("click", "--repeat", 3, 4)
+    desktop.wheel(middle(view(desktop)), 3)
 
 
-def new_film(desktop, _):
-    menu(desktop, "i", "New film...")
-    desktop.until("the box for a name", lambda s: any(w["title"] == "New film" for w in s["windows"]))
-    desktop.x("type", "My first film")
-    desktop.key("Return")
-    desktop.until("the film is open", lambda s: s["film"] == "My first film" and scenario(s))
-    desktop.until("the camera is there", lambda s: "Camera 1" in s["status"])
+def new_film(desktop):
+    film_is_made(desktop, FILM)
 
 
-def click_camera(desktop, _):
-    # Level, sun, camera: the third row that has a plus.
-    rows = sorted((c for c in timeline(desktop.look())["children"] if c["id"] == ROW), key=lambda c: c["rect"][1])
-    tracks = [row for row in rows if row["children"]]
-    x, y, _, height = tracks[2]["rect"]
-    desktop.move(x + 50, y + height / 2)
-    desktop.x("click", 1)
+def click_camera(desktop):
+    press_name(desktop, tracks(desktop.look())[CAMERA_ROW])
 
 
-def press_ruler(desktop, _):
-    x, y, width, height = next(c for c in timeline(desktop.look())["children"] if c["id"] == RULER)["rect"]
-    desktop.move(x + width / 2, y + height / 2)
-    desktop.x("click", 1)
+def press_ruler(desktop):
+    desktop.click(ruler(desktop))
 
 
-def second_place(desktop, _):
+def second_place(desktop):
     turn_view(desktop, -160)
-    desktop.click(desktop.button("Create camera frame")["rect"])
+    camera_frame(desktop)
 
 
-def animate(desktop, _):
-    desktop.click(desktop.button("Animate object")["rect"])
-
-
-def move_boat(desktop, _):
-    before = desktop.look()["objects"]["Fishing boat"]
-    search = min((f for f in desktop.look()["fields"] if min(f["rect"]) > 0), key=lambda f: f["rect"][0])  # at the left
-    desktop.click(search["rect"])
-    desktop.x("type", "Fishing")
-    desktop.click(desktop.until("the boat is listed", lambda s: next(
-        (i for i in s["items"] if i["text"] == "Fishing boat" and min(i["rect"][2:]) > 0), None))["rect"])
-    desktop.until("the boat is selected", lambda s: s["selected"] == ["Fishing boat"])
-    desktop.click(desktop.button("Move")["rect"])
+def move_boat(desktop):
+    before = place_of(desktop, BOAT)
+    search(desktop, "Fishing")
+    select_in_list(desktop, BOAT)
+    desktop.click_button("Move")
     handles = desktop.until("the arrows are there", lambda s: s["views"][0]["handles"])
-    origin = desktop.look()["views"][0]["onScreen"]["Fishing boat"]
     x, y, width, height = view(desktop)
-    seen = [h for h in (handles[0], handles[2]) if x < h[0] < x + width and y < h[1] < y + height]
+    seen = [axis for axis in (0, 2) if x < handles[axis][0] < x + width and y < handles[axis][1] < y + height]
     check(seen, "an arrow of the boat can be seen")
-    grip = seen[0]
-    away = max(1, ((grip[0] - origin[0]) ** 2 + (grip[1] - origin[1]) ** 2) ** 0.5)
-    desktop.drag(grip, tuple(g + 40 * (g - o) / away for g, o in zip(grip, origin)))
-    desktop.until("the boat has moved", lambda s: s["objects"]["Fishing boat"] != before)
+    drag_handle(desktop, seen[0], 40)
+    desktop.until("the boat has moved", lambda s: s["objects"][BOAT] != before)
 
 
-def attach(desktop, _):
-    x, y, width, _ = view(desktop)
-    desktop.move(x + width - 40, y + 40)  # the sky
-    desktop.x("click", 3)
-    desktop.click(desktop.until("Attach movie", lambda s: find(s["menus"], "Attach movie"))["rect"])
-    desktop.until("the view is attached", lambda s: s["views"][0]["attached"])
-
-
-def play(desktop, _):
-    x, y, _, _ = scenario(desktop.look())["rect"]
-    # The first button behind undo and redo.
-    bar = next(c for c in scenario(desktop.look())["children"] if c["id"] != MAIN_CONTROL)["rect"]
+def play(desktop):
+    window = scenario(desktop.look())
+    bar = next(c for c in window["children"] if c["id"] != MAIN_CONTROL)["rect"]
     buttons = sorted((b for b in desktop.look()["buttons"] if bar[1] <= b["rect"][1] < bar[1] + bar[3]
-                      and b["rect"][2] < 40 and b["rect"][0] >= x), key=lambda b: b["rect"][0])
-    before = desktop.look()["objects"]["Fishing boat"]
-    desktop.click(buttons[2]["rect"])
-    desktop.until("the boat is back", lambda s: s["objects"]["Fishing boat"] != before)
-    start = desktop.look()["objects"]["Fishing boat"]
+                      and b["rect"][2] < 40 and b["rect"][0] >= window["rect"][0]), key=lambda b: b["rect"][0])
+    before = place_of(desktop, BOAT)
+    desktop.click(buttons[2]["rect"])  # the first behind undo and redo
+    desktop.until("the boat is back", lambda s: s["objects"][BOAT] != before)
+    start = place_of(desktop, BOAT)
     desktop.key("ctrl+Return")
-    desktop.until("the boat moves", lambda s: s["objects"]["Fishing boat"] != start)
+    desktop.until("the boat moves", lambda s: s["objects"][BOAT] != start)
     desktop.picture("playing")
-    desktop.until("the film is over", lambda s: still(desktop))
+    stands_still(desktop)
 
 
-def still(desktop):
-    before = desktop.look()["objects"]["Fishing boat"]
-    time.sleep(0.8)
-    return desktop.look()["objects"]["Fishing boat"] == before
-
-
-def save_as(desktop, level):
-    menu(desktop, "f", "Save as...")
-    desktop.until("the box for a file", lambda s: any(w["title"].startswith("Save") for w in s["windows"]))
-    path = level.parent / "mine.level"
-    desktop.key("ctrl+a")
-    desktop.x("type", str(path))
+def save_as(desktop):
+    choose(desktop, "f", "Save as...")
+    opens_with(desktop, "Save")
+    path = desktop.level.parent / "mine.level"
+    desktop.type_over(str(path))
     desktop.key("Return")
-    desktop.until("the level is saved", lambda s: path.exists())
-    check(b"My first film" in path.read_bytes(), "the film is in the saved level")
+    desktop.until("the level is saved", lambda _: path.exists())
+    check(FILM.encode() in path.read_bytes(), "the film is in the saved level")
 
 
-DOINGS = [open_level, look_for_begin, new_film, click_camera, press_ruler, second_place, animate, move_boat, attach, play,
-          save_as]
+DOINGS = [open_level, look_for_begin, new_film, click_camera, press_ruler, second_place, animate_on, move_boat,
+          attach_to_film, play, save_as]
 
 
-def run(stage, level, screenshots):
-    steps = guide_steps()
-    with tempfile.TemporaryDirectory() as folder:
-        work = Path(folder)
-        shutil.copytree(Path(level).parent, work / "harbour")
-        copy = work / "harbour" / Path(level).name
-        try:
-            check(len(steps) == len(DOINGS) == STEPS, f"the guide has {len(steps)} steps, the script {len(DOINGS)}")
-            with Desktop(stage, copy, work, screenshots) as desktop:
-                for number, (step, do) in enumerate(zip(steps, DOINGS), 1):
-                    print(f"{number}. {step}", flush=True)
-                    do(desktop, copy)
-                    desktop.picture(f"{do.__name__}")
-        except Failure as failure:
-            print(f"FAILED: {failure}")
-            return 1
-    print("The guide's first film works as it is written")
-    return 0
+def told(number, text, do):
+    """The guide's step, its words before it is done and a picture behind."""
+    def step(desktop):
+        print(f"{number}. {text}", flush=True)
+        do(desktop)
+        desktop.picture(do.__name__)
+    step.__name__ = do.__name__
+    return step
 
 
-def main():
-    arguments = arguments_of(__doc__, "out/first_film").parse_args()
-    return run(arguments.stage, arguments.level, arguments.screenshots)
+def as_many(_):
+    check(len(guide_steps()) == len(DOINGS), f"the guide has {len(guide_steps())} steps, the script {len(DOINGS)}")
+
+
+STEPS = [as_many, *(told(number, *both) for number, both in enumerate(zip(guide_steps(), DOINGS), 1))]
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    run(__doc__, "out/first_film", STEPS)

@@ -9,22 +9,22 @@ The sample level gives the models and sounds.
 
 import shutil
 import subprocess
-import sys
-import tempfile
 import time
-from pathlib import Path
 
-from check_desktop import at, is_moving, rows, ruler, scenario
-from check_undo import REDO, UNDO, choose, expect_status, saved, select_in_list
-from desktop import Desktop, Failure, arguments_of, check, find
-from record_attributes import closes, inside, type_text, window_of
-from record_dialogs import accept, field, fields_in, opens
-from record_session import drag_handle, empty_place, menu_at, orbit
+from desktop import Desktop, check, find
+from dialogs import accept, answer_file, enter_colour, opens, opens_with, press, type_over
+from level import REDO, UNDO, expect_status, near, place_of, saved
+from menus import choose, choose_at
+from object_list import select_both, select_in_list
+from opening import film_is_made, film_opens_in_scenario, panel_opens
+from runner import do_all, arguments_of, work_folder
+from timeline import (CAMERA_ROW, LEVEL_ROW, animate_on, camera_frame, empty_place, go_to, key_place, plays, press_name,
+                      stands_still, unfold)
+from views import attach_to_film, drag_handle, focus, orbit
 
 FILM, FILM_SECONDS = "Meeting", 20.0
 SAILOR, MASTER = "sailor", "harbour_master"
 PLANE, BOX, LIGHT = "Plane", "Box", "Light"
-LEVEL_ROW, CAMERA_ROW = 0, 2  # the sun is between them
 IMPORT = "Import models and sounds"
 GRASS, BRICK = "#4f7a3a", "#a8543a"
 LEAST_UNDOS = 10
@@ -33,16 +33,21 @@ RENDER_RATE = 2  # pictures of a second
 RENDER_SIZE = "640x360"
 LEAST_PIXELS = 150  # of a character, in a rendered picture
 LEAST_WAY = 20  # pixels, in ten seconds
-NEAR = 0.01  # centimetres, for places that went through a file
 
 
 class Making:
     """The session: the desktop, where the level is, and what has been taken back so far."""
 
-    def __init__(self, desktop, folder, assets):
-        self.desktop, self.assets = desktop, assets
-        self.level = folder / "meeting.level"
+    def __init__(self, arguments, work):
+        self.stage, self.work = arguments.stage, work
+        self.assets = arguments.level.resolve().parent
+        self.level = work / "meeting" / "meeting.level"
+        self.level.parent.mkdir()
+        self.desktop = self.ends = None
         self.undos = 0
+
+    def level_without(self, name):
+        return self.level.with_name(f"without_{name}.level")
 
     def step(self, name, do, *what):
         """Does something, takes it back, does it again. Saves say whether all is as it was each time."""
@@ -72,40 +77,10 @@ def content(desktop):
 
 def enter(desktop, name, number):
     """Types into a field of the panel Properties."""
-    field = desktop.until(f"the field {name}", lambda s: next((f for f in s["fields"] if f["name"] == name), None))
-    desktop.click(field["rect"])
-    desktop.key("ctrl+a")
-    desktop.x("type", "--delay", 20, "--", number)
+    desktop.click(desktop.field(name)["rect"])
+    desktop.type_over(number)
     desktop.key("Return")
     time.sleep(0.15)
-
-
-def type_into(desktop, title, number, text):
-    """Over the field of that number in a box, once more if the box was not ready for it yet."""
-    for _ in range(3):
-        desktop.click(field(desktop, title, number)["rect"])
-        desktop.key("ctrl+a")
-        type_text(desktop, text)
-        time.sleep(0.3)
-        if field(desktop, title, number)["text"] == text:
-            return
-    raise Failure(f"'{title}' does not take '{text}'")
-
-
-def answer_file(desktop, title, text):
-    """Types a path, or several in quotes, into a box for files once that listens."""
-    desktop.until(f"'{title}' listens", lambda s: window_of(s, title) and any(
-        f["focused"] for f in fields_in(s, title)))
-    for _ in range(3):
-        desktop.key("ctrl+a")
-        type_text(desktop, text)
-        if any(f["focused"] and f["text"] == text for f in fields_in(desktop.look(), title)):
-            break
-    desktop.key("Return")
-    time.sleep(0.3)
-    if window_of(desktop.look(), title):  # the first press may only put a list of completions away
-        desktop.key("Return")
-    closes(desktop, title)
 
 
 def put(desktop, name, x, y, z):
@@ -122,21 +97,9 @@ def create(desktop, what):
 
 def colour(desktop, code):
     """Of the selected shape."""
-    desktop.click(desktop.button("Choose a colour")["rect"])
-    x, y, width, height = opens(desktop, "Colour")
-    field = desktop.until("the field for a code", lambda s: next(
-        (f for f in s["fields"] if f["text"].startswith("#") and x < f["rect"][0] < x + width), None))
-    desktop.click(field["rect"])
-    desktop.key("ctrl+a")
-    type_text(desktop, code)
+    desktop.click_button("Choose a colour")
+    enter_colour(desktop, "Colour", code)
     accept(desktop, "Colour")
-
-
-def go_to(desktop, seconds):
-    rect = ruler(desktop)
-    place = at(rect, seconds / FILM_SECONDS)
-    desktop.drag((place[0] + (30 if seconds < FILM_SECONDS / 2 else -30), place[1]), place)
-    time.sleep(0.2)
 
 
 # The scene
@@ -169,7 +132,7 @@ def wall(making):
         enter(desktop, "Shape" + side, size)
     colour(desktop, BRICK)
     put(desktop, BOX, 0, 0, -500)
-    desktop.click(desktop.button("Move")["rect"])
+    desktop.click_button("Move")
     making.step("wall_moved", lambda d: drag_handle(d, 2, 60))
 
 
@@ -196,14 +159,8 @@ def light(making):
 
 def look_for_begin(making):
     desktop = making.desktop
-    select_in_list(desktop, SAILOR)
-    item = desktop.item(MASTER)["rect"]
-    desktop.x("keydown", "ctrl")
-    desktop.click(item)
-    desktop.x("keyup", "ctrl")
-    desktop.until("both are selected", lambda s: sorted(s["selected"]) == sorted([SAILOR, MASTER]))
-    desktop.click(desktop.button("Focus")["rect"])
-    time.sleep(0.8)
+    select_both(desktop, SAILOR, MASTER)
+    focus(desktop)
     desktop.picture("scene")
 
 
@@ -211,37 +168,26 @@ def look_for_begin(making):
 
 
 def new_film(making):
-    def make(desktop):
-        choose(desktop, "i", "New film...")
-        opens(desktop, "New film")
-        type_into(desktop, "New film", 0, FILM)
-        desktop.key("Return")
-        desktop.until("the film is open", lambda s: s["film"] == FILM and scenario(s) and "Camera 1" in s["status"])
-    making.step("new_film", make)
+    making.step("new_film", film_is_made, FILM)
     making.desktop.until("the film is open", lambda s: s["film"] == FILM)
 
 
 def length(making):
     def settings(desktop):
-        menu_at(desktop, empty_place(desktop), "Settings")
+        choose_at(desktop, empty_place(desktop), "Settings")
         opens(desktop, "Settings")
         for number in (1, 2):
-            type_into(desktop, "Settings", number, "20")
+            type_over(desktop, "Settings", number, "20")
         accept(desktop, "Settings")
     making.step("length", settings)
-
-
-def animate(desktop):
-    if not find(desktop.look()["buttons"], "Animate object")["checked"]:
-        desktop.click(desktop.button("Animate object")["rect"])
-        desktop.until("it is pressed", lambda s: find(s["buttons"], "Animate object")["checked"])
+    making.desktop.shown_seconds = FILM_SECONDS
 
 
 def walk(desktop, name, seconds, handle, pixels):
-    animate(desktop)
+    animate_on(desktop)
     select_in_list(desktop, name)
     go_to(desktop, seconds)
-    before = desktop.look()["objects"][name]
+    before = place_of(desktop, name)
     drag_handle(desktop, handle, pixels)
     desktop.until(f"{name} has gone on", lambda s: s["objects"][name] != before)
 
@@ -249,19 +195,15 @@ def walk(desktop, name, seconds, handle, pixels):
 def camera_all_the_time(making):
     """The new film's camera key ends where the film ended when it was made."""
     desktop = making.desktop
-    desktop.click(rows(desktop.look())[LEVEL_ROW]["children"][0]["rect"])
-    time.sleep(0.3)
+    unfold(desktop, LEVEL_ROW)
 
     def duration(_):
-        x, y, _, height = rows(desktop.look())[LEVEL_ROW + 1]["rect"]
-        menu_at(desktop, (at(ruler(desktop), 0.25)[0], y + height / 2), "Set duration")
-        title = desktop.until("the box for a number", lambda s: next(
-            (w["title"] for w in s["windows"] if "uration" in w["title"]), None))
-        type_into(desktop, title, 0, "20")
+        choose_at(desktop, key_place(desktop, LEVEL_ROW + 1, 5.0), "Set duration")
+        title = opens_with(desktop, "uration")
+        type_over(desktop, title, 0, "20")
         accept(desktop, title)
     making.step("camera_key", duration)
-    desktop.click(rows(desktop.look())[LEVEL_ROW]["children"][0]["rect"])
-    time.sleep(0.3)
+    unfold(desktop, LEVEL_ROW)
 
 
 def motion(making):
@@ -278,13 +220,11 @@ def animations(making):
 
         def add(_):
             choose(desktop, "i", "Add key at the cursor", "Animation...")
-            title = desktop.until("the browser", lambda s: next(
-                (w["title"] for w in s["windows"] if "nimation" in w["title"]), None))
-            desktop.click(inside(desktop, title, "Walk")["rect"])
+            title = opens_with(desktop, "nimation")
+            press(desktop, title, "Walk")
             time.sleep(0.5)
             desktop.picture("animation_browser")
-            desktop.key("Return")
-            closes(desktop, title)
+            accept(desktop, title)
         making.step(f"{name}_steps", add)
 
 
@@ -299,84 +239,72 @@ def speech(making):
 
     def add(_):
         choose(desktop, "i", "Add key at the cursor", "Speech...")
-        title = desktop.until("the box for a file", lambda s: next(
-            (w["title"] for w in s["windows"] if w["title"].startswith("Open")), None))
-        answer_file(desktop, title, str(copies[0]))
+        answer_file(desktop, opens_with(desktop, "Open"), str(copies[0]))
     making.step("speech", add)
 
 
 def camera_moves(making):
     desktop = making.desktop
-    x, y, _, height = rows(desktop.look())[CAMERA_ROW]["rect"]
-    desktop.move(x + 50, y + height / 2)
-    desktop.x("click", 1)
+    press_name(desktop, CAMERA_ROW)
     time.sleep(0.3)
     go_to(desktop, 20.0)
     orbit(desktop, 160, -30)
-
-    def frame(_):
-        desktop.click(desktop.button("Create camera frame")["rect"])
-        time.sleep(0.3)
-    making.step("camera_frame", frame)
+    making.step("camera_frame", camera_frame)
 
 
 def play(making):
     desktop = making.desktop
-    x, y, width, _ = desktop.look()["views"][0]["rect"]
-    desktop.move(x + width - 40, y + 30)
-    desktop.x("click", 3)
-    desktop.click(desktop.until("Attach movie", lambda s: find(s["menus"], "Attach movie"))["rect"])
-    desktop.until("the view is attached", lambda s: s["views"][0]["attached"])
+    attach_to_film(desktop)
     go_to(desktop, 0.0)
     desktop.key("ctrl+Return")
-    desktop.until("it plays", lambda _: is_moving(desktop))
+    plays(desktop)
     for number in range(3):
         time.sleep(1.5)
         desktop.picture(f"playing_{number + 1}")
     desktop.key("space")
-    desktop.until("it stands still", lambda _: not is_moving(desktop))
+    stands_still(desktop)
     saved(desktop)
-    making.poses = poses_of_the_film(desktop)
+    making.ends = ends_of_the_film(desktop)
     check(making.undos >= LEAST_UNDOS, f"{making.undos} steps were taken back")
 
 
 # Afterwards
 
 
-def poses_of_the_film(desktop):
+def ends_of_the_film(desktop):
     """Where both are at the start and at the end of the film, as the window Scenario shows it."""
-    poses = []
+    ends = []
     for button in ("Move to begin of the movie", "Move to end of the movie"):
-        desktop.click(desktop.button(button)["rect"])
+        desktop.click_button(button)
         time.sleep(0.4)
-        objects = desktop.look()["objects"]
-        poses.append([objects[SAILOR], objects[MASTER]])
-    return poses
+        ends += [place_of(desktop, name) for name in (SAILOR, MASTER)]
+    return ends
 
 
-def reload(making, stage, work, screenshots):
-    """Another Stage opens what was saved. It then saves a level without each of the two, for comparison."""
-    with Desktop(stage, making.level, work, screenshots / "reloaded") as desktop:
-        desktop.until("the level", lambda s: SAILOR in s.get("objects", {}))
-        for name in (SAILOR, MASTER):
-            select_in_list(desktop, name)
-            x, y, _, height = desktop.button("Visible")["rect"]
-            desktop.move(x + 8, y + height / 2)
-            desktop.x("click", 1)
-            desktop.until("it is hidden", lambda s: not find(s["buttons"], "Visible")["checked"])
-            saved(desktop)
-            shutil.copy(making.level, making.level.with_name(f"without_{name}.level"))
-            desktop.key(UNDO)
-            expect_status(desktop, f"Undone: Hide {name}")
+def levels_without_each(making):
+    """Saves a level without each of the two, for comparison."""
+    desktop = making.desktop
+    desktop.until("the level", lambda s: SAILOR in s.get("objects", {}))
+    for name in (SAILOR, MASTER):
+        select_in_list(desktop, name)
+        x, y, _, height = desktop.button("Visible")["rect"]
+        desktop.press((x + 8, y + height / 2))
+        desktop.until("it is hidden", lambda s: not find(s["buttons"], "Visible")["checked"])
         saved(desktop)
-        desktop.click(desktop.button("Movies")["rect"])
-        desktop.click(desktop.item(FILM)["rect"], times=2)
-        desktop.until("the film is open", lambda s: s["film"] == FILM and scenario(s))
-        desktop.picture("film")
-        poses = poses_of_the_film(desktop)
-        far = max(abs(a - b) for old, new in zip(making.poses, poses) for o, n in zip(old, new) for a, b in zip(o, n))
-        check(far < NEAR, f"both move as they did: {far}")
-        desktop.picture("film_at_its_end")
+        shutil.copy(making.level, making.level_without(name))
+        desktop.key(UNDO)
+        expect_status(desktop, f"Undone: Hide {name}")
+    saved(desktop)
+
+
+def both_move_as_they_did(making):
+    desktop = making.desktop
+    panel_opens(desktop, FILM)
+    film_opens_in_scenario(desktop, FILM)
+    desktop.picture("film")
+    ends = ends_of_the_film(desktop)
+    check(all(near(*places) for places in zip(making.ends, ends, strict=True)), f"{ends}, before it was {making.ends}")
+    desktop.picture("film_at_its_end")
 
 
 def render(stage, level, folder):
@@ -396,50 +324,36 @@ def where(picture, without):
     return len(lit), sum(lit) / max(1, len(lit))
 
 
-def film_shows_both(making, stage, work, screenshots):
-    whole = render(stage, making.level, work / "frames")
+def film_shows_both(making):
+    whole = render(making.stage, making.level, making.work / "frames")
     check(len(whole) == FILM_SECONDS * RENDER_RATE, f"20 seconds are {len(whole)} pictures")
     for number, picture in enumerate(whole):
         if number % (2 * RENDER_RATE) == 0:
-            shutil.copy(picture, screenshots / f"film_{number // RENDER_RATE:02d}s.png")
+            shutil.copy(picture, making.desktop.screenshots.parent / f"film_{number // RENDER_RATE:02d}s.png")
     for name in (SAILOR, MASTER):
-        without = render(stage, making.level.with_name(f"without_{name}.level"), work / f"without_{name}")
+        without = render(making.stage, making.level_without(name), making.work / f"without_{name}")
         found = [where(whole[i], without[i]) for i in (0, len(whole) // 2, len(whole) - 1)]
         print(f"        {name}: pixels and column at 0, 10 and 20 s: {found}")
         check(all(pixels > LEAST_PIXELS for pixels, _ in found), f"{name} is in the pictures: {found}")
         check(abs(found[0][1] - found[1][1]) > LEAST_WAY, f"{name} moves: {found}")
 
 
+STEPS = [save_new_level, ground, wall, characters, light, look_for_begin, new_film, length, camera_all_the_time, motion,
+         animations, speech, camera_moves, play]
+STEPS_IN_ANOTHER_STAGE = [levels_without_each, both_move_as_they_did, film_shows_both]
+
+
 def main():
     arguments = arguments_of(__doc__, "out/making").parse_args()
-    stage, screenshots = Path(arguments.stage).resolve(), Path(arguments.screenshots)
-    steps = [save_new_level, ground, wall, characters, light, look_for_begin, new_film, length, camera_all_the_time, motion,
-             animations, speech, camera_moves, play]
-    with tempfile.TemporaryDirectory(prefix="films_making_") as folder:
-        work = Path(folder)
-        for part in ("meeting", "first", "second"):
-            (work / part).mkdir()
-        try:
-            with Desktop(stage, None, work / "first", screenshots) as desktop:
-                making = Making(desktop, work / "meeting", Path(arguments.level).resolve().parent)
-                for step in steps:
-                    begin = time.monotonic()
-                    try:
-                        step(making)
-                    except Failure:
-                        desktop.picture("failed")
-                        print((work / "first" / "stage.log").read_text()[-2000:])
-                        raise
-                    print(f"ok      {step.__name__} ({time.monotonic() - begin:.1f} s)", flush=True)
-                print(f"        {making.undos} steps taken back and done again")
-            for step in (reload, film_shows_both):
-                step(making, stage, work / "second", screenshots)
-                print(f"ok      {step.__name__}", flush=True)
-        except Failure as failure:
-            print(f"FAILED: {failure}")
-            return 1
-    return 0
+    stage, screenshots = arguments.stage, arguments.screenshots
+    with work_folder() as work:
+        making = Making(arguments, work)
+        with Desktop(stage, None, work / "first", screenshots) as making.desktop:
+            do_all(making.desktop, STEPS, making)
+        print(f"        {making.undos} steps taken back and done again")
+        with Desktop(stage, making.level, work / "second", screenshots / "reloaded") as making.desktop:
+            do_all(making.desktop, STEPS_IN_ANOTHER_STAGE, making)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()
