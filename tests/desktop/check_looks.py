@@ -7,7 +7,7 @@ import time
 from desktop import Desktop, check
 from menus import choose
 from opening import film_opens, level_opens, panel_opens, scenario_opens_docked
-from runner import do_all, arguments_of, sample_opened
+from runner import arguments_of, do_all, sample_opened
 from views import view
 
 DRAW_SECONDS = 1.5

@@ -14,7 +14,7 @@ from level import UNDO
 from menus import choose, entry
 from object_list import drag_row, handle_of, indent, rect_of, select_in_list, stands_below
 from opening import FILM, assets_open, film_opens, level_opens, panel_opens, scenario_opens_docked
-from runner import do_all, arguments_of, sample_opened
+from runner import arguments_of, do_all, sample_opened
 from timeline import CAMERA_ROW, LEVEL_ROW, animate_on, at, drag_time, frame, row, row_middle, ruler, unfold
 from views import drag_handle, focus, view
 

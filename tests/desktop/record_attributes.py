@@ -16,9 +16,9 @@ from level import by_button, place_of, saved
 from menus import choose_at
 from object_list import select_by_wheel
 from opening import FILM, film_opens, film_opens_in_scenario, level_opens, new_film, panel_opens
-from runner import do_all, arguments_of, copy_of, work_folder
-from timeline import (count_rows, empty_place, fold_all, go_to, key_place, plays, rows, scroll_until_room, stands_still,
-                      taller_window, tracks, unfold, unfolded_row)
+from runner import arguments_of, copy_of, do_all, work_folder
+from timeline import (count_rows, empty_place, fold_all, go_to, key_place, plays_in_pictures, rows, scroll_until_room,
+                      stands_still, taller_window, tracks, unfold, unfolded_row)
 from views import focus, view_picture
 
 ACTOR = "Sailor"
@@ -248,11 +248,7 @@ def color_fade(desktop):
 
 def play(desktop):
     go_to(desktop, 0.0)
-    desktop.click_button("Play movie")
-    plays(desktop)
-    for name in ("playing_early", "playing_middle", "playing_late"):
-        desktop.picture(name)
-        time.sleep(1.5)
+    plays_in_pictures(desktop, 1.5)
     desktop.click_button("Stop movie")
     stands_still(desktop)
 

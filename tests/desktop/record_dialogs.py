@@ -15,7 +15,7 @@ from level import by_button, expect_selected, near, place_of, saved
 from menus import choose_at
 from object_list import find_at_top, select_by_search
 from opening import film_is_added, film_opens_in_scenario, level_opens, new_film, panel_opens
-from runner import do_all, arguments_of, copy_of, work_folder
+from runner import arguments_of, copy_of, do_all, work_folder
 from timeline import (CAMERA_ROW, LEVEL_ROW, animate_on, camera_frame, count_rows, empty_place, fold_all, go_to,
                       key_place, on_row, press_name, row, rows, taller_window, unfold)
 from views import drag_handle, focus, orbit, places, select, step_back, view, view_picture
@@ -131,14 +131,19 @@ FILTER = "Keys filter & settings"
 NUMBER, NORMAL = 110, 85  # from the right end of a line of the filter
 
 
+def tick_kind(desktop, order, kind, name):
+    """Gives the track of a row another row of keys."""
+    choose_at(desktop, on_row(desktop, order), "Filter keys")
+    opens(desktop, FILTER)
+    tick(desktop, FILTER, kind)
+    portrait(desktop, FILTER, name)
+    press_and_close(desktop, FILTER, "OK")
+
+
 def filter_keys(desktop, _):
     unfold(desktop, LEVEL_ROW)
     count_rows(desktop, "the level has no keys", 3)
-    choose_at(desktop, on_row(desktop, LEVEL_ROW), "Filter keys")
-    opens(desktop, FILTER)
-    tick(desktop, FILTER, "Camera keys")
-    portrait(desktop, FILTER, "filter_keys")
-    press_and_close(desktop, FILTER, "OK")
+    tick_kind(desktop, LEVEL_ROW, "Camera keys", "filter_keys")
     count_rows(desktop, "with the row of cuts", 4)
     before = desktop.picture("row_of_cuts", row(desktop, 1))
     choose_at(desktop, key_place(desktop, 1, 6.0), "Add Key")
@@ -226,11 +231,7 @@ def light_gets_a_colour(desktop, _):
     taller_window(desktop)
     fold_all(desktop)
     order = len(rows(desktop.look())) - 1
-    choose_at(desktop, on_row(desktop, order), "Filter keys")
-    opens(desktop, FILTER)
-    tick(desktop, FILTER, "Color keys")
-    portrait(desktop, FILTER, "filter_keys_of_a_light")
-    press_and_close(desktop, FILTER, "OK")
+    tick_kind(desktop, order, "Color keys", "filter_keys_of_a_light")
     unfold(desktop, order)
     color_row = order + 2  # below the positions
     go_to(desktop, 0.0)

@@ -17,7 +17,7 @@ from level import REDO, UNDO, expect_status, near, place_of, saved
 from menus import choose, choose_at
 from object_list import select_both, select_in_list
 from opening import film_is_made, film_opens_in_scenario, panel_opens
-from runner import do_all, arguments_of, work_folder
+from runner import arguments_of, do_all, work_folder
 from timeline import (CAMERA_ROW, LEVEL_ROW, animate_on, camera_frame, empty_place, go_to, key_place, plays, press_name,
                       stands_still, unfold)
 from views import attach_to_film, drag_handle, focus, orbit

@@ -7,15 +7,16 @@
 import time
 
 from desktop import check
-from level import is_moving, place_of
+from level import place_of
 from menus import choose_at
 from opening import level_opens, new_film
 from runner import run
-from timeline import animate_on, camera_frame, empty_place, go_to, key_place, plays, press_name, rows, unfold
+from timeline import (CAMERA_ROW, animate_on, camera_frame, empty_place, go_to, key_place, plays_in_pictures,
+                      press_name, rows, stands_still, unfold)
 from views import drag_handle, focus, orbit, select, step_back
 
 PROP = "Fishing boat"
-PROP_ROW = CAMERA_ROW = 2  # cameras stand before actors; below them are the rows of their keys
+PROP_ROW = 2  # where a camera stands once there is one; below either are the rows of its keys
 
 
 def move_the_prop(desktop):
@@ -120,12 +121,8 @@ def play(desktop):
     go_to(desktop, 0.0)
     desktop.click_item(PROP)
     desktop.click_button("Focus")
-    desktop.click_button("Play movie")
-    plays(desktop)
-    for name in ("playing_early", "playing_middle", "playing_late"):
-        desktop.picture(name)
-        time.sleep(2.0)
-    desktop.until("the film ends", lambda _: not is_moving(desktop))
+    plays_in_pictures(desktop, 2.0)
+    stands_still(desktop)
     desktop.picture("played")
 
 

@@ -168,5 +168,14 @@ def plays(desktop):
     desktop.until("the film plays", lambda _: is_moving(desktop))
 
 
+def plays_in_pictures(desktop, pause):
+    """Presses "Play movie" and takes three pictures, so many seconds apart."""
+    desktop.click_button("Play movie")
+    plays(desktop)
+    for name in ("playing_early", "playing_middle", "playing_late"):
+        desktop.picture(name)
+        time.sleep(pause)
+
+
 def stands_still(desktop):
     desktop.until("the film stands still", lambda _: not is_moving(desktop))
