@@ -73,6 +73,31 @@ TEST_F(CreateMenuTest, NewShapesStandOutAgainstSkyAndFog) {
     }
 }
 
+TEST_F(CreateMenuTest, ANewPlaneStandsOutFromAboveAtALowAngleAndFromBelow) {
+    constexpr int kClear = 60; // of 255, in one channel at least
+    engine::SceneObject* plane = Create("CreatePlane");
+    const float origin[3] = {0.0f, 0.0f, 0.0f};
+    plane->SetPosition(origin, 0);
+    window.host.Select({});
+    for (const float height : {1500.0f, 600.0f, 150.0f, -150.0f, -600.0f, -1500.0f}) {
+        stage::StageView& view = *window.host.views.At(0);
+        view.navigation.LookAt({0.0f, height, 1200.0f}, {0.0f, 0.0f, 0.0f});
+        view.ApplyNavigation();
+        const QPoint pixel = PixelOf(30.0f, 0.0f, 50.0f); // on no line of the grid
+        const auto colorThere = [&](bool isShown) {
+            plane->visible = isShown ? 1 : 0;
+            return View()->grab().toImage().pixelColor(pixel);
+        };
+        const QColor with = colorThere(true);
+        const QColor without = colorThere(false);
+        const int most =
+            std::max({std::abs(with.red() - without.red()), std::abs(with.green() - without.green()),
+                      std::abs(with.blue() - without.blue())});
+        EXPECT_GE(most, kClear) << height << ": " << with.name().toStdString() << " before "
+                                << without.name().toStdString();
+    }
+}
+
 TEST_F(CreateMenuTest, ANewBoxStandsWhereTheViewLooks) {
     // The view looks from (0, 200, 1200) at (0, 100, 0), which leads to the ground 1200 units behind that.
     engine::SceneObject* box = Create("CreateBox");

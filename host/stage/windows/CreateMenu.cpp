@@ -36,7 +36,7 @@ constexpr CreateEntry kShapes[] = {
     {"CreateBox", QT_TR_NOOP("&Box"), IconId::Box, ClassName::Mesh, "Box", 0.0f,
      "shape:box 100 100 100 #c67b4f"},
     {"CreatePlane", QT_TR_NOOP("&Plane"), IconId::Plane, ClassName::Mesh, "Plane", 0.0f,
-     "shape:plane 1000 1 1000 #6d7a70"},
+     "shape:plane 1000 1 1000 #4f6b43"},
     {"CreateSphere", QT_TR_NOOP("&Sphere"), IconId::Sphere, ClassName::Mesh, "Sphere", 0.0f,
      "shape:sphere 100 100 100 #4f8fc6"},
     {"CreateCylinder", QT_TR_NOOP("C&ylinder"), IconId::Cylinder, ClassName::Mesh, "Cylinder", 0.0f,
