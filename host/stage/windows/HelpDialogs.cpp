@@ -25,6 +25,7 @@ struct FixedLine {
 
 constexpr FixedLine kViews[] = {
     {"Left click, drag", QT_TR_NOOP("Select an object, or all in a rectangle (Shift adds, Ctrl takes out)")},
+    {"Double click, Alt+click", QT_TR_NOOP("Select one object of a group alone")},
     {"Alt + left, middle", QT_TR_NOOP("Orbit around the selection, or what the view looks at")},
     {"Shift + middle", QT_TR_NOOP("Pan")},
     {"Right drag", QT_TR_NOOP("Look around; W A S D Q E fly, Shift is faster")},

@@ -37,8 +37,9 @@ void ViewTool::SetMode(ToolMode newMode) {
     hot = gizmo::GizmoPart::None;
 }
 
-void ViewTool::Choose(const ObjectList& found, Qt::KeyboardModifiers modifiers, bool byRectangle) {
-    const ObjectList met = area.commands.WithGroups(found);
+void ViewTool::Choose(const ObjectList& found, Qt::KeyboardModifiers modifiers, bool byRectangle,
+                      Groups groups) {
+    const ObjectList met = groups == Groups::Whole ? area.commands.WithGroups(found) : found;
     if (!(modifiers & (Qt::ShiftModifier | Qt::ControlModifier))) {
         area.host.Select(met);
         return;

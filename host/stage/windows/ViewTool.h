@@ -50,7 +50,9 @@ public:
 
     /// Makes what was met the selection, with the groups it belongs to: Shift adds, Ctrl toggles, or takes
     /// out what a rectangle has met.
-    void Choose(const ObjectList& found, Qt::KeyboardModifiers modifiers, bool byRectangle);
+    enum class Groups { Whole, Single };
+    void Choose(const ObjectList& found, Qt::KeyboardModifiers modifiers, bool byRectangle,
+                Groups groups = Groups::Whole);
 
     /// True if the picture changes.
     bool Hover(const StageView& view, const QPointF& place);

@@ -94,7 +94,7 @@ void ViewWidget::mousePressEvent(QMouseEvent* event) {
         return;
     }
     pressed = last = event->position();
-    moved = false;
+    moved = doubled = false;
     button = event->button();
     if (button == Qt::LeftButton && BadgeRect().contains(event->position().toPoint())) {
         area.host.TakeView(number);
@@ -205,7 +205,7 @@ void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
     const bool click = !moved;
     if (ended == Gesture::Gizmo) {
         area.tool->Release();
-    } else if (ended == Gesture::Select) {
+    } else if (ended == Gesture::Select || (ended == Gesture::Orbit && click && button == Qt::LeftButton)) {
         FinishSelect(*event);
     }
     EndGesture();
@@ -232,7 +232,10 @@ void ViewWidget::FinishSelect(const QMouseEvent& event) {
                                                      static_cast<float>(pressed.y()))) {
         found.push_back(object);
     }
-    area.tool->Choose(found, event.modifiers(), moved);
+    // With Alt, or by a double click, one of a group is chosen alone.
+    const bool isSingle = !moved && (doubled || gesture == Gesture::Orbit);
+    area.tool->Choose(found, event.modifiers(), moved,
+                      isSingle ? ViewTool::Groups::Single : ViewTool::Groups::Whole);
 }
 
 void ViewWidget::EndGesture() {
@@ -246,6 +249,7 @@ void ViewWidget::EndGesture() {
 
 void ViewWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
+    doubled = gesture == Gesture::Select;
 }
 
 void ViewWidget::wheelEvent(QWheelEvent* event) {

@@ -66,8 +66,9 @@ private:
     Qt::MouseButton button = Qt::NoButton; ///< the one that holds the gesture
     QPointF pressed;
     QPointF last;
-    bool moved = false; ///< farther than a shaky click
-    QTimer refineTimer; ///< draws once more, finely, when the picture stands still
+    bool moved = false;   ///< farther than a shaky click
+    bool doubled = false; ///< the second press of a double click holds it
+    QTimer refineTimer;   ///< draws once more, finely, when the picture stands still
     bool fine = false;
     QTimer flyTimer;
     QElapsedTimer flyClock;
