@@ -103,7 +103,7 @@ TEST_F(MainCtrlFilterKeysTest, EveryKindOfEveryTrackIsFilledFromNothing) {
             root = row->IsRoot() && row->track == each ? row : root;
         }
         root->SetExpanded(true, true);
-        std::array<std::uint8_t, KeyKind::FilterCount> available{};
+        decltype(CKeysFilterDlg::available) available{};
         Filter(root, [&available](CKeysFilterDlg& dialog) {
             available = dialog.available;
             for (int kind = 0; kind < KeyKind::FilterCount; ++kind) {
