@@ -11,6 +11,7 @@ import time
 from pathlib import Path
 
 WAIT_SECONDS = 10  # for one effect, unless a desktop waits longer; a busy machine needs far less
+TOOL_SECONDS = 120  # for one call of a tool; pictures of large screens take seconds
 SETTLE_SECONDS = 0.25  # between input and a picture
 
 
@@ -23,13 +24,14 @@ class Desktop:
     ends with it."""
 
     def __init__(self, stage, level, work, screenshots, size="1600x1000", scale="1", settings="",
-                 window="1280x800", wait=WAIT_SECONDS):
-        """`scale` is the toolkit's factor, `settings` the text of the user's settings file, `window` the size that Stage
-        is asked for, in its own pixels, `wait` how many seconds an effect may take."""
+                 window="1280x800", wait=WAIT_SECONDS, images=None):
+        """`scale` is the toolkit's factor, `settings` the text of the user's settings file, `window` the size that
+        Stage is asked for, in its own pixels, `wait` how many seconds an effect may take, `images` the folder of the
+        guide's pictures if they are to be made anew."""
         self.stage_path, self.level, self.size = stage, level, size
         self.scale, self.settings, self.window_size = scale, settings, window
         self.work, self.screenshots = Path(work), Path(screenshots)
-        self.wait = wait
+        self.wait, self.images = wait, images
         self.shown_seconds = 10.0  # which the ruler of the films' window shows, as it does of a new film
         self.started = []
         self.pictures = 0
@@ -85,7 +87,8 @@ class Desktop:
         self.stage = self._spawn(self.stage_path, *opened, "--inspect", "--size", self.window_size, "--data",
                                  self.work / "data", stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=self.log)
         self.pending = b""
-        self.window = self.x("search", "--sync", "--onlyvisible", "--pid", self.stage.pid, "--name", "Stage$").split()[0]
+        found = self.x("search", "--sync", "--onlyvisible", "--pid", self.stage.pid, "--name", "Stage$")
+        self.window = found.split()[0]
         self.x("windowactivate", "--sync", self.window)
 
     def _start_window_manager(self):
@@ -111,7 +114,7 @@ class Desktop:
 
     def x(self, *arguments):
         done = subprocess.run(["xdotool", *map(str, arguments)], env=self.environment, capture_output=True, text=True,
-                              timeout=30)
+                              timeout=TOOL_SECONDS)
         if done.returncode != 0:
             raise Failure(f"xdotool {' '.join(map(str, arguments))}: {done.stderr.strip()}")
         return done.stdout
@@ -243,9 +246,16 @@ class Desktop:
         path = self.screenshots / f"{self.pictures:02d}_{name}.png"
         crop = ["-crop", "{2}x{3}+{0}+{1}".format(*rect), "+repage"] if rect else []
         done = subprocess.run(["import", "-window", "root", *crop, str(path)], env=self.environment,
-                              capture_output=True, text=True, timeout=30)
+                              capture_output=True, text=True, timeout=TOOL_SECONDS)
         if done.returncode != 0:
             raise Failure(f"no picture {path}: {done.stderr.strip()}")
+        return path
+
+    def guide_picture(self, name, rect):
+        """A picture that the user guide shows under that name."""
+        path = self.picture(name, rect)
+        if self.images:
+            shutil.copy(path, self.images / f"{name}.png")
         return path
 
 
@@ -265,7 +275,7 @@ def find(entries, text):
 def different_pixels(first, second):
     """Number of pixels that differ by more than a shade."""
     done = subprocess.run(["compare", "-metric", "AE", "-fuzz", "3%", str(first), str(second), "null:"],
-                          capture_output=True, text=True, timeout=30)
+                          capture_output=True, text=True, timeout=TOOL_SECONDS)
     if done.returncode > 1:
         raise Failure(f"pictures {first.name} and {second.name} can't be compared: {done.stderr.strip()}")
     return int(float(done.stderr.split()[0]))

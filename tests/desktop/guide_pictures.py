@@ -1,11 +1,10 @@
 #!/usr/bin/env python3
-"""Makes the pictures of the scenario window, the kinds of views, the assets, parents, the menu of films and the panel
-History for the user guide.
+"""Makes pictures of the user guide: Stage's window, the scenario window, kinds of views, assets, parents, the menu of
+films and the panel History.
 
     python3 tests/desktop/guide_pictures.py --stage build/release/bin/stage --level examples/harbour/harbour.level
 """
 
-import shutil
 import time
 from pathlib import Path
 
@@ -13,18 +12,28 @@ from dialogs import opens
 from level import UNDO
 from menus import choose, entry
 from object_list import drag_row, handle_of, indent, rect_of, select_in_list, stands_below
-from opening import FILM, assets_open, film_opens, level_opens, panel_opens, scenario_opens_docked
+from opening import (FILM, STATUS_BAR, assets_open, film_opens, level_opens, panel_opens, scenario_opens_docked,
+                     window_rect)
 from runner import arguments_of, do_all, sample_opened
-from timeline import CAMERA_ROW, LEVEL_ROW, animate_on, at, drag_time, frame, row, row_middle, ruler, unfold
+from timeline import (CAMERA_ROW, HOVER_SECONDS, LEVEL_ROW, animate_on, at, drag_time, frame, row, row_middle, ruler,
+                      unfold)
 from views import drag_handle, focus, view
 
 CHILD, PARENT = "Crane", "Lighthouse"
 DRAW_SECONDS = 1.5  # four views drawn without a graphics card
 ASSETS_SECONDS = 6  # the pictures of a screenful of models
-HOVER_SECONDS = 0.9  # the popup comes after half a second
 
 
-def show_timeline(desktop, images):
+def show_stage(desktop):
+    panel_opens(desktop)
+    film_opens(desktop)
+    x, y, width, height = window_rect(desktop)
+    desktop.move(x + width / 2, y + height - 5)
+    time.sleep(DRAW_SECONDS)
+    desktop.guide_picture("stage", (x, y, width, height - STATUS_BAR))  # which tells where the copy of the level is
+
+
+def show_timeline(desktop):
     panel_opens(desktop)
     film_opens(desktop)
     scenario_opens_docked(desktop)
@@ -36,11 +45,11 @@ def show_timeline(desktop, images):
     unfold(desktop, LEVEL_ROW)
     drag_time(desktop, 0.1, 0.62)
     desktop.move(x + width / 2, y + 12)
-    shutil.copy(desktop.picture("unfolded", frame(desktop)), images / "scenario.png")
+    desktop.guide_picture("scenario", frame(desktop))
     keys = row_middle(desktop, LEVEL_ROW + 1)
     desktop.move(at(ruler(desktop), 0.37)[0], keys)
     time.sleep(HOVER_SECONDS)
-    shutil.copy(desktop.picture("hover", frame(desktop)), images / "scenario_key.png")
+    desktop.guide_picture("scenario_key", frame(desktop))
     desktop.press((row(desktop, LEVEL_ROW + 1)[0] + 80, keys), button=3)
     time.sleep(0.5)
     desktop.picture("row_menu")
@@ -52,7 +61,7 @@ def show_timeline(desktop, images):
     desktop.key("space")
 
 
-def show_views(desktop, images):
+def show_views(desktop):
     time.sleep(DRAW_SECONDS)
     desktop.key("ctrl+4")
     time.sleep(DRAW_SECONDS)
@@ -63,40 +72,38 @@ def show_views(desktop, images):
     views = [view["rect"] for view in desktop.look()["views"]]
     left, top = views[0][:2]
     right, bottom = views[3][0] + views[3][2], views[3][1] + views[3][3]
-    shutil.copy(desktop.picture("views", (left, top, right - left, bottom - top)), images / "views.png")
+    desktop.guide_picture("views", (left, top, right - left, bottom - top))
 
 
-def show_assets(desktop, images):
+def show_assets(desktop):
     assets_open(desktop)
     time.sleep(ASSETS_SECONDS)
-    state = desktop.look()
     right = view(desktop)[0]
-    window = next(w["rect"] for w in state["windows"] if w["title"].endswith("Stage"))
-    shutil.copy(desktop.picture("assets", (window[0], window[1] + 60, right - window[0], window[3] - 90)),
-                images / "assets.png")
+    window = window_rect(desktop)
+    desktop.guide_picture("assets", (window[0], window[1] + 66, right - window[0], window[3] - 88))
     for name in ("models/barrel.glb", "models/crate.glb", "sounds/bell.wav"):
         (Path(desktop.level).parent / name).unlink()
     choose(desktop, "f", "Missing files...")
-    shutil.copy(desktop.picture("missing", opens(desktop, "Missing files")), images / "missing.png")
+    desktop.guide_picture("missing", opens(desktop, "Missing files"))
     desktop.key("Escape")
 
 
-def show_parents(desktop, images):
+def show_parents(desktop):
     time.sleep(DRAW_SECONDS)
     left = indent(desktop.look(), CHILD)
     drag_row(desktop, CHILD, handle_of(rect_of(desktop, PARENT)))
     desktop.until("it stands below its parent", lambda s: stands_below(s, CHILD, left))
     x, y, _, height = rect_of(desktop, PARENT)
-    shutil.copy(desktop.picture("parents", (x - 16, y - 3 * height, 214, 9 * height)), images / "parents.png")
+    desktop.guide_picture("parents", (x - 16, y - 3 * height, 214, 9 * height))
     panel_opens(desktop)
     film = desktop.item(FILM)["rect"]
     desktop.click(film, button=3)
     entry(desktop, "Rename film...")
-    shutil.copy(desktop.picture("films_menu", (film[0] - 20, film[1] - 60, 290, 220)), images / "films_menu.png")
+    desktop.guide_picture("films_menu", (film[0] - 20, film[1] - 60, 290, 220))
     desktop.key("Escape")
 
 
-def show_history(desktop, images):
+def show_history(desktop):
     """Steps over objects and a film, some of them taken back."""
     choose(desktop, "v", "History")
     select_in_list(desktop, "Fishing boat")
@@ -120,20 +127,20 @@ def show_history(desktop, images):
         desktop.key(UNDO)
         time.sleep(0.5)
     x, y, width, _ = desktop.item("Start")["rect"]
-    shutil.copy(desktop.picture("history", (x - 4, y - 26, width + 8, 160)), images / "history.png")
+    desktop.guide_picture("history", (x - 4, y - 26, width + 8, 160))
 
 
-SHOWN = [show_timeline, show_views, show_assets, show_parents, show_history]
+SHOWN = [show_stage, show_timeline, show_views, show_assets, show_parents, show_history]
+SIZES = {show_stage: "1500x900"}  # of Stage's window, in pixels; the others show parts of a smaller one
 
 
 def main():
     parser = arguments_of(__doc__, "out/guide")
-    parser.add_argument("--images", default="docs/images", type=Path, help="where the pictures of the guide go")
+    parser.set_defaults(images=Path("docs/images"))
     arguments = parser.parse_args()
     for show in SHOWN:
-        with sample_opened(arguments) as desktop:
-            do_all(desktop, [level_opens])
-            do_all(desktop, [show], desktop, arguments.images)
+        with sample_opened(arguments, window=SIZES.get(show, "1280x800")) as desktop:
+            do_all(desktop, [level_opens, show])
 
 
 if __name__ == "__main__":

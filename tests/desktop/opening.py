@@ -6,6 +6,12 @@ from menus import choose
 from timeline import shown_scenario
 
 FILM = "Intro"  # of the sample level
+STATUS_BAR = 24  # pixels, at the bottom of Stage's window
+
+
+def window_rect(desktop):
+    """Of Stage, without the window manager's frame."""
+    return next(w["rect"] for w in desktop.look()["windows"] if w["title"].endswith("Stage"))
 
 
 def level_opens(desktop):

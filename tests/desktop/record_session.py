@@ -9,9 +9,9 @@ import time
 from desktop import check
 from level import place_of
 from menus import choose_at
-from opening import level_opens, new_film
+from opening import level_opens, new_film, window_rect
 from runner import run
-from timeline import (CAMERA_ROW, animate_on, camera_frame, empty_place, go_to, key_place, plays_in_pictures,
+from timeline import (CAMERA_ROW, animate_on, camera_frame, empty_place, frame, go_to, key_place, plays_in_pictures,
                       press_name, rows, stands_still, unfold)
 from views import drag_handle, focus, orbit, select, step_back
 
@@ -49,7 +49,7 @@ def edit_keys(desktop):
     desktop.picture("key_dragged")
     with desktop.held("shift"):
         desktop.pull(key_place(desktop, position, 5.0), key_place(desktop, position, 6.4), steps=20)
-        desktop.picture("clone_in_flight")
+        desktop.guide_picture("clone", frame(desktop))
         desktop.release()
     desktop.picture("cloned")
     choose_at(desktop, key_place(desktop, position, 8.0), "In method", "Linear")
@@ -102,7 +102,7 @@ def drag_the_eye(desktop):
     select(desktop, "CameraPositionEditorObject")
     focus(desktop)
     drag_handle(desktop, 1, 80, "eye_dragged")
-    desktop.picture("eye_key")
+    desktop.guide_picture("camera", window_rect(desktop))
 
 
 def pull_a_handle(desktop):

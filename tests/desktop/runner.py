@@ -19,6 +19,7 @@ def arguments_of(description, screenshots):
     parser.add_argument("--stage", required=True, type=lambda path: Path(path).resolve(), help="the program")
     parser.add_argument("--level", required=True, type=Path, help="the sample level; a copy is used")
     parser.add_argument("--screenshots", default=screenshots, type=Path, help="where the pictures go")
+    parser.add_argument("--images", type=Path, help="docs/images, where pictures are to be made anew for the guide")
     return parser
 
 
@@ -40,7 +41,8 @@ def sample_opened(arguments, screenshots=None, kind=Desktop, **options):
     """Stage with a copy of the sample level, on a desktop of that kind; `options` are the desktop's."""
     with work_folder() as work:
         level = copy_of(arguments.level, work / "level")
-        with kind(arguments.stage, level, work, screenshots or arguments.screenshots, **options) as desktop:
+        with kind(arguments.stage, level, work, screenshots or arguments.screenshots, images=arguments.images,
+                  **options) as desktop:
             yield desktop
 
 

@@ -7,6 +7,7 @@ from level import is_moving
 
 # Control numbers of the window's parts.
 MAIN_CONTROL, RULER, ROW = 1234, 20, 55
+HOVER_SECONDS = 0.9  # the description of a key comes after half a second
 LEVEL_ROW, CAMERA_ROW = 0, 2  # with all rows folded; the sun is between them
 
 
