@@ -97,10 +97,6 @@ def field_of(desktop, text):
         (f for f in s["fields"] if f["text"] == text and f["rect"][2] > 0), None))
 
 
-def focused_text(desktop):
-    return next((f["text"] for f in desktop.look()["fields"] if f["focused"]), None)
-
-
 def expect_text(desktop, text):
     desktop.until(f"the field shows '{text}'", lambda s: any(f["focused"] and f["text"] == text for f in s["fields"]))
 
