@@ -166,12 +166,7 @@ void LevelData::Forget(SceneObject& object) {
         Unlink(static_cast<SceneObject&>(*object.firstChild));
     }
     Unlink(object);
-    if (Group* group = GroupOf(&object)) {
-        std::erase(group->members, &object);
-        if (group->members.empty()) {
-            DissolveGroup(group);
-        }
-    }
+    LeaveGroup(object);
 }
 
 void LevelData::Delete(SceneObject* object) {
@@ -281,6 +276,36 @@ Group* LevelData::MakeGroup(const std::string& name, const std::vector<SceneObje
 
 void LevelData::DissolveGroup(Group* group) {
     std::erase_if(groups, [&](const auto& owned) { return owned.get() == group; });
+}
+
+bool LevelData::JoinGroup(Group& group, SceneObject& object) {
+    if (GroupOf(&object) == &group) {
+        return false;
+    }
+    LeaveGroup(object);
+    group.members.push_back(&object);
+    return true;
+}
+
+bool LevelData::LeaveGroup(const SceneObject& object) {
+    Group* group = GroupOf(&object);
+    if (group == nullptr) {
+        return false;
+    }
+    std::erase(group->members, &object);
+    if (group->members.empty()) {
+        DissolveGroup(group);
+    }
+    return true;
+}
+
+std::string LevelData::FreeGroupName(const std::string& name) const {
+    std::string free = name;
+    for (int number = 2; std::ranges::any_of(groups, [&](const auto& group) { return group->name == free; });
+         ++number) {
+        free = name + ' ' + std::to_string(number);
+    }
+    return free;
 }
 
 Group* LevelData::GroupOf(const SceneObject* object) const {

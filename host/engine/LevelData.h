@@ -85,6 +85,12 @@ public:
     /// Null if fewer than two objects remain that are in no group yet.
     Group* MakeGroup(const std::string& name, const std::vector<SceneObject*>& members);
     void DissolveGroup(Group* group);
+    /// Leaves the group that it is in. False if it is in this one.
+    bool JoinGroup(Group& group, SceneObject& object);
+    /// A group without members goes. False if it is in none.
+    bool LeaveGroup(const SceneObject& object);
+    /// The name, or with the first number behind it that makes it one of its own among the groups.
+    std::string FreeGroupName(const std::string& name) const;
     Group* GroupOf(const SceneObject* object) const;
     const std::vector<std::unique_ptr<Group>>& Groups() const { return groups; }
 

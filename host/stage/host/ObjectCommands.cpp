@@ -197,40 +197,6 @@ bool ObjectCommands::Rename(engine::SceneObject& object, const std::string& name
     return true;
 }
 
-bool ObjectCommands::GroupSelected() {
-    engine::LevelData* data = host.level.Data();
-    if (data == nullptr) {
-        return false;
-    }
-    std::vector<engine::SceneObject*> members = Selected();
-    std::erase_if(members, [](const engine::SceneObject* object) { return object->transient; });
-    const std::string name = "Group " + std::to_string(data->Groups().size() + 1);
-    const engine::Group* group = data->MakeGroup(name, members);
-    if (group == nullptr) {
-        return false;
-    }
-    session.History().Tell({Deed::Kind::Group, IdsOf(group->members)});
-    Changed();
-    return true;
-}
-
-bool ObjectCommands::UngroupSelected() {
-    Deed deed{Deed::Kind::Ungroup, {}};
-    for (const engine::SceneObject* object : Selected()) {
-        if (engine::Group* group = host.level.Data()->GroupOf(object)) {
-            const std::vector<int> members = IdsOf(group->members);
-            deed.objects.insert(deed.objects.end(), members.begin(), members.end());
-            host.level.Data()->DissolveGroup(group);
-        }
-    }
-    const bool any = !deed.objects.empty();
-    if (any) {
-        session.History().Tell(std::move(deed));
-        Changed();
-    }
-    return any;
-}
-
 std::string ObjectCommands::WhyNoParent(const std::vector<engine::SceneObject*>& objects,
                                         const engine::SceneObject* parent) const {
     for (const engine::SceneObject* object : Uppermost(objects)) {
@@ -404,25 +370,6 @@ void ObjectCommands::SetSun(const Vector3& direction, const engine::LightPropert
         session.MarkChanged();
         host.RedrawViews();
     }
-}
-
-ObjectList ObjectCommands::WithGroups(const ObjectList& objects) const {
-    ObjectList all;
-    std::unordered_set<const EditorObject*> known;
-    const auto add = [&](EditorObject* object) {
-        if (known.insert(object).second) {
-            all.push_back(object);
-        }
-    };
-    for (EditorObject* object : objects) {
-        add(object);
-        const engine::Group* group = host.level.Data()->GroupOf(Scene(object));
-        for (engine::SceneObject* member :
-             group != nullptr ? group->members : std::vector<engine::SceneObject*>()) {
-            add(member);
-        }
-    }
-    return all;
 }
 
 } // namespace stage

@@ -4,6 +4,7 @@
 #include "host/engine/SceneObject.h"
 
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,16 @@ public:
     /// False if fewer than two of the selected objects are free to be grouped.
     bool GroupSelected();
     bool UngroupSelected();
+    /// The group whose members are selected, all of them and nothing else; null for none.
+    engine::Group* SelectedGroup() const;
+    /// False for an empty name.
+    bool RenameGroup(engine::Group& group, const std::string& name);
+    /// The objects leave the groups that they were in. A group that is left with one object ends. The number
+    /// of those that were not in it.
+    int JoinGroup(const std::vector<engine::SceneObject*>& objects, engine::Group& group);
+    /// The objects are in no group, but for `stay`, and for a group all of whose members are among them. A
+    /// group that is left with one object ends. The number of those that left one.
+    int LeaveGroups(const std::vector<engine::SceneObject*>& objects, const engine::Group* stay);
     /// Keeps the world matrices: event 8, once. A null parent sets the objects free; what hangs on another of
     /// them stays there. Nothing changes if one of them can't have the parent: then says why, else empty.
     std::string SetParent(const std::vector<engine::SceneObject*>& objects, engine::SceneObject* parent);
@@ -69,6 +80,7 @@ private:
 
     engine::SceneObject* Copy(const engine::SceneObject& source, engine::UniqueNames& names);
     void Changed();
+    void DissolveSingles(const std::set<const engine::Group*>& left);
     /// Moves the objects, and says how to report it: paths of the moves in their order, then of what
     /// followed.
     std::vector<MovePath> PathsOf(const std::vector<ObjectMove>& moves, const ObjectList& followers);

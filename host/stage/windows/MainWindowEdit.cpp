@@ -134,6 +134,10 @@ void MainWindow::RenameSelected() {
         return;
     }
     engine::SceneObject* object = selected.front();
+    if (const engine::Group* group = commands.SelectedGroup();
+        group != nullptr && tree->tree->EditName(*group)) {
+        return;
+    }
     if (tree->tree->EditName(*object)) {
         return;
     }

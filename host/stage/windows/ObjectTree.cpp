@@ -21,7 +21,6 @@
 namespace stage {
 
 namespace {
-constexpr int kIdRole = Qt::UserRole;
 constexpr int kSignWidth = 24; ///< pixels of the columns of eye and lock
 
 /// Rows that follow each other make one range: a selection works through its ranges again for each that is
@@ -44,6 +43,14 @@ QItemSelection RangesOf(std::vector<QModelIndex> rows) {
         first = last + 1;
     }
     return ranges;
+}
+
+bool IsAnyVisible(const std::vector<engine::SceneObject*>& objects) {
+    return std::ranges::any_of(objects, [](const auto* object) { return object->visible != 0; });
+}
+
+bool AreAllLocked(const std::vector<engine::SceneObject*>& objects) {
+    return std::ranges::all_of(objects, [](const auto* object) { return object->notes.locked; });
 }
 } // namespace
 
@@ -101,13 +108,7 @@ QTreeWidgetItem* ObjectTreeWidget::AddItem(engine::SceneObject& object, QTreeWid
         return item;
     }
     item->setFlags(item->flags() | Qt::ItemIsEditable | Qt::ItemIsDragEnabled | Qt::ItemIsDropEnabled);
-    item->setIcon(kEyeColumn, MakeIcon(object.visible != 0 ? IconId::Eye : IconId::EyeShut));
-    item->setToolTip(kEyeColumn, tr("Shown or hidden"));
-    item->setIcon(kLockColumn, object.notes.locked ? MakeIcon(IconId::Lock) : QIcon());
-    item->setToolTip(kLockColumn, tr("Locked: clicks in the views pass over it"));
-    if (object.visible == 0) {
-        item->setForeground(0, QColor::fromRgb(Color::kMuted));
-    }
+    ShowSigns(*item, {&object});
     for (EditorObject* child = object.firstChild; child != nullptr; child = child->nextSibling) {
         auto& scene = static_cast<engine::SceneObject&>(*child);
         if (IsInTree(scene)) {
@@ -115,6 +116,16 @@ QTreeWidgetItem* ObjectTreeWidget::AddItem(engine::SceneObject& object, QTreeWid
         }
     }
     return item;
+}
+
+void ObjectTreeWidget::ShowSigns(QTreeWidgetItem& item, const std::vector<engine::SceneObject*>& objects) {
+    item.setIcon(kEyeColumn, MakeIcon(IsAnyVisible(objects) ? IconId::Eye : IconId::EyeShut));
+    item.setToolTip(kEyeColumn, tr("Shown or hidden"));
+    item.setIcon(kLockColumn, AreAllLocked(objects) ? MakeIcon(IconId::Lock) : QIcon());
+    item.setToolTip(kLockColumn, tr("Locked: clicks in the views pass over it"));
+    if (!IsAnyVisible(objects)) {
+        item.setForeground(0, QColor::fromRgb(Color::kMuted));
+    }
 }
 
 void ObjectTreeWidget::Rebuild() {
@@ -128,10 +139,20 @@ void ObjectTreeWidget::Rebuild() {
     clear();
     items.clear();
     if (const engine::LevelData* levelData = host.level.Data()) {
+        std::unordered_map<const EditorObject*, const engine::Group*> groups;
+        for (const auto& group : levelData->Groups()) {
+            for (const engine::SceneObject* member : group->members) {
+                groups[member] = group.get();
+            }
+        }
         for (const auto& object : levelData->Objects()) {
             if (object->parent == nullptr && IsInTree(*object)) {
-                AddItem(*object, nullptr);
+                const auto group = groups.find(object.get());
+                AddItem(*object, group != groups.end() ? AddGroup(*group->second) : nullptr);
             }
+        }
+        for (const auto& group : levelData->Groups()) {
+            AddGroup(*group); // all of its objects hang on others
         }
     }
     for (const auto& [id, item] : items) {
@@ -146,6 +167,9 @@ void ObjectTreeWidget::Rebuild() {
 }
 
 void ObjectTreeWidget::ShowSelection() {
+    if (taking) {
+        return;
+    }
     updating = true;
     QTreeWidgetItem* last = nullptr;
     std::vector<QModelIndex> chosen;
@@ -155,7 +179,17 @@ void ObjectTreeWidget::ShowSelection() {
             last = item;
         }
     }
-    selectionModel()->select(RangesOf(std::move(chosen)), QItemSelectionModel::ClearAndSelect);
+    for (const auto& [key, item] : items) {
+        const engine::Group* group = key < 0 ? GroupOf(item) : nullptr;
+        if (group != nullptr && ChosenRow(group->members.front()) == item) {
+            chosen.push_back(indexFromItem(item));
+        }
+    }
+    if (last != nullptr) {
+        last = ChosenRow(ObjectOf(last));
+    }
+    selectionModel()->select(RangesOf(std::move(chosen)),
+                             QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     if (last != nullptr) {
         setCurrentItem(last, 0, QItemSelectionModel::NoUpdate);
         scrollToItem(last);
@@ -167,31 +201,39 @@ void ObjectTreeWidget::TakeSelection() {
     if (updating) {
         return;
     }
-    ObjectList chosen;
-    for (const QTreeWidgetItem* item : selectedItems()) {
-        if (engine::SceneObject* object = ObjectOf(item)) {
-            chosen.push_back(object);
-        }
+    // The list is in the middle of a choice of its own: rows of groups go with those of their objects when it
+    // is over.
+    const QPointer<ObjectTreeWidget> alive(this);
+    taking = true;
+    host.Select(Chosen());
+    if (!alive.isNull()) {
+        taking = false;
+        QMetaObject::invokeMethod(this, &ObjectTreeWidget::ShowSelection, Qt::QueuedConnection);
     }
-    host.Select(commands.WithGroups(chosen));
 }
 
 void ObjectTreeWidget::TakeName(QTreeWidgetItem* item) {
     engine::SceneObject* object = updating ? nullptr : ObjectOf(item);
-    if (object == nullptr) {
+    engine::Group* group = updating ? nullptr : GroupOf(item);
+    if (object == nullptr && group == nullptr) {
         return;
     }
     const std::string name = item->text(0).trimmed().toStdString();
-    if (name.empty() || !commands.Rename(*object, name)) {
+    const bool isTaken =
+        object != nullptr ? commands.Rename(*object, name) : commands.RenameGroup(*group, name);
+    if (!isTaken) {
         updating = true;
-        item->setText(0, QString::fromStdString(object->name));
+        item->setText(0, QString::fromStdString(object != nullptr ? object->name : group->name));
         updating = false;
     }
 }
 
 bool ObjectTreeWidget::EditName(const EditorObject& object) {
-    QTreeWidgetItem* item = isVisible() ? ItemOf(&object) : nullptr;
-    if (item == nullptr || item->isHidden() || (item->flags() & Qt::ItemIsEditable) == 0) {
+    return EditName(ItemOf(&object));
+}
+
+bool ObjectTreeWidget::EditName(QTreeWidgetItem* item) {
+    if (!isVisible() || item == nullptr || item->isHidden() || (item->flags() & Qt::ItemIsEditable) == 0) {
         return false;
     }
     setFocus();
@@ -203,13 +245,14 @@ bool ObjectTreeWidget::EditName(const EditorObject& object) {
 
 bool ObjectTreeWidget::PressSign(const QPoint& place) {
     const int column = columnAt(place.x());
-    engine::SceneObject* pressed = ObjectOf(itemAt(place));
-    if (pressed == nullptr || !IsListed(*pressed) || (column != kEyeColumn && column != kLockColumn)) {
+    const std::vector<engine::SceneObject*> pressed = ObjectsUnder(itemAt(place));
+    if (pressed.empty() || (column != kEyeColumn && column != kLockColumn)) {
         return false;
     }
-    const std::vector<engine::SceneObject*> objects =
-        host.level.IsSelected(pressed) ? commands.Selected() : std::vector{pressed};
-    const bool isOn = column == kEyeColumn ? pressed->visible == 0 : !pressed->notes.locked;
+    const bool areSelected = std::ranges::all_of(
+        pressed, [this](engine::SceneObject* object) { return host.level.IsSelected(object); });
+    const std::vector<engine::SceneObject*> objects = areSelected ? commands.Selected() : pressed;
+    const bool isOn = column == kEyeColumn ? !IsAnyVisible(pressed) : !AreAllLocked(pressed);
     for (engine::SceneObject* object : objects) {
         if (column == kEyeColumn) {
             commands.SetVisible(*object, isOn);
@@ -234,10 +277,14 @@ void ObjectTreeWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     }
 }
 
-engine::SceneObject* ObjectTreeWidget::ParentAt(const QPoint& place) const {
-    const QTreeWidgetItem* target = itemAt(place);
+QTreeWidgetItem* ObjectTreeWidget::TargetAt(const QPoint& place) const {
+    QTreeWidgetItem* target = itemAt(place);
     const bool isBetween = dropIndicatorPosition() == AboveItem || dropIndicatorPosition() == BelowItem;
-    return ObjectOf(isBetween && target != nullptr ? target->parent() : target);
+    return isBetween && target != nullptr ? target->parent() : target;
+}
+
+engine::SceneObject* ObjectTreeWidget::ParentAt(const QPoint& place) const {
+    return ObjectOf(TargetAt(place));
 }
 
 void ObjectTreeWidget::TellDrag(const std::string& reason) {
@@ -268,6 +315,10 @@ void ObjectTreeWidget::dragMoveEvent(QDragMoveEvent* event) {
     const QPoint place = event->position().toPoint();
     engine::SceneObject* parent = event->isAccepted() ? ParentAt(place) : ObjectOf(itemAt(place));
     TellDrag(commands.WhyNoParent(commands.Selected(), parent));
+    if (const engine::Group* group = refusal.empty() ? GroupAt(place) : nullptr) {
+        emit Dragged(
+            tr("Drop to add it to the group %1. Escape gives up.").arg(QString::fromStdString(group->name)));
+    }
 }
 
 void ObjectTreeWidget::dropEvent(QDropEvent* event) {
@@ -279,14 +330,24 @@ void ObjectTreeWidget::dropEvent(QDropEvent* event) {
     if (dragged.empty()) {
         return;
     }
+    if (engine::Group* group = GroupAt(event->position().toPoint())) {
+        DropInto(*group);
+        return;
+    }
     const bool isOne = dragged.size() == 1;
     const std::string what = isOne ? dragged.front()->name : std::to_string(dragged.size()) + " objects";
     const std::string onto = parent != nullptr ? parent->name : "";
+    refusal = commands.WhyNoParent(dragged, parent);
+    const bool hasLeft =
+        refusal.empty() &&
+        commands.LeaveGroups(dragged, parent != nullptr ? host.level.Data()->GroupOf(parent) : nullptr) > 0;
     refusal = commands.SetParent(dragged, parent);
     if (!refusal.empty()) {
         host.windows.Report(std::exchange(refusal, {}));
     } else if (parent != nullptr) {
         host.windows.Report(what + " on " + onto);
+    } else if (hasLeft) {
+        host.windows.Report(what + (isOne ? " is in no group any more" : " are in no group any more"));
     } else {
         host.windows.Report(what + (isOne ? " hangs on nothing" : " hang on nothing"));
     }

@@ -39,6 +39,12 @@ const char* VerbOf(Deed::Kind kind) {
         return "Group ";
     case Deed::Kind::Ungroup:
         return "Ungroup ";
+    case Deed::Kind::JoinGroup:
+        return "Add ";
+    case Deed::Kind::LeaveGroup:
+        return "Take ";
+    case Deed::Kind::RenameGroup:
+        return "Rename group to ";
     }
     return "Change ";
 }
@@ -73,8 +79,8 @@ public:
         : changes(partChanges), store(partStore), data(levelData), deed(toldDeed) {}
 
     std::string Name() const {
-        for (const auto topic : {&Namer::OfFilms, &Namer::OfObjectSet, &Namer::OfTracks, &Namer::OfKeys,
-                                 &Namer::OfFilmHeads, &Namer::OfObjects, &Namer::OfRest}) {
+        for (const auto topic : {&Namer::OfFilms, &Namer::OfObjectSet, &Namer::OfGroups, &Namer::OfTracks,
+                                 &Namer::OfKeys, &Namer::OfFilmHeads, &Namer::OfObjects, &Namer::OfRest}) {
             std::string name = (this->*topic)();
             if (!name.empty()) {
                 return name;
@@ -238,19 +244,35 @@ private:
         return ChangeVerb(before, after) + ListOf(names);
     }
 
+    /// By the deed alone: the part of the groups names them, and not what was done.
     std::string OfGroups() const {
-        std::vector<std::string> members;
-        for (const int id : deed ? deed->objects : std::vector<int>()) {
+        std::vector<const engine::SceneObject*> members;
+        for (const int id : deed && !Of(PartKind::Groups).empty() ? deed->objects : std::vector<int>()) {
             if (const engine::SceneObject* object = data.Find(id)) {
-                members.push_back(object->name);
+                members.push_back(object);
             }
         }
-        return members.empty() ? "Groups" : VerbOf(deed->kind) + ListOf(members);
+        if (members.empty() || (deed->kind == Deed::Kind::LeaveGroup && !Of(PartKind::Object).empty())) {
+            return {}; // what left hangs on something else now
+        }
+        const engine::Group* group = data.GroupOf(members.front());
+        const std::string groupName = group != nullptr ? group->name : "a group";
+        if (deed->kind == Deed::Kind::RenameGroup) {
+            return VerbOf(deed->kind) + groupName;
+        }
+        std::vector<std::string> names;
+        for (const engine::SceneObject* member : members) {
+            names.push_back(member->name);
+        }
+        return VerbOf(deed->kind) + ListOf(names) +
+               (deed->kind == Deed::Kind::JoinGroup    ? " to " + groupName
+                : deed->kind == Deed::Kind::LeaveGroup ? " out of a group"
+                                                       : "");
     }
 
     std::string OfRest() const {
         if (!Of(PartKind::Groups).empty()) {
-            return OfGroups();
+            return "Groups";
         }
         return !Of(PartKind::Sun).empty() ? "Sun" : "Change";
     }
