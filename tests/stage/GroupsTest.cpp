@@ -174,6 +174,20 @@ TEST_F(GroupsTest, AFoldedRowStaysFoldedWhenTheGroupIsChosen) {
     EXPECT_FALSE(GroupRow()->isExpanded());
 }
 
+TEST_F(GroupsTest, ANewGroupsRowIsInSight) {
+    window.host.Select({left, right});
+    window.commands.UngroupSelected();
+    for (int i = 0; i < 40; ++i) {
+        AddEmpty("Empty", 0, 0, 0);
+    }
+    Tree().scrollToTop();
+    Settle();
+    window.host.Select({left, right});
+    window.commands.GroupSelected();
+    Settle();
+    EXPECT_TRUE(Tree().viewport()->rect().contains(MiddleOf(GroupRow())));
+}
+
 TEST_F(GroupsTest, AGroupIsRenamedInItsRowAndTheNameIsSavedAndUndone) {
     ClickRow(GroupRow());
     Action("EditRename")->trigger();

@@ -156,13 +156,19 @@ void ObjectTreeWidget::Rebuild() {
         }
     }
     for (const auto& [id, item] : items) {
-        item->setExpanded(!closed[id]);
+        const auto was = closed.find(id);
+        item->setExpanded(was == closed.end() || !was->second);
     }
     ApplyFilter();
     updating = false;
     ShowSelection();
     if (items.count(firstId) != 0) {
         scrollToItem(items[firstId], PositionAtTop);
+    }
+    const engine::Group* group = commands.SelectedGroup();
+    QTreeWidgetItem* row = group != nullptr ? ItemOf(*group) : nullptr;
+    if (row != nullptr && !closed.contains(row->data(0, kIdRole).toInt())) {
+        scrollToItem(row); // just made
     }
 }
 
