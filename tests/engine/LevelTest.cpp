@@ -138,6 +138,28 @@ TEST_F(LevelTest, GroupsTakeObjectsThatAreInNone) {
     EXPECT_TRUE(data.Groups().empty());
 }
 
+TEST_F(LevelTest, ObjectsGoFromGroupToGroupAndOneWithoutMembersEnds) {
+    engine::LevelData& data = *level.Data();
+    engine::ObjectSpec spec;
+    spec.className = "EmptyObject";
+    std::vector<engine::SceneObject*> objects;
+    for (int i = 0; i < 4; ++i) {
+        objects.push_back(level.CreateObject(spec));
+    }
+    engine::Group* first = data.MakeGroup("Pair", {objects[0], objects[1]});
+    engine::Group* second = data.MakeGroup("Other", {objects[2], objects[3]});
+    EXPECT_TRUE(data.JoinGroup(*second, *objects[0]));
+    EXPECT_FALSE(data.JoinGroup(*second, *objects[0]));
+    EXPECT_EQ(data.GroupOf(objects[0]), second);
+    EXPECT_EQ(first->members, (std::vector<engine::SceneObject*>{objects[1]}));
+    EXPECT_TRUE(data.LeaveGroup(*objects[1]));
+    EXPECT_FALSE(data.LeaveGroup(*objects[1]));
+    ASSERT_EQ(data.Groups().size(), 1u);
+    EXPECT_EQ(data.Groups()[0].get(), second);
+    EXPECT_EQ(data.FreeGroupName("Pair"), "Pair");
+    EXPECT_EQ(data.FreeGroupName("Other"), "Other 2");
+}
+
 TEST_F(LevelTest, DissolvedGroupFreesItsObjects) {
     SceneObject& a = MakeObject("A");
     SceneObject& b = MakeObject("B");

@@ -1,5 +1,6 @@
 // Groups in the views and in the list.
 #include "host/stage/host/history/LevelHistory.h"
+#include "host/stage/host/ObjectCopies.h"
 #include "host/stage/windows/ObjectTree.h"
 #include "host/stage/windows/ViewArea.h"
 #include "host/stage/windows/ViewTool.h"
@@ -313,4 +314,54 @@ TEST_F(GroupsTest, RowsGoWithTheirObjectsAndTheLevel) {
     window.session.New();
     Settle();
     EXPECT_EQ(Tree().topLevelItemCount(), 0);
+}
+
+TEST_F(GroupsTest, ADuplicatedGroupIsAGroupOfItsOwn) {
+    window.host.Select({left, right, other});
+    EXPECT_EQ(window.commands.Duplicate(), 3);
+    ASSERT_EQ(Data().Groups().size(), 2u);
+    const engine::Group& copy = *Data().Groups()[1];
+    EXPECT_EQ(copy.name, "Group 2");
+    EXPECT_EQ(Members(), (Names{"Left", "Right"}));
+    ASSERT_EQ(copy.members.size(), 2u);
+    EXPECT_EQ(copy.members[0]->name, "Left1");
+    EXPECT_EQ(copy.members[1]->name, "Right1");
+    EXPECT_EQ(Noted(), "Duplicate Left1 and 2 others");
+    EXPECT_TRUE(window.session.History().Undo());
+    EXPECT_EQ(Data().Groups().size(), 1u);
+    EXPECT_TRUE(window.session.History().Redo());
+    ASSERT_TRUE(window.session.Save(PathOf("start.level")));
+    ASSERT_TRUE(window.session.Open(PathOf("start.level")));
+    ASSERT_EQ(Data().Groups().size(), 2u);
+    EXPECT_EQ(Data().Groups()[1]->name, "Group 2");
+}
+
+TEST_F(GroupsTest, ACopyOfOneOfAGroupIsInNone) {
+    window.host.Select({left});
+    EXPECT_EQ(window.commands.Duplicate(), 1);
+    EXPECT_EQ(Data().Groups().size(), 1u);
+    const std::string bytes = stage::CopyObjects(window.host.level, {right, other});
+    EXPECT_EQ(stage::PasteObjects(window.host, window.session, bytes), 2);
+    EXPECT_EQ(Data().Groups().size(), 1u);
+    EXPECT_EQ(Members(), (Names{"Left", "Right"}));
+}
+
+TEST_F(GroupsTest, APastedGroupIsAGroupOfItsOwnAlsoInAnotherLevel) {
+    window.commands.RenameGroup(Group(), "Boats");
+    Noted();
+    const std::string bytes = stage::CopyObjects(window.host.level, {other, right, left});
+    EXPECT_EQ(stage::PasteObjects(window.host, window.session, bytes), 3);
+    ASSERT_EQ(Data().Groups().size(), 2u);
+    EXPECT_EQ(Data().Groups()[1]->name, "Boats 2");
+    EXPECT_EQ(Data().Groups()[1]->members.size(), 2u);
+    EXPECT_EQ(Data().GroupOf(Data().Objects()[3].get()), nullptr) << "the copy of what is in none";
+    EXPECT_EQ(Noted(), "Paste Other1 and 2 others");
+    EXPECT_TRUE(window.session.History().Undo());
+    EXPECT_EQ(Data().Groups().size(), 1u);
+    EXPECT_TRUE(window.session.History().Redo());
+    EXPECT_EQ(Data().Groups().size(), 2u);
+    window.session.New();
+    EXPECT_EQ(stage::PasteObjects(window.host, window.session, bytes), 3);
+    EXPECT_EQ(Group().name, "Boats");
+    EXPECT_EQ(Members(), (Names{"Right", "Left"}));
 }

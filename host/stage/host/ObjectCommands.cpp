@@ -10,6 +10,7 @@
 #include "plugin/contract/EventCodes.h"
 
 #include <algorithm>
+#include <map>
 #include <unordered_set>
 
 namespace stage {
@@ -144,13 +145,21 @@ int ObjectCommands::Duplicate() {
     }
     engine::UniqueNames names(*host.level.Data());
     ObjectList copies;
+    std::map<const engine::Group*, std::vector<engine::SceneObject*>> groups;
     for (const engine::SceneObject* source : Selected()) {
         if (source->transient || source->savedAsObject == 0) {
             continue;
         }
         if (engine::SceneObject* copy = Copy(*source, names)) {
             copies.push_back(copy);
+            groups[host.level.Data()->GroupOf(source)].push_back(copy);
         }
+    }
+    engine::LevelData& data = *host.level.Data();
+    const std::size_t before = data.Groups().size();
+    for (std::size_t i = 0; i < before; ++i) {
+        const engine::Group* group = data.Groups()[i].get();
+        data.MakeGroup(data.FreeGroupName(group->name), groups[group]);
     }
     if (!copies.empty()) {
         session.History().Tell({Deed::Kind::Duplicate, IdsOf(copies)});

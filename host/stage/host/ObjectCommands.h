@@ -26,8 +26,8 @@ public:
 
     /// Makes an object and selects it alone: event 3. Null without a level.
     engine::SceneObject* Create(const engine::ObjectSpec& spec);
-    /// Copies of the selected objects, selected instead of them: event 3. Bodies of a plug-in's own are
-    /// left out. The number of copies.
+    /// Copies of the selected objects, selected instead of them: event 3. Copies of two or more of a group
+    /// are a group of their own. Bodies of a plug-in's own are left out. The number of copies.
     int Duplicate();
     /// Deletes the selected objects, unless a plug-in refuses. Camera points belong to their film and are
     /// refused by the editor itself.

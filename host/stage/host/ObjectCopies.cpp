@@ -10,12 +10,13 @@
 #include "plugin/contract/EventCodes.h"
 
 #include <algorithm>
+#include <map>
 
 namespace stage {
 
 namespace {
 
-constexpr std::string_view kMark = "Stage objects 1";
+constexpr std::string_view kMark = "Stage objects 2";
 constexpr int kNoParent = -1;
 
 struct CopiedObject {
@@ -77,8 +78,62 @@ std::string NamedFrom(const std::string& name, const std::string& from, const st
     return to.empty() ? engine::ReferencePath(from, name) : engine::RebasedReference(name, from, to);
 }
 
+/// A group, with the places of its members in the list.
+struct CopiedGroup {
+    std::string name;
+    std::vector<std::uint32_t> members;
+};
+
+void WriteGroups(engine::ByteWriter& out, const engine::LevelData& data,
+                 const std::vector<engine::SceneObject*>& objects) {
+    std::vector<CopiedGroup> groups;
+    std::map<const engine::Group*, std::size_t> known;
+    for (std::uint32_t i = 0; i < objects.size(); ++i) {
+        if (const engine::Group* group = data.GroupOf(objects[i])) {
+            const auto place = known.emplace(group, groups.size()).first;
+            if (place->second == groups.size()) {
+                groups.push_back({group->name, {}});
+            }
+            groups[place->second].members.push_back(i);
+        }
+    }
+    out.U32(static_cast<std::uint32_t>(groups.size()));
+    for (const CopiedGroup& group : groups) {
+        out.Text(group.name);
+        out.U32(static_cast<std::uint32_t>(group.members.size()));
+        for (const std::uint32_t member : group.members) {
+            out.U32(member);
+        }
+    }
+}
+
+std::vector<CopiedGroup> ReadGroups(engine::ByteReader& in) {
+    std::vector<CopiedGroup> groups;
+    for (std::uint32_t left = in.U32(); left > 0 && in.Good(); --left) {
+        CopiedGroup group{in.Text(), {}};
+        for (std::uint32_t members = in.U32(); members > 0 && in.Good(); --members) {
+            group.members.push_back(in.U32());
+        }
+        groups.push_back(std::move(group));
+    }
+    return groups;
+}
+
+/// Groups of one object, or of none, are left out.
+void MakeGroups(engine::LevelData& data, const std::vector<CopiedGroup>& groups,
+                const std::vector<engine::SceneObject*>& made) {
+    for (const CopiedGroup& group : groups) {
+        std::vector<engine::SceneObject*> members;
+        for (const std::uint32_t place : group.members) {
+            members.push_back(place < made.size() ? made[place] : nullptr);
+        }
+        data.MakeGroup(data.FreeGroupName(group.name), members);
+    }
+}
+
 /// All of them, or none if the bytes don't hold together.
-std::vector<CopiedObject> ReadAll(std::string_view bytes, std::string& folder) {
+std::vector<CopiedObject> ReadAll(std::string_view bytes, std::string& folder,
+                                  std::vector<CopiedGroup>& groups) {
     engine::ByteReader in(bytes);
     if (in.Text() != kMark) {
         return {};
@@ -88,6 +143,7 @@ std::vector<CopiedObject> ReadAll(std::string_view bytes, std::string& folder) {
     for (std::uint32_t left = in.U32(); left > 0 && in.Good(); --left) {
         copied.push_back(Read(in));
     }
+    groups = ReadGroups(in);
     return in.Good() ? copied : std::vector<CopiedObject>();
 }
 
@@ -107,12 +163,17 @@ std::string CopyObjects(const engine::Level& level, const std::vector<engine::Sc
         const auto parent = std::ranges::find(kept, object->Parent());
         Write(out, *object, parent == kept.end() ? kNoParent : static_cast<int>(parent - kept.begin()));
     }
-    return kept.empty() ? std::string() : bytes;
+    if (kept.empty()) {
+        return {};
+    }
+    WriteGroups(out, *level.Data(), kept);
+    return bytes;
 }
 
 int PasteObjects(EditorHost& host, LevelSession& session, std::string_view bytes) {
     std::string folder;
-    std::vector<CopiedObject> copied = ReadAll(bytes, folder);
+    std::vector<CopiedGroup> groups;
+    std::vector<CopiedObject> copied = ReadAll(bytes, folder, groups);
     std::vector<engine::SceneObject*> made;
     if (host.level.Data() == nullptr || copied.empty()) {
         return 0;
@@ -136,6 +197,7 @@ int PasteObjects(EditorHost& host, LevelSession& session, std::string_view bytes
             host.level.SetParent(made[i], made[static_cast<std::size_t>(parent)]);
         }
     }
+    MakeGroups(*host.level.Data(), groups, made);
     std::erase(made, nullptr);
     if (made.empty()) {
         return 0;

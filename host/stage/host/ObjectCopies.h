@@ -14,8 +14,9 @@ namespace stage {
 class EditorHost;
 class LevelSession;
 
-/// Objects as bytes, for the clipboard: what they are, where they stand, which of them hangs on which, and
-/// from which folder their meshes are named. Bodies of plug-ins and what is kept with the films are left out.
+/// Objects as bytes, for the clipboard: what they are, where they stand, which of them hangs on which, which
+/// are a group, and from which folder their meshes are named. Bodies of plug-ins and what is kept with the
+/// films are left out.
 std::string CopyObjects(const engine::Level& level, const std::vector<engine::SceneObject*>& objects);
 
 /// Makes the objects in the open level, with names of their own and meshes named from its folder, and selects
