@@ -52,6 +52,20 @@ def several_are_dragged_between_rows_and_hang_on_none(desktop):
     desktop.picture("free")
 
 
+def a_group_takes_what_is_dropped_onto_its_row(desktop):
+    select_both(desktop, PARENT, CHILD)
+    desktop.key("ctrl+g")
+    desktop.until("the group has a row", lambda s: row(s, "Group"))
+    drag_row(desktop, OTHER, handle_of(rect_of(desktop, "Group")))
+    desktop.until("it says so", lambda s: s["status"] == f"{OTHER} added to Group")
+    desktop.click(rect_of(desktop, "Group"))
+    desktop.until("its row stands for all of it", lambda s: set(s["selected"]) == {PARENT, CHILD, OTHER})
+    desktop.picture("group")
+    for _ in range(2):
+        desktop.key(UNDO)
+    desktop.until("the group is gone again", lambda s: not row(s, "Group"))
+
+
 def helpers_are_listed_when_asked_for(desktop):
     search(desktop, "Sun")
     desktop.until("the list is searched", lambda s: row(s, CHILD) is None)
@@ -94,6 +108,7 @@ STEPS = [
     a_drag_onto_its_own_child_is_refused,
     undo_takes_the_drag_back,
     several_are_dragged_between_rows_and_hang_on_none,
+    a_group_takes_what_is_dropped_onto_its_row,
     panel_opens,
     film_opens,
     helpers_are_listed_when_asked_for,
