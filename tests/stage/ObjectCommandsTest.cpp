@@ -64,6 +64,23 @@ TEST_F(ObjectCommandsTest, DuplicatesAreSelectedWithNamesOfTheirOwn) {
     EXPECT_FLOAT_EQ(copy->GetPosition(0)[2], 3.0f);
 }
 
+TEST_F(ObjectCommandsTest, CopiesHangOnEachOtherAsTheirSourcesDo) {
+    engine::SceneObject* cart = Create("Cart");
+    engine::SceneObject* barrel = Create("Barrel");
+    engine::SceneObject* rope = Create("Rope");
+    commands.SetParent({barrel}, cart);
+    commands.SetParent({rope}, barrel);
+    host.level.SetSelection({rope, barrel}); // the child first, and without the cart
+    ASSERT_EQ(commands.Duplicate(), 2);
+    const engine::SceneObject* barrelCopy = host.level.FindObject("Barrel1");
+    const engine::SceneObject* ropeCopy = host.level.FindObject("Rope1");
+    ASSERT_NE(barrelCopy, nullptr);
+    ASSERT_NE(ropeCopy, nullptr);
+    EXPECT_EQ(ropeCopy->Parent(), barrelCopy);
+    EXPECT_EQ(barrelCopy->Parent(), cart);
+    EXPECT_EQ(rope->Parent(), barrel);
+}
+
 TEST_F(ObjectCommandsTest, BodiesOfAPluginAreNotDuplicated) {
     engine::SceneObject* body = Create("Eye", ClassName::CameraPosition);
     body->transient = true;

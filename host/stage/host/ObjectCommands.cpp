@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <map>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace stage {
@@ -91,6 +92,37 @@ std::vector<engine::SceneObject*> Uppermost(std::vector<engine::SceneObject*> ob
 bool IsMarker(const engine::SceneObject& object) {
     return object.transient || object.objectKind == ObjectKind::MatrixOnly;
 }
+struct CopyPair {
+    const engine::SceneObject* source;
+    engine::SceneObject* copy;
+};
+
+/// The copy of a child hangs on the copy of its parent, if there is one.
+void HangCopies(engine::Level& level, const std::vector<CopyPair>& pairs) {
+    std::unordered_map<const engine::SceneObject*, engine::SceneObject*> copyOf;
+    for (const CopyPair& pair : pairs) {
+        copyOf[pair.source] = pair.copy;
+    }
+    for (const CopyPair& child : pairs) {
+        const auto parent = copyOf.find(child.source->Parent());
+        if (parent != copyOf.end()) {
+            level.SetParent(child.copy, parent->second);
+        }
+    }
+}
+
+void GroupCopies(engine::LevelData& data, const std::vector<CopyPair>& pairs) {
+    std::map<const engine::Group*, std::vector<engine::SceneObject*>> groups;
+    for (const CopyPair& pair : pairs) {
+        groups[data.GroupOf(pair.source)].push_back(pair.copy);
+    }
+    const std::size_t before = data.Groups().size();
+    for (std::size_t i = 0; i < before; ++i) {
+        const engine::Group* group = data.Groups()[i].get();
+        data.MakeGroup(data.FreeGroupName(group->name), groups[group]);
+    }
+}
+
 } // namespace
 
 ObjectCommands::ObjectCommands(EditorHost& editorHost, LevelSession& levelSession)
@@ -144,23 +176,19 @@ int ObjectCommands::Duplicate() {
         return 0;
     }
     engine::UniqueNames names(*host.level.Data());
+    std::vector<CopyPair> pairs;
     ObjectList copies;
-    std::map<const engine::Group*, std::vector<engine::SceneObject*>> groups;
     for (const engine::SceneObject* source : Selected()) {
         if (source->transient || source->savedAsObject == 0) {
             continue;
         }
         if (engine::SceneObject* copy = Copy(*source, names)) {
+            pairs.push_back({source, copy});
             copies.push_back(copy);
-            groups[host.level.Data()->GroupOf(source)].push_back(copy);
         }
     }
-    engine::LevelData& data = *host.level.Data();
-    const std::size_t before = data.Groups().size();
-    for (std::size_t i = 0; i < before; ++i) {
-        const engine::Group* group = data.Groups()[i].get();
-        data.MakeGroup(data.FreeGroupName(group->name), groups[group]);
-    }
+    HangCopies(host.level, pairs);
+    GroupCopies(*host.level.Data(), pairs);
     if (!copies.empty()) {
         session.History().Tell({Deed::Kind::Duplicate, IdsOf(copies)});
         host.Select(copies);
