@@ -4,11 +4,14 @@
 #include "host/engine/ClassDatabase.h"
 #include "host/engine/Film.h"
 #include "host/engine/FilmManager.h"
+#include "host/stage/windows/browse/AnimationBrowser.h"
+#include "host/stage/windows/browse/EffectBrowser.h"
 #include "host/stage/windows/films/FilmCommands.h"
 #include "host/stage/windows/films/FilmNameDialog.h"
 #include "host/stage/windows/films/TimelineHand.h"
 #include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/UndoCommands.h"
+#include "tests/support/Answering.h"
 #include "tests/whole/StageFixture.h"
 
 #include <QAction>
@@ -23,6 +26,7 @@
 #include <QStatusBar>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 
 namespace {
 
@@ -360,4 +364,91 @@ TEST_F(FilmsMenuTest, ColourIsForLightsAndAnAnimationForActors) {
     ChooseFilm("<none>");
     Choose("FilmsAddAnimation");
     EXPECT_NE(Note().find("Open a film first"), std::string::npos);
+}
+
+TEST_F(FilmsMenuTest, AnimationKeyTakesWhatTheBrowserGivesAndIsAsLong) {
+    ChooseFilm("Intro");
+    engine::SceneObject* sailor = Object("Sailor");
+    CFilmTrack* track = stage::TrackOfObject(*Open(), sailor);
+    ASSERT_NE(track, nullptr);
+    track->ClearKind(KeyKind::Animation);
+    window->host.Select({sailor});
+    std::string chosen;
+    Answering(
+        [&chosen](QWidget& box) {
+            auto& browser = dynamic_cast<stage::AnimationBrowser&>(box);
+            browser.list->setCurrentItem(browser.list->topLevelItem(browser.list->topLevelItemCount() - 1));
+            chosen = browser.list->currentItem()->text(0).toStdString();
+            QTest::keyClick(browser.search, Qt::Key_Return);
+        },
+        [this] { Choose("FilmsAddAnimation"); });
+    const std::vector<IFilmKey*> keys = KeysOf(*track, KeyKind::Animation);
+    ASSERT_EQ(keys.size(), 1u) << Note();
+    const auto& key = static_cast<const CFilmAnimationKey&>(*keys.front());
+    EXPECT_EQ(key.animationName, chosen);
+    EXPECT_EQ(key.meshElement, "");
+    EXPECT_FLOAT_EQ(key.endTime - key.time, keys.front()->GetNaturalDuration());
+    EXPECT_EQ(Note(), "Animation key added at the cursor");
+}
+
+TEST_F(FilmsMenuTest, EffectKeyTakesWhatTheBrowserGives) {
+    CFilmTrack* track = SelectActor();
+    track->ClearKind(KeyKind::FxParticle);
+    std::string chosen;
+    Answering(
+        [&chosen](QWidget& box) {
+            auto& browser = dynamic_cast<stage::EffectBrowser&>(box);
+            browser.list->setCurrentRow(browser.list->count() - 1);
+            chosen = browser.Chosen();
+            QTest::keyClick(browser.search, Qt::Key_Return);
+        },
+        [this] { Choose("FilmsAddParticle"); });
+    ASSERT_NE(chosen, "");
+    const std::vector<IFilmKey*> keys = KeysOf(*track, KeyKind::FxParticle);
+    ASSERT_EQ(keys.size(), 1u) << Note();
+    EXPECT_EQ(static_cast<const CFilmFxKey*>(keys.front())->fxName, chosen);
+}
+
+TEST_F(FilmsMenuTest, ColourKeyOfALightIsLevelWithTheChosenColour) {
+    ChooseFilm("Intro");
+    const auto lights = [this] {
+        return std::ranges::find_if(Open()->tracks, [](CFilmTrack* track) { return AsGLLightTrack(track); });
+    };
+    ASSERT_NE(lights(), Open()->tracks.end());
+    CFilmTrack* track = *lights();
+    track->ClearKind(KeyKind::Color);
+    window->host.Select({AsGLLightTrack(track)->lightObject});
+    Hooks().colorDialog = [](CColorDialog& dialog) {
+        dialog.SetCurrentColor(RGB(255, 51, 0));
+        return IDOK;
+    };
+    Choose("FilmsAddColor");
+    const std::vector<IFilmKey*> keys = KeysOf(*track, KeyKind::Color);
+    ASSERT_EQ(keys.size(), 1u) << Note();
+    const auto& key = static_cast<const CFilmVectorKey&>(*keys.front());
+    for (const Vector3* color : {&key.value, &key.inHandle, &key.outHandle}) {
+        EXPECT_FLOAT_EQ(color->x, 1.0f);
+        EXPECT_FLOAT_EQ(color->y, 0.2f); // 51 of 255
+        EXPECT_FLOAT_EQ(color->z, 0.0f);
+    }
+    Hooks().colorDialog = [](CColorDialog&) { return IDCANCEL; };
+    track->ClearKind(KeyKind::Color);
+    Choose("FilmsAddColor");
+    EXPECT_TRUE(KeysOf(*track, KeyKind::Color).empty());
+}
+
+TEST_F(FilmsMenuTest, AFullLevelSaysSoAndGetsNoFilm) {
+    ChooseFilm("Intro");
+    while (Films().AllocateFilm() >= 0) {
+    }
+    AnswerName("One too many");
+    Choose("FilmsNew");
+    EXPECT_EQ(Film("One too many"), nullptr);
+    EXPECT_EQ(Note(),
+              "No film was added: a level holds " + std::to_string(IFilmManager::kFilms) + " at most.");
+    AnswerName("Copy");
+    Choose("FilmsDuplicate");
+    EXPECT_EQ(Film("Copy"), nullptr);
+    EXPECT_EQ(Note(),
+              "No film was added: a level holds " + std::to_string(IFilmManager::kFilms) + " at most.");
 }

@@ -474,7 +474,7 @@ void FilmCommands::AddKey(int kind) {
     }
     track->Finish();
     Reopen(*film, time);
-    Report("A " + std::string(info->title) + " stands at the cursor");
+    Report(std::string(info->title) + " added at the cursor");
 }
 
 } // namespace stage
