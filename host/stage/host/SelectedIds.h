@@ -9,6 +9,7 @@ namespace stage {
 /// Objects by ids, which outlive objects that go and come back.
 template <typename Objects> std::vector<int> IdsOf(const Objects& objects) {
     std::vector<int> ids;
+    ids.reserve(objects.size());
     for (const EditorObject* object : objects) {
         ids.push_back(object->id);
     }

@@ -261,6 +261,7 @@ private:
             return VerbOf(deed->kind) + groupName;
         }
         std::vector<std::string> names;
+        names.reserve(members.size());
         for (const engine::SceneObject* member : members) {
             names.push_back(member->name);
         }
