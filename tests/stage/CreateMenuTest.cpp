@@ -24,6 +24,18 @@ protected:
         EXPECT_EQ(window.host.level.selection.size(), 1u);
         return static_cast<engine::SceneObject*>(window.host.level.selection.front());
     }
+    /// How far a pixel's colours with the object and without it are apart, 0 to 255, in the channel where
+    /// they are most.
+    int Contrast(engine::SceneObject& object, const QPoint& pixel) {
+        const auto colorThere = [&](bool isShown) {
+            object.visible = isShown ? 1 : 0;
+            return View()->grab().toImage().pixelColor(pixel);
+        };
+        const QColor with = colorThere(true);
+        const QColor without = colorThere(false);
+        return std::max({std::abs(with.red() - without.red()), std::abs(with.green() - without.green()),
+                         std::abs(with.blue() - without.blue())});
+    }
     std::size_t Count() const { return window.host.level.Data()->Objects().size(); }
 };
 
@@ -56,17 +68,7 @@ TEST_F(CreateMenuTest, NewShapesStandOutAgainstSkyAndFog) {
             object->SetMatrix(matrix.m, 0);
             const QPoint pixel = PixelOf(0.0f, 40.0f * size, z);
             window.host.Select({});
-            const auto colorThere = [&](bool isShown) {
-                object->visible = isShown ? 1 : 0;
-                return View()->grab().toImage().pixelColor(pixel);
-            };
-            const QColor with = colorThere(true);
-            const QColor without = colorThere(false);
-            const int most =
-                std::max({std::abs(with.red() - without.red()), std::abs(with.green() - without.green()),
-                          std::abs(with.blue() - without.blue())});
-            EXPECT_GE(most, kClear) << action << " at " << z << ": " << with.name().toStdString()
-                                    << " before " << without.name().toStdString();
+            EXPECT_GE(Contrast(*object, pixel), kClear) << action << " at " << z;
         }
         window.host.Select({object});
         window.commands.DeleteSelected();
@@ -84,17 +86,7 @@ TEST_F(CreateMenuTest, ANewPlaneStandsOutFromAboveAtALowAngleAndFromBelow) {
         view.navigation.LookAt({0.0f, height, 1200.0f}, {0.0f, 0.0f, 0.0f});
         view.ApplyNavigation();
         const QPoint pixel = PixelOf(30.0f, 0.0f, 50.0f); // on no line of the grid
-        const auto colorThere = [&](bool isShown) {
-            plane->visible = isShown ? 1 : 0;
-            return View()->grab().toImage().pixelColor(pixel);
-        };
-        const QColor with = colorThere(true);
-        const QColor without = colorThere(false);
-        const int most =
-            std::max({std::abs(with.red() - without.red()), std::abs(with.green() - without.green()),
-                      std::abs(with.blue() - without.blue())});
-        EXPECT_GE(most, kClear) << height << ": " << with.name().toStdString() << " before "
-                                << without.name().toStdString();
+        EXPECT_GE(Contrast(*plane, pixel), kClear) << height;
     }
 }
 

@@ -12,6 +12,7 @@ namespace stage {
 
 class EditorHost;
 class LevelSession;
+struct Deed;
 
 /// A new world matrix for an object.
 struct ObjectMove {
@@ -80,6 +81,8 @@ private:
 
     engine::SceneObject* Copy(const engine::SceneObject& source, engine::UniqueNames& names);
     void Changed();
+    /// After the deed's objects came into other groups than these, or into none. Their number.
+    int EndMoves(const Deed& deed, const std::set<const engine::Group*>& left);
     void DissolveSingles(const std::set<const engine::Group*>& left);
     /// Moves the objects, and says how to report it: paths of the moves in their order, then of what
     /// followed.

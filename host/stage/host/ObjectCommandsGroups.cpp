@@ -82,13 +82,7 @@ int ObjectCommands::JoinGroup(const std::vector<engine::SceneObject*>& objects, 
             deed.objects.push_back(object->id);
         }
     }
-    const int joined = static_cast<int>(deed.objects.size());
-    if (joined > 0) {
-        DissolveSingles(left);
-        session.History().Tell(std::move(deed));
-        Changed();
-    }
-    return joined;
+    return EndMoves(deed, left);
 }
 
 int ObjectCommands::LeaveGroups(const std::vector<engine::SceneObject*>& objects, const engine::Group* stay) {
@@ -108,10 +102,14 @@ int ObjectCommands::LeaveGroups(const std::vector<engine::SceneObject*>& objects
     for (const int id : deed.objects) {
         host.level.Data()->LeaveGroup(*host.level.FindObject(id));
     }
+    return EndMoves(deed, left);
+}
+
+int ObjectCommands::EndMoves(const Deed& deed, const std::set<const engine::Group*>& left) {
     const int count = static_cast<int>(deed.objects.size());
     if (count > 0) {
         DissolveSingles(left);
-        session.History().Tell(std::move(deed));
+        session.History().Tell(deed);
         Changed();
     }
     return count;
