@@ -109,7 +109,7 @@ void IPluginImpl::OnObjectsCreated() {
         if (currentFilm == nullptr || lightHelpers.IsCreatingSun() || !object->GetInfo()->IsActive()) {
             continue;
         }
-        if (ObjectDerivesFrom(object, ClassName::DynLight) || ObjectDerivesFrom(object, ClassName::GLLight)) {
+        if (IsLight(object)) {
             AddLightTrack(object);
             asked = true;
         }
@@ -143,7 +143,7 @@ void IPluginImpl::OnObjectsDeleted() {
 
 void IPluginImpl::ForgetDeletedObject(EditorObject* object, const ObjectMatrices::ObjectSet& deleted) {
     objectMatrices.RemoveFirst(object);
-    if (ObjectDerivesFrom(object, ClassName::DynLight) || ObjectDerivesFrom(object, ClassName::GLLight)) {
+    if (IsLight(object)) {
         const std::unique_ptr<CFilmsLightHelper> helper(lightHelpers.FindByObject(object));
         lightHelpers.Remove(helper.get());
     }

@@ -2,6 +2,7 @@
 
 #include "files/AttachMovieObjectDlg.h"
 #include "framework/MessageBox.h"
+#include "helpers/rules/FilmsLightHelper.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 #include "timeline/rows/TrackOrder.h"
@@ -84,7 +85,7 @@ void RemoveActorOfRow(CFilmsMainCtrl& control) {
     if (track == nullptr || isLevel) { // a film's level track can't be removed
         return;
     }
-    if (AsGLLightTrack(track) != nullptr || AsDynLightTrack(track) != nullptr) {
+    if (IsLightTrack(track)) {
         control.plugin.DeleteLightOfTrack(track);
         return;
     }

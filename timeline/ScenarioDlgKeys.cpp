@@ -1,4 +1,5 @@
 #include "files/base/Log.h"
+#include "helpers/rules/FilmsLightHelper.h"
 #include "keys/views/TrackKey.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/ScenarioDlg.h"
@@ -62,7 +63,7 @@ RowGroup* ListFor(const FilmSession& plugin, CFilmTrack* track, JumpRows& rows) 
         return track == ActiveCamera(plugin) ? &rows.activeCamera : &rows.otherCameras;
     }
     const CFilmObjectTrack* objectTrack = AsObjectTrack(track);
-    if (objectTrack == nullptr && AsGLLightTrack(track) == nullptr && AsDynLightTrack(track) == nullptr) {
+    if (objectTrack == nullptr && !IsLightTrack(track)) {
         return nullptr;
     }
     EditorObject* object = objectTrack != nullptr ? ActorOf(*objectTrack) : LightOf(plugin, track);

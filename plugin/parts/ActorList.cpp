@@ -36,15 +36,14 @@ CFilmTrack* ActorList::FindTrackOf(IFilm* film, EditorObject* object) const {
     if (film == nullptr || object == nullptr) {
         return nullptr;
     }
-    const bool glLight = session.ObjectDerivesFrom(object, ClassName::GLLight);
-    if (!glLight && !session.ObjectDerivesFrom(object, ClassName::DynLight)) {
+    if (!session.IsLight(object)) {
         return film->FindObjectTrack(object);
     }
     const CFilmsLightHelper* helper = lights.FindByObject(object);
     if (helper == nullptr) {
         return nullptr;
     }
-    if (!helper->isSun || !glLight) {
+    if (!helper->isSun || !session.ObjectDerivesFrom(object, ClassName::GLLight)) {
         return helper->track; // Required: the light's track even if it belongs to another film.
     }
     return FindSunTrack(*film);
@@ -134,8 +133,7 @@ void ActorList::RemoveOne(IFilm* film, EditorObject* object, bool lightsOnly) {
     places.RestoreOne(object);
     CFilmsLightHelper* helper = nullptr;
     CFilmTrack* track = nullptr;
-    if (session.ObjectDerivesFrom(object, ClassName::DynLight) ||
-        session.ObjectDerivesFrom(object, ClassName::GLLight)) {
+    if (session.IsLight(object)) {
         helper = lights.FindByObject(object);
         track = helper != nullptr ? helper->track : nullptr;
     } else if (!lightsOnly && !session.ObjectDerivesFrom(object, ClassName::Helper)) {

@@ -29,10 +29,10 @@ bool LightActors::AddTrack(EditorObject* object) {
     if (object == nullptr || manager == nullptr || session.currentFilm == nullptr) {
         return false;
     }
-    const bool dynamic = session.ObjectDerivesFrom(object, ClassName::DynLight);
-    if (!dynamic && !session.ObjectDerivesFrom(object, ClassName::GLLight)) {
+    if (!session.IsLight(object)) {
         return false;
     }
+    const bool dynamic = session.ObjectDerivesFrom(object, ClassName::DynLight);
     MakeParams(object);
     object->GetInfo()->Update(0);
 

@@ -1,6 +1,7 @@
 #include "plugin/session/FilmSession.h"
 
 #include "keys/rules/FrameTimes.h"
+#include "plugin/contract/ClassIds.h"
 
 #include <algorithm>
 
@@ -38,6 +39,10 @@ bool FilmSession::ObjectDerivesFrom(EditorObject* object, const char* className)
         return false;
     }
     return IsClassDerivedFrom(editor->GetClassDatabase(), object->GetInfo()->className, className);
+}
+
+bool FilmSession::IsLight(EditorObject* object) const {
+    return ObjectDerivesFrom(object, ClassName::DynLight) || ObjectDerivesFrom(object, ClassName::GLLight);
 }
 
 CPluginFilmsParams* FilmSession::GetParams(EditorObject* object) {

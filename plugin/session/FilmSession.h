@@ -45,6 +45,8 @@ public:
     unsigned GetLevelNumber() const { return levelNumber; }
     /// Whether the object's class derives from a class name, by the host's class database.
     bool ObjectDerivesFrom(EditorObject* object, const char* className) const;
+    /// Whether the object is a light, which films set by a track of its own kind.
+    bool IsLight(EditorObject* object) const;
     /// The store of track parameters on an object, or null.
     static CPluginFilmsParams* GetParams(EditorObject* object);
 
