@@ -3,6 +3,8 @@
 #include "helpers/HelperPlugin.h"
 #include "plugin/contract/Chunks.h"
 #include "plugin/contract/EventCodes.h"
+#include "plugin/contract/ObjectFlags.h"
+#include "plugin/contract/TrackObjects.h"
 #include "plugin/rules/ChunkReader.h"
 #include "plugin/rules/LevelChunkIds.h"
 #include "plugin/session/FilmSession.h"
@@ -16,8 +18,6 @@ namespace {
 
 /// Where the sun's helper stands along its direction, in units from the origin.
 constexpr float kSunDistance = 1000.0f;
-/// Flag word bit that leaves a light out while its film is closed.
-constexpr std::uint32_t kHiddenFlag = 4;
 
 template <class Visit> void ForEachFilm(const IFilmManager* manager, Visit visit) {
     if (manager == nullptr) {
@@ -35,16 +35,6 @@ Vector3 SunPosition(const ISunObject& sun) {
     const float length = std::sqrt(d.x * d.x + d.y * d.y + d.z * d.z);
     const float factor = length > 0.0f ? kSunDistance / length : 0.0f;
     return {d.x * factor, d.y * factor, d.z * factor};
-}
-
-EditorObject** LightObjectOf(CFilmTrack* track) {
-    if (auto* gl = AsGLLightTrack(track)) {
-        return &gl->lightObject;
-    }
-    if (auto* dyn = AsDynLightTrack(track)) {
-        return &dyn->lightObject;
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -143,14 +133,13 @@ void CFilmsLightHelperMgr::SetLightsForFilm(IFilm* film, bool hide) {
         return;
     }
     for (CFilmTrack* track : film->tracks) {
-        EditorObject** slot = LightObjectOf(track);
-        EditorObject* object = slot != nullptr ? *slot : nullptr;
+        EditorObject* object = LightOf(track);
         if (object == nullptr) {
             continue;
         }
         object->visible = hide ? 0 : 1;
-        const std::uint32_t others = object->GetFlags() & ~kHiddenFlag;
-        object->SetFlags(hide ? others | kHiddenFlag : others);
+        const std::uint32_t others = object->GetFlags() & ~ObjectFlag::LeftOut;
+        object->SetFlags(hide ? others | ObjectFlag::LeftOut : others);
     }
 }
 
@@ -177,7 +166,7 @@ void CFilmsLightHelperMgr::Save(fs::file& file, const IFilmManager* manager) con
     saveOne(GetSunHelper());
     ForEachFilm(manager, [&](IFilm* film) {
         for (CFilmTrack* track : film->tracks) {
-            if (LightObjectOf(track) != nullptr && !IsSunTrack(track)) {
+            if (IsLightTrack(track) && !IsSunTrack(track)) {
                 saveOne(FindHolder(track));
             }
         }
@@ -213,7 +202,7 @@ void CFilmsLightHelperMgr::PairWithTracks(ILevelData* levelData) {
     std::size_t next = !loaded.empty() && loaded.front()->isSun ? 1 : 0;
     ForEachFilm(levelData->filmManager, [&](IFilm* film) {
         for (CFilmTrack* track : film->tracks) {
-            EditorObject** slot = LightObjectOf(track);
+            EditorObject** slot = LightSlotOf(track);
             if (slot == nullptr) {
                 continue;
             }

@@ -2,7 +2,7 @@
 
 #include "files/AttachMovieObjectDlg.h"
 #include "framework/MessageBox.h"
-#include "helpers/rules/FilmsLightHelper.h"
+#include "plugin/contract/TrackObjects.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
 #include "timeline/rows/TrackOrder.h"

@@ -1,6 +1,6 @@
 #include "files/base/Log.h"
-#include "helpers/rules/FilmsLightHelper.h"
 #include "keys/views/TrackKey.h"
+#include "plugin/contract/TrackObjects.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/ScenarioDlg.h"
 
@@ -37,7 +37,7 @@ EditorObject* ActorOf(const CFilmObjectTrack& track) {
     return track.actor;
 }
 
-EditorObject* LightOf(const FilmSession& plugin, CFilmTrack* track) {
+EditorObject* LightOfHelper(const FilmSession& plugin, CFilmTrack* track) {
     const CFilmsLightHelper* helper = plugin.FindLightByTrack(track);
     if (helper == nullptr) {
         DebugPrint("No helper connected with gl- or dyn- light track\n");
@@ -66,7 +66,7 @@ RowGroup* ListFor(const FilmSession& plugin, CFilmTrack* track, JumpRows& rows) 
     if (objectTrack == nullptr && !IsLightTrack(track)) {
         return nullptr;
     }
-    EditorObject* object = objectTrack != nullptr ? ActorOf(*objectTrack) : LightOf(plugin, track);
+    EditorObject* object = objectTrack != nullptr ? ActorOf(*objectTrack) : LightOfHelper(plugin, track);
     if (object == nullptr) {
         return nullptr;
     }

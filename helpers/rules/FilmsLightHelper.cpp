@@ -4,10 +4,6 @@
 
 #include <algorithm>
 
-bool IsLightTrack(CFilmTrack* track) {
-    return AsGLLightTrack(track) != nullptr || AsDynLightTrack(track) != nullptr;
-}
-
 bool IsSunTrack(CFilmTrack* track) {
     const auto* gl = AsGLLightTrack(track);
     return gl != nullptr && gl->isSun != 0;

@@ -7,8 +7,6 @@
 
 class IFilm;
 
-/// True for a track of a light, GL or dynamic; false for null.
-bool IsLightTrack(CFilmTrack* track);
 /// True for a GL light track that drives the level's sun; false for null.
 bool IsSunTrack(CFilmTrack* track);
 /// The film's first sun track, or null.

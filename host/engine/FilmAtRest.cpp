@@ -4,27 +4,18 @@
 #include "host/engine/FilmManager.h"
 #include "host/engine/Level.h"
 #include "host/engine/LevelData.h"
+#include "plugin/contract/ObjectFlags.h"
+#include "plugin/contract/TrackObjects.h"
 
 namespace engine {
 
 namespace {
 
-/// Flag of an object that the engine leaves out.
-constexpr std::uint32_t kLeftOut = 4;
-
-EditorObject* LightOf(CFilmTrack& track) {
-    if (const CFilmGLLightTrack* light = AsGLLightTrack(&track)) {
-        return light->lightObject;
-    }
-    const CFilmDynLightTrack* light = AsDynLightTrack(&track);
-    return light != nullptr ? light->lightObject : nullptr;
-}
-
 void Darken(const Film& film) {
     for (CFilmTrack* track : film.tracks) {
-        if (EditorObject* light = LightOf(*track)) {
+        if (EditorObject* light = LightOf(track)) {
             light->visible = 0;
-            light->SetFlags(light->GetFlags() | kLeftOut);
+            light->SetFlags(light->GetFlags() | ObjectFlag::LeftOut);
         }
     }
 }

@@ -5,6 +5,7 @@
 #include "host/engine/ObjectNotes.h"
 #include "host/engine/RawChunk.h"
 #include "host/engine/SceneObjectInfo.h"
+#include "plugin/contract/ObjectFlags.h"
 
 #include <optional>
 #include <vector>
@@ -55,7 +56,7 @@ public:
     bool IsLight() const { return light.has_value(); }
     SceneObject* Parent() const { return static_cast<SceneObject*>(parent); }
     /// False while the object or what the host says about it keeps it out of the views.
-    bool IsShown() const { return visible != 0 && !info.hidden && (objectFlags & 4u) == 0; }
+    bool IsShown() const { return visible != 0 && !info.hidden && (objectFlags & ObjectFlag::LeftOut) == 0; }
 
     /// Mesh-space matrix of each mesh element as posed by the film, null at rest.
     const Matrix4* Pose() const { return posed ? pose.data() : nullptr; }

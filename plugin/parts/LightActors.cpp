@@ -2,6 +2,7 @@
 
 #include "helpers/FilmsLightHelperMgr.h"
 #include "plugin/contract/EventCodes.h"
+#include "plugin/contract/TrackObjects.h"
 #include "plugin/parts/FirstKeys.h"
 #include "plugin/parts/ObjectMatrices.h"
 #include "plugin/session/FilmSession.h"
@@ -16,9 +17,9 @@ constexpr std::uint32_t kLightOn = 1;
 void SetLightObject(CFilmTrack* track, EditorObject* object) {
     if (auto* gl = AsGLLightTrack(track)) {
         gl->isFixedLight = 0;
-        gl->lightObject = object;
-    } else if (auto* dyn = AsDynLightTrack(track)) {
-        dyn->lightObject = object;
+    }
+    if (EditorObject** slot = LightSlotOf(track)) {
+        *slot = object;
     }
 }
 

@@ -1,4 +1,5 @@
 #include "keys/views/NullTimeTrackKey.h"
+#include "plugin/contract/ObjectFlags.h"
 #include "timeline/rows/TimelineContext.h"
 #include "timeline/rows/TrackCtrl.h"
 
@@ -75,9 +76,8 @@ bool CTrackCtrl::AddKeyView(CTrackKey* view, bool redraw, bool existing, bool no
 
 /// An object whose keys play must take part in the engine.
 void CTrackCtrl::ShowInEngine() const {
-    constexpr std::uint32_t kLeftOut = 4;
     if (EditorObject* object = FindObject()) {
-        object->SetFlags(object->GetFlags() & ~kLeftOut);
+        object->SetFlags(object->GetFlags() & ~ObjectFlag::LeftOut);
     }
 }
 

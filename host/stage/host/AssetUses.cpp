@@ -5,6 +5,7 @@
 #include "host/engine/LevelData.h"
 #include "host/engine/Shape.h"
 #include "plugin/contract/KeyKindTable.h"
+#include "plugin/contract/TrackObjects.h"
 
 #include <cstdio>
 
@@ -61,11 +62,10 @@ std::string TrackUser(const CFilmTrack& track) {
     if (const auto* camera = AsCameraTrack(asked)) {
         return camera->cameraName;
     }
-    if (const auto* light = AsGLLightTrack(asked)) {
-        return light->isSun != 0 ? "Sun" : NameOf(light->lightObject, "a light");
+    if (const auto* sun = AsGLLightTrack(asked); sun != nullptr && sun->isSun != 0) {
+        return "Sun";
     }
-    const auto* light = AsDynLightTrack(asked);
-    return light != nullptr ? NameOf(light->lightObject, "a light") : "";
+    return IsLightTrack(asked) ? NameOf(LightOf(asked), "a light") : "";
 }
 
 std::vector<AssetUse> UsesOf(const engine::LevelData& level) {

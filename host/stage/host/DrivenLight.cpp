@@ -5,6 +5,7 @@
 #include "host/engine/SceneObject.h"
 #include "plugin/contract/Film.h"
 #include "plugin/contract/FilmManager.h"
+#include "plugin/contract/TrackObjects.h"
 
 #include <algorithm>
 
@@ -13,12 +14,11 @@ namespace stage {
 namespace {
 
 bool Drives(CFilmTrack* track, const engine::SceneObject* object) {
-    if (const auto* gl = AsGLLightTrack(track)) {
-        const bool isSun = gl->isSun != 0;
-        return isSun == (object == nullptr) && (isSun || gl->lightObject == object);
+    const auto* gl = AsGLLightTrack(track);
+    if (gl != nullptr && gl->isSun != 0) {
+        return object == nullptr;
     }
-    const auto* dynamic = AsDynLightTrack(track);
-    return dynamic != nullptr && object != nullptr && dynamic->lightObject == object;
+    return object != nullptr && LightOf(track) == object;
 }
 
 bool HasKeys(const CFilmTrack& track, int kind) {

@@ -3,6 +3,7 @@
 #include "host/engine/FilmManager.h"
 #include "host/engine/LevelData.h"
 #include "host/stage/host/AssetUses.h"
+#include "plugin/contract/TrackObjects.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -40,15 +41,6 @@ private:
     std::vector<std::string> names;
 };
 
-bool Drives(CFilmTrack* track, const EditorObject* object) {
-    const CFilmObjectTrack* actor = AsObjectTrack(track);
-    const CFilmGLLightTrack* light = AsGLLightTrack(track);
-    const CFilmDynLightTrack* dynLight = AsDynLightTrack(track);
-    return (actor != nullptr && actor->actor == object) ||
-           (light != nullptr && light->lightObject == object) ||
-           (dynLight != nullptr && dynLight->lightObject == object);
-}
-
 bool HasEffectAt(const CFilmTrack& track, int id) {
     return std::ranges::any_of(track.keys, [id](const IFilmKey* key) {
         const CFilmFxKey* effect = AsEffect(*key);
@@ -81,7 +73,7 @@ public:
             for (CFilmTrack* track : film->tracks) {
                 const std::string name = film->name != nullptr ? film->name : "a film";
                 const CFilmObjectTrack* actor = AsObjectTrack(track);
-                if (Drives(track, &object)) {
+                if (PlayedObject(track) == &object) {
                     films.Add(name);
                 } else if (HasEffectAt(*track, object.id)) {
                     effects.Add(name);

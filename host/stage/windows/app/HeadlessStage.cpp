@@ -2,6 +2,8 @@
 
 #include "framework/ToolBar.h"
 #include "plugin/contract/EventCodes.h"
+#include "plugin/contract/ObjectFlags.h"
+#include "plugin/contract/TrackObjects.h"
 
 #include <utility>
 
@@ -9,23 +11,13 @@ namespace stage {
 
 namespace {
 
-/// Flag of an object that the engine leaves out.
-constexpr std::uint32_t kLeftOut = 4;
-
-EditorObject* LightOf(CFilmTrack* track) {
-    if (const CFilmGLLightTrack* light = AsGLLightTrack(track)) {
-        return light->lightObject;
-    }
-    const CFilmDynLightTrack* light = AsDynLightTrack(track);
-    return light != nullptr ? light->lightObject : nullptr;
-}
-
 /// The lights of a film shine while it is open.
 void ShowLights(IFilm& film, bool shown) {
     for (CFilmTrack* track : film.tracks) {
         if (EditorObject* light = LightOf(track)) {
             light->visible = shown ? 1 : 0;
-            light->SetFlags(shown ? light->GetFlags() & ~kLeftOut : light->GetFlags() | kLeftOut);
+            light->SetFlags(shown ? light->GetFlags() & ~ObjectFlag::LeftOut
+                                  : light->GetFlags() | ObjectFlag::LeftOut);
         }
     }
 }

@@ -17,6 +17,7 @@
 #include "host/stage/windows/ToolWindows.h"
 #include "plugin/contract/ClassIds.h"
 #include "plugin/contract/KeyKindTable.h"
+#include "plugin/contract/TrackObjects.h"
 
 #include <algorithm>
 #include <cmath>
@@ -170,12 +171,7 @@ std::optional<float> RoomForKey(const CFilmTrack& track, int kind, float time) {
 
 CFilmTrack* TrackOfObject(const IFilm& film, const EditorObject* object) {
     const auto plays = [object](CFilmTrack* track) {
-        const CFilmObjectTrack* actor = AsObjectTrack(track);
-        const CFilmGLLightTrack* light = AsGLLightTrack(track);
-        const CFilmDynLightTrack* dynLight = AsDynLightTrack(track);
-        return object != nullptr && ((actor != nullptr && actor->actor == object) ||
-                                     (light != nullptr && light->lightObject == object) ||
-                                     (dynLight != nullptr && dynLight->lightObject == object));
+        return object != nullptr && PlayedObject(track) == object;
     };
     const auto found = std::ranges::find_if(film.tracks, plays);
     return found != film.tracks.end() ? *found : nullptr;
