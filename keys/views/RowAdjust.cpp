@@ -59,6 +59,7 @@ std::vector<IFilmKey*> StretchRecords(const CFilmTrack& track, int kind, const K
 
 ShiftedRow ShiftRecords(const KeyViewList& views, int kind, float time, float delta) {
     ShiftedRow row;
+    row.moved.reserve(views.size());
     for (CTrackKey* view : views) {
         IFilmKey* record = view->record;
         if (record == nullptr || record->kind != kind || !(record->time >= time)) {

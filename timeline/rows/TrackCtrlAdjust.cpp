@@ -2,9 +2,21 @@
 #include "keys/rules/KeyStretch.h"
 #include "keys/views/RowAdjust.h"
 #include "keys/views/TrackKey.h"
+#include "plugin/session/FilmSession.h"
 #include "timeline/rows/TrackCtrl.h"
 
 #include <algorithm>
+
+namespace {
+
+/// A row's session is asked for once: the way to it costs more than a key's move.
+template <class Records> void TellAllWritten(const FilmSession* session, const Records& records) {
+    if (session != nullptr) {
+        std::ranges::for_each(records, [&](const IFilmKey* record) { session->TellKeyWritten(record); });
+    }
+}
+
+} // namespace
 
 void CTrackCtrl::AdjustKeys(float time, float from, float to) {
     if (IsRoot()) {
@@ -15,9 +27,7 @@ void CTrackCtrl::AdjustKeys(float time, float from, float to) {
     if (track == nullptr || !stretch.IsFinite()) {
         return;
     }
-    for (const IFilmKey* record : StretchRecords(*track, kind, keys, stretch)) {
-        TellWritten(record);
-    }
+    TellAllWritten(GetSession(), StretchRecords(*track, kind, keys, stretch));
 }
 
 void CTrackCtrl::ShiftKeys(float time, float delta) {
@@ -32,7 +42,7 @@ void CTrackCtrl::ShiftKeys(float time, float delta) {
         return;
     }
     const ShiftedRow shifted = ShiftRecords(keys, kind, time, delta);
-    std::ranges::for_each(shifted.moved, [this](const IFilmKey* record) { TellWritten(record); });
+    TellAllWritten(GetSession(), shifted.moved);
     for (CTrackKey* view : shifted.fallen) {
         // Letting go of a selected key may let anything in.
         if (!watched.IsAlive()) {
