@@ -1,6 +1,8 @@
 #include "tests/timeline/ControlFixture.h"
 
 #include "keys/views/TrackKey.h"
+#include "plugin/contract/EventCodes.h"
+#include "tests/support/FakeAttributes.h"
 
 #include <gmock/gmock.h>
 
@@ -190,6 +192,31 @@ TEST_F(MainCtrlForgetTest, ADroppedTrackLeavesEmptyRows) {
     row->SendMessage(WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(10, 5));
     RowOf("Actor100")->ToggleExpanded();
     EXPECT_EQ(menus, 0); // it has nothing to offer
+}
+
+TEST_F(MainCtrlForgetTest, TheControlGoesWhenTheHostHearsOfAPressOnAName) {
+    editor.onBroadcast = [this](int code, void*) {
+        if (code == EventCode::SelectionChanged) {
+            plugin.scenarioDlg = nullptr;
+            control.reset();
+        }
+    };
+    RowOf("Actor100")->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(60, 10));
+    EXPECT_EQ(control, nullptr);
+}
+
+TEST_F(MainCtrlForgetTest, TheControlGoesWhenAPressBesideTheKeysAsksTheUser) {
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
+    dialog.visible = true;
+    control->SelectOnly(key);
+    dialog.log.clear();
+    dialog.onSetKey = [this] {
+        plugin.scenarioDlg = nullptr;
+        control.reset();
+    };
+    row->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(600, 10));
+    EXPECT_EQ(control, nullptr);
+    EXPECT_EQ(dialog.log.back(), "SetKey null");
 }
 
 TEST_F(MainCtrlForgetTest, TheControlGoesWhileAHoverIsPending) {

@@ -82,23 +82,31 @@ void CTrackCtrl::PressEmpty(TimelineContext& timeline, int x) {
     if (ClientRect().IsRectEmpty()) {
         return;
     }
+    // Whoever hears of the selection, or is asked about the key on show, may make the rows anew or end the
+    // control.
+    const Watch watched(this);
+    HWND control = GetParent()->GetSafeHwnd();
+    FilmSession& session = timeline.session;
     if (x < GetLeftWidth()) {
-        const Watch watched(this);
         if (EditorObject* object = FindObject()) {
-            PressObject(timeline.session, *object);
+            PressObject(session, *object);
+            if (!IsWindow(control)) {
+                return;
+            }
             timeline.InvalidateControl(/*erase*/ true);
         }
         if (watched.IsAlive() && AsCameraTrack(track) != nullptr) {
-            PressCamera(timeline.session);
+            PressCamera(session);
             timeline.InvalidateControl(/*erase*/ true);
         }
     } else if (!timeline.selectedKeys.empty()) {
-        const Watch watched(this);
         timeline.ClearSelection();
-        if (IKeyAttributesDlg* dialog = timeline.session.keyAttributesDlg.get()) {
+        if (IKeyAttributesDlg* dialog = session.keyAttributesDlg.get()) {
             dialog->SetKey(nullptr, /*refresh*/ false);
         }
-        timeline.ArrangeRows(/*invalidate*/ true, /*move*/ false);
+        if (IsWindow(control)) {
+            timeline.ArrangeRows(/*invalidate*/ true, /*move*/ false);
+        }
     }
 }
 
