@@ -94,9 +94,14 @@ void CFilmsMainCtrl::ShowFilm(IFilm* film, bool /*flag*/) {
     ClearUndo();
     const bool isKeyShown = plugin.keyAttributesDlg && plugin.keyAttributesDlg->GetRecord() != nullptr;
     const Watch<CFilmsMainCtrl> window(this);
+    const Watch<FilmShow> before(show.get());
     IFilmKey* shownRecord = LeaveShownKey(plugin, film);
     if (!window.IsAlive()) {
         return; // the user was asked about the key on show, and the window has gone
+    }
+    if (film != nullptr && !before.IsAlive()) {
+        ReturnToKey(*this, shownRecord);
+        return; // the question let in a newer call, which has done it all
     }
     if (isKeyShown && film != nullptr && !plugin.FilmExists(film)) {
         return; // deleted while the user was asked about the key on show

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <gmock/gmock.h>
+#include <utility>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -348,6 +349,25 @@ TEST_F(MainCtrlShowFilmTest, WindowMayGoWhileTheKeyOnShowIsWritten) {
     control->ShowFilm(NewFilm(), true);
     EXPECT_EQ(control, nullptr);
     plugin.keyAttributesDlg.reset();
+}
+
+TEST_F(MainCtrlShowFilmTest, FilmThatIsOpenedWhileTheKeyOnShowIsWrittenStays) {
+    OpenFilmWithActors(1);
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
+    dialog.key = RowOf("Actor100", KeyKind::Position)->keys.front();
+    dialog.record = dialog.key->record;
+    IFilm* later = NewFilm();
+    AddCamera(later, "Late");
+    bool asked = false;
+    dialog.onSetKey = [&] {
+        if (!std::exchange(asked, true)) {
+            plugin.SetCurrentFilm(later);
+        }
+    };
+    plugin.SetCurrentFilm(NewFilm());
+    EXPECT_EQ(plugin.GetCurrentFilm(), later);
+    EXPECT_NE(RowOf("Late"), nullptr);
+    ExpectNothingDangles();
 }
 
 TEST_F(MainCtrlShowFilmTest, TrackMayBeRemovedWhileTheUserIsToldOfItsMissingElement) {
