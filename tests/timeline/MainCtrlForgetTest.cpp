@@ -77,6 +77,15 @@ TEST_F(MainCtrlForgetTest, AFilmChangeWhileAKeyIsHeld) {
     Drain();
 }
 
+TEST_F(MainCtrlForgetTest, ARebuildForgetsTheCopiedKeyAndTheMenu) {
+    control->keyDuplicator.Set(key, row, /*clone*/ false);
+    control->menuRow = row;
+    control->menuKey = key;
+    control->ShowFilm(film, true);
+    EXPECT_EQ(control->keyDuplicator.sourceKey, nullptr);
+    ExpectNothingHeld();
+}
+
 TEST_F(MainCtrlForgetTest, AFilmChangeWhileAHoverIsPending) {
     control->ShowKeyDescription(key);
     plugin.SetCurrentFilm(nullptr);

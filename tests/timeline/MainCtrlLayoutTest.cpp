@@ -83,6 +83,19 @@ TEST_F(MainCtrlLayoutTest, PlacesRowsDownToAMarginAboveTheBottom) {
     EXPECT_FALSE(control->visibleTracks[16]->IsWindowVisible());
 }
 
+TEST_F(MainCtrlLayoutTest, RowThatWouldEndOnTheMarginIsNotShown) {
+    OpenFilmWithActors(30);
+    Resize(800, 401); // the 17th row would end at 371 = 401 - 30
+    control->ArrangeRows(/*invalidate*/ false, /*move*/ true);
+    EXPECT_TRUE(control->visibleTracks[15]->IsWindowVisible());
+    EXPECT_FALSE(control->visibleTracks[16]->IsWindowVisible());
+    Resize(800, 402);
+    control->ArrangeRows(/*invalidate*/ false, /*move*/ true);
+    EXPECT_TRUE(IsAt(PlaceOf(control->visibleTracks[16]), 0, 351, 780, 371));
+    EXPECT_TRUE(control->visibleTracks[16]->IsWindowVisible());
+    EXPECT_FALSE(control->visibleTracks[17]->IsWindowVisible());
+}
+
 TEST_F(MainCtrlLayoutTest, HidesRowsAboveTheTopRow) {
     OpenFilmWithActors(30);
     control->topRow = control->visibleTracks[3];

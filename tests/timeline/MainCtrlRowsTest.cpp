@@ -1,5 +1,8 @@
 #include "tests/timeline/ControlFixture.h"
 
+#include "keys/views/NullTimeTrackKey.h"
+#include "tests/support/ElementMesh.h"
+
 #include <algorithm>
 #include <gmock/gmock.h>
 
@@ -20,6 +23,38 @@ protected:
         return *std::next(control->tracks.begin(), static_cast<long>(index));
     }
     std::string TopName() const { return control->topRow != nullptr ? control->topRow->name : "none"; }
+};
+
+/// A film whose actor "Robot" has the bones Hips - Spine - Arm - Hand.
+class MainCtrlElementRowsTest : public MainCtrlRowsTest {
+protected:
+    MainCtrlElementRowsTest() {
+        editor.level.SetMeshLibrary(&skeleton);
+        engine::SceneObject* robot = editor.Create("Robot");
+        robot->SetMeshName("robot.glb");
+        film = OpenFilmWith({robot});
+    }
+    ~MainCtrlElementRowsTest() override { editor.level.SetMeshLibrary(nullptr); }
+    /// Level, the actor and the rows of its 12 kinds.
+    CTrackCtrl* ShowEveryKind() {
+        CTrackCtrl* root = RowOf("Robot");
+        root->expanded = true;
+        root->ApplyKindFlags(nullptr, true);
+        control->RebuildVisibleRows(/*redraw*/ true, nullptr);
+        return root;
+    }
+    static std::vector<std::string> ChildNames(const CTrackCtrl& root, int kind) {
+        std::vector<std::string> names;
+        for (const CTrackCtrl* child : root.children) {
+            if (child->kind == kind) {
+                names.push_back(child->name);
+            }
+        }
+        return names;
+    }
+
+    ElementMesh skeleton{{{"Hips", -1, 1}, {"Spine", 0, 1}, {"Arm", 1, 1}, {"Hand", 2, 1}}};
+    IFilm* film = nullptr;
 };
 
 } // namespace
@@ -50,6 +85,26 @@ TEST_F(MainCtrlRowsTest, ANewRowTakesTheAxisOfTheRuler) {
     EXPECT_EQ(row->bigTics, 3);
     EXPECT_NE(row->IsFlickerFree(), 0);
     EXPECT_FALSE(row->IsWindowVisible());
+}
+
+TEST_F(MainCtrlRowsTest, ANewRowIsPlacedWhenARedrawIsAskedFor) {
+    CTrackCtrl* first = control->AddTrackCtrl(/*redraw*/ false);
+    EXPECT_FALSE(first->IsWindowVisible());
+    CTrackCtrl* second = control->AddTrackCtrl(/*redraw*/ true);
+    EXPECT_EQ(PlaceOf(first), CRect(0, 31, 780, 51));
+    EXPECT_EQ(PlaceOf(second), CRect(0, 51, 780, 71));
+    EXPECT_TRUE(first->IsWindowVisible());
+    EXPECT_TRUE(second->IsWindowVisible());
+}
+
+TEST_F(MainCtrlRowsTest, RebuildingHidesRowsWhoseFlagIsClear) {
+    AddBareRows(3);
+    control->RebuildVisibleRows(/*redraw*/ true, nullptr);
+    EXPECT_TRUE(Row(1)->IsWindowVisible());
+    Row(1)->visible = false;
+    control->RebuildVisibleRows(/*redraw*/ true, nullptr);
+    EXPECT_FALSE(Row(1)->IsWindowVisible());
+    EXPECT_EQ(PlaceOf(Row(2)), CRect(0, 51, 780, 71));
 }
 
 TEST_F(MainCtrlRowsTest, RebuildingListsTheVisibleRowsInOrder) {
@@ -247,4 +302,72 @@ TEST_F(MainCtrlRowsTest, FindsTheRowOfAView) {
     CTrackCtrl* row = RowOf("Actor101", KeyKind::Rotation);
     EXPECT_EQ(control->FindRowOfKeyView(row->keys.front(), /*byValue*/ false), row);
     EXPECT_EQ(control->FindRowOfKeyView(nullptr, false), nullptr);
+    CNullTimeTrackKey twin;
+    twin.SetRecord(row->keys.front()->record, /*takeTimes*/ true);
+    const Vector3 turn{1, 2, 3}; // unlike the other actor's
+    twin.record->SetValue(turn.Data());
+    twin.ApplyKeyParams(control->GetKeyParams(KeyKind::Rotation));
+    EXPECT_EQ(control->FindRowOfKeyView(&twin, /*byValue*/ false), nullptr);
+    EXPECT_EQ(control->FindRowOfKeyView(&twin, /*byValue*/ true), row);
+}
+
+TEST_F(MainCtrlElementRowsTest, RowOfAnElementStandsBeforeThatOfItsHighestAncestor) {
+    for (const std::string element : {"Arm", "Spine", "Hand"}) {
+        AddKey(RowOf("Robot")->track, KeyKind::Animation, 1.0f)->SetValue(&element);
+    }
+    control->ShowFilm(film, true);
+    const std::vector<std::string> names = RowNames();
+    const auto first = std::ranges::find(names, "  Scale keys");
+    ASSERT_GE(names.end() - first, 6);
+    EXPECT_THAT(std::vector<std::string>(first + 1, first + 6),
+                ElementsAre("  Arm", "  Hand", "  Spine", "  Animation keys", "  Speech keys"));
+    // Required: below the root they stand as they were made.
+    EXPECT_THAT(ChildNames(*RowOf("Robot"), KeyKind::Animation),
+                ElementsAre("Arm", "Spine", "Hand", "Animation keys"));
+    // Required: the row that is told for an animation key is the first, whatever its element.
+    for (const IFilmKey* record : KeysOf(*RowOf("Robot")->track, KeyKind::Animation)) {
+        EXPECT_EQ(control->FindRowOfKey(record)->name, "Arm");
+    }
+}
+
+TEST_F(MainCtrlElementRowsTest, NewRowOfAnElementBecomesTheTopRowAndLengthensTheBar) {
+    CTrackCtrl* root = ShowEveryKind();
+    control->topRow = RowOf("Level");
+    EXPECT_EQ(control->vScroll->rangeEnd, 14.0f);
+    EXPECT_EQ(control->vScroll->page, 14.0f);
+    CTrackCtrl* hips = control->AddAnimationRow(root, "Hips");
+    ASSERT_NE(hips, nullptr);
+    EXPECT_EQ(control->topRow, hips);
+    EXPECT_EQ(hips->kind, KeyKind::Animation);
+    EXPECT_EQ(hips->parent, root);
+    EXPECT_EQ(hips->track, root->track);
+    EXPECT_EQ(hips->rangeEnd, control->movieEnd);
+    EXPECT_EQ(control->visibleTracks[5], hips); // in front of "Animation keys"
+    EXPECT_EQ(control->visibleTracks[6], root->FindLastAnimationRow());
+    EXPECT_TRUE(hips->IsWindowVisible());
+    EXPECT_EQ(control->vScroll->rangeEnd, 15.0f);
+    EXPECT_EQ(control->vScroll->page, 15.0f);
+    ASSERT_NE(control->AddAnimationRow(root, "Spine"), nullptr);
+    ASSERT_NE(control->AddAnimationRow(root, "Arm"), nullptr);
+    EXPECT_EQ(control->vScroll->rangeEnd, 17.0f);
+    EXPECT_EQ(control->vScroll->page, 16.0f); // 16 count as fitting
+}
+
+TEST_F(MainCtrlElementRowsTest, WithoutVisibleRowsTheTopRowStays) {
+    CTrackCtrl* root = RowOf("Robot");
+    control->visibleTracks.clear();
+    control->topRow = nullptr;
+    CTrackCtrl* hips = control->AddAnimationRow(root, "Hips");
+    EXPECT_EQ(control->topRow, nullptr);
+    EXPECT_THAT(control->visibleTracks, ElementsAre(hips));
+}
+
+TEST_F(MainCtrlElementRowsTest, ElementThatTheMeshHasNotGetsNoRow) {
+    CTrackCtrl* root = ShowEveryKind();
+    const std::vector<std::string> before = RowNames();
+    EXPECT_EQ(control->AddAnimationRow(root, "Tail"), nullptr);
+    EXPECT_EQ(control->AddAnimationRow(nullptr, "Hips"), nullptr);
+    EXPECT_EQ(RowNames(), before);
+    EXPECT_EQ(TopName(), "Level");
+    EXPECT_EQ(control->vScroll->rangeEnd, 14.0f);
 }

@@ -52,6 +52,21 @@ TEST_F(MainCtrlShowFilmTest, EachClassOfTrackHasItsKindRows) {
     EXPECT_THAT(kinds(RowOf("Cam")), ElementsAre(16, 17, 19, 18));
 }
 
+TEST_F(MainCtrlShowFilmTest, AFilmIsShownWithTheSunOfItsLevel) {
+    IFilm* film = OpenFilmWithActors(1);
+    AddCamera(film, "Cam");
+    Data().SetSun(true);
+    control->ShowFilm(film, true);
+    std::vector<std::string> roots;
+    for (const CTrackCtrl* row : control->tracks) {
+        if (row->IsRoot()) {
+            roots.push_back(row->name);
+        }
+    }
+    ASSERT_THAT(roots, ElementsAre("Level", "Sun", "Cam", "Actor100"));
+    EXPECT_EQ(control->FindRowOfObject(plugin.FindObjectByTrack(RowOf("Sun")->track)), RowOf("Sun"));
+}
+
 TEST_F(MainCtrlShowFilmTest, TracksComeInTheirOrder) {
     IFilm* film = OpenFilmWith({editor.Create("zebra"), editor.Create("Ant")});
     AddCamera(film, "b");
