@@ -104,6 +104,20 @@ TEST_F(MainCtrlLayoutTest, HidesRowsAboveTheTopRow) {
     EXPECT_TRUE(IsAt(PlaceOf(control->visibleTracks[3]), 0, 31, 780, 51));
 }
 
+TEST_F(MainCtrlLayoutTest, PaintTakesItsWindowsAndRowsAlong) {
+    OpenFilmWithActors(1);
+    Settle();
+    CWnd* const windows[] = {control->hScroll, control->vScroll, control->grid, control->infoWnd,
+                             control->visibleTracks[0]};
+    for (CWnd* window : windows) {
+        window->ValidateRect();
+    }
+    control->SendMessage(WM_PAINT);
+    for (const CWnd* window : windows) {
+        EXPECT_TRUE(window->GetUpdateRect(nullptr)) << PlaceOf(window).left << ", " << PlaceOf(window).top;
+    }
+}
+
 TEST_F(MainCtrlLayoutTest, WithoutATopRowHidesAll) {
     OpenFilmWithActors(3);
     control->topRow = nullptr;

@@ -81,6 +81,23 @@ TEST_F(MainCtrlShowFilmTest, TracksComeInTheirOrder) {
     EXPECT_THAT(roots, ElementsAre("Level", "B", "b", "Ant", "zebra")); // by bytes
 }
 
+TEST_F(MainCtrlShowFilmTest, LightsComeLastByTheNamesOfTheirHelpers) {
+    IFilm* film = OpenFilmWithActors(1);
+    film->AddTrack(film->CreateGLLightTrack()); // whose object is missing
+    EditorObject* second = editor.CreateOfClass(ClassName::GLLight, "Lamp");
+    EditorObject* first = editor.CreateOfClass(ClassName::GLLight, "Torch");
+    second->name = "b";
+    first->name = "B";
+    control->ShowFilm(film, true);
+    std::vector<std::string> roots;
+    for (const CTrackCtrl* row : control->tracks) {
+        if (row->IsRoot()) {
+            roots.push_back(row->name);
+        }
+    }
+    EXPECT_THAT(roots, ElementsAre("Level", "Actor100", "B", "b", ""));
+}
+
 TEST_F(MainCtrlShowFilmTest, CameraRowsReachTheHighestIndex) {
     IFilm* film = OpenNewFilm();
     AddCut(film, "", 0.0f, 1.0f, 2);

@@ -50,6 +50,20 @@ TEST_F(TrackCtrlAdjustTest, EffectsAreScaled) {
     EXPECT_EQ(row.keys.front()->GetDuration(), 12.0f); // views wait until the film is shown again
 }
 
+TEST_F(TrackCtrlAdjustTest, RecordsThatTouchALimitAreNeitherInsideNorOutside) {
+    const std::pair<Times::value_type, Times::value_type> cases[] = {
+        {{2, 18}, {2, 18}},   {{14, 18}, {14, 18}}, {{10, 15}, {10, 15}},
+        {{10, 18}, {10, 18}}, {{10, 20}, {10, 20}}, {{18, 20}, {14, 16}},
+    };
+    CTrackCtrl& row = RowWith(KeyKind::FxSequence, {});
+    for (const auto& [before, after] : cases) {
+        IFilmKey* record = AddRecord(boxTrack, KeyKind::FxSequence, before.first, before.second);
+        row.AdjustKeys(10.0f, 8.0f, 4.0f);
+        EXPECT_EQ(TimesOf({record}), Times{after}) << before.first << " to " << before.second;
+        boxTrack->RemoveKey(record, /*destroy*/ true);
+    }
+}
+
 TEST_F(TrackCtrlAdjustTest, WhatPlaysKeepsItsLength) {
     const std::vector<IFilmKey*> records{AddRecord(boxTrack, KeyKind::Animation, 14, 15),
                                          AddRecord(boxTrack, KeyKind::Animation, 17, 20)};

@@ -255,6 +255,18 @@ TEST_F(TrackCtrlKeysTest, RemovingAKeyOutOfViewRepaintsNothing) {
     EXPECT_FALSE(WantsPaint(row));
 }
 
+TEST_F(TrackCtrlKeysTest, RemovingWithoutARedrawRepaintsNothing) {
+    CTrackCtrl& row = MakeRow(KeyKind::Position);
+    CTrackKey* first = AddBar(row, 5.0f);
+    CTrackKey* second = AddBar(row, 6.0f);
+    Unselect();
+    row.ValidateRect();
+    row.RemoveKey(first, /*destroy*/ true, /*redraw*/ false, /*noUndo*/ true);
+    EXPECT_FALSE(WantsPaint(row));
+    row.RemoveKey(second, /*destroy*/ true, /*redraw*/ true, /*noUndo*/ true);
+    EXPECT_TRUE(WantsPaint(row));
+}
+
 TEST_F(TrackCtrlKeysTest, DeleteAllKeysTakesRecordsToo) {
     CTrackCtrl& root = MakeTree(boxTrack);
     CTrackCtrl& row = Child(root, KeyKind::Rotation);

@@ -341,6 +341,17 @@ TEST_F(TransformKeysTest, NewKeyIsSelectedAndItsRowRepainted) {
     EXPECT_EQ(control->selectedKeys.front()->record, &Last(KeyKind::Position));
 }
 
+TEST_F(TransformKeysTest, RowOfANewKeyAsksForItsPaintItself) {
+    Matrix moved = MatrixOf(*crate);
+    const Matrix old = moved;
+    moved[12] += 50.0f;
+    CTrackCtrl* positions = Row(KeyKind::Position);
+    Settle();
+    ASSERT_FALSE(WantsPaint(*positions));
+    positions->parent->WriteTransformKeys(2.0f, moved.data(), old.data());
+    EXPECT_TRUE(WantsPaint(*positions));
+}
+
 TEST_F(TransformKeysTest, AttributesAreReadAnew) {
     FakeAttributes& dialog = OpenFakeAttributes(plugin);
     UserMoves(*crate, 4, 5, 6);
