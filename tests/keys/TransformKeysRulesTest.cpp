@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <limits>
 #include <map>
+#include <utility>
 #include <vector>
 
 using ::testing::ElementsAre;
@@ -79,6 +80,21 @@ TEST(RecordTransformTest, SmallMoveMakesAKeyOnlyInAFilmThatIsNotShown) {
     PlainSink other;
     Record(other, kOtherFilmRules, At(4.25f, 0, 0), At(4.75f, 0, 0));
     EXPECT_THAT(other.added, ElementsAre(KeyKind::Position));
+}
+
+TEST(RecordTransformTest, HundredThousandthOfAUnitOnAnyAxisIsAMove) {
+    constexpr float kBefore = 0.99999f; // 20 millionths from 1.00001f, and 1 lies between
+    constexpr float kBehind = 1.00001f;
+    for (const auto& [from, to] : {std::pair{At(kBefore, 5, 5), At(kBehind, 5, 5)},
+                                   {At(5, kBefore, 5), At(5, kBehind, 5)},
+                                   {At(5, 5, kBefore), At(5, 5, kBehind)}}) {
+        PlainSink sink;
+        Record(sink, kOpenFilmRules, from, to);
+        EXPECT_THAT(sink.added, ElementsAre(KeyKind::Position));
+    }
+    PlainSink sink;
+    Record(sink, kOpenFilmRules, At(0.999996f, 5, 5), At(1.000003f, 5, 5)); // 7 millionths
+    EXPECT_THAT(sink.added, IsEmpty());
 }
 
 TEST(RecordTransformTest, KeyThatStandsThereMovesWithItsHandles) {
