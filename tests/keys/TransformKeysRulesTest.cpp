@@ -82,6 +82,16 @@ TEST(RecordTransformTest, SmallMoveMakesAKeyOnlyInAFilmThatIsNotShown) {
     EXPECT_THAT(other.added, ElementsAre(KeyKind::Position));
 }
 
+TEST(RecordTransformTest, WholeNumbersAreCutTowardsNothingOnEveryAxis) {
+    for (const auto& [from, to] : {std::pair{At(-0.25f, 5, 5), At(0.25f, 5, 5)},
+                                   {At(5, -0.25f, 5), At(5, 0.25f, 5)},
+                                   {At(5, 5, -0.25f), At(5, 5, 0.25f)}}) {
+        PlainSink sink;
+        Record(sink, kOpenFilmRules, from, to);
+        EXPECT_THAT(sink.added, IsEmpty());
+    }
+}
+
 TEST(RecordTransformTest, HundredThousandthOfAUnitOnAnyAxisIsAMove) {
     constexpr float kBefore = 0.99999f; // 20 millionths from 1.00001f, and 1 lies between
     constexpr float kBehind = 1.00001f;

@@ -64,6 +64,14 @@ TEST_F(TrackCtrlAdjustTest, RecordsThatTouchALimitAreNeitherInsideNorOutside) {
     }
 }
 
+TEST_F(TrackCtrlAdjustTest, MomentAtTheEndOfTheIntervalMovesAndOneAtItsStartStays) {
+    IFilmKey* start = AddRecord(boxTrack, KeyKind::Flags, 10, 10);
+    IFilmKey* end = AddRecord(boxTrack, KeyKind::Flags, 18, 18);
+    RowWith(KeyKind::Flags, {}).AdjustKeys(10.0f, 8.0f, 4.0f);
+    EXPECT_EQ(start->time, 10.0f);
+    EXPECT_EQ(end->time, 14.0f);
+}
+
 TEST_F(TrackCtrlAdjustTest, WhatPlaysKeepsItsLength) {
     const std::vector<IFilmKey*> records{AddRecord(boxTrack, KeyKind::Animation, 14, 15),
                                          AddRecord(boxTrack, KeyKind::Animation, 17, 20)};

@@ -1,3 +1,4 @@
+#include "tests/support/FakeAttributes.h"
 #include "tests/timeline/TrackCtrlFixture.h"
 
 #include <algorithm>
@@ -253,6 +254,16 @@ TEST_F(TrackCtrlKeysTest, RemovingAKeyOutOfViewRepaintsNothing) {
     row.ValidateRect();
     row.RemoveKey(view, true, /*redraw*/ true, true);
     EXPECT_FALSE(WantsPaint(row));
+}
+
+TEST_F(TrackCtrlKeysTest, KeyOnShowThatIsRemovedWithUndoLeavesTheAttributesWindow) {
+    CTrackCtrl& row = MakeRow(KeyKind::Position);
+    CTrackKey* view = AddBar(row, 5.0f);
+    Unselect();
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
+    dialog.key = view;
+    row.RemoveKey(view, /*destroy*/ true, /*redraw*/ false, /*noUndo*/ false);
+    EXPECT_THAT(dialog.log, ElementsAre("Reset"));
 }
 
 TEST_F(TrackCtrlKeysTest, RemovingWithoutARedrawRepaintsNothing) {

@@ -8,6 +8,24 @@ using ::testing::Not;
 
 namespace {
 
+/// A host that only notes what a press on a name tells it.
+class NotingEditor final : public TestEditor {
+public:
+    void SelectObject(EditorObject*, int a, int b) override { Note("select", a, b); }
+    void AddToSelection(EditorObject*, int a, int b) override { Note("add", a, b); }
+    void DeselectObject(EditorObject*, int a, int b) override { Note("deselect", a, b); }
+    void BroadcastEvent(int code, PluginCommandId sender, void*) override {
+        notes.push_back("event " + std::to_string(code) + " " + std::to_string(sender.word));
+    }
+
+    std::vector<std::string> notes;
+
+private:
+    void Note(const std::string& what, int a, int b) {
+        notes.push_back(what + " " + std::to_string(a) + " " + std::to_string(b));
+    }
+};
+
 class TrackCtrlMouseTest : public TrackCtrlTest {
 protected:
     TrackCtrlMouseTest() {
@@ -218,6 +236,25 @@ TEST_F(TrackCtrlMouseTest, CtrlOnTheNameCellFlipsTheObjectsSelection) {
     EXPECT_THAT(editor.level.selection, ElementsAre(other, box));
     Press(row, 60, 10);
     EXPECT_THAT(editor.level.selection, ElementsAre(other));
+}
+
+TEST_F(TrackCtrlMouseTest, NameCellTellsTheHostHowToSelect) {
+    NotingEditor host;
+    CTrackCtrl& row = MakeRow(KeyKind::Position, boxTrack);
+    plugin.editor = &host;
+    const std::string told = "event 2 " + std::to_string(plugin.pluginId.word);
+    Press(row, 60, 10);
+    EXPECT_THAT(host.notes, ElementsAre("select 1 0", told));
+    host.notes.clear();
+    ctrlDown = true;
+    box->GetInfo()->flags &= ~EditorObjectInfo::kSelected;
+    Press(row, 60, 10);
+    EXPECT_THAT(host.notes, ElementsAre("add 1 0", told));
+    host.notes.clear();
+    box->GetInfo()->flags |= EditorObjectInfo::kSelected;
+    Press(row, 60, 10);
+    EXPECT_THAT(host.notes, ElementsAre("deselect 0 0", told));
+    plugin.editor = &editor;
 }
 
 TEST_F(TrackCtrlMouseTest, NameCellKeepsTheKeysSelection) {
