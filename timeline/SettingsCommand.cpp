@@ -1,5 +1,6 @@
 #include "timeline/SettingsCommand.h"
 
+#include "files/FilmWatch.h"
 #include "files/MainCtrlSettingsDlg.h"
 #include "keys/rules/Pixels.h"
 #include "plugin/PluginImpl.h"
@@ -52,9 +53,9 @@ void EditSettings(CFilmsMainCtrl& control) {
     dialog.bigTics = control.grid->bigTics;
     dialog.labelDistance = control.grid->labelDistance;
     const Watch<CFilmsMainCtrl> window(&control);
-    const IFilm* film = control.plugin.GetCurrentFilm();
+    const FilmWatch film(control.plugin);
     // What was shown and edited is that film's.
-    if (dialog.DoModal() != IDOK || !window.IsAlive() || film != control.plugin.GetCurrentFilm()) {
+    if (dialog.DoModal() != IDOK || !window.IsAlive() || !film.IsCurrent()) {
         return;
     }
     if (std::isfinite(dialog.begin) && std::isfinite(dialog.end) && std::isfinite(dialog.interval)) {

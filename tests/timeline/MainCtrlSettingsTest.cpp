@@ -187,6 +187,18 @@ TEST_F(MainCtrlSettingsTest, AnotherFilmUnderTheDialogKeepsItsOwn) {
     EXPECT_EQ(control->grid->bigTics, 5);
 }
 
+TEST_F(MainCtrlSettingsTest, AnotherLevelUnderTheDialogKeepsItsOwnFilm) {
+    edit = [&](CMainCtrlSettingsDlg& dialog) {
+        plugin.OnNew();
+        plugin.SetCurrentFilm(film); // stands for the other level's film at the same address
+        dialog.end = 30.0f;
+        dialog.bigTics = 9;
+    };
+    OpenSettings();
+    EXPECT_EQ(film->length, 10.0f);
+    EXPECT_EQ(control->grid->bigTics, 5);
+}
+
 TEST_F(MainCtrlSettingsTest, ControlThatGoesUnderTheDialogDoesntMatter) {
     edit = [this](CMainCtrlSettingsDlg&) {
         plugin.scenarioDlg = nullptr;
