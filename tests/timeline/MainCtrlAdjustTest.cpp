@@ -212,6 +212,13 @@ TEST_F(MainCtrlAdjustTest, StretchMakesTheFilmLongerButNeverShorter) {
     ExpectEnd(12.0f);
 }
 
+TEST_F(MainCtrlAdjustTest, StretchToTheSameLengthLeavesTheAxis) {
+    control->SetMovieRange(0.0f, 20.0f);
+    control->StretchTime(2.0f, 4.0f, 4.0f);
+    EXPECT_EQ(control->movieEnd, 20.0f);
+    EXPECT_EQ(film->length, 10.0f);
+}
+
 TEST_F(MainCtrlAdjustTest, StretchWorksInFloat32) {
     // The factor 0.9 / 0.3 is 3 - 2^-22 in float32. What lies 0.1 behind 1.1 comes 0.3 behind it, and the sum
     // is the float32 next above 1.4.

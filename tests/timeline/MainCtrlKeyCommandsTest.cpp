@@ -256,6 +256,7 @@ TEST_F(KeyCommandsTest, CalcDurationPutsTheOldOneBackWhereTheKeyHasNoPlace) {
 TEST_F(KeyCommandsTest, CalcDurationNeedsALengthAboveNothing) {
     CTrackCtrl* row = Row(KeyKind::Sound);
     CTimedTrackKey* key = PutTimed(row, 1.0f, 2.0f);
+    PutTimed(row, 2.5f, 1.0f); // the key reaches into this one, and is not cut either
     for (const auto length : {NoSeconds, EndlessSeconds}) {
         editor.level.SetSoundDuration(length);
         RunOn(IDC_CALC_KEY_DURATION, row, key);

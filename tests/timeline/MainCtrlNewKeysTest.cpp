@@ -352,6 +352,14 @@ TEST_F(NewKeysTest, PastedKeyStandsUnderTheMouseWithTheAttributesOfItsSource) {
     EXPECT_THAT(TimesOf(*row), ElementsAre(0.0f, 4.0f, 6.0f));
 }
 
+TEST_F(NewKeysTest, RoomBeforeTheFilmIsRoomForAPastedKeyAtItsStart) {
+    control->SetMovieRange(-5.0f, 10.0f);
+    CTrackCtrl* row = Row(KeyKind::Position);
+    RunOn(IDC_COPY_ATTRIBUTES, row, *row->keys.begin()); // the key at 0
+    RunAt(IDC_PASTE_KEY, row, -2.0f); // Required: nothing stands at -2, so a second key goes to 0.
+    EXPECT_THAT(TimesOf(*row), ElementsAre(0.0f, 0.0f));
+}
+
 TEST_F(NewKeysTest, KeyIsPastedIntoRowsOfItsKindOnly) {
     CTrackCtrl* row = Row(KeyKind::Position);
     RunOn(IDC_COPY_ATTRIBUTES, row, *row->keys.begin());
