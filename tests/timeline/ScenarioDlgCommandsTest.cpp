@@ -2,6 +2,7 @@
 
 #include "keys/views/TrackKey.h"
 #include "resources/resource.h"
+#include "tests/support/FakeAttributes.h"
 
 #include <algorithm>
 #include <set>
@@ -48,6 +49,19 @@ TEST_F(ScenarioCommandsTest, NotificationCodesAreNoCommands) {
     GoTo(4.0f);
     window->SendMessage(WM_COMMAND, MAKEWPARAM(IDC_MOVE_TO_END, 1));
     EXPECT_EQ(plugin.currentTime, 4.0f);
+}
+
+TEST_F(ScenarioCommandsTest, EditsUnderWayAreWrittenBeforeEachCommand) {
+    OpenNewFilm();
+    FakeAttributes& attributes = OpenFakeAttributes(plugin);
+    int written = 0;
+    attributes.onApplyPending = [&written] { ++written; };
+    for (const UINT id :
+         {36821, 36822, 36824, 36833, 36834, 36838, 36839, 36840, 36841, 36851, 36852, 36864, 36865}) {
+        written = 0;
+        Command(id);
+        EXPECT_EQ(written, 1) << id;
+    }
 }
 
 TEST_F(ScenarioCommandsTest, WithoutAFilmTheCommandsDoNothing) {
@@ -143,6 +157,14 @@ TEST_F(ScenarioCommandsTest, AttachButtonFollowsTheActiveView) {
     editor.activeView = -1;
     window->UpdateAttachButton();
     EXPECT_FALSE(IsPressed(IDC_ATTACH_MOVIE));
+}
+
+TEST_F(ScenarioCommandsTest, NewWindowShowsThatTheActiveViewIsAttached) {
+    OpenNewFilm();
+    Command(IDC_ATTACH_MOVIE);
+    delete window;
+    window = new ObservedScenarioDlg(plugin);
+    EXPECT_TRUE(IsPressed(IDC_ATTACH_MOVIE));
 }
 
 TEST_F(ScenarioCommandsTest, AttachWithoutAnActiveViewOnlyReleasesTheButton) {
@@ -252,6 +274,24 @@ TEST_F(ScenarioCommandsTest, FrameStepInAPlayingFilmPlaysOn) {
     }
 }
 
+TEST_F(ScenarioCommandsTest, StepsInAPlayingFilmPoseItStopped) {
+    for (const UINT step : {IDC_MOVE_TO_BEGIN, IDC_MOVE_TO_END, IDC_FRAME_BACK, IDC_FRAME_FORWARD}) {
+        OpenNewFilm();
+        RunClock(250);
+        std::vector<int> playing;
+        InsidePump([&] {
+            playing.push_back(plugin.isPlaying);
+            editor.onBroadcast = [&](int, void*) { playing.push_back(plugin.isPlaying); };
+            Command(step);
+        });
+        Command(IDC_PLAY_MOVIE);
+        editor.onBroadcast = nullptr;
+        ASSERT_GE(playing.size(), 2u) << step;
+        EXPECT_EQ(playing[0], 1) << step;
+        EXPECT_EQ(playing[1], 0) << step;
+    }
+}
+
 TEST_F(ScenarioCommandsTest, WindowMayGoInAPlayingFilm) {
     OpenNewFilm();
     RunClock(250);
@@ -338,6 +378,8 @@ TEST_F(ScenarioCommandsTest, TurnedMarkIsPainted) {
     Settle();
     CRect update;
     ASSERT_FALSE(RowOf("Crate", KeyKind::Position)->GetUpdateRect(&update));
+    ASSERT_FALSE(window->GetUpdateRect(&update));
     Command(IDC_SELECT_KEY);
     EXPECT_TRUE(RowOf("Crate", KeyKind::Position)->GetUpdateRect(&update));
+    EXPECT_TRUE(window->GetUpdateRect(&update));
 }

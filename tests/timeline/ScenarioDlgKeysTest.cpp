@@ -163,6 +163,16 @@ TEST_F(JumpToKeyTest, OfTwoRowsTheNearerKeyWins) {
     EXPECT_EQ(Forward(0.0f), 2.0f);
 }
 
+TEST_F(JumpToKeyTest, OfTwoKeysAsNearTheFirstRowsWins) {
+    AddKey(crate, KeyKind::Position, 4.0f);
+    AddKey(barrel, KeyKind::Position, 4.0f);
+    editor.Select({AsObjectTrack(crate)->actor, AsObjectTrack(barrel)->actor});
+    ShowRows();
+    EXPECT_EQ(Forward(0.0f), 4.0f);
+    ASSERT_EQ(Control().selectedKeys.size(), 1u);
+    EXPECT_EQ(Control().selectedKeys.front()->record->track, barrel); // the rows are sorted by name
+}
+
 TEST_F(JumpToKeyTest, LightsCountAsTheObjectsThatStandForThem) {
     EditorObject* lamp = editor.CreateOfClass("GLLightEditorObject", "Lamp", 0, 0, 0);
     CFilmTrack* light = plugin.FindTrackOfObject(film, lamp);

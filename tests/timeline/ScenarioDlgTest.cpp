@@ -100,6 +100,17 @@ TEST_F(ScenarioWindowTest, ShowMakesItVisibleWithTheKeyboardOnTheControl) {
     EXPECT_EQ(CWnd::GetFocus(), &Control());
 }
 
+TEST_F(ScenarioWindowTest, ControlTakesTheKeyboardWhenItDescribesAKey) {
+    OpenManyRows();
+    window->Show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(NativeWidget(*window)));
+    window->toolbar.SetFocus();
+    ASSERT_NE(CWnd::GetFocus(), &Control());
+    Control().ShowKeyDescription(RowOf("Actor100", KeyKind::Position)->keys.front());
+    Control().SendMessage(WM_TIMER, 0); // the delay is over
+    EXPECT_EQ(CWnd::GetFocus(), &Control());
+}
+
 TEST_F(ScenarioWindowTest, ShowsTheFilmAndTheTimeItIsTold) {
     IFilm* film = OpenNewFilm();
     EXPECT_EQ(Control().tracks.front()->track, film->mainTrack);
