@@ -66,6 +66,43 @@ TEST_F(MainCtrlInputTest, HoverShowsTheDescriptionAfterTheDelay) {
     EXPECT_EQ(place.TopLeft(), CPoint(340, 330));
 }
 
+TEST_F(MainCtrlInputTest, ShowingAndHidingWaitInTheirTimers) {
+    constexpr UINT_PTR kShow = 0;
+    constexpr UINT_PTR kHide = 1;
+    const auto waits = [this](UINT_PTR id) { return control->KillTimer(id) != FALSE; };
+    control->ShowKeyDescription(nullptr);
+    EXPECT_TRUE(waits(kHide)) << "what is described stays the same: nothing";
+    control->ShowKeyDescription(key);
+    EXPECT_TRUE(waits(kShow));
+    EXPECT_FALSE(waits(kHide));
+    control->ShowKeyDescription(key);
+    EXPECT_FALSE(waits(kShow));
+    EXPECT_TRUE(waits(kHide));
+    Tick(kShow);
+    EXPECT_TRUE(waits(kHide));
+    control->ShowKeyDescription(RowOf("Actor100", KeyKind::Rotation)->keys.front());
+    EXPECT_FALSE(waits(kShow)) << "the popup shows already";
+    EXPECT_TRUE(waits(kHide));
+    control->SetTimer(kHide, 60000);
+    control->ShowKeyDescription(nullptr);
+    EXPECT_FALSE(waits(kHide));
+    for (const UINT_PTR id : {kShow, kHide}) {
+        control->SetTimer(id, 60000);
+        Tick(id);
+        EXPECT_FALSE(waits(id)) << "each runs down once";
+    }
+}
+
+TEST_F(MainCtrlInputTest, AShownPopupIsPaintedAnewForTheNextKey) {
+    control->ShowKeyDescription(key);
+    Tick(0);
+    Settle();
+    CRect update;
+    ASSERT_FALSE(Popup().GetUpdateRect(&update));
+    control->ShowKeyDescription(RowOf("Actor100", KeyKind::Rotation)->keys.front());
+    EXPECT_TRUE(Popup().GetUpdateRect(&update));
+}
+
 TEST_F(MainCtrlInputTest, TheDelayRunsOnTheClock) {
     control->ShowKeyDescription(key);
     Settle(700);
@@ -189,6 +226,19 @@ TEST_F(MainCtrlInputTest, HomeAndEndGoToTheKeyUnderTheMouse) {
     cursor = PointAt(row, 7.0f);
     KeyDown(VK_HOME);
     EXPECT_EQ(plugin.currentTime, 0.0f);
+}
+
+TEST_F(MainCtrlInputTest, EndGoesBehindTheDurationOfTheKeyUnderTheMouse) {
+    IFilmKey* record = AddKey(row->track, KeyKind::Speech, 2.0f);
+    record->SetEndTime(5.0f);
+    control->ShowFilm(film, true);
+    RowOf("Actor100")->SetExpanded(true, true);
+    Settle();
+    cursor = PointAt(RowOf("Actor100", KeyKind::Speech), 4.0f);
+    KeyDown(VK_END);
+    EXPECT_EQ(plugin.currentTime, 5.0f);
+    KeyDown(VK_HOME);
+    EXPECT_EQ(plugin.currentTime, 2.0f);
 }
 
 TEST_F(MainCtrlInputTest, BackgroundMenuGreysWhatCannotBe) {

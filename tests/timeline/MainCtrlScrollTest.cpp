@@ -73,6 +73,10 @@ TEST_F(MainCtrlScrollTest, TimeThumbIsKeptInsideTheAxis) {
     EXPECT_EQ(control->viewStart, 0.0f);
     control->OnThumbTrack(control->hScroll, std::numeric_limits<float>::quiet_NaN());
     EXPECT_EQ(control->viewStart, 0.0f);
+    Settle();
+    control->OnThumbTrack(control->hScroll, -1.0f); // it stands there
+    CRect update;
+    EXPECT_FALSE(control->grid->GetUpdateRect(&update));
 }
 
 TEST_F(MainCtrlScrollTest, RowLinesStopAtTheLastPage) {
@@ -93,6 +97,8 @@ TEST_F(MainCtrlScrollTest, RowPagesGoByTheRowsThatFit) {
     control->OnPageForward(control->vScroll); // 40 left: min(24, 16)
     EXPECT_EQ(TopName(), "16");
     control->OnPageForward(control->vScroll); // 24 left: min(8, 16)
+    EXPECT_EQ(TopName(), "24");
+    control->OnPageForward(control->vScroll); // 16 left: min(0, 16)
     EXPECT_EQ(TopName(), "24");
     control->OnPageBack(control->vScroll);
     EXPECT_EQ(TopName(), "8");

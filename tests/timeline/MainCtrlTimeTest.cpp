@@ -28,6 +28,16 @@ TEST_F(MainCtrlTimeTest, MovieRangeIsSortedAndReachesEveryPart) {
     EXPECT_EQ(RowOf("Actor100")->rangeEnd, 12.0f);
 }
 
+TEST_F(MainCtrlTimeTest, AllThatShowsTheAxisIsPaintedWithItsNewRange) {
+    OpenFilmWithActors(1);
+    Settle();
+    ASSERT_FALSE(HasUpdate(control->grid));
+    control->SetMovieRange(0.0f, 12.0f);
+    EXPECT_TRUE(HasUpdate(control->grid));
+    EXPECT_TRUE(HasUpdate(RowOf("Actor100")));
+    EXPECT_TRUE(HasUpdate(control->hScroll));
+}
+
 TEST_F(MainCtrlTimeTest, MovieRangeKeepsEachEndOfTheViewInsideOneSideOnly) {
     control->SetMovieRange(0.0f, 20.0f);
     control->SetViewRange(6.0f, 10.0f, false);
@@ -37,7 +47,9 @@ TEST_F(MainCtrlTimeTest, MovieRangeKeepsEachEndOfTheViewInsideOneSideOnly) {
     EXPECT_EQ(control->hScroll->page, 4.0f); // nor is the page renewed
     EXPECT_EQ(control->grid->viewStart, 5.0f);
     EXPECT_EQ(control->grid->viewEnd, 5.0f);
-    Settle(); // a view of no length paints
+    control->CalcSecondsPerPixel();
+    EXPECT_FLOAT_EQ(control->secondsPerPixel, 1.0f / 630.0f); // 800 - 20 - 150, without a sign
+    Settle();                                                 // a view of no length paints
     control->OnPageForward(control->hScroll);
     control->OnPageBack(control->hScroll);
     Settle();
@@ -89,6 +101,20 @@ TEST_F(MainCtrlTimeTest, ARowIsNeverLowerThanTwenty) {
     control->SetRowHeight(35, true);
     EXPECT_EQ(control->rowHeight, 35);
     EXPECT_EQ(control->GetVisibleRowCount(), 9); // 350 / 35 is 10, and 350 is below 400
+}
+
+TEST_F(MainCtrlTimeTest, RowsTakeANewHeightAtOnceWhereItIsToBeSeen) {
+    OpenFilmWithActors(1);
+    Settle();
+    const auto height = [this] {
+        CRect place;
+        RowOf("Actor100")->GetClientRect(&place);
+        return place.Height();
+    };
+    control->SetRowHeight(35, /*redraw*/ false);
+    EXPECT_EQ(height(), 20);
+    control->SetRowHeight(45, /*redraw*/ true);
+    EXPECT_EQ(height(), 45);
 }
 
 TEST_F(MainCtrlTimeTest, ARowIsNoHigherThanTwoHundredWhateverIsStored) {
@@ -204,6 +230,29 @@ TEST_F(MainCtrlTimeTest, TheUsersMoveSnapsAndTakesTheFilmAlong) {
     EXPECT_FALSE(HasUpdate(control->infoWnd)); // required
 }
 
+TEST_F(MainCtrlTimeTest, TheUsersMoveInAPlayingFilmPosesItStoppedAndPlaysOn) {
+    OpenFilmWithActors(1);
+    std::uint32_t milliseconds = 0;
+    Hooks().clock = [&milliseconds] { return milliseconds += 500; };
+    std::vector<std::pair<float, int>> frames;
+    editor.onBroadcast = [&](int, void*) { frames.emplace_back(plugin.currentTime, plugin.isPlaying); };
+    plugin.isPlaying = 1;
+    control->SetCurrentFrame(2.0f, true);
+    editor.onBroadcast = nullptr;
+    ASSERT_GE(frames.size(), 2u);
+    EXPECT_EQ(frames[0], std::pair(2.0f, 0));
+    EXPECT_GT(frames[1].first, 2.0f);
+    EXPECT_EQ(frames[1].second, 1);
+    EXPECT_EQ(plugin.isPlaying, 0) << "the end is reached";
+}
+
+TEST_F(MainCtrlTimeTest, TheFilmsEndIsReached) {
+    OpenFilmWithActors(1); // 10 seconds
+    control->SetCurrentFrame(10.0f, false);
+    EXPECT_EQ(control->currentTime, 10.0f);
+    EXPECT_EQ(plugin.currentTime, 10.0f);
+}
+
 TEST_F(MainCtrlTimeTest, AMoveBehindTheFilmsEndLeavesTheCursor) {
     OpenFilmWithActors(1); // 10 seconds
     control->SetCurrentFrame(2.0f, false);
@@ -245,7 +294,13 @@ TEST_F(MainCtrlTimeTest, MarksShiftKeysOfVisibleRowsOnly) {
     scales->visible = false;
     control->RebuildVisibleRows(true, nullptr);
     control->SaveKeyTimes();
+    EXPECT_EQ(positions->keys.front()->savedTime, 1.0f);
+    EXPECT_EQ(scales->keys.front()->savedTime, -1.0f);
+    Settle();
+    ASSERT_FALSE(HasUpdate(control->grid));
     control->ShiftKeysAtMark(1.05f, 2.05f); // 1.0 lies inside 0.95 to 1.15
+    EXPECT_TRUE(HasUpdate(control->grid));
+    EXPECT_TRUE(HasUpdate(positions));
     EXPECT_FLOAT_EQ(positions->keys.front()->time, 2.0f);
     EXPECT_EQ(scales->keys.front()->time, 1.0f);
     control->RestoreKeyTimes(/*keep*/ false);
