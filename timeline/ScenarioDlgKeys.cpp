@@ -136,7 +136,8 @@ void CScenarioDlg::JumpToKey(bool forward) {
     if (key == nullptr) {
         return;
     }
+    IPluginImpl& films = plugin; // the attributes window, which is told of the key, may let the window go
     const float time = key->time;
     mainCtrl->SelectOnly(key);
-    plugin.SetTime(time, /*fromWindow*/ false);
+    films.SetTime(time, /*fromWindow*/ false);
 }

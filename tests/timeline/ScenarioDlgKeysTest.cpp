@@ -3,6 +3,7 @@
 #include "files/base/Log.h"
 #include "keys/views/TrackKey.h"
 #include "resources/resource.h"
+#include "tests/support/FakeAttributes.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -131,6 +132,19 @@ TEST_F(JumpToKeyTest, WithNoKeyTheSelectionAndTheTimeStay) {
     Control().SelectOnly(key);
     EXPECT_EQ(Forward(2.0f), 2.0f);
     EXPECT_THAT(Control().selectedKeys, ElementsAre(key));
+}
+
+TEST_F(JumpToKeyTest, TimeMovesThoughTheWindowGoesWhileTheKeyIsSelected) {
+    AddKey(crate, KeyKind::Position, 4.0f);
+    ShowRows();
+    FakeAttributes& attributes = OpenFakeAttributes(plugin);
+    attributes.visible = true;
+    attributes.onSetKey = [&] {
+        attributes.onSetKey = nullptr;
+        delete plugin.scenarioDlg;
+    };
+    EXPECT_EQ(Forward(0.0f), 4.0f);
+    EXPECT_FALSE(IsAlive());
 }
 
 TEST_F(JumpToKeyTest, NoFilmNoJump) {
