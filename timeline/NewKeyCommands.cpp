@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -69,6 +70,23 @@ bool IsPosed(int kind) {
     return kind == KeyKind::Position || kind == KeyKind::Rotation || kind == KeyKind::Scale;
 }
 
+/// No key is selected or on show any more. The user may be asked about what was edited: false if the control
+/// went meanwhile, and the new key's record with it.
+bool LeaveKeys(CFilmsMainCtrl& control, CTrackKey& newKey) {
+    const FilmSession& session = control.session;
+    const Watch<CFilmsMainCtrl> window(&control);
+    control.ClearSelection();
+    IKeyAttributesDlg* dialog = session.keyAttributesDlg.get();
+    if (window.IsAlive() && dialog != nullptr) {
+        dialog->SetKey(nullptr, /*refresh*/ false);
+    }
+    if (!window.IsAlive()) {
+        newKey.context = nullptr;
+        ReturnRecord(session, std::exchange(newKey.record, nullptr));
+    }
+    return window.IsAlive();
+}
+
 /// Required: there must be room under the mouse, also where the key goes elsewhere (before the film or behind
 /// its end).
 bool PlaceNewKey(CFilmsMainCtrl& control, LooseKey& key, float mouse, float time, bool redraw) {
@@ -118,12 +136,7 @@ void AddKey(CFilmsMainCtrl& control) {
     if (IsPosed(row->kind) && !FillFromPose(control.plugin, *key->record, row->track, time)) {
         return;
     }
-    const Watch<CFilmsMainCtrl> window(&control);
-    control.ClearSelection();
-    if (IKeyAttributesDlg* dialog = control.plugin.keyAttributesDlg.get()) {
-        dialog->SetKey(nullptr, /*refresh*/ false); // may ask the user about what was edited there
-    }
-    if (!window.IsAlive() || control.menuRow != row) {
+    if (!LeaveKeys(control, *key) || control.menuRow != row) {
         return;
     }
     control.RepaintRows();

@@ -26,6 +26,15 @@ protected:
         const Vector3 angles{x, y, z};
         KeysOf(*track, KeyKind::Rotation).front()->SetValue(angles.Data());
     }
+    /// The control goes when the attributes window is next given a key.
+    void LetControlGoIn(FakeAttributes& dialog) {
+        dialog.onSetKey = [this] {
+            if (control != nullptr) {
+                plugin.scenarioDlg = nullptr;
+                control.reset();
+            }
+        };
+    }
     /// The axis above the rows is painted anew, and each row that shows.
     void ExpectAllPainted() const {
         CRect rect;
@@ -266,6 +275,23 @@ TEST_F(NewKeysTest, RowsThatGoWhileTheAttributesAskAreNotTouched) {
         control->ShowFilm(film, true);
     };
     RunAt(IDC_ADD_KEY, Row(KeyKind::JavaMethod), 3.0f);
+    EXPECT_THAT(KeysOf(*track, KeyKind::JavaMethod), IsEmpty());
+}
+
+TEST_F(NewKeysTest, ControlThatGoesWhileTheAttributesAskGetsNoKey) {
+    FakeAttributes& dialog = OpenFakeAttributes(plugin);
+    LetControlGoIn(dialog);
+    control->SelectOnly(Put(Row(KeyKind::Rotation), 6.0f));
+    dialog.visible = true; // it hears of the key that is no longer selected
+    RunAt(IDC_ADD_KEY, Row(KeyKind::JavaMethod), 3.0f);
+    EXPECT_EQ(control, nullptr);
+    EXPECT_THAT(KeysOf(*track, KeyKind::JavaMethod), IsEmpty());
+}
+
+TEST_F(NewKeysTest, ControlThatGoesWhileTheAttributesAreBlankedGetsNoKey) {
+    LetControlGoIn(OpenFakeAttributes(plugin));
+    RunAt(IDC_ADD_KEY, Row(KeyKind::JavaMethod), 3.0f);
+    EXPECT_EQ(control, nullptr);
     EXPECT_THAT(KeysOf(*track, KeyKind::JavaMethod), IsEmpty());
 }
 
