@@ -94,6 +94,20 @@ TEST_F(PanelTest, SecondUpdateInsertsNoSecondTab) {
     EXPECT_EQ(panel->tabCtrl.GetItemCount(), 1);
 }
 
+TEST_F(PanelTest, ChosenTabShowsItsPageUnlessItIsTheCurrentOne) {
+    const auto choose = [this] {
+        NMHDR header{panel->tabCtrl.GetSafeHwnd(), IDC_PANEL_TABS, TCN_SELCHANGE};
+        return panel->SendMessage(WM_NOTIFY, IDC_PANEL_TABS, reinterpret_cast<LPARAM>(&header));
+    };
+    Page().ShowWindow(SW_HIDE);
+    EXPECT_EQ(choose(), 0);
+    EXPECT_FALSE(Page().IsWindowVisible()) << "nothing happens";
+    panel->currentTab = -1; // as if no page had been shown yet
+    EXPECT_EQ(choose(), 0);
+    EXPECT_TRUE(Page().IsWindowVisible());
+    EXPECT_EQ(panel->currentTab, 0);
+}
+
 TEST_F(PanelTest, ClosedPanelIsForgottenAndReopenedAnew) {
     Close();
     EXPECT_EQ(CFilmsView::GetPanel(), nullptr);
