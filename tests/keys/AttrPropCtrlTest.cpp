@@ -5,6 +5,7 @@
 #include "tests/support/DrawRecorder.h"
 #include "tests/support/MouseScript.h"
 
+#include <algorithm>
 #include <limits>
 #include <QComboBox>
 #include <QTest>
@@ -168,6 +169,21 @@ TEST_F(AttrPropCtrlTest, BoolOpensTheComboboxWithFalseAndTrue) {
     EXPECT_EQ(list.inPlaceCombo.GetLBText(0), "false");
     EXPECT_EQ(list.inPlaceCombo.GetLBText(1), "true");
     EXPECT_EQ(list.inPlaceCombo.GetWindowText(), "true");
+}
+
+TEST_F(AttrPropCtrlTest, ListOfChoicesOpensLongerThanThatOfTruths) {
+    const bool on = true;
+    AddChoice("In type", {"Smooth", "Linear", "User"}, 1);
+    AddRow("Looped", MemberType::Bool, &on);
+    ShowRows();
+    const auto* combo = qobject_cast<QComboBox*>(NativeWidget(list.inPlaceCombo));
+    ASSERT_NE(combo, nullptr);
+    const int lineHeight = combo->fontMetrics().height() + 2;
+    Click(0);
+    const int room = 18 + 200 - PlaceOf(list.inPlaceCombo).Height();
+    EXPECT_EQ(combo->maxVisibleItems(), room / lineHeight);
+    Click(1);
+    EXPECT_EQ(combo->maxVisibleItems(), std::max(4, (room - 100) / lineHeight));
 }
 
 TEST_F(AttrPropCtrlTest, TypesWithoutAnEditorOnlySelectTheirRow) {
@@ -405,6 +421,10 @@ TEST_F(AttrPropCtrlTest, LimitsStopOrWrapTheWheel) {
     list.inPlaceEdit.current = -2.5f;
     Wheel(-120);
     EXPECT_EQ(list.inPlaceEdit.current, -3.0f);
+    list.inPlaceEdit.wrap = true;
+    list.inPlaceEdit.hasMaximum = false;
+    Wheel(-120); // without a maximum there is nothing to wrap to
+    EXPECT_EQ(list.inPlaceEdit.current, -3.0f);
 }
 
 TEST_F(AttrPropCtrlTest, BrowserGetsTheTextAndItsAnswerStandsInTheEditor) {
@@ -483,6 +503,25 @@ TEST_F(AttrPropCtrlTest, LinkIsOfferedWhileAnObjectIdIsUnderEdit) {
     EXPECT_FALSE(list.GetLinkObjectText(nullptr, text));
     EXPECT_TRUE(list.GetLinkObjectText(boat, text));
     EXPECT_EQ(text, "Link camera to object Boat(" + std::to_string(boat->id) + ")");
+    list.SetCurSel(-1);
+    EXPECT_FALSE(list.GetLinkObjectText(boat, text));
+    EXPECT_EQ(text, "");
+}
+
+TEST_F(AttrPropCtrlTest, ObjectIsNotLinkedThroughAnotherRow) {
+    EditorObject* boat = editor.Create("Boat");
+    const std::int32_t none = 0;
+    CMember& x = AddNumber("X", 1.0f);
+    CMember& id = AddRow("Object ID", MemberType::ObjectId, &none);
+    ShowRows();
+    Click(0);
+    around.log.clear();
+    list.SetLinkObject(boat);
+    list.SetCurSel(-1);
+    list.SetLinkObject(boat);
+    EXPECT_THAT(around.log, IsEmpty());
+    EXPECT_EQ(x.value[0].AsFloat(), 1.0f);
+    EXPECT_EQ(id.value[0].AsInteger(), 0);
 }
 
 TEST_F(AttrPropCtrlTest, LinkedObjectIsAppliedAndTheRowsAreMadeAnew) {

@@ -135,6 +135,25 @@ TEST_F(KeyAttributesDlgTest, CloseWritesTheOpenEditAndEmptiesTheWindow) {
     ExpectEmpty();
 }
 
+TEST_F(KeyAttributesDlgTest, EmptyWindowCloses) {
+    Dialog().Show(CFilmKeyAttributesDlg::kShow);
+    NativeWidget(Dialog())->close();
+    Settle();
+    EXPECT_FALSE(Dialog().IsVisible());
+    ExpectEmpty();
+}
+
+TEST_F(KeyAttributesDlgTest, DestroyedWindowLetsGoOfItsKeyAndWritesNothing) {
+    CFilmVectorKey* key = PutPosition(2.0f, 1.5f);
+    Open(key);
+    Edit("Pos X", "4.5");
+    Dialog().Destroy();
+    EXPECT_EQ(Dialog().key, nullptr);
+    EXPECT_EQ(Dialog().record, nullptr);
+    EXPECT_TRUE(Dialog().rows.empty());
+    EXPECT_EQ(key->value.x, 1.5f);
+}
+
 TEST_F(KeyAttributesDlgTest, RefreshKeepsTheKeyWhateverItIsGiven) {
     CFilmVectorKey* first = PutPosition(2.0f, 1.5f);
     CFilmVectorKey* second = PutPosition(3.0f, 7.0f);
