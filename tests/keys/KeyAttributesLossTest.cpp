@@ -2,6 +2,7 @@
 #include "keys/views/TrackKey.h"
 #include "resources/resource.h"
 #include "tests/keys/AttributesWindowFixture.h"
+#include "tests/support/MouseScript.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -148,6 +149,14 @@ protected:
         Edit("Delay time", "0.5");
         boxAnswer = IDYES;
     }
+    /// In the row of both keys, near the end of the film.
+    void PressBesideTheKeys() {
+        CTrackCtrl* row = control->FindRowOfKey(key);
+        row->parent->SetExpanded(true, /*redraw*/ true);
+        CRect client;
+        row->GetClientRect(&client);
+        MouseScript(*row).Press(client.right - 5, 10);
+    }
     /// Runs while the question waits.
     void WhileAsked(const std::function<void()>& action) {
         Hooks().messageBox = [this, action](const std::string& text, UINT) {
@@ -222,6 +231,38 @@ TEST_F(KeyAttributesQuestionTest, WindowsThatGoWhileARemovalAsksAreNotTouched) {
     control->RemoveTrackCtrl(control->FindRowOfKey(key), /*redraw*/ true);
     EXPECT_EQ(control, nullptr);
     EXPECT_EQ(KeysOf(*film->mainTrack, KeyKind::Camera).size(), 2u);
+}
+
+TEST_F(KeyAttributesQuestionTest, WindowsThatGoWhileAPressBesideTheKeysAsksAreNotTouched) {
+    WhileAsked([this] {
+        plugin.scenarioDlg = nullptr;
+        control.reset();
+    });
+    PressBesideTheKeys();
+    EXPECT_FALSE(boxes.empty());
+    EXPECT_EQ(control, nullptr);
+    ExpectEmpty();
+}
+
+TEST_F(KeyAttributesQuestionTest, RowsThatGoWhileAPressBesideTheKeysAsksAreNotTouched) {
+    WhileAsked([this] { control->ShowFilm(film, /*flag*/ true); });
+    PressBesideTheKeys();
+    EXPECT_FALSE(boxes.empty());
+    ExpectNothingDangles();
+    ExpectEmpty();
+}
+
+TEST_F(KeyAttributesQuestionTest, WindowsThatGoWhileANewKeyAsksAreNotTouched) {
+    WhileAsked([this] {
+        plugin.scenarioDlg = nullptr;
+        control.reset();
+    });
+    control->menuRow = control->FindRowOfKey(key);
+    control->mouseTime = 6.0f;
+    control->OnCmdMsg(IDC_ADD_KEY, 0, nullptr, nullptr);
+    EXPECT_EQ(control, nullptr);
+    EXPECT_EQ(KeysOf(*film->mainTrack, KeyKind::Camera).size(), 2u);
+    ExpectEmpty();
 }
 
 TEST_F(KeyAttributesQuestionTest, NewerKeyStaysWhenItIsShownWhileTheUserIsAsked) {
