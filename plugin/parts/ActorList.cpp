@@ -6,6 +6,7 @@
 #include "plugin/parts/FirstKeys.h"
 #include "plugin/parts/ObjectMatrices.h"
 #include "plugin/session/FilmSession.h"
+#include "plugin/session/LevelWatch.h"
 
 #include <algorithm>
 
@@ -49,17 +50,21 @@ CFilmTrack* ActorList::FindTrackOf(IFilm* film, EditorObject* object) const {
     return FindSunTrack(*film);
 }
 
-/// Behind the box the user may select other objects, or delete those that were selected.
+/// Behind the box the user may delete what was selected, or open another level.
 void ActorList::AddSelected() {
-    const ObjectList asked = SelectedObjects(session.view);
+    ObjectList asked = SelectedObjects(session.view);
     const bool grouped = std::ranges::any_of(asked, [this](EditorObject* object) {
         return object != nullptr && object->IsA(ClassId::LevelObject) &&
                session.view->GetGroupOf(object) != nullptr;
     });
     if (grouped) {
+        const LevelWatch level(session);
         AfxMessageBox("Some objects are in groups and they cannot be used in movies");
+        std::erase_if(asked, [&](const EditorObject* object) {
+            return !level.IsSameLevel() || !session.IsInLevel(object);
+        });
     }
-    Add(SelectedObjects(session.view));
+    Add(asked);
 }
 
 void ActorList::Add(const ObjectList& objects) {
