@@ -41,10 +41,10 @@ void IPluginImpl::Initialize(IEditor* newEditor, std::uint32_t pluginNumber, IEd
 
 void IPluginImpl::OnEditorReady() {
     commandBar.Load();
-    menus.Load();
     editor->AddListenerA(this);
     editor->AddListenerB(this);
     FindLightClasses();
+    menus.Load();
 }
 
 void IPluginImpl::FindLightClasses() {

@@ -84,6 +84,27 @@ TEST_F(CommandsTest, EditorReadyMakesToolbarListenersAndMenuInOrder) {
     fresh.OnEvent(EventCode::HostGoesAway, nullptr);
 }
 
+TEST_F(CommandsTest, MenusAreThereOnlyOnceTheHostHasItsListeners) {
+    /// Asks for its view's menu as soon as it has a listener.
+    class EagerEditor : public TestEditor {
+    public:
+        void AddListenerB(IPlugin* listener) override {
+            CMenu menu;
+            menu.CreatePopupMenu();
+            offered = listener->OnViewMenu(&menu);
+        }
+        bool offered = true;
+    } eager;
+    IPluginImpl fresh;
+    fresh.Initialize(&eager, 7, &eager);
+    fresh.OnEditorReady();
+    EXPECT_FALSE(eager.offered);
+    CMenu menu;
+    menu.CreatePopupMenu();
+    EXPECT_TRUE(fresh.OnViewMenu(&menu));
+    fresh.OnEvent(EventCode::HostGoesAway, nullptr);
+}
+
 TEST_F(CommandsTest, OfEqualClassNamesTheLastCounts) {
     editor.AddClassDescriptor("GLLightEditorObject", "second.mesh");
     plugin.OnEditorReady();
