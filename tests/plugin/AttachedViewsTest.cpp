@@ -48,6 +48,21 @@ TEST_F(AttachedViewsTest, ARefusedViewIsNotListed) {
     EXPECT_THAT(editor.calls, ElementsAre("Attach 1"));
 }
 
+TEST_F(AttachedViewsTest, AViewThatTheHostDoesNotLetGoIsNotAttachedAnew) {
+    class HoldingEditor : public TestEditor {
+    public:
+        void DetachViewFromPlugin(int number, PluginCommandId) override {
+            calls.push_back("Detach " + std::to_string(number));
+        }
+    } holding;
+    session.editor = &holding;
+    views.Attach(1);
+    holding.calls.clear();
+    views.Attach(1);
+    EXPECT_THAT(numbers, ElementsAre(1));
+    EXPECT_THAT(holding.calls, ElementsAre("Detach 1"));
+}
+
 TEST_F(AttachedViewsTest, WithoutAHostViewsAreOnlyForgotten) {
     numbers = {1};
     session.editor = nullptr;

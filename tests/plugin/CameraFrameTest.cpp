@@ -70,6 +70,23 @@ TEST_F(CameraFrameTest, NewKeysTakeTheLinkOfTheNearestKeyBefore) {
     EXPECT_EQ(Last(KeyKind::CameraTarget).linkElement, "");
 }
 
+TEST_F(CameraFrameTest, NearestKeyBeforeIsTheLatestInWhateverOrderTheyStand) {
+    EditorObject* crate = editor.Create("Crate");
+    AddKey(camera, KeyKind::CameraTarget, 1.0f);
+    AddKey(camera, KeyKind::CameraTarget, 1.5f)->SetLinkObject(crate);
+    AddKey(camera, KeyKind::CameraTarget, 0.5f);
+    AddKey(camera, KeyKind::CameraTarget, 2.5f); // behind the frame
+    plugin.CreateCameraFrame(camera, 2.0f, 0);
+    EXPECT_EQ(Last(KeyKind::CameraTarget).time, 2.0f);
+    EXPECT_EQ(Last(KeyKind::CameraTarget).linkObject, crate);
+}
+
+TEST_F(CameraFrameTest, KeyATenthOfAMillisecondAwayStandsAtAnotherTime) {
+    plugin.CreateCameraFrame(camera, 0.0001f, 0); // the limit itself does not count
+    EXPECT_EQ(camera->keys.size(), 4u);
+    EXPECT_EQ(eyeKey->value, Vector3{});
+}
+
 TEST_F(CameraFrameTest, EyeOnItsTargetLooksThreeUnitsAhead) {
     const Vector3 same{};
     targetKey->SetValue(same.Data());

@@ -76,6 +76,17 @@ TEST_F(EventsTest, CreatedObjectsGetARecordEachTimeTheyAreTold) {
     EXPECT_EQ(plugin.objectMatrices.size(), 2u); // no check for doubles
 }
 
+TEST_F(EventsTest, NullAmongCreatedAndDeletedObjectsIsPassedOver) {
+    EditorObject* crate = editor.Create("Crate");
+    plugin.objectMatrices.clear();
+    editor.level.selection = {nullptr, crate, nullptr};
+    plugin.OnEvent(EventCode::ObjectsCreated, nullptr);
+    EXPECT_EQ(plugin.objectMatrices.size(), 1u);
+    plugin.OnEvent(EventCode::ObjectsDeleting, nullptr);
+    EXPECT_THAT(plugin.objectMatrices, IsEmpty());
+    editor.level.selection.clear();
+}
+
 TEST_F(EventsTest, CreatedObjectUnderAHelperWithChildrenGetsNoRecord) {
     engine::SceneObject* holder = editor.CreateOfClass("HelperCwOEditorObject", "Holder");
     engine::SceneObject* child = editor.Create("Child");

@@ -1,8 +1,12 @@
 #include "tests/plugin/PluginFixture.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <functional>
 #include <limits>
+#include <memory>
+#include <utility>
 
 using ::testing::ElementsAre;
 
@@ -58,6 +62,46 @@ TEST_F(FilmsTest, FilmSwitchStopsDeactivatesActivatesInOrder) {
     EXPECT_EQ(Films().currentFilm, &second);
     EXPECT_THAT(window.times, ElementsAre(0.0f));
     plugin.scenarioDlg = nullptr;
+    plugin.SetCurrentFilm(nullptr);
+}
+
+TEST_F(FilmsTest, FilmThatGoesFindsObjectsBackAndItsLightsDarkBeforeTheNextIsTold) {
+    EditorObject* crate = editor.Create("Crate", 1, 0, 0);
+    EditorObject* lamp = editor.CreateOfClass("FilmsDynLightEditorObject", "Lamp");
+    /// Notes at each call where the crate stands, whether the lamp shines and whose film the level has.
+    class WitnessFilm : public LoggingFilm {
+    public:
+        WitnessFilm(std::vector<std::string>& calls, std::function<std::string()> seen)
+            : LoggingFilm(calls), look(std::move(seen)) {
+            validated = 1;
+        }
+        void Stop() override { log.push_back("Stop" + look()); }
+        void Deactivate() override { log.push_back("Deactivate" + look()); }
+        void Activate() override { log.push_back("Activate" + look()); }
+        std::function<std::string()> look;
+    };
+    std::vector<std::string> calls;
+    const IFilm* firstFilm = nullptr;
+    const auto look = [&] {
+        return std::string(PositionOf(*crate).x == 1.0f ? " back" : " moved") +
+               (lamp->visible != 0 ? " lit" : " dark") + (Films().currentFilm == firstFilm ? " old" : " new");
+    };
+    WitnessFilm first(calls, look);
+    WitnessFilm second(calls, look);
+    firstFilm = &first;
+    const std::unique_ptr<CFilmTrack> track(NewFilm()->CreateDynLightTrack());
+    static_cast<CFilmDynLightTrack*>(track.get())->lightObject = lamp;
+    first.tracks = {track.get()};
+    second.tracks = {track.get()};
+    plugin.SetCurrentFilm(&first);
+    MoveTo(*crate, 9, 0, 0);
+    calls.clear();
+    plugin.SetCurrentFilm(&second);
+    calls.erase(std::remove(calls.begin(), calls.end(), "SetTime"), calls.end());
+    EXPECT_THAT(calls,
+                ElementsAre("Stop moved lit old", "Deactivate back dark old", "Activate back dark old"));
+    EXPECT_EQ(Films().currentFilm, &second);
+    EXPECT_EQ(lamp->visible, 1);
     plugin.SetCurrentFilm(nullptr);
 }
 

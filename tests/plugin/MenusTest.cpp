@@ -137,6 +137,16 @@ TEST_F(MenusTest, AttachmentMustNotMakeACycle) {
     EXPECT_TRUE(plugin.CanAttachWithoutCycle(film, &Data().Root(), a)); // not an object that can be an actor
 }
 
+TEST_F(MenusTest, ParentThatCannotBeAnActorEndsTheWalk) {
+    EditorObject* a = editor.Create("A");
+    EditorObject* b = editor.Create("B");
+    IFilm* film = OpenFilmWith({a, b});
+    AsObjectTrack(film->FindObjectTrack(a))->parentObject = &Data().Root();
+    EXPECT_TRUE(plugin.CanAttachWithoutCycle(film, a, b));
+    AsObjectTrack(film->FindObjectTrack(a))->parentObject = nullptr;
+    EXPECT_TRUE(plugin.CanAttachWithoutCycle(film, a, b));
+}
+
 TEST_F(MenusTest, RingOfAttachmentsEndsTheWalk) {
     EditorObject* a = editor.Create("A");
     EditorObject* b = editor.Create("B");

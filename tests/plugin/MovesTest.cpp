@@ -251,6 +251,21 @@ TEST_F(RecordKeysTest, RotationStaysNextToTheEarlierKey) {
     EXPECT_NEAR(VectorKey(keys[1]).value.y, 390.0f, 1e-3f);
 }
 
+TEST_F(RecordKeysTest, RotationBeforeAllKeysStartsFromNone) {
+    IFilmKey* later = KeysOf(*track, KeyKind::Rotation).front();
+    const Vector3 turned{0, 370, 0};
+    later->SetValue(turned.Data());
+    later->SetTime(2.0f);
+    plugin.currentTime = 1.0f;
+    const float c = std::sqrt(0.75f); // 30 degrees about y; next to the later key it would be 390
+    newMatrix = {c, 0, -0.5f, 0, 0, 1, 0, 0, 0.5f, 0, c, 0, 1, 0, 0, 1};
+    Record();
+    const std::vector<IFilmKey*> keys = KeysOf(*track, KeyKind::Rotation);
+    ASSERT_EQ(keys.size(), 2u);
+    const IFilmKey* added = keys[0] == later ? keys[1] : keys[0];
+    EXPECT_NEAR(VectorKey(added).value.y, 30.0f, 1e-3f);
+}
+
 TEST_F(RecordKeysTest, RotationBetweenTwoKeysStartsFromTheCurve) {
     auto* last = AddKey(track, KeyKind::Rotation, 2.0f);
     const Vector3 full{0, 720, 0};
