@@ -109,6 +109,24 @@ TEST_F(LevelSceneTest, LightsThatAreOffKeepTheirBody) {
     EXPECT_EQ(levelScene.scene.items.size(), 1u);
 }
 
+TEST_F(LevelSceneTest, BodiesOfLightsCloseToTheViewerStaySmallOnTheScreen) {
+    Add(ClassName::GLLight, "", {0, 0, 0});
+    const auto bodyScale = [this](std::optional<glm::vec3> viewer) {
+        render::LevelSceneOptions options;
+        options.viewer = viewer;
+        levelScene.Update(level, options);
+        // The longest ray reaches 35 units from the light's place, the others as far in their directions.
+        const float ray = glm::length(levelScene.scene.lines.front().to) / 35.0f;
+        EXPECT_FLOAT_EQ(levelScene.scene.items[0].world[0][0], ray) << "body and rays go together";
+        return levelScene.scene.items[0].world[0][0];
+    };
+    EXPECT_FLOAT_EQ(bodyScale(std::nullopt), 1.0f);
+    EXPECT_FLOAT_EQ(bodyScale(glm::vec3(0, 0, 900)), 1.0f);
+    EXPECT_FLOAT_EQ(bodyScale(glm::vec3(0, 0, 600)), 1.0f);
+    EXPECT_FLOAT_EQ(bodyScale(glm::vec3(0, 0, 100)), 1.0f / 6.0f) << "a metre before the view";
+    EXPECT_FLOAT_EQ(bodyScale(glm::vec3(0, 0, 0)), 0.02f) << "never without a size";
+}
+
 TEST_F(LevelSceneTest, TheSunsHelperIsNoPointLightButHasABody) {
     engine::SceneObject* helper = Add(ClassName::GLLight, "", {0, 1000, 0});
     engine::FilmManager& films = level.Data()->Films();

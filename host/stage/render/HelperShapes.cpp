@@ -40,7 +40,7 @@ void AddCircle(std::vector<RenderLine>& lines, const glm::vec3& center, const gl
     }
 }
 
-void AddPointLight(std::vector<RenderLine>& lines, const RenderLight& light, bool showRange) {
+void AddPointLight(std::vector<RenderLine>& lines, const RenderLight& light, bool showRange, float size) {
     const glm::vec4 color = Shown(light.color);
     for (int x = -1; x <= 1; ++x) {
         for (int y = -1; y <= 1; ++y) {
@@ -48,7 +48,7 @@ void AddPointLight(std::vector<RenderLine>& lines, const RenderLight& light, boo
                 const glm::vec3 way(x, y, z);
                 const float length = glm::length(way);
                 if (length > 0.0f) {
-                    const glm::vec3 unit = way / length;
+                    const glm::vec3 unit = way * (size / length);
                     lines.push_back(
                         {light.position + unit * kRayStart, light.position + unit * kRayEnd, color});
                 }

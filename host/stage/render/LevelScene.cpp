@@ -23,6 +23,10 @@ constexpr float kLargestCaster = engine::Metres(150.0f);
 constexpr float kLightStrength = 2.2f;
 /// Bodies of sun helpers against those of other lights.
 constexpr float kSunBodyScale = 2.2f;
+/// From the viewer: nearer bodies of lights are no larger on the screen than at this distance, since a new
+/// light stands a metre before the view and would cover the middle of it.
+constexpr float kLightBodyDistance = engine::Metres(6.0f);
+constexpr float kSmallestLightBody = 0.02f; ///< times the usual size, for a viewer at the light's place
 
 /// Drawn pyramids of placed cameras, width over height and units.
 constexpr float kCameraAspect = 16.0f / 9.0f;
@@ -50,6 +54,12 @@ RenderLight ToLight(const engine::SceneObject& object) {
     const glm::mat4 world = mesh::ToGlm(object.World());
     return {glm::vec3(world[3]), Limited(mesh::ToGlm(light.color) * light.intensity) * kLightStrength,
             light.range * LargestScale(world)};
+}
+
+float LightBodyScale(const glm::vec3& place, const std::optional<glm::vec3>& viewer) {
+    const float distance = viewer.has_value() ? glm::distance(*viewer, place) : kLightBodyDistance;
+    return std::isfinite(distance) ? std::clamp(distance / kLightBodyDistance, kSmallestLightBody, 1.0f)
+                                   : 1.0f;
 }
 
 } // namespace
@@ -186,7 +196,7 @@ void LevelScene::AddLight(const engine::SceneObject& object, const LevelSceneOpt
     }
     RenderItem item;
     item.objectId = object.id;
-    const float size = isSun ? kSunBodyScale : 1.0f;
+    const float size = isSun ? kSunBodyScale : LightBodyScale(light.position, options.viewer);
     item.world = glm::mat4(glm::mat3(size));
     item.world[3] = glm::vec4(light.position, 1.0f);
     item.mesh = lightBody;
@@ -194,7 +204,7 @@ void LevelScene::AddLight(const engine::SceneObject& object, const LevelSceneOpt
     item.castsShadow = false;
     item.outline = object.Info().IsSelected();
     if (!isSun) {
-        HelperShapes::AddPointLight(scene.lines, light, item.outline);
+        HelperShapes::AddPointLight(scene.lines, light, item.outline, size);
     }
     scene.items.push_back(std::move(item));
 }
