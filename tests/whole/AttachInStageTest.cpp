@@ -70,6 +70,25 @@ TEST_F(AttachInStageTest, AnActorIsAttachedByTheMouseAndFollows) {
     EXPECT_TRUE(window->session.IsChanged());
 }
 
+TEST_F(AttachInStageTest, AnAmpersandInTheNameIsShownInTheMenu) {
+    engine::SceneObject& crate = MakeInTheAir("Fish & Chips", 500);
+    ChooseOfRow("Attach to object");
+    ASSERT_NE(Dialog(), nullptr);
+    QStringList texts;
+    Answering(
+        [&](QWidget& menu) {
+            for (const QAction* action : menu.actions()) {
+                texts << action->text();
+            }
+            menu.close();
+        },
+        [&] { emit window->views->MenuRequested(0, &crate, QPoint(0, 0)); });
+    // A doubled '&' is shown as one; a single one underlines the letter behind it.
+    EXPECT_EQ(texts.value(0), "Fish && Chips");
+    EXPECT_TRUE(texts.contains(QString("Attach to Fish && Chips(%1)").arg(crate.id)))
+        << texts.join(", ").toStdString();
+}
+
 TEST_F(AttachInStageTest, TheAttachmentIsSavedAndLoaded) {
     engine::SceneObject& crate = MakeInTheAir("Target box", 500);
     ChooseOfRow("Attach to object");

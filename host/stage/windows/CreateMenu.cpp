@@ -7,6 +7,7 @@
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/MeshFiles.h"
+#include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/ViewArea.h"
 #include "plugin/contract/ClassIds.h"
 
@@ -108,7 +109,7 @@ void CreateMenu::FillMeshes(QMenu& menu, const Where& where) {
     const std::string& folder = window.host.level.Folder();
     for (const std::string& file : FindMeshFiles(folder)) {
         const QString meshName = QString::fromStdString(file);
-        menu.addAction(meshName, this,
+        menu.addAction(MenuText(meshName), this,
                        [this, meshName, where] { CreateMesh(meshName, where(meshName.toStdString())); });
     }
     if (menu.isEmpty()) {

@@ -1,6 +1,7 @@
 #include "host/stage/windows/assets/Assets.h"
 #include "host/stage/windows/Icons.h"
 #include "host/stage/windows/MainWindow.h"
+#include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/ViewArea.h"
 #include "host/stage/windows/WorkKeeper.h"
 
@@ -169,7 +170,7 @@ void MainWindow::FillRecentMenu() {
     recentMenu->clear();
     const QStringList recent = QSettings().value(kRecentKey).toStringList();
     for (const QString& path : recent) {
-        QAction* action = recentMenu->addAction(QFileInfo(path).fileName());
+        QAction* action = recentMenu->addAction(MenuText(QFileInfo(path).fileName()));
         action->setToolTip(path);
         action->setEnabled(QFileInfo::exists(path));
         connect(action, &QAction::triggered, this, [this, path] {

@@ -34,6 +34,18 @@ QKeySequence KeysOf(const ShortcutRecord& shortcut) {
     return QKeySequence(keys);
 }
 
+/// Plug-ins write the name of the object into texts of theirs.
+void ShowNameAsItIs(const QMenu& menu, const QString& name) {
+    if (!name.contains('&')) {
+        return;
+    }
+    for (QAction* action : menu.actions()) {
+        if (action->isEnabled() && !action->isSeparator()) {
+            action->setText(action->text().replace(name, MenuText(name)));
+        }
+    }
+}
+
 } // namespace
 
 void MainWindow::MakePluginMenu() {
@@ -236,19 +248,21 @@ void MainWindow::ShowMenu(int view, EditorObject* object, const QPoint& screen) 
         if (!host.level.IsSelected(object)) {
             host.Select(commands.WithGroups({object}));
         }
-        QAction* title = menu.addAction(MakeIcon(IconOf(static_cast<engine::SceneObject&>(*object))),
-                                        QString::fromStdString(object->name));
+        const QString name = QString::fromStdString(object->name);
+        QAction* title =
+            menu.addAction(MakeIcon(IconOf(static_cast<engine::SceneObject&>(*object))), MenuText(name));
         title->setEnabled(false);
         menu.addSeparator();
         CMenu items;
         items.CreatePopupMenu();
         if (host.FillObjectMenu(&items, object)) {
             AppendToQMenu(items, &menu, run);
+            ShowNameAsItIs(menu, name);
             menu.addSeparator();
         }
-        for (const char* name :
+        for (const char* entry :
              {"ViewFocus", "EditDuplicate", "EditRename", "EditGroup", "EditUngroup", "EditDelete"}) {
-            menu.addAction(findChild<QAction*>(name));
+            menu.addAction(findChild<QAction*>(entry));
         }
         const auto* levelData = host.level.GetLevelData();
         if (levelData != nullptr && levelData->filmManager->currentFilm != nullptr) {

@@ -69,6 +69,10 @@ QString ClassText(const engine::SceneObject& object) {
     return look != nullptr ? QString(look->text) : QString::fromStdString(object.Info().className);
 }
 
+QString MenuText(const QString& name) {
+    return QString(name).replace('&', "&&");
+}
+
 bool IsListed(const engine::SceneObject& object) {
     return !object.transient && !engine::IsCameraPointClass(object.Info().className) && !IsBodyOfSun(object);
 }

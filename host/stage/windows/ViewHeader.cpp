@@ -2,6 +2,7 @@
 
 #include "host/engine/ClassDatabase.h"
 #include "host/stage/host/EditorHost.h"
+#include "host/stage/windows/ObjectLook.h"
 #include "host/stage/windows/ViewArea.h"
 #include "host/stage/windows/ViewWidget.h"
 
@@ -89,7 +90,7 @@ QString ViewHeader::Text() const {
         text = entry.kind == view->Kind() ? tr(entry.text) : text;
     }
     if (const engine::SceneObject* camera = area.host.level.FindObject(view->CameraId())) {
-        text = QString::fromStdString(camera->name);
+        text = MenuText(QString::fromStdString(camera->name));
     }
     for (const ShadingEntry& entry : kShadings) {
         if (entry.shading == view->shading && view->shading != ViewShading::Lit) {
@@ -125,7 +126,7 @@ void ViewHeader::Fill(QMenu& menu, ViewArea& area, int view) {
     if (const engine::LevelData* level = area.host.level.Data()) {
         for (const auto& object : level->Objects()) {
             if (object->Info().className == engine::kCameraClass) {
-                connect(kinds.Add(tr("Through %1").arg(QString::fromStdString(object->name)),
+                connect(kinds.Add(tr("Through %1").arg(MenuText(QString::fromStdString(object->name))),
                                   present->CameraId() == object->id),
                         &QAction::triggered, &area,
                         [&area, view, id = object->id] { area.SetKind(view, ViewKind::Camera, id); });
