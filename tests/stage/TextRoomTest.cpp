@@ -108,7 +108,7 @@ TEST_F(TextRoomTest, TheMainWindowWithEachKindOfObject) {
 TEST_F(TextRoomTest, Dialogs) {
     stage::ShortcutsDialog keys(stage::AllShortcuts(window), &window);
     EXPECT_EQ(CutIn(keys), "");
-    stage::FilmNameDialog name("New film", "Movie 1", {"Movie 1"}, /*offersCamera*/ true, &window);
+    stage::FilmNameDialog name("New film", "Movie 1", {"Movie 1"}, /*isNew*/ true, &window);
     EXPECT_EQ(CutIn(name), "");
     stage::NumberDialog number("Adjust", "How many minutes from one autosave to the next", 2.0f, &window);
     EXPECT_EQ(CutIn(number), "");

@@ -19,6 +19,7 @@
 #include <QCheckBox>
 #include <QContextMenuEvent>
 #include <QDialogButtonBox>
+#include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
@@ -38,14 +39,15 @@ protected:
         Settle();
     }
     /// Answers the next dialog that asks for a film's name, as with the keyboard.
-    void AnswerName(const QString& name, bool camera = false) {
-        QTimer::singleShot(0, window.get(), [this, name, camera] {
+    void AnswerName(const QString& name, bool camera = false, double seconds = 10.0) {
+        QTimer::singleShot(0, window.get(), [this, name, camera, seconds] {
             auto* dialog = qobject_cast<stage::FilmNameDialog*>(QApplication::activeModalWidget());
             ASSERT_NE(dialog, nullptr);
             auto* line = dialog->findChild<QLineEdit*>("Name");
             proposal = line->text();
             line->setText(name);
             dialog->findChild<QCheckBox*>("Camera")->setChecked(camera);
+            dialog->findChild<QDoubleSpinBox*>("Length")->setValue(seconds);
             auto* ok = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
             isAccepted = ok->isEnabled();
             QTest::keyClick(dialog, isAccepted ? Qt::Key_Return : Qt::Key_Escape);
@@ -103,6 +105,20 @@ TEST_F(FilmsMenuTest, NewFilmWithACameraShowsItFromTheStart) {
     EXPECT_TRUE(boxes.empty());
     Choose("FilmsAddCamera"); // a second one is for the user to cut to
     EXPECT_EQ(KeysOf(*Open()->mainTrack, KeyKind::Camera).size(), 1u);
+}
+
+TEST_F(FilmsMenuTest, NewFilmIsAsLongAsAskedForAndSoIsItsCameraKey) {
+    for (const double seconds : {24.5, 4.0}) {
+        AnswerName(QString("Long %1").arg(seconds), /*camera*/ true, seconds);
+        Choose("FilmsNew");
+        ASSERT_NE(Open(), nullptr);
+        EXPECT_EQ(Open()->length, static_cast<float>(seconds));
+        const std::vector<IFilmKey*> keys = KeysOf(*Open()->mainTrack, KeyKind::Camera);
+        ASSERT_EQ(keys.size(), 1u);
+        EXPECT_EQ(keys[0]->time, 0.0f);
+        EXPECT_EQ(keys[0]->endTime, static_cast<float>(seconds));
+    }
+    EXPECT_TRUE(boxes.empty());
 }
 
 TEST_F(FilmsMenuTest, ACameraOfTheFilmStandsWhereACameraOfTheLevelLooksFrom) {

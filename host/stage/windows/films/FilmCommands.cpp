@@ -12,6 +12,7 @@
 #include "host/stage/windows/films/FilmNameDialog.h"
 #include "host/stage/windows/films/FilmsIds.h"
 #include "host/stage/windows/films/ScenarioKeys.h"
+#include "host/stage/windows/films/TimelineAxis.h"
 #include "host/stage/windows/MainWindow.h"
 #include "host/stage/windows/QuietMoments.h"
 #include "host/stage/windows/ToolWindows.h"
@@ -203,7 +204,7 @@ void FilmCommands::New() {
     }
     const std::unique_ptr<char[]> proposal(manager->NewFilmName());
     FilmNameDialog dialog(MainWindow::tr("New film"), QString::fromUtf8(proposal.get()),
-                          NamesBut(*manager, nullptr), /*offersCamera*/ true, &window);
+                          NamesBut(*manager, nullptr), /*isNew*/ true, &window);
     if (dialog.exec() != QDialog::Accepted || (manager = Manager()) == nullptr) {
         return;
     }
@@ -215,6 +216,10 @@ void FilmCommands::New() {
     film->SetName(dialog.Name().toUtf8().constData());
     panel.Refresh();
     panel.ShowTimeline();
+    if (dialog.Seconds() != FilmNameDialog::kNewLength) {
+        const auto seconds = static_cast<float>(dialog.Seconds());
+        TimelineAxis(timeline, seconds, manager->FramesPerSecond()).Show(seconds);
+    }
     if (dialog.WantsCamera()) {
         AddCamera();
     } else {
@@ -229,7 +234,7 @@ void FilmCommands::Rename() {
         return;
     }
     FilmNameDialog dialog(MainWindow::tr("Rename film"), QString::fromUtf8(film->name),
-                          NamesBut(*Manager(), film), /*offersCamera*/ false, &window);
+                          NamesBut(*Manager(), film), /*isNew*/ false, &window);
     const bool isTaken = dialog.exec() == QDialog::Accepted;
     if (isTaken && Manager() != nullptr && Has(*Manager(), film)) {
         film->SetName(dialog.Name().toUtf8().constData());
@@ -247,7 +252,7 @@ void FilmCommands::Duplicate() {
     }
     FilmNameDialog dialog(MainWindow::tr("Duplicate film"),
                           MainWindow::tr("%1 copy").arg(QString::fromUtf8(film->name)),
-                          NamesBut(*Manager(), nullptr), /*offersCamera*/ false, &window);
+                          NamesBut(*Manager(), nullptr), /*isNew*/ false, &window);
     if (dialog.exec() != QDialog::Accepted || Shown() != film || film->IsPlaying()) {
         return;
     }

@@ -2,6 +2,8 @@
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
+#include <QDoubleSpinBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -10,9 +12,16 @@
 
 namespace stage {
 
-FilmNameDialog::FilmNameDialog(const QString& title, const QString& proposal, QStringList taken,
-                               bool offersCamera, QWidget* parent)
+namespace {
+
+constexpr double kLongest = 3600.0; ///< seconds; longer films are made so in the settings
+
+} // namespace
+
+FilmNameDialog::FilmNameDialog(const QString& title, const QString& proposal, QStringList taken, bool isNew,
+                               QWidget* parent)
     : QDialog(parent), others(std::move(taken)), name(new QLineEdit(proposal, this)), fault(new QLabel(this)),
+      length(new QDoubleSpinBox(this)),
       camera(new QCheckBox(tr("Add a &camera here, as the active view stands"), this)),
       buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this)) {
     setObjectName("FilmName");
@@ -23,12 +32,26 @@ FilmNameDialog::FilmNameDialog(const QString& title, const QString& proposal, QS
     name->selectAll();
     fault->setProperty("role", "hint");
     camera->setObjectName("Camera");
-    camera->setChecked(offersCamera);
-    camera->setVisible(offersCamera);
+    camera->setChecked(isNew);
+    auto* lengthLabel = new QLabel(tr("&Length in seconds"), this);
+    lengthLabel->setBuddy(length);
+    length->setObjectName("Length");
+    length->setDecimals(2);
+    length->setRange(0.1, kLongest);
+    length->setValue(kNewLength);
+    auto* lengthLine = new QHBoxLayout;
+    lengthLine->addWidget(lengthLabel);
+    lengthLine->addWidget(length, 1);
+    for (QWidget* widget : std::initializer_list<QWidget*>{lengthLabel, length, camera}) {
+        widget->setVisible(isNew);
+    }
     auto* lines = new QVBoxLayout(this);
-    for (QWidget* widget : std::initializer_list<QWidget*>{label, name, fault, camera, buttons}) {
+    for (QWidget* widget : std::initializer_list<QWidget*>{label, name, fault}) {
         lines->addWidget(widget);
     }
+    lines->addLayout(lengthLine);
+    lines->addWidget(camera);
+    lines->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(name, &QLineEdit::textChanged, this, &FilmNameDialog::Check);
@@ -38,6 +61,10 @@ FilmNameDialog::FilmNameDialog(const QString& title, const QString& proposal, QS
 
 QString FilmNameDialog::Name() const {
     return name->text().trimmed();
+}
+
+double FilmNameDialog::Seconds() const {
+    return length->value();
 }
 
 bool FilmNameDialog::WantsCamera() const {

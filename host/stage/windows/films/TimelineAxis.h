@@ -30,9 +30,10 @@ public:
     /// By a part of what is shown, forwards if it is positive.
     void Pan(double part) const;
     void ShowAll() const;
+    /// Gives the film the length, and shows so many seconds from where the axis stands.
+    void Show(double seconds) const;
 
 private:
-    void Show(double seconds) const;
     void Scroll(double seconds, const AxisState& state) const;
     void DragToBegin() const;
 
