@@ -1,5 +1,7 @@
 #include "framework/QtBridge.h"
 #include "framework/Wnd.h"
+#include "host/stage/windows/films/TimelineAxis.h"
+#include "host/stage/windows/films/TimelineHand.h"
 #include "host/stage/windows/ToolWindows.h"
 #include "host/stage/windows/ViewArea.h"
 #include "tests/whole/StageFixture.h"
@@ -148,6 +150,18 @@ TEST_F(ScenarioInStageTest, SpacePlaysWhileItHasTheKeyboardAndStops) {
     Hooks().clock = nullptr;
     EXPECT_TRUE(isPlaying);
     EXPECT_EQ(Films().currentFilm, Film("Intro"));
+}
+
+TEST_F(ScenarioInStageTest, TheSamplesFilmIsShownWholeAlsoBehindASave) {
+    const stage::TimelineHand hand(*window->toolWindows);
+    const auto shownSeconds = [&] {
+        const auto state = stage::TimelineAxis(hand, Film("Intro")->length, 30).Read();
+        return state ? state->shown : 0.0;
+    };
+    EXPECT_EQ(shownSeconds(), 24.0);
+    ASSERT_TRUE(window->SaveLevelAs(QString::fromStdString(levelPath)));
+    Settle();
+    EXPECT_EQ(shownSeconds(), 24.0);
 }
 
 TEST_F(ScenarioInStageTest, AnotherLevelLeavesItWhereItIs) {
