@@ -2,6 +2,7 @@
 
 #include "framework/DataExchange.h"
 #include "framework/MessageBox.h"
+#include "framework/UserNote.h"
 #include "plugin/session/FilmSession.h"
 #include "resources/resource.h"
 
@@ -22,6 +23,7 @@ void CAddCameraDlg::OnOK() {
     if (film == nullptr) {
         AfxMessageBox(IDS_NO_FILM);
     } else if (film->FindCamera(name) != nullptr) {
+        NoteForUser("Another camera of the film is called \"" + name + "\".");
         AfxMessageBox(IDC_CREATE_CAMERA_FRAME); // Required: this text stands for a name that is taken.
     } else {
         CDialog::OnOK();

@@ -2,6 +2,7 @@
 
 #include "framework/DataExchange.h"
 #include "framework/MessageBox.h"
+#include "framework/UserNote.h"
 #include "keys/views/TimedTrackKey.h"
 #include "plugin/session/FilmSession.h"
 #include "resources/resource.h"
@@ -117,6 +118,7 @@ void CCameraParametersDlg::OnOK() {
         return;
     }
     if (name != oldName && film->FindCamera(name) != nullptr) {
+        NoteForUser("Another camera of the film is called \"" + name + "\".");
         AfxMessageBox(IDC_CREATE_CAMERA_FRAME); // Required: this text stands for a name that is taken.
         return;
     }

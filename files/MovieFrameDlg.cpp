@@ -2,11 +2,14 @@
 
 #include "framework/DataExchange.h"
 #include "framework/MessageBox.h"
+#include "framework/UserNote.h"
 #include "keys/properties/NumberText.h"
 #include "plugin/session/FilmSession.h"
 #include "resources/resource.h"
 
 #include <cmath>
+#include <cstdio>
+#include <string>
 
 CMovieFrameDlg::CMovieFrameDlg(const FilmSession& shown, CWnd* parentWnd)
     : CDialog(IDD_MOVIE_FRAME, parentWnd), session(shown) {
@@ -32,9 +35,13 @@ BOOL CMovieFrameDlg::OnInitDialog() {
 }
 
 /// The frame behind the last whole one counts too. Float32, since a film of 10.1 seconds has 303 frames.
+double CMovieFrameDlg::LastFrame() const {
+    return std::ceil(static_cast<float>(fps) * length);
+}
+
 bool CMovieFrameDlg::IsInFilm() const {
     const int frame = IntFromText(text.c_str());
-    return frame >= 0 && !(static_cast<double>(frame) > std::ceil(static_cast<float>(fps) * length));
+    return frame >= 0 && !(static_cast<double>(frame) > LastFrame());
 }
 
 void CMovieFrameDlg::OnOK() {
@@ -42,6 +49,9 @@ void CMovieFrameDlg::OnOK() {
         return;
     }
     if (!IsInFilm()) {
+        char last[32];
+        std::snprintf(last, sizeof last, "%.0f", LastFrame());
+        NoteForUser(std::string("The film has the frames 0 to ") + last + ".");
         AfxMessageBox(IDS_FRAME_RANGE);
         return; // the user corrects it
     }

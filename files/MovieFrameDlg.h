@@ -26,6 +26,7 @@ protected:
     void OnCancel() override;
 
 private:
+    double LastFrame() const;
     bool IsInFilm() const;
 
     const FilmSession& session; ///< outlives the dialog

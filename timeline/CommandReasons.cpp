@@ -52,7 +52,7 @@ std::string WhyNothingStops(const CFilmsMainCtrl& control) {
 }
 
 std::string WhyNoUndo(const CFilmsMainCtrl& /*control*/) {
-    return "Edits of films can't be taken back.";
+    return "The timeline keeps no steps: use the editor's Undo and Redo.";
 }
 
 std::string WhyNoKeyToMark(const CFilmsMainCtrl& control) {

@@ -1,6 +1,7 @@
 #include "timeline/KeyCommands.h"
 
 #include "files/base/Log.h"
+#include "framework/UserNote.h"
 #include "keys/rules/KeyKinds.h"
 #include "keys/views/TimedTrackKey.h"
 #include "plugin/PluginImpl.h"
@@ -43,6 +44,8 @@ void MoveKey(CFilmsMainCtrl& control) {
     }
     if (control.menuRow->CanPlaceKey(key, time)) {
         key->SetPosition(time, /*viewOnly*/ false);
+    } else {
+        NoteForUser("There is no room for the key at that time: it stays where it is.");
     }
     control.plugin.TellKeyWritten(key->record);
     control.menuRow->Invalidate(FALSE);
@@ -78,7 +81,12 @@ void TakeNaturalDuration(CFilmsMainCtrl& control) {
 }
 
 void CopyAttributes(CFilmsMainCtrl& control) {
-    control.keyDuplicator.Set(KeyOfMenuRow(control), control.menuRow, /*clone*/ false);
+    CTrackKey* key = KeyOfMenuRow(control);
+    control.keyDuplicator.Set(key, control.menuRow, /*clone*/ false);
+    if (key != nullptr) {
+        NoteForUser("The key is copied. \"Paste attributes\" on a key of its kind takes what it says, "
+                    "\"Paste key\" on a row makes another.");
+    }
 }
 
 void PasteAttributes(CFilmsMainCtrl& control) {

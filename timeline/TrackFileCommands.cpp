@@ -3,6 +3,7 @@
 #include "files/base/Log.h"
 #include "files/QuorlEdFileDialog.h"
 #include "framework/MessageBox.h"
+#include "framework/UserNote.h"
 #include "plugin/contract/File.h"
 #include "plugin/PluginImpl.h"
 #include "timeline/FilmsMainCtrl.h"
@@ -115,6 +116,7 @@ void ExportTrack(CFilmsMainCtrl& control) {
     if (target.file.Close() != 0) { // what was kept back in memory
         throw fs::file_exception(fs::file_exception::kWrite);
     }
+    NoteForUser("The keys of the row are written to " + path + ".");
 }
 
 void ImportTrack(CFilmsMainCtrl& control) {

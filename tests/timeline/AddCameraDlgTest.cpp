@@ -2,6 +2,7 @@
 
 #include "framework/QtBridge.h"
 #include "framework/Resource.h"
+#include "framework/UserNote.h"
 #include "plugin/base/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/plugin/PluginFixture.h"
@@ -61,6 +62,8 @@ TEST_F(AddCameraDlgTest, CancelTakesNothing) {
 }
 
 TEST_F(AddCameraDlgTest, ANameThatIsTakenKeepsTheDialogOpen) {
+    std::vector<std::string> notes;
+    SetUserNoteSink([&notes](const std::string& text) { notes.push_back(text); });
     AddCamera(OpenNewFilm(), "Bridge");
     const int result = Run([this] {
         Type("Bridge");
@@ -70,9 +73,11 @@ TEST_F(AddCameraDlgTest, ANameThatIsTakenKeepsTheDialogOpen) {
         Type("bridge");                                         // other letters, another name
         Press(IDOK);
     });
+    SetUserNoteSink(nullptr);
     EXPECT_EQ(result, IDOK);
     EXPECT_EQ(dialog.name, "bridge");
     EXPECT_EQ(boxes.size(), 1u);
+    EXPECT_THAT(notes, ElementsAre("Another camera of the film is called \"Bridge\"."));
 }
 
 TEST_F(AddCameraDlgTest, CamerasOfAnotherFilmDontCount) {

@@ -1,5 +1,6 @@
 #include "files/CameraParametersDlg.h"
 
+#include "framework/UserNote.h"
 #include "resources/resource.h"
 #include "tests/support/FakeAttributes.h"
 #include "tests/support/Golden.h"
@@ -350,6 +351,8 @@ TEST_F(CameraParametersDlgTest, FoldStateGoesAlongToTheNewName) {
 }
 
 TEST_F(CameraParametersDlgTest, TakenNameKeepsTheDialogOpen) {
+    std::vector<std::string> notes;
+    SetUserNoteSink([&notes](const std::string& text) { notes.push_back(text); });
     AddCut(film, "Bridge", 0.0f, 1.0f, 0);
     EXPECT_EQ(Run([this] {
                   Type(kName, "Deck");
@@ -363,8 +366,10 @@ TEST_F(CameraParametersDlgTest, TakenNameKeepsTheDialogOpen) {
                   Click(IDOK);
               }),
               IDOK);
+    SetUserNoteSink(nullptr);
     EXPECT_EQ(bridge->cameraName, "deck");
     EXPECT_EQ(boxes.size(), 1u);
+    EXPECT_THAT(notes, ElementsAre("Another camera of the film is called \"Deck\"."));
 }
 
 TEST_F(CameraParametersDlgTest, UnchangedNameIsNotTested) {

@@ -61,7 +61,7 @@ TEST_F(CommandNotesTest, PlayingUndoAndCameras) {
     plugin.isPlaying = 1;
     EXPECT_EQ(Why(IDC_STOP_MOVIE), "");
     plugin.isPlaying = 0;
-    EXPECT_EQ(Why(IDC_REDO), "Edits of films can't be taken back.");
+    EXPECT_EQ(Why(IDC_REDO), "The timeline keeps no steps: use the editor's Undo and Redo.");
     EXPECT_EQ(Why(IDC_CREATE_CAMERA_FRAME), "No camera is on show; a click on a camera's name shows it.");
     plugin.SetVisualizedTrack(AddCamera(film, "Main"));
     EXPECT_EQ(Why(IDC_CREATE_CAMERA_FRAME), "");

@@ -1,6 +1,7 @@
 #include "tests/timeline/CommandFixture.h"
 
 #include "files/base/Log.h"
+#include "framework/UserNote.h"
 #include "keys/views/LooseKey.h"
 #include "resources/resource.h"
 #include "undo/KeyActions.h"
@@ -110,6 +111,25 @@ TEST_F(KeyCommandsTest, SetPositionOntoAnotherKeyOrOffTheAxisIsRefusedWithoutAWo
         EXPECT_EQ(key->record->time, 4.0f) << time;
     }
     EXPECT_THAT(boxes, IsEmpty());
+}
+
+TEST_F(KeyCommandsTest, CopiedKeysAndPlacesWithoutRoomAreToldInTheStatusBar) {
+    std::vector<std::string> notes;
+    SetUserNoteSink([&notes](const std::string& text) { notes.push_back(text); });
+    CTrackCtrl* row = Row(KeyKind::Position); // has a key at 0
+    CTrackKey* key = Put(row, 4.0f);
+    RunOn(IDC_COPY_ATTRIBUTES, row, nullptr);
+    EXPECT_THAT(notes, IsEmpty()) << "no key was copied";
+    RunOn(IDC_COPY_ATTRIBUTES, row, key);
+    UserTypes(0.0f);
+    RunOn(IDC_SET_POSITION, row, key);
+    UserTypes(5.0f);
+    RunOn(IDC_SET_POSITION, row, key);
+    SetUserNoteSink(nullptr);
+    EXPECT_THAT(notes,
+                ElementsAre("The key is copied. \"Paste attributes\" on a key of its kind takes what it "
+                            "says, \"Paste key\" on a row makes another.",
+                            "There is no room for the key at that time: it stays where it is."));
 }
 
 TEST_F(KeyCommandsTest, CancelledNumberChangesNothing) {

@@ -1,5 +1,6 @@
 #include "files/base/Log.h"
 #include "files/QuorlEdFileDialog.h"
+#include "framework/UserNote.h"
 #include "host/engine/LowLevelFiles.h"
 #include "plugin/contract/File.h"
 #include "resources/resource.h"
@@ -157,6 +158,17 @@ TEST_F(TrackFilesTest, ExportWritesTheKindAndTheKeys) {
     EXPECT_EQ(ReadWholeFile(chosen).size(), 4u + 4u + 4u + 2u * 43u);
     EXPECT_THAT(boxes, IsEmpty());
     EXPECT_THAT(debugLines, IsEmpty());
+}
+
+TEST_F(TrackFilesTest, AWrittenFileIsToldInTheStatusBar) {
+    std::vector<std::string> notes;
+    SetUserNoteSink([&notes](const std::string& text) { notes.push_back(text); });
+    Export(Row(KeyKind::Position));
+    cancels = true;
+    Export(Row(KeyKind::Position));
+    SetUserNoteSink(nullptr);
+    ASSERT_EQ(notes.size(), 1u);
+    EXPECT_THAT(notes[0], ::testing::MatchesRegex("The keys of the row are written to .*\\.track\\."));
 }
 
 TEST_F(TrackFilesTest, RotationsAreExportedToo) {

@@ -1,6 +1,7 @@
 #include "files/MovieFrameDlg.h"
 
 #include "framework/Resource.h"
+#include "framework/UserNote.h"
 #include "plugin/base/PluginResources.h"
 #include "resources/resource.h"
 #include "tests/timeline/CommandFixture.h"
@@ -106,6 +107,18 @@ TEST_F(MovieFrameDlgTest, CancelTakesACursorBetweenTwoFramesOntoOne) {
     MoveCursor(5.01f); // 150.3 frames
     Open([] { ModalUser::Key(Qt::Key_Escape); });
     ExpectTime(5.0f);
+}
+
+TEST_F(MovieFrameDlgTest, ARefusalTellsTheFilmsFramesInTheStatusBar) {
+    std::vector<std::string> notes;
+    SetUserNoteSink([&notes](const std::string& text) { notes.push_back(text); });
+    Open([] {
+        ModalUser::Type(0, "301");
+        ModalUser::Click("OK");
+        ModalUser::Key(Qt::Key_Escape);
+    });
+    SetUserNoteSink(nullptr);
+    EXPECT_THAT(notes, ElementsAre("The film has the frames 0 to 300."));
 }
 
 TEST_F(MovieFrameDlgTest, LastFrameIsTakenAndTheNextRefused) {
