@@ -29,11 +29,35 @@ TEST_F(CameraViewTest, AttachedViewGetsTheCameraRecordAndProjection) {
     plugin.AttachView(1);
     plugin.SetTime(1.0f, true);
     const engine::View* view = editor.level.Views().At(1);
-    EXPECT_EQ(view->IView::camera->data.recordNear, camera->cameraData->data.recordNear);
+    EXPECT_EQ(view->IView::camera->data.recordNear, 0.5f);
+    EXPECT_EQ(view->IView::camera->data.recordFar, 200.0f);
     EXPECT_EQ(view->CameraMatrix()[12], 1.0f);
     EXPECT_EQ(view->CameraMatrix()[13], 2.0f);
     EXPECT_EQ(view->CameraMatrix()[14], 3.0f);
     EXPECT_FLOAT_EQ(view->GetFieldOfView(), 90.0f * 0.017453292f);
+}
+
+TEST_F(CameraViewTest, OthersAreToldBetweenThePoseOfTheFilmAndTheViews) {
+    plugin.AttachView(1);
+    camera->eyePoint = {9, 9, 9};
+    editor.hideCalls.clear();
+    editor.calls.clear();
+    const float before = editor.level.Views().At(1)->CameraMatrix()[12];
+    ASSERT_NE(before, 1.0f);
+    Vector3 eye;
+    float viewX = 1.0f;
+    editor.onBroadcast = [&](int, void*) {
+        eye = camera->eyePoint;
+        viewX = editor.level.Views().At(1)->CameraMatrix()[12];
+        EXPECT_TRUE(editor.hideCalls.empty()) << "the camera's objects follow later";
+        EXPECT_EQ(editor.Count("RedrawViews"), 0);
+    };
+    plugin.SetTime(1.0f, true);
+    editor.onBroadcast = nullptr;
+    EXPECT_EQ(eye, (Vector3{1, 2, 3}));
+    EXPECT_EQ(viewX, before) << "the view gets the camera later";
+    EXPECT_EQ(editor.level.Views().At(1)->CameraMatrix()[12], 1.0f);
+    EXPECT_EQ(editor.hideCalls.size(), 1u);
 }
 
 TEST_F(CameraViewTest, ViewThatIsNotAttachedStaysAsItIs) {

@@ -390,6 +390,14 @@ TEST_F(EventsTest, DestroyedObjectIsForgottenEverywhere) {
     plugin.OnObjectDestroyed(nullptr);
 }
 
+TEST_F(EventsTest, LightDestroyedWithoutTheEventBeforeHasNoHelperAnyMore) {
+    OpenNewFilm();
+    EditorObject* lamp = editor.CreateOfClass("GLLightEditorObject", "Lamp");
+    ASSERT_EQ(plugin.lightHelpers.helpers.size(), 1u);
+    plugin.OnObjectDestroyed(lamp);
+    EXPECT_THAT(plugin.lightHelpers.helpers, IsEmpty());
+}
+
 TEST_F(EventsTest, EditorClosingLeavesBothListsInOrder) {
     plugin.OnEditorClosing();
     EXPECT_THAT(editor.calls, ElementsAre("RemoveListenerA", "RemoveListenerB"));

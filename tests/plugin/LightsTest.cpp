@@ -112,6 +112,24 @@ TEST_F(LightsTest, NewSunIsLitActiveAndToldToTheOthers) {
     EXPECT_EQ(editor.helperParams.front().modelPath, "gllight.mesh");
 }
 
+TEST_F(LightsTest, OthersHearOfANewSunThatHasItsHelperAndItsNameBeforeTheViewsAreDrawn) {
+    Data().SetSun(true);
+    editor.calls.clear();
+    int told = 0;
+    editor.onBroadcast = [&](int, void*) {
+        ++told;
+        const CFilmsLightHelper* sun = plugin.lightHelpers.GetSunHelper();
+        ASSERT_NE(sun, nullptr);
+        EXPECT_EQ(sun->object->name.rfind("SunHelper", 0), 0u);
+        EXPECT_TRUE(sun->object->GetInfo()->IsActive());
+        EXPECT_EQ(editor.Count("RedrawViews"), 0);
+    };
+    ASSERT_NE(plugin.lightHelpers.GetOrCreateSunHelper(&Data()), nullptr);
+    editor.onBroadcast = nullptr;
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(editor.Count("RedrawViews"), 1);
+}
+
 TEST_F(LightsTest, SunWhoseObjectIsMissingHasNoPositionKey) {
     Data().SetSun(true);
     auto* helper = new CFilmsLightHelper;
