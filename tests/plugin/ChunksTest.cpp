@@ -90,7 +90,7 @@ TEST_F(ChunksTest, RootOfAnEmptyLevelIsWrittenByteByByte) {
 }
 
 TEST_F(ChunksTest, LevelAndCameraStoresAreWrittenWithTheirNames) {
-    plugin.levelParams.Set("Intro", nullptr, 1, 3, "Level");
+    plugin.levelParams.Set("Intro", nullptr, 255, 3, "Level"); // written as 1
     CPluginFilmsParams camera;
     const KeyFilter filter{2};
     camera.Set("Intro", filter.data(), 0, 3, "Cam");
@@ -206,6 +206,7 @@ TEST_F(ChunksTest, SubChunksCountByTheirSizesWhateverTheirNumbers) {
     EXPECT_EQ(Load(Root(), 5780, data), data.Str().size());
     ASSERT_EQ(plugin.levelParams.records.size(), 1u);
     EXPECT_EQ(plugin.levelParams.records.front().filmName, "Intro");
+    EXPECT_EQ(plugin.levelParams.records.front().keyFilter[19], 3) << "the new form";
     ASSERT_EQ(plugin.cameraParams.size(), 2u);
     EXPECT_EQ(plugin.cameraParams.front().records.front().objectName, "Cam");
     EXPECT_EQ(plugin.cameraParams.back().records.front().objectName, "Other");
@@ -258,6 +259,8 @@ TEST_F(ChunksTest, HostileCountsAndSizesReadNoFurtherThanTheChunk) {
     EditorObject* crate = editor.Create("Crate");
     Load(crate, 5784, Bytes().U32(0x7FFFFFFF).Append(NewRecord("Intro", 1, 0)));
     EXPECT_EQ(ParamsOf(crate)->records.size(), 1u);
+    Load(crate, 5784, Bytes().U32(1).Append(NewRecord("Intro", 1, 0)).Append(NewRecord("More", 1, 0)));
+    EXPECT_EQ(ParamsOf(crate)->records.size(), 1u); // what the count leaves out
     Load(crate, 5784, Bytes().U32(0xFFFFFFFF).Append(NewRecord("Intro", 1, 0)));
     EXPECT_THAT(ParamsOf(crate)->records, IsEmpty()); // a negative count is none
     Load(crate, 5784, Bytes().U32(1).Text("F").U8(1).U32(0x7FFFFFFF).Fill(30, 5));
@@ -508,11 +511,13 @@ TEST_F(ChunksTest, DeletingAFilmDropsItsRecords) {
     camera.Set(name, nullptr, 0, 3, "A");
     camera.Set(name, nullptr, 0, 3, "B");
     plugin.cameraParams.push_back(camera);
+    plugin.cameraParams.push_back(camera);
     plugin.DeleteFilm(film);
     ASSERT_EQ(plugin.levelParams.records.size(), 1u);
     EXPECT_EQ(plugin.levelParams.records.front().filmName, "Other");
     ASSERT_EQ(plugin.cameraParams.front().records.size(), 1u); // the first of each store
     EXPECT_EQ(plugin.cameraParams.front().records.front().objectName, "B");
+    EXPECT_EQ(plugin.cameraParams.back().records.size(), 1u);
     EXPECT_THAT(ParamsOf(crate)->records, IsEmpty());
     plugin.DeleteMovieParams(nullptr);
 }
