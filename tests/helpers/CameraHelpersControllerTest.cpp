@@ -202,6 +202,17 @@ TEST_F(UpdateHelpersTest, OnlySidesWithAHandleOfTheirOwnShowIt) {
     EXPECT_FALSE(IsHidden(helpers.targetOutControl));
 }
 
+TEST_F(UpdateHelpersTest, WithAllHandlesShownTheHostIsAskedToHideNone) {
+    SetHandles(*AddPoint(KeyKind::CameraPosition, 0, {}), {0, 0, -2}, {0, 0, 2});
+    SetHandles(*AddPoint(KeyKind::CameraTarget, 0, {0, 0, 9}), {0, 0, 8}, {0, 0, 10});
+    Visualize();
+    ASSERT_THAT(editor.hideCalls, SizeIs(2));
+    EXPECT_THAT(editor.hideCalls.front().objects, SizeIs(6));
+    EXPECT_FALSE(editor.hideCalls.front().hidden);
+    EXPECT_THAT(editor.hideCalls.back().objects, IsEmpty());
+    EXPECT_TRUE(editor.hideCalls.back().hidden);
+}
+
 TEST_F(UpdateHelpersTest, HandlesShowOnlyAtTheirKeysTime) {
     SetHandles(*AddPoint(KeyKind::CameraPosition, 1, {}), {0, 0, -2}, {0, 0, 2});
     AddPoint(KeyKind::CameraPosition, 3, {});

@@ -108,6 +108,20 @@ TEST_F(HelperMovesTest, DraggedEyeMakesAPlainKeyWhereNoneStands) {
     EXPECT_EQ(plugin.currentTime, 2.0f);
 }
 
+TEST_F(HelperMovesTest, WithItsFilmClosedTheCameraGetsAKeyAndNoTimeIsTold) {
+    plugin.SetCurrentFilm(nullptr);
+    plugin.currentTime = 2;
+    calls.clear();
+    window.times.clear();
+    MoveTo(*helpers.positionObject, 3, 4, 5);
+    const ObjectList moved{helpers.positionObject};
+    helpers.OnObjectsMoved(&moved);
+    ASSERT_THAT(EyeKeys(), SizeIs(2));
+    EXPECT_EQ(EyeKeys().back()->time, 2.0f);
+    EXPECT_THAT(calls, ElementsAre("ShowCurrentFilm"));
+    EXPECT_THAT(window.times, IsEmpty());
+}
+
 TEST_F(HelperMovesTest, NextDragChangesTheKeyThatTheFirstOneMade) {
     plugin.SetTime(2, false);
     UserMoves(*helpers.targetObject, 1, 0, 0);

@@ -129,6 +129,12 @@ TEST(MatrixMathTest, LockedMiddleAngleOfTheOtherSign) {
     ExpectNear(AnglesOf(Rows({0, kSin30, -kCos30}, {0, kCos30, kSin30}, {1, 0, 0})), {-30, 90, 0});
 }
 
+TEST(MatrixMathTest, NearlyLockedMiddleAngleStillGivesAThirdAngle) {
+    // The cosine of the middle angle is 1e-5: x = atan2(1e-5, 0), y = asin(-1) + 0.000573, z = atan2(0,
+    // -1e-5).
+    ExpectNear(AnglesOf(Rows({-1e-5f, 1, 0}, {0, 0, 1}, {1, 1e-5f, 0})), {-90, 89.999427f, -180});
+}
+
 TEST(MatrixMathTest, ShearedForwardAxisLosesWhatItSharesWithTheOthers) {
     // (3,4,5) - 3 right = (0,4,5), less 4 up = (0,0,5)
     Triple scale{};
