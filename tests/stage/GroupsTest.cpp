@@ -230,6 +230,25 @@ TEST_F(GroupsTest, EyeAndLockOfTheRowCountForTheWholeGroup) {
     EXPECT_TRUE(Selection().empty()) << "the signs select nothing";
 }
 
+TEST_F(GroupsTest, TheLockOfAGroupIsOneStepThatComesBackAndGoesAgain) {
+    right->notes.locked = true; // one of them was locked before: it stays so when the step is taken back
+    window.session.History().NoteAll();
+    ClickRow(GroupRow(), Qt::NoModifier, stage::ObjectTreeWidget::kLockColumn);
+    ASSERT_TRUE(left->notes.locked && right->notes.locked);
+    window.session.History().Note();
+    EXPECT_TRUE(window.session.History().Undo());
+    Settle();
+    EXPECT_FALSE(left->notes.locked);
+    EXPECT_TRUE(right->notes.locked);
+    EXPECT_TRUE(GroupRow()->icon(stage::ObjectTreeWidget::kLockColumn).isNull());
+    EXPECT_TRUE(window.session.History().Redo());
+    Settle();
+    EXPECT_TRUE(left->notes.locked && right->notes.locked);
+    EXPECT_FALSE(other->notes.locked);
+    EXPECT_FALSE(GroupRow()->icon(stage::ObjectTreeWidget::kLockColumn).isNull());
+    EXPECT_EQ(Group().members, (std::vector<engine::SceneObject*>{left, right}));
+}
+
 TEST_F(GroupsTest, WhatIsDroppedOnTheRowJoinsTheGroup) {
     ClickRow(Tree().ItemOf(other));
     DropSelectedAt(MiddleOf(GroupRow()));
