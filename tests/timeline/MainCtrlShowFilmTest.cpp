@@ -98,6 +98,15 @@ TEST_F(MainCtrlShowFilmTest, LightsComeLastByTheNamesOfTheirHelpers) {
     EXPECT_THAT(roots, ElementsAre("Level", "Actor100", "B", "b", ""));
 }
 
+TEST_F(MainCtrlShowFilmTest, TracksAreFinishedBeforeTheyAreShown) {
+    IFilm* film = OpenFilmWithActors(1);
+    CFilmTrack* track = RowOf("Actor100")->track;
+    IFilmKey* key = Films().keyFactory->CreateKey(KeyKind::Position);
+    track->keys.push_back(key); // as a host may do that builds a track by itself
+    control->ShowFilm(film, true);
+    EXPECT_EQ(key->track, track);
+}
+
 TEST_F(MainCtrlShowFilmTest, CameraRowsReachTheHighestIndex) {
     IFilm* film = OpenNewFilm();
     AddCut(film, "", 0.0f, 1.0f, 2);
