@@ -20,7 +20,7 @@ PROP = "Fishing boat"
 LISTED = "House ochre"  # above what the Scenario window leaves of the list
 START = "Start"  # the first line of the panel History
 EFFECT_KEYS = 5  # the row, with the level's unfolded
-EFFECT = 0.97  # where the first effect of the sample film stands in the ruler
+EFFECT = 10.0 / 24.0  # where the first effect of the sample film stands in the ruler, which shows the whole film
 
 
 def place(desktop):
@@ -201,7 +201,7 @@ def a_key_is_dragged_and_comes_back(desktop):
     film_opens(desktop)
     scenario_opens_docked(desktop)
     unfold(desktop, LEVEL_ROW)
-    before_file = saved(desktop)  # shows the part of the film that is stored
+    before_file = saved(desktop)
     drag_time(desktop, 0.3, 0.5)
     key = effect_key(desktop)
     desktop.press(key)

@@ -22,7 +22,7 @@ from timeline import (count_rows, empty_place, fold_all, go_to, key_place, plays
 from views import focus, view_picture
 
 ACTOR = "Sailor"
-SAMPLE_SECONDS = 24.0
+SAMPLE_SECONDS = 24.0  # of the sample film, which are all shown
 SPEECH = "Ahoy, Müllers Käpt’n — שלום!"
 ROWS_BELOW = 8  # there is room for all rows of the actor if its own stands no further down
 
@@ -112,6 +112,7 @@ def escape_hides(desktop):
 
 def sample_film(desktop):
     film_opens(desktop)
+    desktop.shown_seconds = SAMPLE_SECONDS
     taller_window(desktop)
     desktop.until("all tracks of the film fit in", lambda s: len(tracks(s)) == 18)
     desktop.picture("sample_film")
@@ -293,7 +294,7 @@ def opened_again(desktop, kept):
     panel_opens(desktop)
     film_opens_in_scenario(desktop, FILM)
     taller_window(desktop)
-    desktop.shown_seconds = SAMPLE_SECONDS  # which are all shown, unlike behind a shorter film
+    desktop.shown_seconds = SAMPLE_SECONDS
     again = look_at_keys(desktop, "again")
     # The last is the speech, whose sound is named from the level's folder once it is saved.
     for before, after in zip(kept.pictures[:-1], again[:-1], strict=True):
