@@ -5,6 +5,7 @@
 #include "plugin/contract/Chunks.h"
 #include "plugin/contract/ClassIds.h"
 #include "plugin/contract/Film.h"
+#include "plugin/rules/FilmViewSettings.h"
 
 namespace {
 
@@ -12,22 +13,6 @@ constexpr std::uint32_t kGLLight = 0;
 constexpr std::uint32_t kDynLight = 1;
 /// Kind and sun flag in front of the object.
 constexpr std::uint32_t kLightHeaderBytes = 5;
-
-/// How the timeline shows a film, as the plug-in writes it: 11 words for each of the places of films.
-struct ViewSettings {
-    std::uint32_t mask = 0xFFFFFFFF; ///< all of them hold
-    float movieStart = 0.0f;         ///< seconds
-    float movieEnd = 10.0f;
-    float viewStart = 0.0f;
-    float viewEnd = 10.0f;
-    std::int32_t leftWidth = 150; ///< pixels
-    std::int32_t rowHeight = 20;  ///< pixels
-    float ticsDistance = 1.0f;    ///< seconds
-    std::int32_t bigTics = 5;
-    std::int32_t labelDistance = 4;
-    float cursorTime = 0.0f; ///< seconds
-};
-static_assert(sizeof(ViewSettings) == 44);
 
 /// Calls the function with each track of all films that is driven by a light.
 template <class Function> void ForEachLightTrack(const engine::FilmManager& films, Function function) {
@@ -95,7 +80,7 @@ void LightChunks::SaveChunks(fs::file& file, IHostObject* object) {
 void LightChunks::SaveViewSettings(fs::file& file) const {
     ChunkSaveStart(file, kViewSettings);
     for (const IFilm* film : data->Films().films) {
-        ViewSettings settings;
+        FilmViewSettings settings;
         if (film != nullptr) {
             settings.movieEnd = settings.viewEnd = film->length;
         }
