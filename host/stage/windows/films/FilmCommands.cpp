@@ -96,7 +96,7 @@ void Fill(IFilmKey& key, const std::string& name, Vector3 color) {
 engine::Matrix4 CameraAt(const engine::SceneObject& object) {
     engine::Matrix4 world = object.World();
     const float way = object.Info().className == engine::kCameraClass ? 1.0f : -1.0f;
-    for (int row = 0; row < 3; ++row) {
+    for (std::size_t row = 0; row < 3; ++row) {
         float* axis = &world.m[4 * row];
         const float length = std::hypot(axis[0], axis[1], axis[2]);
         const float factor = (row == 1 ? 1.0f : way) / (length > 0.0f ? length : 1.0f);
