@@ -62,13 +62,22 @@ IFilm* CMoviesDialog::GetSelectedFilm() const {
     return plugin.FilmExists(film) ? film : nullptr; // the level may have changed under the list
 }
 
+// Leaving and opening a film may ask the user, and the panel may go with its page meanwhile.
+
 void CMoviesDialog::OnAdd() {
+    const Watch<CMoviesDialog> page(this);
     if (plugin.editor != nullptr) {
         plugin.editor->ClearSelection();
+    }
+    if (!page.IsAlive()) {
+        return;
     }
     const int index = plugin.CreateFilm();
     if (index >= 0) {
         plugin.SelectFilmByIndex(index);
+        if (!page.IsAlive()) {
+            return;
+        }
         FillList();
     } else if (plugin.GetFilmManager() != nullptr) {
         NoteForUser("No film was added: a level holds " + std::to_string(IFilmManager::kFilms) + " at most.");
@@ -77,10 +86,14 @@ void CMoviesDialog::OnAdd() {
 }
 
 void CMoviesDialog::OnDelete() {
-    if (IFilm* film = GetSelectedFilm()) {
-        plugin.DeleteFilm(film);
-        FillList();
-        UpdateButtons();
+    IFilm* film = GetSelectedFilm();
+    if (film == nullptr) {
+        return;
+    }
+    const Watch<CMoviesDialog> page(this);
+    plugin.DeleteFilm(film);
+    if (page.IsAlive()) {
+        Refresh();
     }
 }
 
@@ -89,11 +102,16 @@ void CMoviesDialog::OnValidate() {
 }
 
 void CMoviesDialog::OnSelectionChanged() {
+    const Watch<CMoviesDialog> page(this);
     if (plugin.editor != nullptr) {
         plugin.editor->ClearSelection();
     }
-    plugin.SetCurrentFilm(GetSelectedFilm());
-    UpdateButtons();
+    if (page.IsAlive()) {
+        plugin.SetCurrentFilm(GetSelectedFilm());
+    }
+    if (page.IsAlive()) {
+        UpdateButtons();
+    }
 }
 
 void CMoviesDialog::OnListDoubleClick() {

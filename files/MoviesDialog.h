@@ -3,12 +3,13 @@
 #include "framework/Button.h"
 #include "framework/Dialog.h"
 #include "framework/ListBox.h"
+#include "plugin/base/Watch.h"
 #include "plugin/contract/Film.h"
 
 class IPluginImpl;
 
 /// The page "Movies" of the panel: the level's films. A child of the panel's tab control.
-class CMoviesDialog : public CDialog {
+class CMoviesDialog : public CDialog, public Watched {
     DECLARE_MESSAGE_MAP()
 
 public:

@@ -1,6 +1,7 @@
 #include "plugin/PluginImpl.h"
 
 #include "keys/rules/FrameTimes.h"
+#include "plugin/session/LevelWatch.h"
 
 #include <memory>
 
@@ -92,12 +93,15 @@ int IPluginImpl::CreateFilm() {
 }
 
 void IPluginImpl::DeleteFilm(IFilm* film) {
-    IFilmManager* manager = GetFilmManager();
-    if (film == nullptr || manager == nullptr) {
+    if (film == nullptr || GetFilmManager() == nullptr) {
         return;
     }
     if (film == currentFilm) {
+        const LevelWatch watch(*this);
         SetCurrentFilm(nullptr);
+        if (!watch.IsSameLevel() || !FilmExists(film)) {
+            return; // gone while the user was asked about the key on show
+        }
     }
     DeleteMovieParams(film);
     trackVisualizer.RemoveCameraTracksOf(film);
@@ -105,7 +109,7 @@ void IPluginImpl::DeleteFilm(IFilm* film) {
     if (suspendedFilm == film) {
         suspendedFilm = nullptr;
     }
-    manager->DeleteFilm(film->index);
+    GetFilmManager()->DeleteFilm(film->index);
 }
 
 void IPluginImpl::SetTime(float time, bool fromWindow) {

@@ -6,15 +6,30 @@
 #include "tests/plugin/PluginFixture.h"
 #include "timeline/FilmsView.h"
 
+#include <functional>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTest>
 #include <QWidget>
+#include <utility>
 
 using ::testing::ElementsAre;
 
 namespace {
+
+/// A scenario window in which something goes on while it shows a film anew, as behind a question to the user.
+class BusyWindow : public LoggingWindow {
+public:
+    using LoggingWindow::LoggingWindow;
+    void ShowCurrentFilm() override {
+        if (meanwhile) {
+            std::exchange(meanwhile, nullptr)();
+        }
+    }
+
+    std::function<void()> meanwhile; ///< once
+};
 
 /// The panel in a host's window, with its real controls.
 class PanelTest : public PluginTest {
@@ -234,6 +249,52 @@ TEST_F(PanelTest, FilmThatWentUnderTheListIsNotTouched) {
     Click("Validate");
     Click("Delete");
     EXPECT_EQ(plugin.GetCurrentFilm(), nullptr);
+}
+
+TEST_F(PanelTest, PanelThatGoesWhileAFilmIsOpenedIsNotTouched) {
+    const IFilm* film = NewFilm();
+    std::vector<std::string> calls;
+    BusyWindow window(calls);
+    plugin.scenarioDlg = &window;
+    const auto goes = [this] { std::exchange(panel, nullptr)->DestroyWindow(); };
+    panel->RefreshMovies();
+    window.meanwhile = goes;
+    ClickLine(1);
+    EXPECT_EQ(CFilmsView::GetPanel(), nullptr);
+    EXPECT_EQ(plugin.GetCurrentFilm(), film);
+
+    Close();
+    Show();
+    window.meanwhile = goes;
+    Click("Add");
+    EXPECT_EQ(CFilmsView::GetPanel(), nullptr);
+    EXPECT_EQ(plugin.GetCurrentFilm(), Films().films[1]);
+
+    Close();
+    Show();
+    window.meanwhile = goes;
+    Click("Delete");
+    EXPECT_EQ(CFilmsView::GetPanel(), nullptr);
+    EXPECT_EQ(Films().films[1], nullptr);
+}
+
+TEST_F(PanelTest, FilmThatGoesWhileItIsLeftIsNotDeletedAgain) {
+    std::vector<std::string> calls;
+    BusyWindow window(calls);
+    plugin.scenarioDlg = &window;
+    Click("Add");
+    window.meanwhile = [this] { Films().DeleteFilm(0); };
+    Click("Delete");
+    EXPECT_THAT(Lines(), ElementsAre("<none>"));
+
+    Click("Add");
+    window.meanwhile = [this] {
+        editor.level.New("");
+        plugin.OnNew();
+    };
+    Click("Delete");
+    EXPECT_THAT(Lines(), ElementsAre("<none>"));
+    EXPECT_FALSE(Button("Delete")->isEnabled());
 }
 
 TEST_F(PanelTest, LoadedLevelFillsTheList) {
