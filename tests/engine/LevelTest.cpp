@@ -2,6 +2,9 @@
 #include "host/engine/UniqueNames.h"
 #include "tests/engine/EngineFixture.h"
 
+#include <algorithm>
+#include <array>
+
 namespace engine_test {
 
 using engine::SceneObject;
@@ -142,10 +145,8 @@ TEST_F(LevelTest, ObjectsGoFromGroupToGroupAndOneWithoutMembersEnds) {
     engine::LevelData& data = *level.Data();
     engine::ObjectSpec spec;
     spec.className = "EmptyObject";
-    std::vector<engine::SceneObject*> objects;
-    for (int i = 0; i < 4; ++i) {
-        objects.push_back(level.CreateObject(spec));
-    }
+    std::array<engine::SceneObject*, 4> objects{};
+    std::ranges::generate(objects, [&] { return level.CreateObject(spec); });
     engine::Group* first = data.MakeGroup("Pair", {objects[0], objects[1]});
     engine::Group* second = data.MakeGroup("Other", {objects[2], objects[3]});
     EXPECT_TRUE(data.JoinGroup(*second, *objects[0]));
