@@ -22,18 +22,25 @@ protected:
         };
     }
 
+    /// Opens a film and selects a group of two objects and one that is in none.
+    IFilm* SelectGroupAndLooseOne() {
+        engine::SceneObject* crate = editor.Create("Crate");
+        engine::SceneObject* barrel = editor.Create("Barrel");
+        loose = editor.Create("Loose");
+        Data().MakeGroup("Both", {crate, barrel});
+        IFilm* film = OpenNewFilm();
+        editor.Select({crate, barrel, loose});
+        return film;
+    }
+
+    engine::SceneObject* loose = nullptr; ///< in no group
     std::function<void()> meanwhile;
 };
 
 } // namespace
 
 TEST_F(AddBehindMessageTest, ObjectDeletedBehindTheWordOfGroupsBecomesNoActor) {
-    engine::SceneObject* crate = editor.Create("Crate");
-    engine::SceneObject* barrel = editor.Create("Barrel");
-    engine::SceneObject* loose = editor.Create("Loose");
-    Data().MakeGroup("Both", {crate, barrel});
-    const IFilm* film = OpenNewFilm();
-    editor.Select({crate, barrel, loose});
+    const IFilm* film = SelectGroupAndLooseOne();
     meanwhile = [&] {
         editor.DeleteObjects({loose});
         editor.Select({editor.Create("Chosen")});
@@ -44,13 +51,8 @@ TEST_F(AddBehindMessageTest, ObjectDeletedBehindTheWordOfGroupsBecomesNoActor) {
 }
 
 TEST_F(AddBehindMessageTest, WhatWasSelectedBeforeTheWordOfGroupsBecomesActorsWhateverIsSelectedBehindIt) {
-    engine::SceneObject* crate = editor.Create("Crate");
-    engine::SceneObject* barrel = editor.Create("Barrel");
-    engine::SceneObject* loose = editor.Create("Loose");
     engine::SceneObject* other = editor.Create("Other");
-    Data().MakeGroup("Both", {crate, barrel});
-    IFilm* film = OpenNewFilm();
-    editor.Select({crate, barrel, loose});
+    IFilm* film = SelectGroupAndLooseOne();
     meanwhile = [&] { editor.Select({other}); };
     plugin.AddSelectedActors();
     EXPECT_NE(film->FindObjectTrack(loose), nullptr);
@@ -58,12 +60,7 @@ TEST_F(AddBehindMessageTest, WhatWasSelectedBeforeTheWordOfGroupsBecomesActorsWh
 }
 
 TEST_F(AddBehindMessageTest, AnotherLevelBehindTheWordOfGroupsGetsNoActors) {
-    engine::SceneObject* crate = editor.Create("Crate");
-    engine::SceneObject* barrel = editor.Create("Barrel");
-    engine::SceneObject* loose = editor.Create("Loose");
-    Data().MakeGroup("Both", {crate, barrel});
-    const IFilm* film = OpenNewFilm();
-    editor.Select({crate, barrel, loose});
+    const IFilm* film = SelectGroupAndLooseOne();
     meanwhile = [&] {
         plugin.OnNew();
         plugin.SelectFilmByIndex(0);
